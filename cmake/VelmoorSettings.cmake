@@ -1,0 +1,27 @@
+# Compiler, linker and sanitizer settings that hold for every target of the project.
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
+
+option(VELMOOR_SANITIZE "Build with the address and undefined-behaviour sanitizers" OFF)
+
+add_compile_options(-Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror)
+if(VELMOOR_SANITIZE)
+  add_compile_options(-fsanitize=address,undefined -fno-omit-frame-pointer
+                      -fno-sanitize-recover=undefined)
+  add_link_options(-fsanitize=address,undefined)
+endif()
+
+find_program(VELMOOR_CCACHE ccache)
+if(VELMOOR_CCACHE)
+  # The precompiled Qt header is cached only when ccache is told what it may overlook.
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env
+      CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime
+      ${VELMOOR_CCACHE})
+  add_compile_options(-fpch-preprocess)
+endif()
+find_program(VELMOOR_MOLD mold)
+if(VELMOOR_MOLD)
+  add_link_options(-fuse-ld=mold)
+endif()

@@ -1,0 +1,68 @@
+// Port: files. Every operation that can lose a user's data is safe against a crash at any instant.
+#pragma once
+
+#include <memory>
+#include <stdexcept>
+#include <string>
+
+namespace velmoor {
+
+// A refused file operation. what() names the file and the system's reason.
+class FileError : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+// Holds a file against other processes until destroyed.
+class FileLock {
+ public:
+  virtual ~FileLock() = default;
+};
+
+class Files {
+ public:
+  virtual ~Files() = default;
+
+  // True when a file of that name exists. A name with an embedded zero character does not exist.
+  [[nodiscard]] virtual bool Exists(const std::string& path) const = 0;
+  // True when both names lead to one file (or would, where it does not exist yet).
+  [[nodiscard]] virtual bool IsSameFile(const std::string& a, const std::string& b) const = 0;
+  [[nodiscard]] virtual bool IsWritableDirectory(const std::string& directory) const = 0;
+  // An absolute form of `path`, taken from the current directory.
+  [[nodiscard]] virtual std::string Absolute(const std::string& path) const = 0;
+
+  // Copies the contents (not the permissions) over `target` such that at any instant the old file
+  // or the new one is there, whole and on the disk: temporary file beside the target, flush,
+  // rename, flush of the directory. A symbolic link keeps pointing; its target is replaced. A
+  // journal that lies beside the target is deleted first. Throws FileError; the target is then the
+  // old one.
+  virtual void ReplaceDurably(const std::string& source, const std::string& target) = 0;
+  // Lays a disposable working copy: deletes a journal left beside `target`, then writes it in
+  // place. Throws FileError.
+  virtual void LayWorkingCopy(const std::string& source, const std::string& target) = 0;
+  // Writes `bytes` as ReplaceDurably does.
+  virtual void WriteDurably(const std::string& target, const std::string& bytes) = 0;
+  [[nodiscard]] virtual std::string ReadAll(const std::string& path) const = 0;
+  // Renames, with copy and delete where the two lie on different file systems. Onto itself:
+  // nothing.
+  virtual void Rename(const std::string& from, const std::string& to) = 0;
+  // Deletes the file and a journal beside it, if they exist.
+  virtual void Remove(const std::string& path) = 0;
+  virtual void MakeDirectories(const std::string& directory) = 0;
+  virtual void ChangeDirectory(const std::string& directory) = 0;
+
+  // Takes the file for this process, creating it empty where it does not exist; null when another
+  // process holds it. Throws FileError when the file cannot be opened at all.
+  [[nodiscard]] virtual std::unique_ptr<FileLock> Lock(const std::string& path) = 0;
+};
+
+// Splitting of names at the last "/" or "\".
+// The part behind the last separator; the whole name where there is none.
+[[nodiscard]] std::string GetFileTitle(const std::string& fileName);
+// The part before the last separator, without it; empty where there is none.
+[[nodiscard]] std::string GetFileDirectory(const std::string& fileName);
+[[nodiscard]] std::string JoinPath(const std::string& directory, const std::string& name);
+// `text` without its last `count` characters; empty when it is shorter.
+[[nodiscard]] std::string DropRight(const std::string& text, std::size_t count);
+
+}  // namespace velmoor

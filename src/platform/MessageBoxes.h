@@ -1,0 +1,35 @@
+// Port: message boxes. Modal; the caller waits for the answer while events are served.
+#pragma once
+
+#include <string>
+
+namespace velmoor {
+
+enum class BoxKind { plain, critical, exclamation, information, question };
+enum class BoxButtons { ok, okCancel, yesNo, yesNoCancel };
+enum class BoxAnswer { ok, cancel, yes, no };
+
+class MessageBoxes {
+ public:
+  virtual ~MessageBoxes() = default;
+
+  // Shows `text`, in which "\r" separates lines, and returns the button that was pressed. Closing
+  // the box by its frame answers cancel, or no where there is no cancel, or ok where there is only
+  // ok. An empty `title` means the program's own.
+  virtual BoxAnswer Show(BoxKind kind, BoxButtons buttons, const std::string& text,
+                         const std::string& title) = 0;
+};
+
+// The boxes of the running program, in the four kinds that the logic uses.
+void ShowCritical(const std::string& text);
+void ShowExclamation(const std::string& text);
+void ShowInformation(const std::string& text);
+// The plain box with a title of its own, as the catalogue calls use it.
+void ShowPlain(const std::string& text, const std::string& title);
+
+// Questions; each returns true for the first button (OK or Yes).
+[[nodiscard]] bool AskOkCancel(const std::string& text);
+[[nodiscard]] bool AskYesNo(const std::string& text);
+[[nodiscard]] BoxAnswer AskYesNoCancel(const std::string& text);
+
+}  // namespace velmoor

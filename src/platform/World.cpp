@@ -1,0 +1,107 @@
+#include "platform/World.h"
+
+#include <algorithm>
+#include <stdexcept>
+#include <utility>
+
+#include "platform/Events.h"
+#include "platform/Files.h"
+#include "platform/MessageBoxes.h"
+#include "platform/Numbers.h"
+#include "platform/Settings.h"
+
+namespace velmoor {
+namespace {
+
+World* gWorld = nullptr;
+
+BoxAnswer Show(BoxKind kind, BoxButtons buttons, const std::string& text,
+               const std::string& title = {}) {
+  return world().boxes->Show(kind, buttons, text, title);
+}
+
+}  // namespace
+
+World& world() {
+  if (gWorld == nullptr) throw std::logic_error("No platform adapters are in force");
+  return *gWorld;
+}
+
+World* SetWorld(World* next) {
+  World* const before = gWorld;
+  gWorld = next;
+  return before;
+}
+
+void ShowCritical(const std::string& text) {
+  Show(BoxKind::critical, BoxButtons::ok, text);
+}
+void ShowExclamation(const std::string& text) {
+  Show(BoxKind::exclamation, BoxButtons::ok, text);
+}
+void ShowInformation(const std::string& text) {
+  Show(BoxKind::information, BoxButtons::ok, text);
+}
+void ShowPlain(const std::string& text, const std::string& title) {
+  Show(BoxKind::plain, BoxButtons::ok, text, title);
+}
+
+bool AskOkCancel(const std::string& text) {
+  return Show(BoxKind::question, BoxButtons::okCancel, text) == BoxAnswer::ok;
+}
+bool AskYesNo(const std::string& text) {
+  return Show(BoxKind::question, BoxButtons::yesNo, text) == BoxAnswer::yes;
+}
+BoxAnswer AskYesNoCancel(const std::string& text) {
+  return Show(BoxKind::question, BoxButtons::yesNoCancel, text);
+}
+
+void YieldEvents() {
+  world().events->Yield();
+}
+
+void PauseInSec(float seconds) {
+  constexpr double kDay = 86400;
+  constexpr std::chrono::milliseconds kLook{10};
+  double start = world().clock->SecondsSinceMidnight();
+  for (;;) {
+    const double now = world().clock->SecondsSinceMidnight();
+    if (now < start) start -= kDay;
+    if (now - start >= static_cast<double>(seconds)) return;
+    world().events->WaitForEvents(kLook);
+  }
+}
+
+BusyPointer::BusyPointer() {
+  world().events->SetBusyPointer(true);
+}
+BusyPointer::~BusyPointer() {
+  world().events->SetBusyPointer(false);
+}
+
+int Settings::ReadNumber(std::string_view name, int fallback) const {
+  const auto text = Read(name);
+  const auto number = text ? ParseWhole(*text) : std::nullopt;
+  return number && std::in_range<int>(*number) ? static_cast<int>(*number) : fallback;
+}
+
+std::string GetFileTitle(const std::string& fileName) {
+  const std::size_t at = fileName.find_last_of("/\\");
+  return at == std::string::npos ? fileName : fileName.substr(at + 1);
+}
+
+std::string GetFileDirectory(const std::string& fileName) {
+  const std::size_t at = fileName.find_last_of("/\\");
+  return at == std::string::npos ? std::string() : fileName.substr(0, at);
+}
+
+std::string JoinPath(const std::string& directory, const std::string& name) {
+  if (directory.empty()) return name;
+  return directory.back() == '/' ? directory + name : directory + "/" + name;
+}
+
+std::string DropRight(const std::string& text, std::size_t count) {
+  return text.substr(0, text.size() - std::min(count, text.size()));
+}
+
+}  // namespace velmoor

@@ -1,0 +1,45 @@
+// Everything that the logic asks of the world outside, behind one set of ports. A program fills it
+// with adapters once, at its start; tests fill it with twins that remember and fail on demand.
+#pragma once
+
+#include <string>
+
+namespace velmoor {
+
+class Clock;
+class Databases;
+class EventPump;
+class FileDialogs;
+class Files;
+class Forms;
+class Mcatbase;
+class MessageBoxes;
+class Rx900Utils;
+class Settings;
+
+struct World {
+  MessageBoxes* boxes = nullptr;
+  FileDialogs* dialogs = nullptr;
+  EventPump* events = nullptr;
+  Clock* clock = nullptr;
+  Settings* settings = nullptr;
+  Files* files = nullptr;
+  Databases* databases = nullptr;
+  Forms* forms = nullptr;            // windows; null where a program has none
+  Rx900Utils* rx900Utils = nullptr;  // the card's number formats and checksum
+  Mcatbase* catalogue = nullptr;     // the catalogue library
+
+  // Where the program's own files lie: "IdeInfo.mdb" and "Velmoor.spt". Never the current
+  // directory.
+  std::string appDirectory;
+  // The directory of "tempIdeInfo.mdb": `appDirectory` where that can be written, else one of the
+  // user's own that vanishes with the session.
+  std::string catalogueCopyDirectory;
+};
+
+// The world in force. Throws std::logic_error before SetWorld.
+[[nodiscard]] World& world();
+// Puts a world in force and returns the one before (null at first). The caller owns both.
+World* SetWorld(World* next);
+
+}  // namespace velmoor

@@ -1,0 +1,86 @@
+// What tools may know of the project that owns them, and of their sister tools: all cross-talk
+// between tools can be read here. No tool includes another's header.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace velmoor {
+
+class BlockMatrix;
+
+// What every parameter tool offers to its sisters.
+class ParameterTool {
+ public:
+  virtual ~ParameterTool() = default;
+  // A copy of all rows.
+  virtual void GetBlockMatrix(BlockMatrix& copy) const = 0;
+  // Takes column 4 of the rows that the editor holds too, by parameter name; nothing else.
+  virtual void UpdateBlockMatrix() = 0;
+  // Shows new values as uncommitted in the tool's window.
+  virtual void PostUpload() = 0;
+};
+
+// A tool whose rows a sister may replace by an edited copy.
+class SharedParameterTool : public ParameterTool {
+ public:
+  virtual void LetBlockMatrix(const BlockMatrix& copy) = 0;
+};
+
+enum class UnitKind { distance = 0, speed = 1, acceleration = 2 };
+
+class EditorTool : public SharedParameterTool {
+ public:
+  // The count in the project's units of that kind, at its resolution.
+  [[nodiscard]] virtual std::string ConvertCountsToUnitsPublic(std::int32_t count,
+                                                               UnitKind kind) const = 0;
+  // The shown value of a parameter such as "Pn81D"; empty when the editor does not hold it.
+  [[nodiscard]] virtual std::string GetParameterValue(const std::string& strPn) const = 0;
+  // The editor holds values that the hardware does not have, after a sister changed its rows.
+  virtual void MarkChanged() = 0;
+};
+
+class OverTravelTool : public SharedParameterTool {
+ public:
+  // After a commit of the machine: travel limits and kind of axis follow. `length` in distance
+  // units.
+  virtual void UpdateOverTravel(std::int16_t digits, float length) = 0;
+};
+
+class MechanicalSystemTool {
+ public:
+  virtual ~MechanicalSystemTool() = default;
+  [[nodiscard]] virtual std::int32_t SelectedSystem() const = 0;  // 3 is the rotary table
+  [[nodiscard]] virtual std::int16_t Resolution() const = 0;
+  // Takes column 4 of the rows that the editor holds too, after an upload of the editor.
+  virtual void UpdateFromEditorBlockMatrix() = 0;
+};
+
+class Project {
+ public:
+  virtual ~Project() = default;
+
+  [[nodiscard]] virtual std::int16_t Resolution() const = 0;  // decimal places of shown values
+  [[nodiscard]] virtual std::string DistanceUnits() const = 0;
+  [[nodiscard]] virtual std::string SpeedUnits() const = 0;
+  [[nodiscard]] virtual std::string AccelerationUnits() const = 0;
+  [[nodiscard]] virtual std::string TimeUnits() const = 0;
+
+  // Counts for one distance unit, one speed unit, one acceleration unit; and 60 for seconds or 1
+  // for minutes.
+  [[nodiscard]] virtual double ConversionForDistance() const = 0;
+  [[nodiscard]] virtual double ConversionForSpeed() const = 0;
+  [[nodiscard]] virtual double ConversionForAcceleration() const = 0;
+  [[nodiscard]] virtual double ConversionForTime() const = 0;
+
+  // Sister tools by the few operations that others may call.
+  virtual EditorTool& EditorSister() = 0;
+  virtual SharedParameterTool& FlexibleIOSister() = 0;
+  virtual ParameterTool& InterfaceSister() = 0;
+  virtual OverTravelTool& OverTravelSister() = 0;
+  virtual ParameterTool& HomingSister() = 0;
+  virtual ParameterTool& TuningSister() = 0;
+  virtual MechanicalSystemTool& MechanicalSystemSister() = 0;
+};
+
+}  // namespace velmoor

@@ -1,0 +1,7 @@
+#include "session/Session.h"
+
+namespace velmoor {
+
+Session* gMainForm = nullptr;
+
+}  // namespace velmoor
