@@ -1,0 +1,83 @@
+// Port: the grid of a tool window.
+//
+// The grid holds no data: it shows a GridSource and tells what the user does. Row 0 is the heading;
+// rows and columns count from 0, hidden ones included.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "platform/Controls.h"
+
+namespace velmoor {
+
+// What a cell is, beside its text. The adapter chooses how that looks.
+struct CellTraits {
+  bool editable = false;
+  bool locked = false;   // not the user's to change now, and shown so
+  bool changed = false;  // differs from the last transfer
+  bool button = false;   // bears "...", which raises CellButton
+  // Choices of a drop-down; empty: a plain text. `comboOpen` lets the user type other texts too.
+  std::vector<std::string> comboItems;
+  bool comboOpen = false;
+};
+
+// The items of a list text joined by "|". A list that begins with "|" lets the user type other
+// texts too: its items are those behind that mark and `comboOpen` is set.
+void SetComboList(CellTraits& traits, const std::string& list);
+
+class GridSource {
+ public:
+  virtual ~GridSource() = default;
+  [[nodiscard]] virtual int Rows() const = 0;  // with the heading
+  [[nodiscard]] virtual int Columns() const = 0;
+  [[nodiscard]] virtual std::string Text(int row, int column) const = 0;
+  // Takes the text of an edit that ValidateEdit let pass.
+  virtual void SetText(int row, int column, const std::string& text) = 0;
+  [[nodiscard]] virtual CellTraits Traits(int row, int column) const = 0;
+};
+
+// One edit of a cell on its way into the source.
+struct GridEdit {
+  int row = 0;
+  int column = 0;
+  std::string text;     // as edited; a handler may replace it
+  int comboIndex = -1;  // place of `text` in the cell's drop-down, from 0; -1 where it has none
+  bool cancel = false;  // set by a handler: the old text stays, nothing is written
+};
+
+class Grid : public Control {
+ public:
+  // Shows `source`, which must outlive the binding; null shows nothing.
+  virtual void Bind(GridSource* source) = 0;
+  // Reads texts, traits and the number of rows again. An open edit is given up.
+  virtual void Refresh() = 0;
+  virtual void RefreshRow(int row) = 0;
+
+  virtual void SetColumnHidden(int column, bool hidden) = 0;
+  [[nodiscard]] virtual bool ColumnHidden(int column) const = 0;
+  virtual void SetRowHidden(int row, bool hidden) = 0;
+  [[nodiscard]] virtual bool RowHidden(int row) const = 0;
+  // In characters of average width; 0: as wide as the contents. The last visible column takes the
+  // room that is left.
+  virtual void SetColumnWidth(int column, int characters) = 0;
+
+  [[nodiscard]] virtual int Row() const = 0;  // -1: none
+  [[nodiscard]] virtual int Column() const = 0;
+  virtual void SetCurrent(int row, int column) = 0;
+  // Opens the current cell for editing where its traits allow it.
+  virtual void BeginEdit() = 0;
+  // Ends an open edit as leaving the cell does. False: ValidateEdit refused it.
+  virtual bool FinishEdit() = 0;
+
+  // An edit is about to be written. Raised for unchanged texts too.
+  Event<GridEdit&> ValidateEdit;
+  Event<int, int> AfterEdit;          // row, column: the edit was written
+  Event<const GridEdit&> ChangeEdit;  // the text under edit changed; nothing is written yet
+  Event<> RowColChange;               // the current cell moved
+  Event<KeyEvent&> KeyDown;           // in the grid and in an open edit
+  Event<int, int> CellButton;         // row, column
+  Event<int, int, std::string&> Tip;  // row, column under the pointer, the tip to fill
+};
+
+}  // namespace velmoor
