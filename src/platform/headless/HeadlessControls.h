@@ -1,0 +1,209 @@
+// The controls without a screen: plain state, as the logic set it. What a user would do with them
+// goes through HeadlessForm, which refuses what a user could not do.
+#pragma once
+
+#include <map>
+#include <optional>
+#include <set>
+#include <utility>
+
+#include "platform/Controls.h"
+#include "platform/Grid.h"
+
+namespace velmoor::headless {
+
+template <typename Port>
+class HeadlessControl : public Port {
+ public:
+  void SetEnabled(bool enabled) override { enabled_ = enabled; }
+  [[nodiscard]] bool Enabled() const override { return enabled_; }
+  void SetVisible(bool visible) override { visible_ = visible; }
+  [[nodiscard]] bool Visible() const override { return visible_; }
+  void SetToolTip(const std::string& text) override { toolTip_ = text; }
+  [[nodiscard]] std::string ToolTip() const override { return toolTip_; }
+  void SetFocus() override { ++focusRequests; }
+
+  int focusRequests = 0;
+
+ private:
+  bool enabled_ = true;
+  bool visible_ = true;
+  std::string toolTip_;
+};
+
+template <typename Port>
+class HeadlessCaptioned : public HeadlessControl<Port> {
+ public:
+  void SetCaption(const std::string& caption) override { caption_ = caption; }
+  [[nodiscard]] std::string Caption() const override { return caption_; }
+
+ private:
+  std::string caption_;
+};
+
+class HeadlessButton final : public HeadlessCaptioned<Button> {
+ public:
+  void SetEnabled(bool enabled) override;
+  void SetVisible(bool visible) override;
+  void Hold();
+  void LetGo();  // Up, when the button is held
+
+ private:
+  bool held_ = false;
+};
+
+class HeadlessTextBox final : public HeadlessControl<TextBox> {
+ public:
+  void SetText(const std::string& text) override { text_ = text; }
+  [[nodiscard]] std::string Text() const override { return text_; }
+  void SetReadOnly(bool readOnly) override { readOnly_ = readOnly; }
+  [[nodiscard]] bool ReadOnly() const { return readOnly_; }
+  void SelectAll() override {}
+
+ private:
+  std::string text_;
+  bool readOnly_ = false;
+};
+
+class HeadlessComboBox final : public HeadlessControl<ComboBox> {
+ public:
+  void SetItems(const std::vector<std::string>& items) override;
+  [[nodiscard]] std::vector<std::string> Items() const override { return items_; }
+  void SetListIndex(int index) override;
+  [[nodiscard]] int ListIndex() const override { return index_; }
+  [[nodiscard]] std::string Text() const override;
+
+ private:
+  std::vector<std::string> items_;
+  int index_ = -1;
+};
+
+class HeadlessCheckBox final : public HeadlessCaptioned<CheckBox> {
+ public:
+  void SetValue(bool checked) override { checked_ = checked; }
+  [[nodiscard]] bool Value() const override { return checked_; }
+
+ private:
+  bool checked_ = false;
+};
+
+class HeadlessOptionGroup final : public HeadlessControl<OptionGroup> {
+ public:
+  // There is no layout that tells the number of choices; as many as any group has.
+  [[nodiscard]] int Count() const override { return 32; }
+  void SetValue(int index) override { value_ = index; }
+  [[nodiscard]] int Value() const override { return value_; }
+  void SetChoiceEnabled(int index, bool enabled) override;
+  [[nodiscard]] bool ChoiceEnabled(int index) const override { return !disabled_.contains(index); }
+  void SetChoiceCaption(int index, const std::string& caption) override {
+    captions_[index] = caption;
+  }
+  [[nodiscard]] std::string ChoiceCaption(int index) const override;
+
+ private:
+  int value_ = -1;
+  std::set<int> disabled_;
+  std::map<int, std::string> captions_;
+};
+
+class HeadlessLabel final : public HeadlessControl<Label> {
+ public:
+  void SetText(const std::string& text) override { text_ = text; }
+  [[nodiscard]] std::string Text() const override { return text_; }
+  void SetTone(Tone tone) override { tone_ = tone; }
+  [[nodiscard]] Tone TextTone() const override { return tone_; }
+
+ private:
+  std::string text_;
+  Tone tone_ = Tone::normal;
+};
+
+class HeadlessLamp final : public HeadlessControl<Lamp> {
+ public:
+  void SetTone(Tone tone) override { tone_ = tone; }
+  [[nodiscard]] Tone LampTone() const override { return tone_; }
+
+ private:
+  Tone tone_ = Tone::normal;
+};
+
+class HeadlessProgressBar final : public HeadlessControl<ProgressBar> {
+ public:
+  void SetProgress(int value, int maximum) override {
+    maximum_ = maximum;
+    value_ = value < maximum ? value : maximum;
+  }
+  [[nodiscard]] int Value() const override { return value_; }
+  [[nodiscard]] int Maximum() const override { return maximum_; }
+
+ private:
+  int value_ = 0;
+  int maximum_ = 0;
+};
+
+class HeadlessTerminalScreen final : public HeadlessControl<TerminalScreen> {
+ public:
+  HeadlessTerminalScreen() { Clear(); }
+  [[nodiscard]] int Rows() const override { return 24; }
+  [[nodiscard]] int Columns() const override { return 80; }
+  [[nodiscard]] int CursorRow() const override { return row_; }
+  [[nodiscard]] int CursorColumn() const override { return column_; }
+  void MoveCursor(int row, int column) override;
+  void Write(const std::string& text) override;
+  void ScrollUp() override;
+  void Clear() override;
+  [[nodiscard]] std::string RowText(int row) const override;
+  [[nodiscard]] std::string SelectedText() const override { return selected; }
+  void SetFont(const std::string& name, int points) override;
+  void SetColors(std::uint32_t text, std::uint32_t bold, std::uint32_t background) override;
+
+  std::string selected;
+  std::string fontName;
+  int fontPoints = 0;
+  std::uint32_t textColor = 0, boldColor = 0, backgroundColor = 0;
+
+ private:
+  std::vector<std::string> rows_;
+  int row_ = 1;
+  int column_ = 1;
+};
+
+class HeadlessGrid final : public HeadlessControl<Grid> {
+ public:
+  void Bind(GridSource* source) override;
+  void Refresh() override;
+  void RefreshRow(int) override {}
+  void SetColumnHidden(int column, bool hidden) override;
+  [[nodiscard]] bool ColumnHidden(int column) const override {
+    return hiddenColumns_.contains(column);
+  }
+  void SetRowHidden(int row, bool hidden) override;
+  [[nodiscard]] bool RowHidden(int row) const override { return hiddenRows_.contains(row); }
+  void SetColumnWidth(int, int) override {}
+  [[nodiscard]] int Row() const override { return row_; }
+  [[nodiscard]] int Column() const override { return column_; }
+  void SetCurrent(int row, int column) override;
+  void BeginEdit() override;
+  bool FinishEdit() override;
+
+  // ---- as the user
+  // Makes the cell current. False: no such cell, or hidden.
+  bool GoTo(int row, int column);
+  // Opens the current cell's edit and types `text` into it, without leaving it; false where it
+  // cannot be edited or its drop-down does not offer the text.
+  bool TypeInCell(const std::string& text);
+  // GoTo, TypeInCell and FinishEdit. Returns whether the edit was written.
+  bool EditCell(int row, int column, const std::string& text);
+  void GiveUpEdit() { edit_.reset(); }
+  [[nodiscard]] std::string TipAt(int row, int column) const;
+
+ private:
+  GridSource* source_ = nullptr;
+  int row_ = -1;
+  int column_ = -1;
+  std::optional<GridEdit> edit_;
+  std::set<int> hiddenColumns_;
+  std::set<int> hiddenRows_;
+};
+
+}  // namespace velmoor::headless

@@ -1,0 +1,276 @@
+#include "platform/headless/HeadlessForms.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+#include "platform/headless/HeadlessFailure.h"
+
+namespace velmoor::headless {
+namespace {
+
+bool Blocks(FormMode mode) {
+  return mode == FormMode::modal || mode == FormMode::blocking;
+}
+
+}  // namespace
+
+HeadlessForm::~HeadlessForm() {
+  *alive_ = false;
+  CloseNow();
+}
+
+void HeadlessForm::CloseNow() {
+  shown_ = false;
+  std::erase(forms_.open_, this);
+  if (forms_.active_ == this) forms_.active_ = nullptr;
+}
+
+void HeadlessForm::Show(FormMode mode) {
+  const std::shared_ptr<bool> alive = alive_;
+  mode_ = mode;
+  if (!shown_) {
+    shown_ = true;
+    forms_.open_.push_back(this);
+    forms_.shownNames.push_back(name_);
+  }
+  Activate();
+  HeadlessForms::Script script = forms_.TakeScript(name_);
+  if (mode != FormMode::modal) {
+    if (script) {
+      forms_.events_.Post([this, alive, script] {
+        if (*alive && shown_) script(*this);
+      });
+    }
+    return;
+  }
+  const std::string name = name_;
+  if (script) {
+    script(*this);
+  } else {
+    Fail("No script for the modal form " + name);
+  }
+  if (*alive && shown_) {
+    if (script) Fail("The script left the modal form " + name + " open");
+    CloseNow();
+    Unloaded.Raise();
+  }
+}
+
+void HeadlessForm::Activate() {
+  if (mode_ != FormMode::splash) forms_.active_ = this;
+  Activated.Raise();
+}
+
+bool HeadlessForm::Unload() {
+  if (!shown_) return true;
+  if (unloading_) return false;
+  const std::shared_ptr<bool> alive = alive_;
+  unloading_ = true;
+  bool cancel = false;
+  QueryUnload.Raise(cancel);
+  if (!*alive) return true;
+  unloading_ = false;
+  if (cancel) return false;
+  CloseNow();
+  Unloaded.Raise();
+  return true;
+}
+
+template <typename Kind>
+Kind& HeadlessForm::Find(const std::string& name) {
+  std::unique_ptr<Control>& control = controls_[name];
+  if (!control) control = std::make_unique<Kind>();
+  auto* const found = dynamic_cast<Kind*>(control.get());
+  if (found == nullptr) throw std::logic_error(name_ + " has a control " + name + " of other kind");
+  return *found;
+}
+
+HeadlessButton& HeadlessForm::button(const std::string& name) {
+  return Find<HeadlessButton>(name);
+}
+HeadlessTextBox& HeadlessForm::textBox(const std::string& name) {
+  return Find<HeadlessTextBox>(name);
+}
+HeadlessComboBox& HeadlessForm::comboBox(const std::string& name) {
+  return Find<HeadlessComboBox>(name);
+}
+HeadlessCheckBox& HeadlessForm::checkBox(const std::string& name) {
+  return Find<HeadlessCheckBox>(name);
+}
+HeadlessOptionGroup& HeadlessForm::optionGroup(const std::string& name) {
+  return Find<HeadlessOptionGroup>(name);
+}
+HeadlessLabel& HeadlessForm::label(const std::string& name) {
+  return Find<HeadlessLabel>(name);
+}
+HeadlessLamp& HeadlessForm::lamp(const std::string& name) {
+  return Find<HeadlessLamp>(name);
+}
+HeadlessProgressBar& HeadlessForm::progressBar(const std::string& name) {
+  return Find<HeadlessProgressBar>(name);
+}
+HeadlessGrid& HeadlessForm::grid(const std::string& name) {
+  return Find<HeadlessGrid>(name);
+}
+HeadlessTerminalScreen& HeadlessForm::terminalScreen(const std::string& name) {
+  return Find<HeadlessTerminalScreen>(name);
+}
+Timer& HeadlessForm::timer(const std::string& name) {
+  std::unique_ptr<HeadlessTimer>& found = timers_[name];
+  if (!found) found = std::make_unique<HeadlessTimer>(forms_.events_);
+  return *found;
+}
+
+bool HeadlessForm::CanAct(const std::string& what) const {
+  std::string why;
+  if (!shown_ || mode_ == FormMode::splash) why = "it is not on show";
+  if (forms_.boxes_.IsUp()) why = "a box is up";
+  const auto above = std::find(forms_.open_.begin(), forms_.open_.end(), this);
+  for (auto form = above; why.empty() && form != forms_.open_.end(); ++form) {
+    if (*form != this && Blocks((*form)->mode_)) why = (*form)->name_ + " is in front of it";
+  }
+  if (!why.empty()) Fail("The user cannot reach " + what + " of " + name_ + ": " + why);
+  return why.empty();
+}
+
+bool HeadlessForm::Reach(const std::string& name, const Control& control) {
+  if (!CanAct(name)) return false;
+  if (control.Enabled() && control.Visible()) return true;
+  Fail("The user cannot reach " + name + " of " + name_ + ": it is disabled or hidden");
+  return false;
+}
+
+void HeadlessForm::Press(const std::string& name) {
+  HeadlessButton& control = button(name);
+  if (Reach(name, control)) control.Click.Raise();
+}
+
+void HeadlessForm::Hold(const std::string& name) {
+  HeadlessButton& control = button(name);
+  if (Reach(name, control)) control.Hold();
+}
+
+void HeadlessForm::LetGo(const std::string& name) {
+  button(name).LetGo();
+}
+
+void HeadlessForm::Type(const std::string& name, const std::string& text) {
+  HeadlessTextBox& control = textBox(name);
+  if (!Reach(name, control)) return;
+  if (control.ReadOnly()) return Fail("The user cannot type into " + name);
+  control.SetText(text);
+  control.Change.Raise();
+}
+
+bool HeadlessForm::Leave(const std::string& name) {
+  bool cancel = false;
+  textBox(name).Validate.Raise(cancel);
+  return !cancel;
+}
+
+void HeadlessForm::Select(const std::string& name, const std::string& item) {
+  HeadlessComboBox& control = comboBox(name);
+  if (!Reach(name, control)) return;
+  const std::vector<std::string> items = control.Items();
+  const auto at = std::find(items.begin(), items.end(), item);
+  if (at == items.end()) return Fail(name + " of " + name_ + " has no item " + item);
+  control.SetListIndex(static_cast<int>(at - items.begin()));
+  control.Click.Raise();
+}
+
+void HeadlessForm::Check(const std::string& name, bool checked) {
+  HeadlessCheckBox& control = checkBox(name);
+  if (!Reach(name, control) || control.Value() == checked) return;
+  control.SetValue(checked);
+  control.Click.Raise();
+}
+
+void HeadlessForm::Choose(const std::string& name, int index) {
+  HeadlessOptionGroup& control = optionGroup(name);
+  if (!Reach(name, control)) return;
+  if (!control.ChoiceEnabled(index)) return Fail("A choice of " + name + " is disabled");
+  control.SetValue(index);
+  control.Click.Raise(index);
+}
+
+bool HeadlessForm::EditCell(const std::string& name, int row, int column, const std::string& text) {
+  HeadlessGrid& control = grid(name);
+  return Reach(name, control) && control.EditCell(row, column, text);
+}
+
+void HeadlessForm::PressKey(const std::string& name, KeyEvent key) {
+  HeadlessGrid& control = grid(name);
+  if (Reach(name, control)) control.KeyDown.Raise(key);
+}
+
+void HeadlessForm::ChooseCommand(const std::string& command) {
+  if (!CanAct(command)) return;
+  const CommandState state = State(command);
+  if (!state.enabled || !state.visible) return Fail(command + " of " + name_ + " is disabled");
+  CommandChosen.Raise(command);
+}
+
+std::unique_ptr<Form> HeadlessForms::Load(const std::string& name) {
+  return std::make_unique<HeadlessForm>(*this, name);
+}
+
+std::unique_ptr<MainWindow> HeadlessForms::LoadMainWindow() {
+  auto window = std::make_unique<HeadlessMainWindow>(*this);
+  main_ = window.get();
+  return window;
+}
+
+std::vector<Form*> HeadlessForms::Shown() const {
+  std::vector<Form*> shown;
+  for (HeadlessForm* form : open_) {
+    if (form->mode_ != FormMode::splash) shown.push_back(form);
+  }
+  return shown;
+}
+
+Form* HeadlessForms::Active() const {
+  return active_;
+}
+
+bool HeadlessForms::InputBlocked() const {
+  return boxes_.IsUp() || std::any_of(open_.begin(), open_.end(),
+                                      [](const HeadlessForm* form) { return Blocks(form->mode_); });
+}
+
+void HeadlessForms::OnShow(const std::string& name, Script script) {
+  scripts_[name].push_back(std::move(script));
+}
+
+HeadlessForms::Script HeadlessForms::TakeScript(const std::string& name) {
+  std::deque<Script>& waiting = scripts_[name];
+  if (waiting.empty()) return {};
+  Script script = std::move(waiting.front());
+  waiting.pop_front();
+  return script;
+}
+
+void HeadlessForms::Verify() {
+  for (const auto& [name, waiting] : scripts_) {
+    if (!waiting.empty()) Fail("The form " + name + " was not shown");
+  }
+  scripts_.clear();
+}
+
+HeadlessForm& HeadlessForms::Get(const std::string& name) const {
+  for (HeadlessForm* form : open_) {
+    if (form->name_ == name) return *form;
+  }
+  throw std::logic_error("The form " + name + " is not on show");
+}
+
+bool HeadlessForms::IsOpen(const std::string& name) const {
+  return std::any_of(open_.begin(), open_.end(),
+                     [&](const HeadlessForm* form) { return form->name_ == name; });
+}
+
+HeadlessMainWindow& HeadlessForms::Main() const {
+  if (main_ == nullptr) throw std::logic_error("There is no main window");
+  return *main_;
+}
+
+}  // namespace velmoor::headless
