@@ -1,0 +1,237 @@
+// Connection, identity and the forwarded operations; resets are in clsHX7Helix7Resets.cpp, what the
+// amplifier tells about itself in clsHX7Helix7Info.cpp.
+#include "link/clsHX7Helix7.h"
+
+#include <utility>
+
+#include "link/CommandWords.h"
+#include "link/ModelStrings.h"
+#include "platform/Events.h"
+#include "platform/MessageBoxes.h"
+#include "platform/Numbers.h"
+#include "session/Session.h"
+
+namespace velmoor {
+namespace {
+
+constexpr std::int32_t kSearchTimeOut = 500;
+constexpr std::int32_t kMotionTimeOut = 500;
+constexpr std::int32_t kNormalTimeOut = 5000;
+
+std::string IdentityError(ResultCode result) {
+  switch (result) {
+    case kSuccess:
+      return {};
+    case kNotRX900:
+      return "Option type error: Not RX900!";
+    case kNotVKLM:
+      return "Servo type error: Not VKLM!";
+    default:
+      return "Unable to determine if hardware is a RX900+VKLM set!\r"
+             "Check hardware and communications before proceeding.";
+  }
+}
+
+std::int32_t Selector(SimpleCommand command) {
+  return static_cast<std::int32_t>(command);
+}
+
+}  // namespace
+
+clsHX7Helix7::clsHX7Helix7() {
+  clsSerialComm.setupClass(gMainForm->Comm());
+}
+
+// ---- connection
+
+void clsHX7Helix7::SetComm(std::int16_t iAxisNo, std::int32_t lBaudRate, bool bEchoBack,
+                           std::int16_t iComPort, std::int32_t lTimeOut) {
+  clsSerialComm.setupClass(gMainForm->Comm(), iAxisNo, lBaudRate, bEchoBack, iComPort, lTimeOut);
+}
+
+void clsHX7Helix7::PrepareSearch(std::int32_t lngBaudRate) {
+  const auto axis = static_cast<std::int16_t>(ParseHex(gMainForm->Axis()).value_or(0) & 0xF);
+  const auto comPort = static_cast<std::int16_t>(gMainForm->COM() + 1);
+  clsSerialComm.setAxisNo(axis);
+  clsSerialComm.setComPort(comPort);
+  clsSerialComm.setBaudRate(lngBaudRate);
+  clsSerialComm.setEchoBack(gMainForm->Echo() != 0);
+  clsSerialComm.setTimeOut(kSearchTimeOut);
+}
+
+ResultCode clsHX7Helix7::GoOnline(bool blnHideError) {
+  PrepareSearch(gMainForm->BaudRate());
+  bool blnEcho = true;
+  std::int32_t lngBaudRate = 0;
+  ResultCode lngResult = clsSerialComm.autoConnect(blnEcho, lngBaudRate);
+  if (lngResult == kSuccess) {
+    const std::string strError = IdentityError(IsRX900AndVKLM());
+    if (strError.empty()) {
+      gMainForm->SetHelix7CommExists(true);
+      gMainForm->SetBaudRate(lngBaudRate);
+      gMainForm->SetEcho(blnEcho ? 1 : 0);
+    } else {
+      // Any failure of the identity becomes the same result.
+      lngResult = kPortNotOpen;
+      if (!blnHideError) ShowExclamation(strError);
+    }
+  }
+  if (lngResult == kSuccess) lngResult = GetServoModel(strServoModel);
+  clsSerialComm.setTimeOut(kNormalTimeOut);
+  return lngResult;
+}
+
+bool clsHX7Helix7::GoOnlineManually() {
+  const bool blnOpen = clsSerialComm.manualConnect();
+  if (blnOpen) {
+    // The model is a courtesy here; the caller tests the identity.
+    (void)GetServoModel(strServoModel);
+    gMainForm->SetHelix7CommExists(true);
+  }
+  return blnOpen;
+}
+
+bool clsHX7Helix7::GoOffline() {
+  clsSerialComm.disconnect();
+  gMainForm->SetHelix7CommExists(false);
+  return true;
+}
+
+ResultCode clsHX7Helix7::GoOnlineAfterRestart() {
+  return RepeatWhileRestarting([this] { return GoOnline(true); });
+}
+
+// ---- identity
+
+ResultCode clsHX7Helix7::IsRX900AndVKLM() {
+  const ResultCode lngResult = GetOptionType(strOptionType);
+  if (lngResult != kSuccess) return lngResult;
+  if (Right(strOptionType, 4) != "0600") return kNotRX900;
+  // Whether this read worked is not looked at: a failure ends as a wrong amplifier.
+  strServoType.clear();
+  (void)GetServoType(strServoType);
+  const std::string strType = Right(strServoType, 2);
+  if (strType != "02") return kNotVKLM;
+  strServoType = GetServoTypeModelString(strType);
+  return kSuccess;
+}
+
+bool clsHX7Helix7::GetAxis(const std::string& strThisAxis) {
+  RawResponse response;
+  const ResultCode lngResult = clsSerialComm.writeToSerial(strThisAxis + "TYPE", response);
+  YieldEvents();
+  return lngResult == kSuccess && Mid(response[1], 11, 4) == "0600";
+}
+
+bool clsHX7Helix7::IsOptionVersionNew() {
+  std::string strVersion;
+  if (!gMainForm->IsOnline() || GetOptionVersion(strVersion) != kSuccess) return false;
+  return ParseHex(strVersion).value_or(0) >= 3;
+}
+
+bool clsHX7Helix7::GetMotorSizeWhileOffline(std::string& strSize) {
+  if (GoOnline(true) != kSuccess) {
+    // The port deliberately stays as the search left it.
+    strSize = gMainForm->LastMotorSize();
+    return true;
+  }
+  if (GetMotorSize(strSize) == kSuccess) {
+    gMainForm->SetLastMotorSize(strSize);
+  } else {
+    strSize = gMainForm->LastMotorSize();
+  }
+  GoOffline();
+  return true;
+}
+
+// ---- values, parameters, tables
+
+ResultCode clsHX7Helix7::GetHelixValue(std::int32_t cmd, std::int32_t& lngData) {
+  return clsSerialComm.helixGetValue(cmd, lngData);
+}
+
+ResultCode clsHX7Helix7::GetInertiaRatio(std::int32_t& lngReturn) {
+  return GetHelixValue(static_cast<std::int32_t>(ValueCommand::inertiaRatio), lngReturn);
+}
+
+ResultCode clsHX7Helix7::GetRigidity(std::int16_t& iReturn) {
+  std::int32_t lngValue = 0;
+  const ResultCode lngResult =
+      GetHelixValue(static_cast<std::int32_t>(ValueCommand::rigidity), lngValue);
+  if (!std::in_range<std::int16_t>(lngValue)) return kValueNotFound;
+  iReturn = static_cast<std::int16_t>(lngValue);
+  return lngResult;
+}
+
+ResultCode clsHX7Helix7::SetInertiaRatio() {
+  return clsSerialComm.SetInertiaRatio();
+}
+ResultCode clsHX7Helix7::SetRigidity(std::int16_t iValue) {
+  return clsSerialComm.SetRigidity(iValue);
+}
+ResultCode clsHX7Helix7::GetParameter(const std::string& sParmNo, std::string& sParmVal) {
+  return clsSerialComm.readParameter(sParmNo, sParmVal);
+}
+ResultCode clsHX7Helix7::SetParameter(const std::string& sParmNo, const std::string& sParmVal) {
+  return clsSerialComm.writeParameter(sParmNo, sParmVal);
+}
+ResultCode clsHX7Helix7::SetHomeOffset(std::int32_t lngOffset) {
+  return clsSerialComm.writeHomeOffset(lngOffset);
+}
+ResultCode clsHX7Helix7::readIndexTable(std::int16_t iRow, IndexRow& strIndex) {
+  return clsSerialComm.readIndexTable(iRow, strIndex);
+}
+ResultCode clsHX7Helix7::writeIndexTable(std::int16_t iRow, const IndexRow& strIndex) {
+  return clsSerialComm.writeIndexTable(iRow, strIndex);
+}
+ResultCode clsHX7Helix7::readZoneTable(std::int16_t iRow, ZoneRow& strZone) {
+  return clsSerialComm.readZoneTable(iRow, strZone);
+}
+ResultCode clsHX7Helix7::writeZoneTable(std::int16_t iRow, const ZoneRow& strZone) {
+  return clsSerialComm.writeZoneTable(iRow, strZone);
+}
+ResultCode clsHX7Helix7::readJogTable(std::int16_t iRow, std::string& strJogSpeed) {
+  return clsSerialComm.readJogTable(iRow, strJogSpeed);
+}
+ResultCode clsHX7Helix7::writeJogTable(std::int16_t iRow, const std::string& strJogSpeed) {
+  return clsSerialComm.writeJogTable(iRow, strJogSpeed);
+}
+
+// ---- commands
+
+ResultCode clsHX7Helix7::ClearAlarmHistory() {
+  return clsSerialComm.helixSimpleCommand(Selector(SimpleCommand::clearAlarmHistory));
+}
+ResultCode clsHX7Helix7::EnableServo() {
+  return clsSerialComm.helixSimpleCommand(Selector(SimpleCommand::servoOn));
+}
+ResultCode clsHX7Helix7::DisableServo() {
+  return clsSerialComm.helixSimpleCommand(Selector(SimpleCommand::servoOff));
+}
+ResultCode clsHX7Helix7::ResetAbsoluteEncoder() {
+  return clsSerialComm.helixSimpleCommand(Selector(SimpleCommand::resetAbsoluteEncoder));
+}
+
+ResultCode clsHX7Helix7::StartJog(std::int32_t iIndex, std::int32_t lngSpeed) {
+  clsSerialComm.setTimeOut(kMotionTimeOut);
+  const ResultCode lngResult = clsSerialComm.helixJog(lngSpeed, iIndex == 0 ? 0 : 1);
+  YieldEvents();
+  clsSerialComm.setTimeOut(kNormalTimeOut);
+  return lngResult;
+}
+
+ResultCode clsHX7Helix7::StopJog() {
+  clsSerialComm.setTimeOut(kMotionTimeOut);
+  const ResultCode lngResult = clsSerialComm.helixSimpleCommand(Selector(SimpleCommand::skip));
+  clsSerialComm.setTimeOut(kNormalTimeOut);
+  return lngResult;
+}
+
+ResultCode clsHX7Helix7::SendToSerial(const std::string& strCmd, std::string& strReturn) {
+  RawResponse response;
+  const ResultCode lngResult = clsSerialComm.writeToSerial(strCmd, response);
+  if (lngResult == kSuccess) strReturn = response[1];
+  return lngResult;
+}
+
+}  // namespace velmoor

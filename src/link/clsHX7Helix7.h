@@ -1,0 +1,167 @@
+// The device object: the one door of the system to the amplifier.
+//
+// It owns the command exchange and adds what the system knows of the hardware: that it must be an
+// RX900 option card on a VKLM amplifier, how the model strings are made up, and what a reset takes.
+// The main window owns the one instance. Every operation with a ResultCode throws nothing and shows
+// nothing, but GoOnline; callers report with DisplayError. Outputs are set on success only unless
+// told otherwise. Reads and writes the session through gMainForm. One thread.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+
+#include "link/ClassSerialComm.h"
+#include "link/ResultCode.h"
+#include "platform/Event.h"
+
+namespace velmoor {
+
+class clsHX7Helix7 {
+ public:
+  // Sets the exchange up on gMainForm's port with its defaults; the port stays closed.
+  clsHX7Helix7();
+  clsHX7Helix7(const clsHX7Helix7&) = delete;
+  clsHX7Helix7& operator=(const clsHX7Helix7&) = delete;
+
+  // Nothing here raises it; the main window answers it by going offline.
+  Event<> CommunicationDown;
+  // Display name of what is reset, and "Start", "Complete" or "Failed".
+  Event<const std::string&, const std::string&> ResetStatus;
+
+  // ---- what is known of the connected hardware; kept across a disconnection
+  [[nodiscard]] const std::string& OptionType() const { return strOptionType; }
+  [[nodiscard]] const std::string& ServoModel() const { return strServoModel; }
+  [[nodiscard]] const std::string& ServoType() const { return strServoType; }
+  // Rated power in watts as decimal text, of the last model that was read; empty before.
+  [[nodiscard]] const std::string& MotorSize() const { return strMotorSize; }
+  [[nodiscard]] ClassSerialComm& SerialComm() { return clsSerialComm; }
+  [[nodiscard]] const std::string& ErrorMessages(ResultCode iNegativeIndex) const {
+    return clsSerialComm.ErrorMessages(iNegativeIndex);
+  }
+
+  // ---- connection
+  // Searches the amplifier on the session's axis and port, tests its identity and adopts its speed
+  // and echo. -1 for a wrong identity. Shows the reason in a box unless `blnHideError`; a failed
+  // search shows nothing. The port stays open after a failure; the time-out is 5000 ms afterwards.
+  [[nodiscard]] ResultCode GoOnline(bool blnHideError);
+  // Opens the port with the settings as they are and reads the model; no search, no identity test.
+  // Returns whether the port opened.
+  [[nodiscard]] bool GoOnlineManually();
+  // Closes the port. Always true.
+  bool GoOffline();
+  // GoOnline without a box, repeated until the amplifier is back from its restart or the attempts
+  // are used up. A port that cannot be opened ends it at once.
+  [[nodiscard]] ResultCode GoOnlineAfterRestart();
+  // How often a search is made after a restart, 4 unless set; a search without answer takes 3 s.
+  void SetRestartAttempts(int count) { intRestartAttempts = count; }
+
+  void SetAxisNumber(std::int16_t intAxis) { clsSerialComm.setAxisNo(intAxis); }
+  void SetBaudRate(std::int32_t lngBaud) { clsSerialComm.setBaudRate(lngBaud); }
+  void SetCOMPort(std::int16_t intCOM) { clsSerialComm.setComPort(intCOM); }  // from 1
+  void SetEcho(bool blnEcho) { clsSerialComm.setEchoBack(blnEcho); }
+  void SetTimeOut(std::int32_t lngTimeOut) { clsSerialComm.setTimeOut(lngTimeOut); }  // ms
+  void SetComm(std::int16_t iAxisNo, std::int32_t lBaudRate, bool bEchoBack, std::int16_t iComPort,
+               std::int32_t lTimeOut);
+
+  // ---- identity
+  // 0, -900 (another option card), -999 (another amplifier) or the failure of the first question.
+  [[nodiscard]] ResultCode IsRX900AndVKLM();
+  // True when an RX900 answers at the axis given as one hexadecimal digit. Needs echo on. Leaves a
+  // time-out of 5000 ms behind: set 500 before each call of a scan.
+  [[nodiscard]] bool GetAxis(const std::string& strThisAxis);
+  // True when online with an option card of version 3 or newer.
+  [[nodiscard]] bool IsOptionVersionNew();
+  // Rated power in watts of the connected motor, or the session's last one. Always true; connects
+  // and goes offline again, and leaves the port as it was when nobody answers.
+  bool GetMotorSizeWhileOffline(std::string& strMotorSize);
+
+  [[nodiscard]] ResultCode GetEncoderInfo(std::string& strInfo);
+  [[nodiscard]] ResultCode GetEncoderResolution(std::int32_t& lngCount);  // lines per turn
+  [[nodiscard]] ResultCode GetEncoderResolutionBits(std::string& strResBits);
+  [[nodiscard]] ResultCode GetEncoderType(std::string& strType);
+  [[nodiscard]] ResultCode GetEncoderVersion(std::string& strValue);
+  [[nodiscard]] ResultCode GetMotorModel(std::string& strModel);
+  [[nodiscard]] ResultCode GetMotorSize(std::string& strSize);  // watts
+  [[nodiscard]] ResultCode GetMotorType(std::string& strType);
+  [[nodiscard]] ResultCode GetOptionType(std::string& strType);
+  [[nodiscard]] ResultCode GetOptionVersion(std::string& strVersion);
+  [[nodiscard]] ResultCode GetOptionYSpec(std::string& strYSpec);
+  [[nodiscard]] ResultCode GetServoModel(std::string& strModel);
+  [[nodiscard]] ResultCode GetServoType(std::string& strType);
+  [[nodiscard]] ResultCode GetServoVersion(std::string& strVersion);
+  [[nodiscard]] ResultCode GetServoYSpec(std::string& strYSpec);
+
+  // ---- alarms
+  // The panel display; "RUN" for the normal state.
+  [[nodiscard]] ResultCode GetAlarm(std::string& strAlarm);
+  [[nodiscard]] ResultCode GetAlarmHistory(std::int32_t Index, std::string& strAlarm);
+  // The raw answer; the code stands at characters 6 to 9. Empty with echo off.
+  [[nodiscard]] ResultCode GetError(std::string& strError);
+  // A line break and the name of the error, or of the alarm when the error could not be read; empty
+  // without a name.
+  [[nodiscard]] std::string GetAlarmAndError();
+  [[nodiscard]] ResultCode ClearAlarmHistory();
+
+  // ---- values, parameters, tables
+  [[nodiscard]] ResultCode GetHelixValue(std::int32_t cmd, std::int32_t& lngData);
+  [[nodiscard]] ResultCode GetInertiaRatio(std::int32_t& lngReturn);  // percent
+  [[nodiscard]] ResultCode GetRigidity(std::int16_t& iReturn);
+  [[nodiscard]] ResultCode SetInertiaRatio();
+  [[nodiscard]] ResultCode SetRigidity(std::int16_t iValue);
+  [[nodiscard]] ResultCode GetParameter(const std::string& sParmNo, std::string& sParmVal);
+  [[nodiscard]] ResultCode SetParameter(const std::string& sParmNo, const std::string& sParmVal);
+  [[nodiscard]] ResultCode SetHomeOffset(std::int32_t lngOffset);  // counts
+  // Rows count from 0.
+  [[nodiscard]] ResultCode readIndexTable(std::int16_t iRow, IndexRow& strIndex);
+  [[nodiscard]] ResultCode writeIndexTable(std::int16_t iRow, const IndexRow& strIndex);
+  [[nodiscard]] ResultCode readZoneTable(std::int16_t iRow, ZoneRow& strZone);
+  [[nodiscard]] ResultCode writeZoneTable(std::int16_t iRow, const ZoneRow& strZone);
+  [[nodiscard]] ResultCode readJogTable(std::int16_t iRow, std::string& strJogSpeed);
+  [[nodiscard]] ResultCode writeJogTable(std::int16_t iRow, const std::string& strJogSpeed);
+  // `eItem` 7 jog, 8 index, 9 zone table (SimpleCommand); any other sends nothing and gives 0.
+  [[nodiscard]] ResultCode SaveTablesToMemory(std::int32_t eItem);
+
+  // ---- servo, motion, restart
+  [[nodiscard]] ResultCode EnableServo();
+  [[nodiscard]] ResultCode DisableServo();
+  // `iIndex` 0 forward, otherwise reverse. Serves events after its exchange.
+  [[nodiscard]] ResultCode StartJog(std::int32_t iIndex, std::int32_t lngSpeed);
+  [[nodiscard]] ResultCode StopJog();
+  [[nodiscard]] ResultCode ResetAbsoluteEncoder();
+  [[nodiscard]] ResultCode ResetHardware();
+  // `eItem` 0 current alarm, 3 all parameters, 4 jog, 5 index, 6 zone table (SimpleCommand); any
+  // other does nothing and gives 0. Raises ResetStatus. The parameters take a restart: the
+  // amplifier comes back at 9600 and is searched for, and the speed found (0 when none) goes to the
+  // session.
+  [[nodiscard]] ResultCode ResetDefaults(std::int32_t eItem);
+
+  // The raw exchange of `strCmd`, axis included. `strReturn` becomes the line behind the echo:
+  // empty, with a success all the same, when the amplifier does not echo.
+  [[nodiscard]] ResultCode SendToSerial(const std::string& strCmd, std::string& strReturn);
+
+ private:
+  ResultCode GetInfo(std::int32_t cmd, std::string& strInfo);
+  // The last four characters of an information word.
+  ResultCode GetVersion(std::int32_t cmd, std::string& strVersion);
+  ResultCode GetYSpec(std::int32_t cmd, std::string& strYSpec);
+  ResultCode GetEncoderNumber(std::uint32_t& number);
+  // Reads strMotorType and strMotorSize.
+  ResultCode ReadMotorCodes();
+  // Hands axis, port and echo of the session to the exchange, with the time-out of a search.
+  void PrepareSearch(std::int32_t lngBaudRate);
+  ResultCode RestartWithFactorySettings();
+  // Repeats a search for as long as nobody answers and attempts are left.
+  ResultCode RepeatWhileRestarting(const std::function<ResultCode()>& search);
+
+  std::string strOptionType;
+  std::string strServoModel;
+  std::string strServoType;
+  std::string strMotorType;
+  std::string strMotorSize;
+  std::string strEncoderInfo;
+  int intRestartAttempts = 4;
+  ClassSerialComm clsSerialComm;
+};
+
+}  // namespace velmoor
