@@ -27,6 +27,9 @@ class Files {
   [[nodiscard]] virtual bool Exists(const std::string& path) const = 0;
   // True when both names lead to one file (or would, where it does not exist yet).
   [[nodiscard]] virtual bool IsSameFile(const std::string& a, const std::string& b) const = 0;
+  // Tells one file from another of the same name: it survives a rename and differs after a
+  // replacement. Empty where there is no file.
+  [[nodiscard]] virtual std::string Identity(const std::string& path) const = 0;
   [[nodiscard]] virtual bool IsWritableDirectory(const std::string& directory) const = 0;
   // An absolute form of `path`, taken from the current directory.
   [[nodiscard]] virtual std::string Absolute(const std::string& path) const = 0;

@@ -1,0 +1,49 @@
+// The definitions of all alarms and device errors, and the translation between the forms in which
+// they appear: panel display ("A.9F"), numeric code, readable name.
+//
+// Read once at the start and unchanged afterwards. Before that every lookup gives an empty text. A
+// lookup takes the first match and reports no error: without a match its result is empty.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "session/Session.h"
+
+namespace velmoor {
+
+class clsHX7Alarm final : public AlarmNames {
+ public:
+  // Path of the catalogue's working copy.
+  void SetDatabasePath(const std::string& path) { strDatabasePath_ = path; }
+  // Throws DatabaseError.
+  void ReadFromDB();
+
+  // The readable name of a panel display.
+  [[nodiscard]] std::string GetAlarmName(const std::string& strDisplay) const override;
+  // The readable name of a code given in hexadecimal.
+  [[nodiscard]] std::string GetErrorName(const std::string& strDisplay) const override;
+  // The key of a panel display.
+  [[nodiscard]] std::string GetAlarmID(const std::string& strDisplay) const;
+  // The panel display of a code given as it stands in the table, in decimal: intended, though
+  // GetErrorName takes the other form.
+  [[nodiscard]] std::string GetErrorPanelDisplay(const std::string& strCode) const;
+  // The code to show for a panel display: the display's first four characters, or, for the four
+  // alarms that have a code of their own, that code in hexadecimal. A text that is no alarm comes
+  // back unchanged.
+  [[nodiscard]] std::string GetAlarmCode(const std::string& strDisplay) const;
+
+ private:
+  enum Column : std::size_t { name, key, code, display };
+  using Row = std::array<std::string, 4>;
+
+  [[nodiscard]] const Row* FindRow(Column column, std::string_view text) const;
+
+  std::string strDatabasePath_;
+  std::vector<Row> arAlarmList_;
+};
+
+}  // namespace velmoor
