@@ -1,0 +1,233 @@
+#include "platform/posix/PosixSerialPort.h"
+
+#include <fcntl.h>
+#include <linux/serial.h>
+#include <poll.h>
+#include <sys/file.h>
+#include <sys/ioctl.h>
+#include <termios.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <system_error>
+#include <utility>
+
+#include "platform/Numbers.h"
+#include "platform/posix/PortHolder.h"
+#include "platform/posix/SerialSettings.h"
+
+namespace velmoor::posix {
+namespace {
+
+constexpr std::size_t kLongestLine = 512;
+constexpr int kHighestPort = 256;
+
+std::string SystemText(int error) {
+  return std::generic_category().message(error);
+}
+
+bool IsLineEnd(char c) {
+  return c == '\r' || c == '\n';
+}
+
+// Some adapters for the universal bus hold received bytes back for 16 ms unless asked not to. Not
+// every device knows the request, and none needs it to work.
+void AskForLowLatency(int device) {
+  serial_struct line{};
+  if (ioctl(device, TIOCGSERIAL, &line) != 0) return;
+  line.flags |= ASYNC_LOW_LATENCY;
+  (void)ioctl(device, TIOCSSERIAL, &line);
+}
+
+std::string OpenFailure(const std::string& path, int error) {
+  switch (error) {
+    case ENOENT:
+    case ENOTDIR:
+      return path + " does not exist.";
+    case ENXIO:
+    case ENODEV:
+      return path + " has no device behind it.";
+    case EACCES:
+    case EPERM:
+      return "Access to " + path + " is not allowed." + DescribeAccess(path);
+    case EBUSY:
+    case EWOULDBLOCK:
+      return path + " is in use" + DescribeHolder(-1, path) + ".";
+    case ENOTTY:
+      return path + " is not a serial port.";
+    default:
+      return path + " cannot be used: " + SystemText(error) + ".";
+  }
+}
+
+}  // namespace
+
+std::string PosixSerialPort::DevicePath() const {
+  if (const auto entry = deviceMap_.find(name_); entry != deviceMap_.end()) return entry->second;
+  if (name_.rfind("COM", 0) != 0) return {};
+  const auto number = ParseWhole(name_.substr(3));
+  if (!number || *number < 1 || *number > kHighestPort) return {};
+  return "/dev/ttyS" + NumberText(*number - 1);
+}
+
+void PosixSerialPort::SetSettings(const std::string& settings) {
+  settings_ = settings;
+  if (!IsOpen()) return;
+  received_.clear();
+  skipsToLineEnd_ = false;
+  // A line that takes no settings has lost its device; the next exchange finds the port closed.
+  const int error = ApplySerialSettings(device_.Get(), settings_);
+  if (error != 0) {
+    lastError_ = OpenFailure(DevicePath(), error);
+    Close();
+  }
+}
+
+bool PosixSerialPort::Open() {
+  Close();
+  lastError_.clear();
+  const std::string path = DevicePath();
+  if (path.empty() || path.find('\0') != std::string::npos) {
+    lastError_ = "The port " + name_ + " is not assigned to a device.";
+    return false;
+  }
+  return OpenDevice(path);
+}
+
+bool PosixSerialPort::OpenDevice(const std::string& path) {
+  FileDescriptor device(::open(path.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC));
+  if (!device.IsValid()) {
+    lastError_ = OpenFailure(path, errno);
+    return false;
+  }
+  if (isatty(device.Get()) == 0) {
+    lastError_ = OpenFailure(path, errno == EIO ? EIO : ENOTTY);
+    return false;
+  }
+  if (flock(device.Get(), LOCK_EX | LOCK_NB) != 0) {
+    lastError_ = path + " is in use" + DescribeHolder(device.Get(), path) + ".";
+    return false;
+  }
+  // The exclusive mode outlives this process on a pseudo-terminal whose other side stays open, so a
+  // crash would lock everybody out; there the lock above has to do.
+  if (!IsPseudoTerminal(device.Get())) {
+    (void)ioctl(device.Get(), TIOCEXCL);
+    AskForLowLatency(device.Get());
+  }
+  const int error = ApplySerialSettings(device.Get(), settings_);
+  if (error != 0) {
+    lastError_ = OpenFailure(path, error);
+    return false;
+  }
+  device_ = std::move(device);
+  DiscardInput();
+  return true;
+}
+
+void PosixSerialPort::Close() {
+  device_.Reset();
+  received_.clear();
+  skipsToLineEnd_ = false;
+}
+
+int PosixSerialPort::WaitingBytes() {
+  if (!IsOpen()) return 0;
+  int waiting = 0;
+  if (ioctl(device_.Get(), FIONREAD, &waiting) != 0) waiting = 0;
+  return waiting + static_cast<int>(received_.size());
+}
+
+void PosixSerialPort::DiscardInput() {
+  received_.clear();
+  skipsToLineEnd_ = false;
+  if (IsOpen()) (void)tcflush(device_.Get(), TCIFLUSH);
+}
+
+void PosixSerialPort::Lose(int error) {
+  const std::string path = DevicePath();
+  Close();
+  throw SerialPortError(path + " is gone: " + SystemText(error) + ".");
+}
+
+PosixSerialPort::Deadline PosixSerialPort::DeadlineFromNow() const {
+  return std::chrono::steady_clock::now() + std::chrono::milliseconds(std::max(timeOut_, 0));
+}
+
+bool PosixSerialPort::WaitFor(short events, Deadline deadline) {
+  using std::chrono::duration_cast;
+  for (;;) {
+    const auto left = std::max(deadline - std::chrono::steady_clock::now(), Deadline::duration(0));
+    const auto seconds = duration_cast<std::chrono::seconds>(left);
+    const timespec limit{.tv_sec = static_cast<time_t>(seconds.count()),
+                         .tv_nsec = static_cast<long>(
+                             duration_cast<std::chrono::nanoseconds>(left - seconds).count())};
+    pollfd look{.fd = device_.Get(), .events = events, .revents = 0};
+    const int ready = ppoll(&look, 1, &limit, nullptr);
+    if (ready == 0) return false;
+    if (ready < 0) {
+      if (errno != EINTR) Lose(errno);
+      continue;
+    }
+    // What came before the other side went is still to be had.
+    if ((look.revents & events) != 0) return true;
+    Lose(EIO);
+  }
+}
+
+void PosixSerialPort::WriteLine(std::string_view line) {
+  if (!IsOpen()) return;
+  std::string bytes(line);
+  bytes += '\r';
+  const Deadline deadline = DeadlineFromNow();
+  for (std::string_view rest = bytes; !rest.empty();) {
+    const ssize_t written = ::write(device_.Get(), rest.data(), rest.size());
+    if (written > 0) {
+      rest.remove_prefix(static_cast<std::size_t>(written));
+      continue;
+    }
+    if (written < 0 && errno == EINTR) continue;
+    if (written < 0 && errno != EAGAIN) Lose(errno);
+    if (!WaitFor(POLLOUT, deadline)) Lose(ETIMEDOUT);
+  }
+}
+
+void PosixSerialPort::Receive() {
+  std::array<char, 256> chunk{};
+  const ssize_t count = ::read(device_.Get(), chunk.data(), chunk.size());
+  if (count < 0 && (errno == EAGAIN || errno == EINTR)) return;
+  if (count <= 0) Lose(count < 0 ? errno : EIO);
+  for (const char byte : std::string_view(chunk.data(), static_cast<std::size_t>(count))) {
+    const char c = static_cast<char>(byte & 0x7F);
+    if (IsLineEnd(c)) skipsToLineEnd_ = false;
+    if (c != '\0' && !skipsToLineEnd_) received_ += c;
+  }
+}
+
+std::string PosixSerialPort::TakeLine() {
+  // A CRLF leaves its second half behind, and noise leaves bare line ends: no line begins with one.
+  received_.erase(0, received_.find_first_not_of("\r\n"));
+  std::size_t end = received_.find_first_of("\r\n");
+  if (end == std::string::npos) {
+    if (received_.size() <= kLongestLine) return {};
+    end = received_.size();
+    skipsToLineEnd_ = true;
+  }
+  std::string line = received_.substr(0, std::min(end, kLongestLine));
+  received_.erase(0, end);
+  return line;
+}
+
+std::string PosixSerialPort::ReadLine() {
+  if (!IsOpen()) return {};
+  const Deadline deadline = DeadlineFromNow();
+  for (;;) {
+    std::string line = TakeLine();
+    if (!line.empty()) return line;
+    if (!WaitFor(POLLIN, deadline)) return {};
+    Receive();
+  }
+}
+
+}  // namespace velmoor::posix
