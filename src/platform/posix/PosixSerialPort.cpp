@@ -206,7 +206,8 @@ void PosixSerialPort::Receive() {
 }
 
 std::string PosixSerialPort::TakeLine() {
-  // A CRLF leaves its second half behind, and noise leaves bare line ends: no line begins with one.
+  // The second half of a CRLF may come late, and noise makes bare line ends: no line begins with
+  // one.
   received_.erase(0, received_.find_first_not_of("\r\n"));
   std::size_t end = received_.find_first_of("\r\n");
   if (end == std::string::npos) {
@@ -215,7 +216,7 @@ std::string PosixSerialPort::TakeLine() {
     skipsToLineEnd_ = true;
   }
   std::string line = received_.substr(0, std::min(end, kLongestLine));
-  received_.erase(0, end);
+  received_.erase(0, received_.find_first_not_of("\r\n", end));
   return line;
 }
 
