@@ -2,7 +2,8 @@
 //
 // A Database is lent for one operation and closed at its end; everything written through it is one
 // transaction, committed when the lease ends, so rows written before a failure stay written unless
-// Rollback was called. All values are text; a null reads as empty.
+// Rollback was called. The end itself cannot report a failure such as a full disk: a writer calls
+// Commit when it is done. All values are text; a null reads as empty.
 #pragma once
 
 #include <memory>

@@ -1,0 +1,210 @@
+#include "platform/sqlcipher/Engine.h"
+
+#include <sqlcipher/sqlite3.h>
+
+#include <cerrno>
+#include <cstring>
+
+namespace velmoor::sqlcipher {
+namespace {
+
+using Kind = DatabaseError::Kind;
+
+// How long a file that another process writes is waited for.
+constexpr int kBusyMilliseconds = 500;
+
+Kind KindOf(int code, int systemError, std::string_view message) {
+  switch (code) {
+    case SQLITE_NOTADB:
+      return Kind::password;
+    case SQLITE_CORRUPT:
+      return Kind::damaged;
+    case SQLITE_FULL:
+      return Kind::full;
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED:
+      return Kind::busy;
+    case SQLITE_READONLY:
+    case SQLITE_PERM:
+    case SQLITE_CANTOPEN:  // the journal, since a missing file does not come this far
+      return Kind::forbidden;
+    case SQLITE_IOERR: {
+      const bool full = systemError == ENOSPC || systemError == EDQUOT || systemError == EFBIG;
+      return full ? Kind::full : Kind::other;
+    }
+    default:
+      return message.starts_with("no such table") || message.starts_with("no such column")
+                 ? Kind::schema
+                 : Kind::other;
+  }
+}
+
+std::string Reason(Kind kind, int systemError, std::string_view message) {
+  switch (kind) {
+    case Kind::missing:
+      return "the file does not exist";
+    case Kind::forbidden:
+      return "the file or its folder cannot be written";
+    case Kind::password:
+      return "the file has another password or is no database of this program";
+    case Kind::damaged:
+      return "the file is damaged or incomplete";
+    case Kind::full:
+      return "the disk is full";
+    case Kind::busy:
+      return "another program uses the file";
+    case Kind::schema:
+    case Kind::other:
+      break;
+  }
+  std::string text(message);
+  if (kind == Kind::other && systemError != 0) {
+    text += std::string(" (") + std::strerror(systemError) + ")";
+  }
+  return text;
+}
+
+DatabaseError Failure(sqlite3* db, const std::string& path, int code) {
+  const std::string message = db == nullptr ? sqlite3_errstr(code) : sqlite3_errmsg(db);
+  const int systemError = db == nullptr ? 0 : sqlite3_system_errno(db);
+  const Kind kind = KindOf(code & 0xFF, systemError, message);
+  return {kind, path + ": " + Reason(kind, systemError, message)};
+}
+
+[[noreturn]] void Fail(sqlite3* db, const std::string& path, int code) {
+  throw Failure(db, path, code);
+}
+
+// A working copy is laid anew at each opening, so a power cut may take it; nothing waits for the
+// disk on its account. Every other file survives.
+bool IsDisposable(const std::string& path) {
+  return path.ends_with("tmp") || path.ends_with("tempIdeInfo.mdb");
+}
+
+}  // namespace
+
+Statement::Statement(sqlite3* db, const std::string& path, const std::string& sql)
+    : db_(db), path_(path) {
+  const int code =
+      sqlite3_prepare_v2(db, sql.data(), static_cast<int>(sql.size()), &statement_, nullptr);
+  if (code != SQLITE_OK) Fail(db, path, code);
+}
+
+Statement::~Statement() {
+  sqlite3_finalize(statement_);
+}
+
+void Statement::Bind(int parameter, std::string_view text) {
+  const char* const data = text.data() == nullptr ? "" : text.data();
+  const int code = sqlite3_bind_text(statement_, parameter + 1, data, static_cast<int>(text.size()),
+                                     SQLITE_TRANSIENT);
+  if (code != SQLITE_OK) Fail(db_, path_, code);
+}
+
+void Statement::Bind(int parameter, std::int64_t number) {
+  const int code = sqlite3_bind_int64(statement_, parameter + 1, number);
+  if (code != SQLITE_OK) Fail(db_, path_, code);
+}
+
+bool Statement::Step() {
+  const int code = sqlite3_step(statement_);
+  if (code == SQLITE_ROW) return true;
+  if (code == SQLITE_DONE) {
+    Reset();
+    return false;
+  }
+  // The reset loses the words of the failure, so they are taken first.
+  const DatabaseError failure = Failure(db_, path_, code);
+  Reset();
+  throw failure;
+}
+
+void Statement::Reset() {
+  sqlite3_reset(statement_);
+}
+
+std::vector<std::string> Statement::ColumnNames() const {
+  std::vector<std::string> names;
+  const int count = sqlite3_column_count(statement_);
+  for (int i = 0; i < count; ++i) names.emplace_back(sqlite3_column_name(statement_, i));
+  return names;
+}
+
+std::string Statement::Text(int column) const {
+  const auto* const text = reinterpret_cast<const char*>(sqlite3_column_text(statement_, column));
+  if (text == nullptr) return {};
+  return {text, static_cast<std::size_t>(sqlite3_column_bytes(statement_, column))};
+}
+
+std::int64_t Statement::Number(int column) const {
+  return sqlite3_column_int64(statement_, column);
+}
+
+Connection::Connection(const std::string& path, OpenMode mode, const std::string& key)
+    : path_(path) {
+  // Without the flag to create the engine never makes a file, so a missing project stays missing.
+  // A file that cannot be written is opened for reading by the engine itself.
+  const int create = mode == OpenMode::create ? SQLITE_OPEN_CREATE : 0;
+  const int code = sqlite3_open_v2(path.c_str(), &db_,
+                                   SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_READWRITE | create, nullptr);
+  try {
+    if (code != SQLITE_OK) Fail(db_, path_, code);
+    Configure(key);
+    if (mode == OpenMode::existing) Prove();
+  } catch (...) {
+    sqlite3_close_v2(db_);
+    throw;
+  }
+}
+
+Connection::~Connection() {
+  sqlite3_close_v2(db_);
+}
+
+bool Connection::Writable() const {
+  return sqlite3_db_readonly(db_, "main") == 0;
+}
+
+void Connection::Configure(const std::string& key) {
+  sqlite3_busy_timeout(db_, kBusyMilliseconds);
+  Execute("PRAGMA key=\"" + key + "\"");
+  // A project is one file that is copied as it is: never a write-ahead log beside it.
+  if (Writable()) Execute("PRAGMA journal_mode=DELETE");
+  Execute(IsDisposable(path_) ? "PRAGMA synchronous=OFF" : "PRAGMA synchronous=FULL");
+  Execute("PRAGMA temp_store=MEMORY");
+}
+
+void Connection::Prove() const {
+  // Opening and keying always succeed; only a read tells a wrong key or a broken file.
+  const auto check = Prepare("PRAGMA quick_check(1)");
+  if (check->Step() && check->Text(0) != "ok") Fail(nullptr, path_, SQLITE_CORRUPT);
+}
+
+void Connection::Execute(const std::string& sql) {
+  const auto statement = Prepare(sql);
+  while (statement->Step()) {
+  }
+}
+
+std::unique_ptr<Statement> Connection::Prepare(const std::string& sql) const {
+  return std::make_unique<Statement>(db_, path_, sql);
+}
+
+std::int64_t Connection::LastRowId() const {
+  return sqlite3_last_insert_rowid(db_);
+}
+
+bool Connection::InTransaction() const {
+  return sqlite3_get_autocommit(db_) == 0;
+}
+
+std::string Quoted(std::string_view name) {
+  std::string quoted = "\"";
+  for (const char c : name) {
+    if (c == '"') quoted += '"';
+    quoted += c;
+  }
+  return quoted + '"';
+}
+
+}  // namespace velmoor::sqlcipher

@@ -1,0 +1,73 @@
+// The database engine behind two small classes. Engine.cpp alone sees the engine's own header.
+//
+// Every failure is a DatabaseError whose text names the file and the reason.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/Database.h"
+
+struct sqlite3;
+struct sqlite3_stmt;
+
+namespace velmoor::sqlcipher {
+
+enum class OpenMode { existing, create };
+
+// A prepared statement. Dies before its connection.
+class Statement {
+ public:
+  Statement(sqlite3* db, const std::string& path, const std::string& sql);
+  Statement(const Statement&) = delete;
+  Statement& operator=(const Statement&) = delete;
+  ~Statement();
+
+  // Parameters and columns are counted from 0.
+  void Bind(int parameter, std::string_view text);
+  void Bind(int parameter, std::int64_t number);
+  // Goes to the next row of the result. False: there is none, and the statement can run again.
+  bool Step();
+  void Reset();
+  [[nodiscard]] std::vector<std::string> ColumnNames() const;
+  [[nodiscard]] std::string Text(int column) const;  // a null gives an empty text
+  [[nodiscard]] std::int64_t Number(int column) const;
+
+ private:
+  sqlite3* db_;
+  const std::string& path_;
+  sqlite3_stmt* statement_ = nullptr;
+};
+
+// One open, keyed file.
+class Connection {
+ public:
+  // `key` is the engine's raw form, "x'...'". An existing file is read through once, which proves
+  // the key and that no page of the file is broken.
+  Connection(const std::string& path, OpenMode mode, const std::string& key);
+  Connection(const Connection&) = delete;
+  Connection& operator=(const Connection&) = delete;
+  ~Connection();
+
+  [[nodiscard]] const std::string& Path() const { return path_; }
+  [[nodiscard]] bool Writable() const;
+  void Execute(const std::string& sql);
+  [[nodiscard]] std::unique_ptr<Statement> Prepare(const std::string& sql) const;
+  [[nodiscard]] std::int64_t LastRowId() const;
+  [[nodiscard]] bool InTransaction() const;
+
+ private:
+  void Configure(const std::string& key);
+  void Prove() const;
+
+  std::string path_;
+  sqlite3* db_ = nullptr;
+};
+
+// `name` as an identifier of a statement's text.
+[[nodiscard]] std::string Quoted(std::string_view name);
+
+}  // namespace velmoor::sqlcipher

@@ -1,0 +1,139 @@
+#include "platform/sqlcipher/SqlcipherDatabases.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <filesystem>
+
+#include "platform/sqlcipher/Builder.h"
+#include "platform/sqlcipher/Engine.h"
+#include "platform/sqlcipher/Lease.h"
+
+namespace velmoor::sqlcipher {
+namespace {
+
+using Kind = DatabaseError::Kind;
+
+// Connections kept beside those in use.
+constexpr std::size_t kSpareFiles = 4;
+constexpr std::string_view kPlainHeader{"SQLite format 3\0", kSaltBytes};
+
+[[noreturn]] void Fail(Kind kind, const std::string& path, const std::string& reason) {
+  throw DatabaseError(kind, path + ": " + reason);
+}
+
+[[noreturn]] void FailSystem(const std::string& path, int error) {
+  if (error == ENOENT || error == ENOTDIR) Fail(Kind::missing, path, "the file does not exist");
+  const bool forbidden = error == EACCES || error == EPERM || error == EROFS;
+  Fail(forbidden ? Kind::forbidden : Kind::other, path, std::strerror(error));
+}
+
+// The first bytes of the file, which are its salt. Refuses what is no database at all before a key
+// is derived for it.
+Salt ReadSalt(const std::string& path) {
+  if (path.find('\0') != std::string::npos) FailSystem(path, ENOENT);
+  const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  if (file < 0) FailSystem(path, errno);
+  Salt salt{};
+  const ssize_t got = ::read(file, salt.data(), salt.size());
+  const int error = errno;
+  ::close(file);
+  if (got < 0) FailSystem(path, error);
+  // The engine would take an empty file for a new database.
+  if (got == 0) Fail(Kind::damaged, path, "the file is empty");
+  if (static_cast<std::size_t>(got) < salt.size()) {
+    Fail(Kind::damaged, path, "the file is damaged or incomplete");
+  }
+  if (std::equal(salt.begin(), salt.end(),
+                 reinterpret_cast<const unsigned char*>(kPlainHeader.data()))) {
+    Fail(Kind::password, path, "the file is not protected with this program's password");
+  }
+  return salt;
+}
+
+void RemoveWithJournal(const std::string& path) {
+  std::error_code ignored;
+  std::filesystem::remove(path, ignored);
+  std::filesystem::remove(path + "-journal", ignored);
+}
+
+}  // namespace
+
+SqlcipherDatabases::SqlcipherDatabases() = default;
+SqlcipherDatabases::~SqlcipherDatabases() = default;
+
+std::shared_ptr<OpenFile> SqlcipherDatabases::Obtain(const std::string& path,
+                                                     std::string_view password,
+                                                     DatabaseAccess access) {
+  const auto kept = std::find_if(files_.begin(), files_.end(),
+                                 [&](const auto& file) { return file->path == path; });
+  if (kept != files_.end()) {
+    const std::shared_ptr<OpenFile> file = *kept;
+    const bool same = file->leases > 0 || file->fingerprint == Fingerprint(path);
+    const bool enough = access == DatabaseAccess::readOnly || file->connection->Writable();
+    files_.erase(kept);
+    if (same && enough && file->password == password) {
+      files_.push_front(file);
+      return file;
+    }
+  }
+  auto file = std::make_shared<OpenFile>();
+  file->path = path;
+  file->password = password;
+  const std::string key = keys_.KeyForFile(password, ReadSalt(path));
+  file->connection = std::make_unique<Connection>(path, OpenMode::existing, key);
+  if (access == DatabaseAccess::readWrite && !file->connection->Writable()) {
+    Fail(Kind::forbidden, path, "the file cannot be written");
+  }
+  files_.push_front(file);
+  DropSpareFiles();
+  return file;
+}
+
+void SqlcipherDatabases::DropSpareFiles() {
+  std::size_t spare = 0;
+  std::erase_if(files_,
+                [&](const auto& file) { return file->leases == 0 && ++spare > kSpareFiles; });
+}
+
+std::unique_ptr<Database> SqlcipherDatabases::Open(const std::string& path,
+                                                   std::string_view password,
+                                                   DatabaseAccess access) {
+  return std::make_unique<Lease>(Obtain(path, password, access), access);
+}
+
+std::unique_ptr<DatabaseBuilder> SqlcipherDatabases::Create(const std::string& path,
+                                                            std::string_view password) {
+  const std::string unfinished = path + ".unfinished";
+  RemoveWithJournal(unfinished);
+  auto file = std::make_shared<OpenFile>();
+  file->path = unfinished;
+  file->connection = std::make_unique<Connection>(
+      unfinished, OpenMode::create, keys_.KeyForNewFile(password, KeyRing::RandomSalt()));
+  const auto settle = [this, unfinished, path](bool kept) {
+    Release(path);
+    if (kept && std::rename(unfinished.c_str(), path.c_str()) != 0) {
+      const int error = errno;
+      RemoveWithJournal(unfinished);
+      FailSystem(path, error);
+    }
+    RemoveWithJournal(unfinished);
+  };
+  return std::make_unique<Builder>(std::move(file), settle);
+}
+
+std::unique_ptr<DatabaseBuilder> SqlcipherDatabases::Extend(const std::string& path,
+                                                            std::string_view password) {
+  return std::make_unique<Builder>(Obtain(path, password, DatabaseAccess::readWrite), [](bool) {});
+}
+
+void SqlcipherDatabases::Release(const std::string& path) {
+  std::erase_if(files_, [&](const auto& file) { return file->path == path; });
+}
+
+}  // namespace velmoor::sqlcipher

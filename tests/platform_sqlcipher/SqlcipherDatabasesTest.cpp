@@ -1,0 +1,328 @@
+#include "platform/sqlcipher/SqlcipherDatabases.h"
+
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <string>
+
+#include "platform/sqlcipher/Engine.h"
+
+namespace velmoor::sqlcipher {
+namespace {
+
+namespace fs = std::filesystem;
+using Kind = DatabaseError::Kind;
+
+constexpr std::string_view kPassword = "nurvex";
+
+class SqlcipherDatabasesTest : public testing::Test {
+ protected:
+  SqlcipherDatabasesTest() {
+    std::string pattern = testing::TempDir() + "velmoor-db-XXXXXX";
+    folder_ = mkdtemp(pattern.data());
+    path_ = (folder_ / "line1.spj").string();
+  }
+  ~SqlcipherDatabasesTest() override { fs::remove_all(folder_); }
+
+  void MakeFile(int rows = 3) {
+    const auto builder = databases_.Create(path_, kPassword);
+    builder->CreateTable("tblParameters", {{"pn"}, {"value"}, {"order", true}});
+    for (int i = 0; i < rows; ++i) {
+      builder->Insert("tblParameters", {"Pn80" + std::to_string(i), "000" + std::to_string(i),
+                                        std::to_string(rows * 10 - i)});
+    }
+    builder->Finish();
+  }
+
+  std::string ValueOf(std::string_view pn) {
+    const auto database = databases_.Open(path_, kPassword, DatabaseAccess::readOnly);
+    const auto rows = database->OpenTable("tblParameters");
+    return rows->FindFirst("pn", pn) ? rows->Text("value") : "(no row)";
+  }
+
+  static void Write(RowSet& rows, std::string_view pn, std::string_view value) {
+    ASSERT_TRUE(rows.FindFirst("pn", pn));
+    rows.Edit();
+    rows.Set("value", value);
+    rows.Update();
+  }
+
+  Kind FailureOf(const std::function<void()>& work) {
+    try {
+      work();
+    } catch (const DatabaseError& error) {
+      EXPECT_NE(std::string(error.what()).find("line1.spj"), std::string::npos) << error.what();
+      return error.kind();
+    }
+    ADD_FAILURE() << "nothing was refused";
+    return Kind::other;
+  }
+  Kind OpenFailure(std::string_view password = kPassword) {
+    SqlcipherDatabases fresh;
+    return FailureOf([&] { fresh.Open(path_, password, DatabaseAccess::readOnly); });
+  }
+
+  void Overwrite(std::streamoff place, const std::string& bytes) {
+    std::fstream file(path_, std::ios::in | std::ios::out | std::ios::binary);
+    file.seekp(place);
+    file << bytes;
+  }
+
+  fs::path folder_;
+  std::string path_;
+  SqlcipherDatabases databases_;
+};
+
+// ---- the password
+
+TEST_F(SqlcipherDatabasesTest, PassphraseOpensWhatWeMade) {
+  MakeFile();
+  const Connection plain(path_, OpenMode::existing, "nurvex");
+  const auto rows = plain.Prepare("SELECT count(*) FROM tblParameters");
+  ASSERT_TRUE(rows->Step());
+  EXPECT_EQ(rows->Number(0), 3);
+}
+
+TEST_F(SqlcipherDatabasesTest, WeOpenWhatThePassphraseMade) {
+  {
+    Connection plain(path_, OpenMode::create, "nurvex");
+    plain.Execute("CREATE TABLE tblParameters (pn TEXT, value TEXT)");
+    plain.Execute("INSERT INTO tblParameters VALUES ('Pn408', '0001')");
+  }
+  EXPECT_EQ(ValueOf("Pn408"), "0001");
+}
+
+TEST_F(SqlcipherDatabasesTest, RefusesAFileWithItsReason) {
+  MakeFile(400);
+  EXPECT_EQ(OpenFailure("other"), Kind::password);
+
+  const auto whole = fs::file_size(path_);
+  Overwrite(static_cast<std::streamoff>(whole / 2), "rubbish");
+  EXPECT_EQ(OpenFailure(), Kind::damaged);
+  MakeFile(400);
+  for (const auto size : {whole - 40, whole / 2, whole / 2 + 100, std::uintmax_t{10}}) {
+    fs::resize_file(path_, size);
+    EXPECT_EQ(OpenFailure(), Kind::damaged) << size;
+  }
+  fs::resize_file(path_, 0);
+  EXPECT_EQ(OpenFailure(), Kind::damaged);
+  EXPECT_EQ(fs::file_size(path_), 0U) << "an empty file must not become a database";
+
+  fs::remove(path_);
+  EXPECT_EQ(OpenFailure(), Kind::missing);
+  EXPECT_FALSE(fs::exists(path_));
+  std::ofstream(path_) << "SQLite format 3" << std::string(4000, '\0');
+  EXPECT_EQ(OpenFailure(), Kind::password);
+  std::ofstream(path_) << std::string(5000, 'x');
+  EXPECT_EQ(OpenFailure(), Kind::password);
+}
+
+// ---- rows
+
+TEST_F(SqlcipherDatabasesTest, RowsComeInTheOrderOfMakingOrOfAColumnAsNumbers) {
+  MakeFile(12);  // "order" falls from 120 to 109
+  const auto database = databases_.Open(path_, kPassword, DatabaseAccess::readOnly);
+  const auto made = database->OpenTable("tblParameters");
+  EXPECT_EQ(made->Text("pn"), "Pn800");
+  const auto ordered = database->OpenTable("tblParameters", "order");
+  EXPECT_EQ(ordered->Text("order"), "109");
+  std::string last;
+  for (; !ordered->AtEnd(); ordered->MoveNext()) last = ordered->Text("pn");
+  EXPECT_EQ(last, "Pn800");
+  EXPECT_EQ(database->OpenTable("tblParameters", "value")->Text("value"), "0000");
+  EXPECT_EQ(FailureOf([&] { database->OpenTable("tblParameters", "missing"); }), Kind::schema);
+  EXPECT_EQ(FailureOf([&] { database->OpenTable("tblMissing"); }), Kind::schema);
+  EXPECT_EQ(FailureOf([&] { (void)made->Text("missing"); }), Kind::schema);
+}
+
+TEST_F(SqlcipherDatabasesTest, EditsAndNewRowsStayAfterTheClose) {
+  MakeFile();
+  {
+    const auto database = databases_.Open(path_, kPassword, DatabaseAccess::readWrite);
+    const auto rows = database->OpenTable("tblParameters");
+    Write(*rows, "Pn801", "0001");
+    EXPECT_EQ(rows->Text("value"), "0001");
+    rows->AddNew();
+    rows->Set("pn", "Pn834");
+    rows->Set("value", "a|b'\"\xC3\xA4");
+    rows->Update();
+    EXPECT_EQ(rows->Text("pn"), "Pn801") << "the set stays where it stood";
+    EXPECT_TRUE(rows->FindFirst("pn", "Pn834"));
+  }
+  databases_.Release(path_);
+  EXPECT_EQ(ValueOf("Pn801"), "0001") << "text, not a number";
+  EXPECT_EQ(ValueOf("Pn834"), "a|b'\"\xC3\xA4");
+  EXPECT_EQ(ValueOf("Pn80"), "(no row)");
+}
+
+TEST_F(SqlcipherDatabasesTest, AMoveDropsAnEditAndSearchesSeeChangedKeys) {
+  MakeFile();
+  const auto database = databases_.Open(path_, kPassword, DatabaseAccess::readWrite);
+  const auto rows = database->OpenTable("tblParameters");
+  rows->Edit();
+  rows->Set("value", "lost");
+  rows->MoveNext();
+  EXPECT_EQ(FailureOf([&] { rows->Update(); }), Kind::other);
+  rows->MoveFirst();
+  EXPECT_EQ(rows->Text("value"), "0000");
+  ASSERT_TRUE(rows->FindFirst("pn", "Pn802"));
+  rows->Edit();
+  rows->Set("pn", "Pn8FF");
+  rows->Update();
+  EXPECT_FALSE(rows->FindFirst("pn", "Pn802"));
+  EXPECT_TRUE(rows->AtEnd());
+  EXPECT_TRUE(rows->FindFirst("pn", "Pn8FF"));
+}
+
+TEST_F(SqlcipherDatabasesTest, RollbackUndoesSinceTheLastCommit) {
+  MakeFile();
+  {
+    const auto database = databases_.Open(path_, kPassword, DatabaseAccess::readWrite);
+    const auto rows = database->OpenTable("tblParameters");
+    Write(*rows, "Pn800", "kept");
+    database->Commit();
+    Write(*rows, "Pn801", "undone");
+    database->Rollback();
+    Write(*rows, "Pn802", "after");
+  }
+  EXPECT_EQ(ValueOf("Pn800"), "kept");
+  EXPECT_EQ(ValueOf("Pn801"), "0001");
+  EXPECT_EQ(ValueOf("Pn802"), "after");
+}
+
+TEST_F(SqlcipherDatabasesTest, NestedOpeningsShareTheFileWithoutBlocking) {
+  MakeFile();
+  {
+    const auto outer = databases_.Open(path_, kPassword, DatabaseAccess::readOnly);
+    {
+      const auto inner = databases_.Open(path_, kPassword, DatabaseAccess::readWrite);
+      Write(*inner->OpenTable("tblParameters"), "Pn800", "inner");
+      const auto undone = databases_.Open(path_, kPassword, DatabaseAccess::readWrite);
+      Write(*undone->OpenTable("tblParameters"), "Pn800", "innermost");
+      undone->Rollback();
+    }
+    EXPECT_EQ(outer->OpenTable("tblParameters")->Text("value"), "inner");
+    const auto rows = outer->OpenTable("tblParameters");
+    rows->Edit();
+    rows->Set("value", "x");
+    EXPECT_EQ(FailureOf([&] { rows->Update(); }), Kind::forbidden) << "opened for reading";
+  }
+  EXPECT_EQ(ValueOf("Pn800"), "inner");
+}
+
+// ---- the file under a connection that is kept
+
+TEST_F(SqlcipherDatabasesTest, AReplacedOrOverwrittenFileIsSeenAtTheNextOpening) {
+  MakeFile();
+  const std::string old = path_ + ".old";
+  fs::copy_file(path_, old);
+  const auto change = [&] {
+    const auto database = databases_.Open(path_, kPassword, DatabaseAccess::readWrite);
+    Write(*database->OpenTable("tblParameters"), "Pn800", "new");
+  };
+  change();
+  EXPECT_EQ(ValueOf("Pn800"), "new");
+  std::ofstream(path_, std::ios::binary) << std::ifstream(old, std::ios::binary).rdbuf();
+  EXPECT_EQ(ValueOf("Pn800"), "0000") << "overwritten in place";
+  change();
+  fs::rename(old, path_);
+  EXPECT_EQ(ValueOf("Pn800"), "0000") << "replaced";
+  fs::remove(path_);
+  EXPECT_EQ(OpenFailure(), Kind::missing);
+}
+
+TEST_F(SqlcipherDatabasesTest, AnotherPasswordIsRefusedThoughTheFileIsOpen) {
+  MakeFile();
+  ValueOf("Pn800");
+  EXPECT_EQ(FailureOf([&] { databases_.Open(path_, "other", DatabaseAccess::readOnly); }),
+            Kind::password);
+}
+
+TEST_F(SqlcipherDatabasesTest, AnotherProcessThatWritesMakesTheFileBusy) {
+  MakeFile();
+  Connection other(path_, OpenMode::existing, "nurvex");
+  other.Execute("BEGIN EXCLUSIVE");
+  EXPECT_EQ(OpenFailure(), Kind::busy);
+}
+
+TEST_F(SqlcipherDatabasesTest, AReadOnlyFolderIsReadAndRefusesToBeWritten) {
+  MakeFile();
+  fs::permissions(folder_, fs::perms(0555));
+  fs::permissions(path_, fs::perms(0666));
+  // The superuser may write anywhere, so the test becomes somebody else for a while.
+  const bool superuser = geteuid() == 0;
+  ASSERT_TRUE(!superuser || seteuid(65534) == 0);
+  EXPECT_EQ(ValueOf("Pn800"), "0000");
+  EXPECT_EQ(FailureOf([&] {
+              const auto database = databases_.Open(path_, kPassword, DatabaseAccess::readWrite);
+              Write(*database->OpenTable("tblParameters"), "Pn800", "new");
+              database->Commit();
+            }),
+            Kind::forbidden);
+  EXPECT_EQ(ValueOf("Pn800"), "0000");
+  ASSERT_TRUE(!superuser || seteuid(0) == 0);
+  fs::permissions(folder_, fs::perms::owner_all);
+}
+
+TEST_F(SqlcipherDatabasesTest, AFullDiskIsToldAndTheFileStaysWhole) {
+  MakeFile();
+  std::signal(SIGXFSZ, SIG_IGN);
+  rlimit before{};
+  getrlimit(RLIMIT_FSIZE, &before);
+  const auto database = databases_.Open(path_, kPassword, DatabaseAccess::readWrite);
+  const auto rows = database->OpenTable("tblParameters");
+  const rlimit small{fs::file_size(path_) + 2048, before.rlim_max};
+  setrlimit(RLIMIT_FSIZE, &small);
+  EXPECT_EQ(FailureOf([&] {
+              Write(*rows, "Pn800", std::string(100000, 'x'));
+              database->Commit();
+            }),
+            Kind::full);
+  setrlimit(RLIMIT_FSIZE, &before);
+  database->Rollback();
+  databases_.Release(path_);
+  SqlcipherDatabases fresh;
+  EXPECT_EQ(fresh.Open(path_, kPassword, DatabaseAccess::readOnly)
+                ->OpenTable("tblParameters")
+                ->Text("value"),
+            "0000");
+}
+
+// ---- construction
+
+TEST_F(SqlcipherDatabasesTest, AnUnfinishedFileLeavesTheOldOne) {
+  MakeFile();
+  databases_.Create(path_, kPassword)->CreateTable("tblOther", {{"a"}});
+  EXPECT_EQ(ValueOf("Pn800"), "0000");
+  EXPECT_EQ(std::distance(fs::directory_iterator(folder_), fs::directory_iterator()), 1);
+}
+
+TEST_F(SqlcipherDatabasesTest, ExtendAddsAndDropsTablesOrNothing) {
+  MakeFile();
+  {
+    const auto builder = databases_.Extend(path_, kPassword);
+    builder->DropTable("tblParameters");
+    builder->CreateTable("tblUnfinished", {{"a"}});
+  }
+  EXPECT_EQ(ValueOf("Pn800"), "0000");
+  {
+    const auto builder = databases_.Extend(path_, kPassword);
+    builder->DropTable("tblParameters");
+    builder->DropTable("tblNone");
+    builder->CreateTable("tblNew", {{"a"}});
+    builder->Insert("tblNew", {""});
+    builder->Finish();
+  }
+  const auto database = databases_.Open(path_, kPassword, DatabaseAccess::readOnly);
+  EXPECT_EQ(database->Tables(), std::vector<std::string>{"tblNew"});
+  EXPECT_EQ(database->OpenTable("tblNew")->Text("a"), "");
+}
+
+}  // namespace
+}  // namespace velmoor::sqlcipher
