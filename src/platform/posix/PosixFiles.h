@@ -1,0 +1,32 @@
+// Files of the system, such that neither a crash nor a power cut loses one.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "platform/Files.h"
+
+namespace velmoor::posix {
+
+class PosixFiles final : public Files {
+ public:
+  [[nodiscard]] bool Exists(const std::string& path) const override;
+  [[nodiscard]] bool IsSameFile(const std::string& a, const std::string& b) const override;
+  [[nodiscard]] std::string Identity(const std::string& path) const override;
+  [[nodiscard]] bool IsWritableDirectory(const std::string& directory) const override;
+  [[nodiscard]] std::string Absolute(const std::string& path) const override;
+
+  void ReplaceDurably(const std::string& source, const std::string& target) override;
+  // Keeps the file under `target`, so that a lock on it holds.
+  void LayWorkingCopy(const std::string& source, const std::string& target) override;
+  void WriteDurably(const std::string& target, const std::string& bytes) override;
+  [[nodiscard]] std::string ReadAll(const std::string& path) const override;
+  void Rename(const std::string& from, const std::string& to) override;
+  void Remove(const std::string& path) override;
+  void MakeDirectories(const std::string& directory) override;
+  void ChangeDirectory(const std::string& directory) override;
+
+  [[nodiscard]] std::unique_ptr<FileLock> Lock(const std::string& path) override;
+};
+
+}  // namespace velmoor::posix

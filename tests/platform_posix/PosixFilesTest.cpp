@@ -1,0 +1,224 @@
+#include "platform/posix/PosixFiles.h"
+
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <csignal>
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+
+namespace velmoor::posix {
+namespace {
+
+namespace fs = std::filesystem;
+
+class PosixFilesTest : public testing::Test {
+ protected:
+  PosixFilesTest() {
+    std::string pattern = testing::TempDir() + "velmoor-files-XXXXXX";
+    folder_ = mkdtemp(pattern.data());
+  }
+  ~PosixFilesTest() override {
+    fs::permissions(folder_, fs::perms::owner_all);
+    fs::remove_all(folder_);
+  }
+
+  [[nodiscard]] std::string At(const std::string& name) const { return (folder_ / name).string(); }
+  std::string Put(const std::string& name, const std::string& bytes) {
+    files_.WriteDurably(At(name), bytes);
+    return At(name);
+  }
+  [[nodiscard]] std::size_t Count() const {
+    return static_cast<std::size_t>(
+        std::distance(fs::directory_iterator(folder_), fs::directory_iterator()));
+  }
+
+  fs::path folder_;
+  PosixFiles files_;
+};
+
+TEST_F(PosixFilesTest, ReplacingTakesContentsButNotPermissionsAndLeavesNothingElse) {
+  const std::string source = Put("template", "new contents");
+  fs::permissions(source, fs::perms(0444));
+  const std::string target = Put("line1.spj", "old");
+  Put("line1.spj-journal", "stale");
+  const std::string before = files_.Identity(target);
+  const mode_t mask = umask(027);
+  files_.ReplaceDurably(source, target);
+  umask(mask);
+  EXPECT_EQ(files_.ReadAll(target), "new contents");
+  EXPECT_EQ(fs::status(target).permissions(), fs::perms(0640));
+  EXPECT_NE(files_.Identity(target), before);
+  EXPECT_EQ(Count(), 2U);
+}
+
+TEST_F(PosixFilesTest, ASymbolicLinkKeepsPointing) {
+  fs::create_directory(folder_ / "real");
+  Put("real/line1.spj", "old");
+  fs::create_symlink("real/line1.spj", folder_ / "link.spj");
+  fs::create_symlink("link.spj", folder_ / "link2.spj");
+  files_.WriteDurably(At("link2.spj"), "new");
+  EXPECT_TRUE(fs::is_symlink(At("link.spj")));
+  EXPECT_FALSE(fs::is_symlink(At("real/line1.spj")));
+  EXPECT_EQ(files_.ReadAll(At("real/line1.spj")), "new");
+  EXPECT_TRUE(files_.IsSameFile(At("link2.spj"), At("real/line1.spj")));
+}
+
+TEST_F(PosixFilesTest, AFailedReplacementLeavesTheOldFile) {
+  const std::string target = Put("line1.spj", "old");
+  EXPECT_THROW(files_.ReplaceDurably(At("missing"), target), FileError);
+  EXPECT_EQ(files_.ReadAll(target), "old");
+
+  std::signal(SIGXFSZ, SIG_IGN);
+  rlimit before{};
+  getrlimit(RLIMIT_FSIZE, &before);
+  const rlimit small{1000, before.rlim_max};
+  setrlimit(RLIMIT_FSIZE, &small);
+  EXPECT_THROW(files_.WriteDurably(target, std::string(5000, 'x')), FileError);
+  setrlimit(RLIMIT_FSIZE, &before);
+  EXPECT_EQ(files_.ReadAll(target), "old");
+  EXPECT_EQ(Count(), 1U);
+
+  fs::permissions(folder_, fs::perms(0555));
+  const bool superuser = geteuid() == 0;  // who may write anywhere
+  ASSERT_TRUE(!superuser || seteuid(65534) == 0);
+  EXPECT_FALSE(files_.IsWritableDirectory(folder_.string()));
+  EXPECT_THROW(files_.WriteDurably(target, "new"), FileError);
+  ASSERT_TRUE(!superuser || seteuid(0) == 0);
+  EXPECT_EQ(files_.ReadAll(target), "old");
+}
+
+TEST_F(PosixFilesTest, AWorkingCopyKeepsItsFileAndLosesItsJournal) {
+  const std::string project = Put("line1.spj", "project");
+  const std::string working = Put("line1.tmp", "a longer old working file");
+  Put("line1.tmp-journal", "stale");
+  const auto lock = files_.Lock(working);
+  const std::string before = files_.Identity(working);
+  files_.LayWorkingCopy(project, working);
+  EXPECT_EQ(files_.ReadAll(working), "project");
+  EXPECT_EQ(files_.Identity(working), before);
+  EXPECT_EQ(files_.Lock(working), nullptr) << "the lock holds on";
+  EXPECT_FALSE(files_.Exists(At("line1.tmp-journal")));
+  EXPECT_THROW(files_.LayWorkingCopy(project, folder_.string() + "/./line1.spj"), FileError);
+  EXPECT_EQ(files_.ReadAll(project), "project");
+}
+
+TEST_F(PosixFilesTest, NamesWithAZeroCharacterNeitherExistNorReachAnotherFile) {
+  const std::string file = Put("line1.spj", "kept");
+  const std::string cut = file + std::string(1, '\0');
+  EXPECT_TRUE(files_.Exists(file));
+  EXPECT_FALSE(files_.Exists(cut));
+  EXPECT_FALSE(files_.Exists(std::string(1, '\0')));
+  EXPECT_FALSE(files_.IsSameFile(file, cut));
+  EXPECT_THROW((void)files_.ReadAll(cut), FileError);
+  EXPECT_THROW(files_.Remove(cut), FileError);
+  EXPECT_THROW(files_.Rename(cut, At("other")), FileError);
+  EXPECT_THROW(files_.WriteDurably(cut, "x"), FileError);
+  EXPECT_EQ(files_.ReadAll(file), "kept");
+}
+
+TEST_F(PosixFilesTest, SameFileIsToldForFilesThatDoNotExistYet) {
+  fs::create_directory(folder_ / "a");
+  EXPECT_TRUE(files_.IsSameFile(At("line1.tmp"), At("a/../line1.tmp")));
+  EXPECT_FALSE(files_.IsSameFile(At("line1.tmp"), At("line2.tmp")));
+  Put("line1.tmp", "");
+  EXPECT_FALSE(files_.IsSameFile(At("line1.tmp"), At("line2.tmp")));
+  EXPECT_FALSE(files_.Exists(At("a"))) << "a folder is no file";
+}
+
+TEST_F(PosixFilesTest, RenameReplacesAndOntoItselfDoesNothing) {
+  const std::string from = Put("line1.tmp", "working");
+  Put("line2.tmp", "stale");
+  Put("line2.tmp-journal", "stale");
+  files_.Rename(from, At("line2.tmp"));
+  EXPECT_EQ(files_.ReadAll(At("line2.tmp")), "working");
+  files_.Rename(At("line2.tmp"), At("line2.tmp"));
+  EXPECT_EQ(files_.ReadAll(At("line2.tmp")), "working");
+  EXPECT_EQ(Count(), 1U);
+  files_.Remove(At("line2.tmp"));
+  files_.Remove(At("line2.tmp"));
+  EXPECT_EQ(Count(), 0U);
+  EXPECT_THROW(files_.Rename(from, At("x")), FileError);
+}
+
+TEST_F(PosixFilesTest, RenameCrossesFileSystems) {
+  const std::string other = "/dev/shm/velmoor-files-test-" + std::to_string(getpid());
+  struct stat here {};
+  struct stat there {};
+  if (stat(folder_.c_str(), &here) != 0 || stat("/dev/shm", &there) != 0 ||
+      here.st_dev == there.st_dev) {
+    GTEST_SKIP() << "one file system only";
+  }
+  files_.Rename(Put("line1.tmp", "working"), other);
+  EXPECT_EQ(files_.ReadAll(other), "working");
+  EXPECT_EQ(Count(), 0U);
+  files_.Remove(other);
+}
+
+TEST_F(PosixFilesTest, ALockIsFreedWithItsOwnerAndByTheDeathOfAProcess) {
+  const std::string path = At("line1.tmp");
+  auto lock = files_.Lock(path);
+  ASSERT_NE(lock, nullptr);
+  EXPECT_EQ(files_.Lock(path), nullptr);
+  lock.reset();
+  int ready[2];
+  ASSERT_EQ(pipe(ready), 0);
+  const pid_t child = fork();
+  if (child == 0) {
+    const auto held = files_.Lock(path);
+    if (write(ready[1], held ? "y" : "n", 1) != 1) _exit(1);
+    pause();
+  }
+  char answer = 0;
+  ASSERT_EQ(read(ready[0], &answer, 1), 1);
+  EXPECT_EQ(answer, 'y');
+  EXPECT_EQ(files_.Lock(path), nullptr);
+  kill(child, SIGKILL);
+  waitpid(child, nullptr, 0);
+  EXPECT_NE(files_.Lock(path), nullptr);
+}
+
+// A child that saves without end is killed at some point, many times over: the target is the old
+// file or the new one, whole, and the next save works and clears away what the dead one left.
+TEST_F(PosixFilesTest, KillingASaveLeavesTheOldOrTheNewFileWhole) {
+  const std::string a(200000, 'a');
+  const std::string b(150000, 'b');
+  const std::string sourceA = Put("a", a);
+  const std::string sourceB = Put("b", b);
+  const std::string target = Put("line1.spj", a);
+  for (int round = 0; round < 60; ++round) {
+    int saving[2];
+    ASSERT_EQ(pipe(saving), 0);
+    const pid_t child = fork();
+    if (child == 0) {
+      for (;;) {
+        if (write(saving[1], "s", 1) != 1) _exit(1);
+        files_.ReplaceDurably(sourceB, target);
+        files_.ReplaceDurably(sourceA, target);
+      }
+    }
+    // Once it is at work, a little later each round.
+    char sign = 0;
+    ASSERT_EQ(read(saving[0], &sign, 1), 1);
+    const auto until = std::chrono::steady_clock::now() + std::chrono::microseconds(round * 37);
+    while (std::chrono::steady_clock::now() < until) {
+    }
+    kill(child, SIGKILL);
+    waitpid(child, nullptr, 0);
+    close(saving[0]);
+    close(saving[1]);
+    const std::string found = files_.ReadAll(target);
+    ASSERT_TRUE(found == a || found == b) << "round " << round << ", " << found.size() << " bytes";
+  }
+  files_.ReplaceDurably(sourceB, target);
+  EXPECT_EQ(files_.ReadAll(target), b);
+  EXPECT_EQ(Count(), 3U);
+}
+
+}  // namespace
+}  // namespace velmoor::posix
