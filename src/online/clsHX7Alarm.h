@@ -5,8 +5,6 @@
 // lookup takes the first match and reports no error: without a match its result is empty.
 #pragma once
 
-#include <array>
-#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -37,10 +35,14 @@ class clsHX7Alarm final : public AlarmNames {
   [[nodiscard]] std::string GetAlarmCode(const std::string& strDisplay) const;
 
  private:
-  enum Column : std::size_t { name, key, code, display };
-  using Row = std::array<std::string, 4>;
+  struct Row {
+    std::string name;
+    std::string key;
+    std::string code;     // decimal; empty where the alarm has none
+    std::string display;  // such as "A.9F"
+  };
 
-  [[nodiscard]] const Row* FindRow(Column column, std::string_view text) const;
+  [[nodiscard]] const Row* FindRow(std::string Row::*field, std::string_view text) const;
 
   std::string strDatabasePath_;
   std::vector<Row> arAlarmList_;
