@@ -1,0 +1,257 @@
+#include "tools/ParameterToolBase.h"
+
+#include <stdexcept>
+
+#include "platform/Events.h"
+#include "platform/Numbers.h"
+#include "platform/Trapped.h"
+#include "platform/World.h"
+#include "project/data/Schema.h"
+#include "tools/ComboListText.h"
+#include "tools/UnitConversion.h"
+
+namespace velmoor {
+
+std::int16_t ParameterToolBase::RowsInArray() const {
+  return Narrow<std::int16_t>(arBlockMatrix_.Rows());
+}
+
+Project& ParameterToolBase::project() const {
+  Project* const current = gMainForm != nullptr ? gMainForm->CurrentProject() : nullptr;
+  if (current == nullptr) throw std::logic_error("No project is open");
+  return *current;
+}
+
+std::string ParameterToolBase::Prefix(std::string_view procedure) const {
+  return className_ + "." + std::string(procedure) + ": ";
+}
+
+std::unique_ptr<Database> ParameterToolBase::OpenWorkingFile() const {
+  return OpenDatabase(strSaveDBPath_, DatabaseAccess::readWrite);
+}
+
+// ---- reading ----------------------------------------------------------------------------------------
+
+bool ParameterToolBase::ReadFromDB() {
+  // "ReadToDB" is how this message is spelled, on purpose.
+  return Trapped(Prefix("ReadToDB"), [this] {
+    ReadDefinitions();
+    ReadValues();
+    arBlockMatrix_.ClearTouched();
+    return true;
+  });
+}
+
+void ParameterToolBase::ReadDefinitions() {
+  int row = 0;
+  for (const ParameterDefinition& definition :
+       ReadParameterDefinitions(strDatabasePath_, strTable_)) {
+    if (!Takes(definition)) continue;
+    ++row;
+    if (row > arBlockMatrix_.Rows()) arBlockMatrix_.SetRows(row);
+    FillRow(row, definition);
+  }
+  arBlockMatrix_.SetRows(row);
+  DefinitionsRead();
+}
+
+void ParameterToolBase::FillRow(int row, const ParameterDefinition& definition) {
+  arBlockMatrix_.Set(row, Column::name, definition.user_constant);
+  arBlockMatrix_.Set(row, Column::description, definition.parameter_name);
+  arBlockMatrix_.Set(row, Column::minimum, definition.Min);
+  arBlockMatrix_.Set(row, Column::maximum, definition.Max);
+  arBlockMatrix_.Set(row, Column::initial, definition.initial_value);
+  const auto kind = UnitKindOf(definition.user_constant);
+  arBlockMatrix_.Set(row, Column::unit, kind ? UnitWord(*kind) : definition.Unit);
+  arBlockMatrix_.Set(row, Column::listKey, definition.dec_data_id);
+}
+
+void ParameterToolBase::ReadValues() {
+  const auto database = OpenDatabase(strSaveDBPath_, DatabaseAccess::readOnly);
+  const auto records = database->OpenTable(schema::kParameters);
+  for (int row = 1; row <= arBlockMatrix_.Rows(); ++row) {
+    if (!records->FindFirst("pn", arBlockMatrix_.Text(row, Column::name))) continue;
+    const std::string value = records->Text("value");
+    arBlockMatrix_.Set(row, Column::value,
+                       value.empty() ? arBlockMatrix_.Text(row, Column::initial) : value);
+  }
+}
+
+void ParameterToolBase::SetComboLists(const ComboLists& lists) {
+  for (int row = 1; row <= arBlockMatrix_.Rows(); ++row) {
+    const std::int32_t key = Int32FromCell(arBlockMatrix_.Text(row, Column::listKey));
+    if (key == 0) continue;
+    arBlockMatrix_.Set(row, Column::list, lists.at(static_cast<std::size_t>(key) - 1));
+    if (!arBlockMatrix_.Text(row, Column::value).empty()) continue;
+    const std::int32_t initial = Int32FromCell(arBlockMatrix_.Text(row, Column::initial));
+    arBlockMatrix_.Set(row, Column::value, GetSelectedComboListItem(row, initial));
+  }
+}
+
+// ---- display form and controller form ---------------------------------------------------------------
+
+std::optional<std::string> ParameterToolBase::GetSelectedComboListIndex(int row) {
+  const std::string value = arBlockMatrix_.Text(row, Column::value);
+  const std::string& list = arBlockMatrix_.Text(row, Column::list);
+  if (!list.empty()) return NumberText(ComboListIndex(list, value));
+  const auto kind = UnitKindOf(arBlockMatrix_.Text(row, Column::name));
+  return kind ? ConvertUnitsToCounts(row, *kind) : value;
+}
+
+std::optional<std::string> ParameterToolBase::ConvertUnitsToCounts(int row, UnitKind kind) {
+  const std::string value = arBlockMatrix_.Text(row, Column::value);
+  const LimitedCounts counts =
+      UnitsToLimitedCounts(value, FactorOf(project(), kind), project().Resolution());
+  if (!counts.valid) {
+    const std::string& strPn = arBlockMatrix_.Text(row, Column::name);
+    ShowExclamation("Overflow error while converting " + strPn +
+                    " value to encoder counts!\rPlease modify " + strPn + " until satisfactory.");
+    return std::nullopt;
+  }
+  if (counts.clamped) {
+    arBlockMatrix_.Set(row, Column::value, counts.text);
+    blnDataInvalidated_ = true;
+  }
+  return NumberText(counts.counts);
+}
+
+std::string ParameterToolBase::GetSelectedComboListItem(int row, std::int32_t selected) const {
+  const std::string& list = arBlockMatrix_.Text(row, Column::list);
+  if (!list.empty()) return ComboListItem(list, selected);
+  const auto kind = UnitKindOf(arBlockMatrix_.Text(row, Column::name));
+  if (!kind) return NumberText(selected);
+  return CountsToUnits(selected, FactorOf(project(), *kind), project().Resolution());
+}
+
+// ---- writing ----------------------------------------------------------------------------------------
+
+bool ParameterToolBase::SaveToDB() {
+  return Trapped(Prefix("SaveToDB"), [this] {
+    const auto database = OpenWorkingFile();
+    const auto records = database->OpenTable(schema::kParameters);
+    for (int row = 1; row <= arBlockMatrix_.Rows(); ++row) {
+      const bool found = records->FindFirst("pn", arBlockMatrix_.Text(row, Column::name));
+      if (found && !arBlockMatrix_.IsTouched(row)) continue;
+      if (found) {
+        records->Edit();
+        if (arBlockMatrix_.IsDirty(row)) records->Set("Dirty", "1");
+      } else {
+        records->AddNew();
+        records->Set("pn", arBlockMatrix_.Text(row, Column::name));
+        records->Set("Dirty", "1");
+      }
+      WriteRecord(*records, row);
+    }
+    return true;
+  });
+}
+
+// Completes the edit of a record with the row's value in both forms.
+void ParameterToolBase::WriteRecord(RowSet& records, int row) {
+  const auto controllerValue = GetSelectedComboListIndex(row);
+  if (!controllerValue) return;
+  records.Set("value", arBlockMatrix_.Text(row, Column::value));
+  records.Set("ControllerValue", *controllerValue);
+  records.Update();
+  arBlockMatrix_.ClearTouched(row);
+}
+
+void ParameterToolBase::RewriteRows(const NewValue& newValue) {
+  const auto database = OpenWorkingFile();
+  const auto records = database->OpenTable(schema::kParameters);
+  for (int row = 1; row <= arBlockMatrix_.Rows(); ++row) {
+    const auto value = newValue(row);
+    if (!value) continue;
+    arBlockMatrix_.Set(row, Column::value, *value);
+    arBlockMatrix_.Set(row, Column::dirty, "1");
+    if (!records->FindFirst("pn", arBlockMatrix_.Text(row, Column::name))) continue;
+    records->Edit();
+    records->Set("Dirty", "1");
+    WriteRecord(*records, row);
+  }
+}
+
+bool ParameterToolBase::ScalesWithResolution(int row) const {
+  return Int32FromCell(arBlockMatrix_.Text(row, Column::listKey)) == 0 &&
+         !arBlockMatrix_.Text(row, Column::value).empty();
+}
+
+bool ParameterToolBase::ChangeResolutionOfRows(const std::string& prefix, std::int16_t digits) {
+  return Trapped(prefix, [&] {
+    RewriteRows([&](int row) -> std::optional<std::string> {
+      if (!ScalesWithResolution(row)) return std::nullopt;
+      return FixedText(std::string_view(arBlockMatrix_.Text(row, Column::value)), digits);
+    });
+    MarkDirty();
+    return true;
+  });
+}
+
+std::int16_t ParameterToolBase::GetNumberOfNewRows() const {
+  std::int16_t count = 0;
+  Trapped(Prefix("GetNumberOfNewRows"), [&] {
+    const auto database = OpenDatabase(strSaveDBPath_, DatabaseAccess::readOnly);
+    const auto records = database->OpenTable(schema::kParameters);
+    for (int row = 1; row <= arBlockMatrix_.Rows(); ++row) {
+      const bool found = records->FindFirst("pn", arBlockMatrix_.Text(row, Column::name));
+      if (found && records->Text("Dirty") == "1") ++count;
+    }
+    return true;
+  });
+  return count;
+}
+
+// ---- sister tools -----------------------------------------------------------------------------------
+
+void ParameterToolBase::UpdateBlockMatrix() {
+  BlockMatrix editor;
+  project().EditorSister().GetBlockMatrix(editor);
+  for (int row = 1; row <= arBlockMatrix_.Rows(); ++row) {
+    const int from = editor.FindRow(arBlockMatrix_.Text(row, Column::name));
+    if (from > 0) arBlockMatrix_.Set(row, Column::value, editor.Text(from, Column::value));
+  }
+}
+
+void ParameterToolBase::CopyValuesInto(SharedParameterTool& sister) const {
+  BlockMatrix copy;
+  sister.GetBlockMatrix(copy);
+  for (int row = 1; row <= arBlockMatrix_.Rows(); ++row) {
+    const int to = copy.FindRow(arBlockMatrix_.Text(row, Column::name));
+    if (to > 0) copy.Set(to, Column::value, arBlockMatrix_.Text(row, Column::value));
+  }
+  sister.LetBlockMatrix(copy);
+}
+
+void ParameterToolBase::UpdateEditorBlockMatrix() const {
+  CopyValuesInto(project().EditorSister());
+}
+
+void ParameterToolBase::CommitUploadedData(bool bState) {
+  if (!bState) return;
+  blnNeedsSaving_ = true;
+  blnIsDirty_ = false;
+  SaveToDB();
+}
+
+ParameterToolBase::Snapshot ParameterToolBase::TakeSnapshot() const {
+  return {arBlockMatrix_, blnIsDirty_, blnNeedsSaving_};
+}
+
+void ParameterToolBase::RestoreSnapshot(const Snapshot& snapshot) {
+  arBlockMatrix_ = snapshot.rows;
+  blnIsDirty_ = snapshot.isDirty;
+  blnNeedsSaving_ = snapshot.needsSaving;
+}
+
+// ---- helpers of the pattern -------------------------------------------------------------------------
+
+bool NeedsNewOptionVersion(std::string_view strPn) { return strPn == "Pn833" || strPn == "Pn834"; }
+
+std::string WireNumber(std::string_view strPn) { return Right(strPn, 3); }
+
+void TrimCurrentUnits(std::string& strText) {
+  const std::size_t at = strText.find('(');
+  if (at != std::string::npos) strText = Trim(std::string_view(strText).substr(0, at));
+}
+
+}  // namespace velmoor

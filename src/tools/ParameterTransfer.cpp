@@ -1,0 +1,120 @@
+// The parameter tool pattern's way to the amplifier and back.
+
+#include "link/clsHX7Helix7.h"
+#include "platform/Events.h"
+#include "platform/Numbers.h"
+#include "platform/Trapped.h"
+#include "project/data/Schema.h"
+#include "tools/ParameterToolBase.h"
+
+namespace velmoor {
+
+struct ParameterToolBase::Transfer {
+  RowSet& records;
+  Database& database;
+  bool overRide;
+  bool newOptionVersion;
+  std::int16_t count = 0;
+  std::int16_t total = 0;
+};
+
+bool ParameterToolBase::DownloadRows(bool blnOverRide) {
+  return Trapped(Prefix("Download"), [&] {
+    const std::int16_t dirty = GetNumberOfNewRows();
+    if (blnOverRide) MarkAllForDownload();
+    const bool newOptionVersion = gMainForm->Helix7()->IsOptionVersionNew();
+    const auto database = OpenWorkingFile();
+    const auto records = database->OpenTable(schema::kParameters);
+    Transfer transfer{*records, *database, blnOverRide, newOptionVersion};
+    transfer.total = blnOverRide ? RowsInArray() : dirty;
+    for (int row = 1; row <= arBlockMatrix_.Rows(); ++row) {
+      if (!DownloadRow(transfer, row)) return false;
+    }
+    Status.Raise("Download Complete");
+    return true;
+  });
+}
+
+// One row: passed over, or sent and cleared. False ends the download, its status raised.
+bool ParameterToolBase::DownloadRow(Transfer& transfer, int row) {
+  const std::string strPn = arBlockMatrix_.Text(row, Column::name);
+  if (transfer.overRide) Downloading.Raise(Narrow<std::int16_t>(row), transfer.total);
+  if (gMainForm->StopProcedure()) {
+    Status.Raise("Download Terminated");
+    return false;
+  }
+  if (IsNeverSent(strPn)) return true;
+  if (!transfer.records.FindFirst("pn", strPn)) return true;
+  if (!GoesOut(row, transfer.records, transfer.overRide)) return true;
+  if (NeedsNewOptionVersion(strPn) && !transfer.newOptionVersion) {
+    // Counted so that the progress reaches its total; the row stays dirty.
+    if (!transfer.overRide) Downloading.Raise(++transfer.count, transfer.total);
+    return true;
+  }
+  if (transfer.records.Text("value").empty()) return true;
+  if (!transfer.overRide) Downloading.Raise(++transfer.count, transfer.total);
+  const std::string value = ValueToSend(strPn, transfer.records.Text("ControllerValue"));
+  BeforeSend(strPn, value);
+  if (gMainForm->Helix7()->SetParameter(WireNumber(strPn), value) != 0) {
+    SendFailed(strPn);
+    Status.Raise("Download Failed");
+    return false;
+  }
+  transfer.records.Edit();
+  transfer.records.Set("Dirty", "0");
+  transfer.records.Update();
+  // What the amplifier has acknowledged is never sent again, whatever happens next.
+  transfer.database.Commit();
+  arBlockMatrix_.Set(row, Column::dirty, "0");
+  arBlockMatrix_.ClearTouched(row);
+  YieldEvents();
+  return true;
+}
+
+void ParameterToolBase::MarkAllForDownload() {
+  for (int row = 1; row <= arBlockMatrix_.Rows(); ++row) {
+    arBlockMatrix_.Set(row, Column::dirty, "1");
+  }
+}
+
+bool ParameterToolBase::GoesOut(int row, const RowSet& /*record*/, bool /*blnOverRide*/) const {
+  return arBlockMatrix_.IsDirty(row);
+}
+
+bool ParameterToolBase::Upload() {
+  return Trapped(Prefix("Upload"), [this] {
+    const bool newOptionVersion = gMainForm->Helix7()->IsOptionVersionNew();
+    for (int row = 1; row <= arBlockMatrix_.Rows(); ++row) {
+      if (gMainForm->StopProcedure()) {
+        Status.Raise("Upload Terminated");
+        return false;
+      }
+      Uploading.Raise(Narrow<std::int16_t>(row), RowsInArray());
+      const bool absent =
+          NeedsNewOptionVersion(arBlockMatrix_.Text(row, Column::name)) && !newOptionVersion;
+      if (!absent && !UploadRow(row)) {
+        Status.Raise("Upload Failed");
+        return false;
+      }
+      YieldEvents();
+    }
+    AfterUpload();
+    Status.Raise("Upload Complete");
+    return true;
+  });
+}
+
+bool ParameterToolBase::UploadRow(int row) {
+  std::string answer;
+  const std::string number = WireNumber(arBlockMatrix_.Text(row, Column::name));
+  if (gMainForm->Helix7()->GetParameter(number, answer) != 0) return false;
+  arBlockMatrix_.Set(row, Column::value, UploadedValue(row, answer));
+  arBlockMatrix_.Set(row, Column::dirty, "0");
+  return true;
+}
+
+std::string ParameterToolBase::UploadedValue(int row, const std::string& answer) const {
+  return GetSelectedComboListItem(row, Int32FromText(answer));
+}
+
+}  // namespace velmoor
