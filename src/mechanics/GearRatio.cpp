@@ -60,7 +60,9 @@ struct Walk {
   }
 };
 
-bool CanWalk(float ratio) { return std::isfinite(ratio) && ratio > 0; }
+bool CanWalk(float ratio) {
+  return std::isfinite(ratio) && ratio > 0;
+}
 
 bool FinishRange(std::int16_t& low, std::int16_t high) {
   if (low < 0) low = 0;

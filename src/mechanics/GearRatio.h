@@ -13,7 +13,8 @@ struct Machine {
   std::int32_t system = 0;      // index, see MachineUnits.h
   float length = 0;             // lead, diameter or modulus, in distance units
   std::int16_t n1 = 1, n2 = 1;  // N1 load-side turns to N2 motor-side turns
-  std::int16_t resolution = 0;  // decimal places; one distance unit is 10^resolution reference units
+  std::int16_t resolution =
+      0;  // decimal places; one distance unit is 10^resolution reference units
   std::int32_t encoderCount = 2048;  // lines per turn
 };
 
@@ -25,14 +26,15 @@ struct GearRatio {
 };
 
 // Derives A and B. False leaves `ratio` alone and puts the reason into `strError`.
-[[nodiscard]] bool IsGearRatioValid(const Machine& machine, GearRatio& ratio, std::string& strError);
+[[nodiscard]] bool IsGearRatioValid(const Machine& machine, GearRatio& ratio,
+                                    std::string& strError);
 
-// Replaces the terms by the best fraction with both within 65535; of equally good ones the smallest A
-// wins. False leaves them alone.
+// Replaces the terms by the best fraction with both within 65535; of equally good ones the smallest
+// A wins. False leaves them alone.
 [[nodiscard]] bool ReduceGearRatio(double& a, double& b);
 
-// The resolutions at which a machine whose ratio B/A is `ratio` at `resolution` has a ratio from 0.01
-// to 100. Does nothing and gives false when the ratio fits already.
+// The resolutions at which a machine whose ratio B/A is `ratio` at `resolution` has a ratio from
+// 0.01 to 100. Does nothing and gives false when the ratio fits already.
 [[nodiscard]] bool GetAllowableResolutionRange(float ratio, std::int16_t resolution,
                                                std::int16_t& low, std::int16_t& high);
 
@@ -41,8 +43,8 @@ struct GearRatio {
                                       std::string& strError);
 
 // Counts for one unit of distance (0), speed (1) and acceleration (2), and the time entry (3): the
-// amplifier's speed is in 1000 reference units a minute, its acceleration in 1000 of those a minute a
-// millisecond. A time word other than "seconds" and "minutes" leaves entry 3 as it was.
+// amplifier's speed is in 1000 reference units a minute, its acceleration in 1000 of those a minute
+// a millisecond. A time word other than "seconds" and "minutes" leaves entry 3 as it was.
 using ConversionFactors = std::array<double, 4>;
 void UpdateConversionFactors(ConversionFactors& factors, std::string_view timeUnits,
                              std::int16_t resolution);

@@ -63,10 +63,18 @@ double MultiplierFactor(std::int32_t index) {
   return system->measureIsDiameter ? GetCircleConstant() : 1.0;
 }
 
-std::string DistanceUnitsFromIndex(std::int32_t index) { return WordAt(kDistanceUnits, index); }
-std::string DistanceUnitsIndex(std::string_view word) { return IndexOf(kDistanceUnits, word); }
-std::string TimeUnitsFromIndex(std::int32_t index) { return WordAt(kTimeUnits, index); }
-std::string TimeUnitsIndex(std::string_view word) { return IndexOf(kTimeUnits, word); }
+std::string DistanceUnitsFromIndex(std::int32_t index) {
+  return WordAt(kDistanceUnits, index);
+}
+std::string DistanceUnitsIndex(std::string_view word) {
+  return IndexOf(kDistanceUnits, word);
+}
+std::string TimeUnitsFromIndex(std::int32_t index) {
+  return WordAt(kTimeUnits, index);
+}
+std::string TimeUnitsIndex(std::string_view word) {
+  return IndexOf(kTimeUnits, word);
+}
 
 std::int32_t EncoderCountFromIndex(std::int32_t index) {
   const std::int32_t* const count = At(std::span<const std::int32_t>(kEncoderCounts), index);

@@ -29,8 +29,10 @@ class SharedParameterTool : public ParameterTool {
 
 enum class UnitKind { distance = 0, speed = 1, acceleration = 2 };
 
-class EditorTool : public SharedParameterTool {
+// The direct parameter editor's services beside its rows.
+class EditorTool {
  public:
+  virtual ~EditorTool() = default;
   // The count in the project's units of that kind, at its resolution.
   [[nodiscard]] virtual std::string ConvertCountsToUnitsPublic(std::int32_t count,
                                                                UnitKind kind) const = 0;
@@ -40,8 +42,9 @@ class EditorTool : public SharedParameterTool {
   virtual void MarkChanged() = 0;
 };
 
-class OverTravelTool : public SharedParameterTool {
+class OverTravelTool {
  public:
+  virtual ~OverTravelTool() = default;
   // After a commit of the machine: travel limits and kind of axis follow. `length` in distance
   // units.
   virtual void UpdateOverTravel(std::int16_t digits, float length) = 0;
@@ -74,10 +77,12 @@ class Project {
   [[nodiscard]] virtual double ConversionForTime() const = 0;
 
   // Sister tools by the few operations that others may call.
-  virtual EditorTool& EditorSister() = 0;
+  virtual SharedParameterTool& EditorSister() = 0;
+  virtual EditorTool& EditorService() = 0;
   virtual SharedParameterTool& FlexibleIOSister() = 0;
   virtual ParameterTool& InterfaceSister() = 0;
-  virtual OverTravelTool& OverTravelSister() = 0;
+  virtual SharedParameterTool& OverTravelSister() = 0;
+  virtual OverTravelTool& OverTravelLimits() = 0;
   virtual ParameterTool& HomingSister() = 0;
   virtual ParameterTool& TuningSister() = 0;
   virtual MechanicalSystemTool& MechanicalSystemSister() = 0;

@@ -6,11 +6,15 @@
 namespace velmoor {
 namespace {
 
-std::size_t CellIndex(Column column) { return static_cast<std::size_t>(column) - 1; }
+std::size_t CellIndex(Column column) {
+  return static_cast<std::size_t>(column) - 1;
+}
 
 }  // namespace
 
-void BlockMatrix::SetRows(int rows) { rows_.resize(static_cast<std::size_t>(std::max(rows, 0))); }
+void BlockMatrix::SetRows(int rows) {
+  rows_.resize(static_cast<std::size_t>(std::max(rows, 0)));
+}
 
 const BlockMatrix::Row& BlockMatrix::At(int row) const {
   if (row < 1 || row > Rows()) throw std::out_of_range("Subscript out of range");
@@ -38,13 +42,17 @@ int BlockMatrix::FindRow(std::string_view parameter) const {
   return 0;
 }
 
-bool BlockMatrix::IsTouched(int row) const { return At(row).touched; }
+bool BlockMatrix::IsTouched(int row) const {
+  return At(row).touched;
+}
 
 void BlockMatrix::ClearTouched() {
   for (Row& row : rows_) row.touched = false;
 }
 
-void BlockMatrix::ClearTouched(int row) { At(row).touched = false; }
+void BlockMatrix::ClearTouched(int row) {
+  At(row).touched = false;
+}
 
 void BlockMatrix::MoveToFront(std::string_view parameter) {
   const int row = FindRow(parameter);

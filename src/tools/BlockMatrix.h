@@ -39,8 +39,9 @@ class BlockMatrix {
 
   [[nodiscard]] bool IsDirty(int row) const { return Text(row, Column::dirty) == "1"; }
 
-  // A row counts as touched when its value or mark was set since the last ReadFromDB. Only touched rows
-  // are written, so that a copy that was not edited never reverts what a sister tool has saved.
+  // A row counts as touched when its value or mark was set since the last ReadFromDB. Only touched
+  // rows are written, so that a copy that was not edited never reverts what a sister tool has
+  // saved.
   [[nodiscard]] bool IsTouched(int row) const;
   void ClearTouched();
   void ClearTouched(int row);

@@ -6,25 +6,24 @@
 
 namespace velmoor {
 
-std::optional<std::size_t> NibbleDefinitions::Find(const std::string& nibbleDataId) const {
+const NibbleDefinition* FindNibble(const std::vector<NibbleDefinition>& definitions,
+                                   const std::string& nibbleDataId) {
+  if (!IsNibbleKey(nibbleDataId)) return nullptr;
   const auto found =
-      std::find_if(records_.begin(), records_.end(), [&](const NibbleRecord& record) {
-        return record.nibble_data_id == nibbleDataId;
+      std::find_if(definitions.begin(), definitions.end(), [&](const NibbleDefinition& definition) {
+        return definition.nibble_data_id == nibbleDataId;
       });
-  if (found == records_.end()) return std::nullopt;
-  return static_cast<std::size_t>(found - records_.begin());
+  return found == definitions.end() ? nullptr : &*found;
 }
 
-std::optional<int> NibbleDefinitions::Allowed(int digit, std::size_t index) const {
-  const std::size_t at = index + static_cast<std::size_t>(digit);
-  if (at >= records_.size() || records_[at].use_bit.empty()) return std::nullopt;
-  return Int32FromText(records_[at].use_bit);
+bool IsNibbleKey(const std::string& nibbleDataId) {
+  return !nibbleDataId.empty() && nibbleDataId != "0";
 }
 
-std::string NibbleDefinitions::MaximumHex(std::size_t index) const {
+std::string GetMaximumHex(const NibbleDefinition& definition) {
   std::string text;
-  for (int digit = 3; digit >= 0; --digit) {
-    const int allowed = Allowed(digit, index).value_or(0);
+  for (std::size_t digit = definition.digits.size(); digit-- > 0;) {
+    const int allowed = definition.digits[digit].use_bit;
     text += allowed > 0 ? HexText(static_cast<std::uint32_t>(allowed - 1)) : "0";
   }
   return text;

@@ -12,6 +12,18 @@
 
 namespace velmoor {
 
+using schema::Parameters;
+
+namespace {
+
+// An equal value is left alone, so that the row does not count as touched.
+void CopyValue(const BlockMatrix& source, int from, BlockMatrix& target, int to) {
+  const std::string& value = source.Text(from, Column::value);
+  if (target.Text(to, Column::value) != value) target.Set(to, Column::value, value);
+}
+
+}  // namespace
+
 std::int16_t ParameterToolBase::RowsInArray() const {
   return Narrow<std::int16_t>(arBlockMatrix_.Rows());
 }
@@ -27,10 +39,11 @@ std::string ParameterToolBase::Prefix(std::string_view procedure) const {
 }
 
 std::unique_ptr<Database> ParameterToolBase::OpenWorkingFile() const {
-  return OpenDatabase(strSaveDBPath_, DatabaseAccess::readWrite);
+  return OpenForWriting(strSaveDBPath_);
 }
 
-// ---- reading ----------------------------------------------------------------------------------------
+// ---- reading
+// ----------------------------------------------------------------------------------------
 
 bool ParameterToolBase::ReadFromDB() {
   // "ReadToDB" is how this message is spelled, on purpose.
@@ -67,11 +80,11 @@ void ParameterToolBase::FillRow(int row, const ParameterDefinition& definition) 
 }
 
 void ParameterToolBase::ReadValues() {
-  const auto database = OpenDatabase(strSaveDBPath_, DatabaseAccess::readOnly);
-  const auto records = database->OpenTable(schema::kParameters);
+  const auto database = OpenForReading(strSaveDBPath_);
+  const auto records = database->OpenTable(Parameters::kTable);
   for (int row = 1; row <= arBlockMatrix_.Rows(); ++row) {
-    if (!records->FindFirst("pn", arBlockMatrix_.Text(row, Column::name))) continue;
-    const std::string value = records->Text("value");
+    if (!records->FindFirst(Parameters::kPn, arBlockMatrix_.Text(row, Column::name))) continue;
+    const std::string value = records->Text(Parameters::kValue);
     arBlockMatrix_.Set(row, Column::value,
                        value.empty() ? arBlockMatrix_.Text(row, Column::initial) : value);
   }
@@ -88,7 +101,8 @@ void ParameterToolBase::SetComboLists(const ComboLists& lists) {
   }
 }
 
-// ---- display form and controller form ---------------------------------------------------------------
+// ---- display form and controller form
+// ---------------------------------------------------------------
 
 std::optional<std::string> ParameterToolBase::GetSelectedComboListIndex(int row) {
   const std::string value = arBlockMatrix_.Text(row, Column::value);
@@ -123,22 +137,24 @@ std::string ParameterToolBase::GetSelectedComboListItem(int row, std::int32_t se
   return CountsToUnits(selected, FactorOf(project(), *kind), project().Resolution());
 }
 
-// ---- writing ----------------------------------------------------------------------------------------
+// ---- writing
+// ----------------------------------------------------------------------------------------
 
 bool ParameterToolBase::SaveToDB() {
   return Trapped(Prefix("SaveToDB"), [this] {
     const auto database = OpenWorkingFile();
-    const auto records = database->OpenTable(schema::kParameters);
+    const auto records = database->OpenTable(Parameters::kTable);
     for (int row = 1; row <= arBlockMatrix_.Rows(); ++row) {
-      const bool found = records->FindFirst("pn", arBlockMatrix_.Text(row, Column::name));
+      const bool found =
+          records->FindFirst(Parameters::kPn, arBlockMatrix_.Text(row, Column::name));
       if (found && !arBlockMatrix_.IsTouched(row)) continue;
       if (found) {
         records->Edit();
-        if (arBlockMatrix_.IsDirty(row)) records->Set("Dirty", "1");
+        if (arBlockMatrix_.IsDirty(row)) records->Set(Parameters::kDirty, "1");
       } else {
         records->AddNew();
-        records->Set("pn", arBlockMatrix_.Text(row, Column::name));
-        records->Set("Dirty", "1");
+        records->Set(Parameters::kPn, arBlockMatrix_.Text(row, Column::name));
+        records->Set(Parameters::kDirty, "1");
       }
       WriteRecord(*records, row);
     }
@@ -150,23 +166,23 @@ bool ParameterToolBase::SaveToDB() {
 void ParameterToolBase::WriteRecord(RowSet& records, int row) {
   const auto controllerValue = GetSelectedComboListIndex(row);
   if (!controllerValue) return;
-  records.Set("value", arBlockMatrix_.Text(row, Column::value));
-  records.Set("ControllerValue", *controllerValue);
+  records.Set(Parameters::kValue, arBlockMatrix_.Text(row, Column::value));
+  records.Set(Parameters::kControllerValue, *controllerValue);
   records.Update();
   arBlockMatrix_.ClearTouched(row);
 }
 
 void ParameterToolBase::RewriteRows(const NewValue& newValue) {
   const auto database = OpenWorkingFile();
-  const auto records = database->OpenTable(schema::kParameters);
+  const auto records = database->OpenTable(Parameters::kTable);
   for (int row = 1; row <= arBlockMatrix_.Rows(); ++row) {
     const auto value = newValue(row);
     if (!value) continue;
     arBlockMatrix_.Set(row, Column::value, *value);
     arBlockMatrix_.Set(row, Column::dirty, "1");
-    if (!records->FindFirst("pn", arBlockMatrix_.Text(row, Column::name))) continue;
+    if (!records->FindFirst(Parameters::kPn, arBlockMatrix_.Text(row, Column::name))) continue;
     records->Edit();
-    records->Set("Dirty", "1");
+    records->Set(Parameters::kDirty, "1");
     WriteRecord(*records, row);
   }
 }
@@ -190,25 +206,27 @@ bool ParameterToolBase::ChangeResolutionOfRows(const std::string& prefix, std::i
 std::int16_t ParameterToolBase::GetNumberOfNewRows() const {
   std::int16_t count = 0;
   Trapped(Prefix("GetNumberOfNewRows"), [&] {
-    const auto database = OpenDatabase(strSaveDBPath_, DatabaseAccess::readOnly);
-    const auto records = database->OpenTable(schema::kParameters);
+    const auto database = OpenForReading(strSaveDBPath_);
+    const auto records = database->OpenTable(Parameters::kTable);
     for (int row = 1; row <= arBlockMatrix_.Rows(); ++row) {
-      const bool found = records->FindFirst("pn", arBlockMatrix_.Text(row, Column::name));
-      if (found && records->Text("Dirty") == "1") ++count;
+      const bool found =
+          records->FindFirst(Parameters::kPn, arBlockMatrix_.Text(row, Column::name));
+      if (found && records->Text(Parameters::kDirty) == "1") ++count;
     }
     return true;
   });
   return count;
 }
 
-// ---- sister tools -----------------------------------------------------------------------------------
+// ---- sister tools
+// -----------------------------------------------------------------------------------
 
 void ParameterToolBase::UpdateBlockMatrix() {
   BlockMatrix editor;
   project().EditorSister().GetBlockMatrix(editor);
   for (int row = 1; row <= arBlockMatrix_.Rows(); ++row) {
     const int from = editor.FindRow(arBlockMatrix_.Text(row, Column::name));
-    if (from > 0) arBlockMatrix_.Set(row, Column::value, editor.Text(from, Column::value));
+    if (from > 0) CopyValue(editor, from, arBlockMatrix_, row);
   }
 }
 
@@ -217,7 +235,7 @@ void ParameterToolBase::CopyValuesInto(SharedParameterTool& sister) const {
   sister.GetBlockMatrix(copy);
   for (int row = 1; row <= arBlockMatrix_.Rows(); ++row) {
     const int to = copy.FindRow(arBlockMatrix_.Text(row, Column::name));
-    if (to > 0) copy.Set(to, Column::value, arBlockMatrix_.Text(row, Column::value));
+    if (to > 0) CopyValue(arBlockMatrix_, row, copy, to);
   }
   sister.LetBlockMatrix(copy);
 }
@@ -243,11 +261,16 @@ void ParameterToolBase::RestoreSnapshot(const Snapshot& snapshot) {
   blnNeedsSaving_ = snapshot.needsSaving;
 }
 
-// ---- helpers of the pattern -------------------------------------------------------------------------
+// ---- helpers of the pattern
+// -------------------------------------------------------------------------
 
-bool NeedsNewOptionVersion(std::string_view strPn) { return strPn == "Pn833" || strPn == "Pn834"; }
+bool NeedsNewOptionVersion(std::string_view strPn) {
+  return strPn == "Pn833" || strPn == "Pn834";
+}
 
-std::string WireNumber(std::string_view strPn) { return Right(strPn, 3); }
+std::string WireNumber(std::string_view strPn) {
+  return Right(strPn, 3);
+}
 
 void TrimCurrentUnits(std::string& strText) {
   const std::size_t at = strText.find('(');

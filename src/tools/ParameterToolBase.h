@@ -1,7 +1,7 @@
 // The parameter tool pattern: what the six parameter tools share.
 //
-// A tool owns its rows, joins them with the catalogue and the project's working file, and moves them
-// to and from the amplifier. A concrete tool is its list of rows and its few overrides.
+// A tool owns its rows, joins them with the catalogue and the project's working file, and moves
+// them to and from the amplifier. A concrete tool is its list of rows and its few overrides.
 #pragma once
 
 #include <cstdint>
@@ -31,7 +31,8 @@ class ParameterToolBase : public SharedParameterTool {
     bool needsSaving = false;
   };
 
-  // ---- properties ---------------------------------------------------------------------------------
+  // ---- properties
+  // ---------------------------------------------------------------------------------
   void SetDatabasePath(const std::string& path) { strDatabasePath_ = path; }
   void SetParametersTable(const std::string& table) { strTable_ = table; }
   void SetSaveDBPath(const std::string& path) { strSaveDBPath_ = path; }
@@ -44,15 +45,17 @@ class ParameterToolBase : public SharedParameterTool {
   [[nodiscard]] bool DataInvalidated() const { return blnDataInvalidated_; }
   void ClearDataInvalidated() { blnDataInvalidated_ = false; }
 
-  // ---- rows ---------------------------------------------------------------------------------------
+  // ---- rows
+  // ---------------------------------------------------------------------------------------
   void GetBlockMatrix(BlockMatrix& copy) const override { copy = arBlockMatrix_; }
   void LetBlockMatrix(const BlockMatrix& copy) override { arBlockMatrix_ = copy; }
   [[nodiscard]] const BlockMatrix& Rows() const { return arBlockMatrix_; }
   void UpdateBlockMatrix() override;
   void PostUpload() override {}
 
-  // ---- the two databases --------------------------------------------------------------------------
-  // Rebuilds the rows in place: marks, lists and the values of rows without a record stay.
+  // ---- the two databases
+  // -------------------------------------------------------------------------- Rebuilds the rows in
+  // place: marks, lists and the values of rows without a record stay.
   bool ReadFromDB();
   // Gives list rows their items, and a row without a record its initial item.
   void SetComboLists(const ComboLists& lists);
@@ -61,20 +64,22 @@ class ParameterToolBase : public SharedParameterTool {
   // Records of the tool's rows that are marked dirty; not the marks in memory.
   [[nodiscard]] std::int16_t GetNumberOfNewRows() const;
 
-  // ---- the amplifier ------------------------------------------------------------------------------
-  // Reads every row into memory; the working file changes at the commit only.
+  // ---- the amplifier
+  // ------------------------------------------------------------------------------ Reads every row
+  // into memory; the working file changes at the commit only.
   bool Upload();
   // Ends an upload that the user has accepted or refused.
   void CommitUploadedData(bool bState);
   [[nodiscard]] Snapshot TakeSnapshot() const;
   void RestoreSnapshot(const Snapshot& snapshot);
 
-  // ---- events -------------------------------------------------------------------------------------
-  Event<> Applied;                                  // accepted changes were saved
-  Event<> Closed;                                   // the window closed
-  Event<const std::string&> Status;                 // "Download Complete" and the like
-  Event<std::int16_t, std::int16_t> Downloading;    // count, total; before each parameter sent
-  Event<std::int16_t, std::int16_t> Uploading;      // row, total; before each parameter read
+  // ---- events
+  // -------------------------------------------------------------------------------------
+  Event<> Applied;                                // accepted changes were saved
+  Event<> Closed;                                 // the window closed
+  Event<const std::string&> Status;               // "Download Complete" and the like
+  Event<std::int16_t, std::int16_t> Downloading;  // count, total; before each parameter sent
+  Event<std::int16_t, std::int16_t> Uploading;    // row, total; before each parameter read
 
  protected:
   // `className` heads the boxes about trapped errors: "clsFlexibleIO".
@@ -88,16 +93,17 @@ class ParameterToolBase : public SharedParameterTool {
   virtual void DefinitionsRead() {}
 
   // Display form to controller form. Nothing when the value cannot be converted: then the record's
-  // controller value and mark stay. A value beyond the counts that the amplifier takes is replaced by
-  // the limit in the row.
+  // controller value and mark stay. A value beyond the counts that the amplifier takes is replaced
+  // by the limit in the row.
   virtual std::optional<std::string> GetSelectedComboListIndex(int row);
   // Controller form to display form.
   [[nodiscard]] virtual std::string GetSelectedComboListItem(int row, std::int32_t selected) const;
   // The row's value in counts; a box and nothing when it is no number.
   std::optional<std::string> ConvertUnitsToCounts(int row, UnitKind kind);
 
-  // ---- transfer hooks -----------------------------------------------------------------------------
-  // With `blnOverRide`, every row goes that the tool sends at all.
+  // ---- transfer hooks
+  // ----------------------------------------------------------------------------- With
+  // `blnOverRide`, every row goes that the tool sends at all.
   bool DownloadRows(bool blnOverRide);
   virtual void MarkAllForDownload();
   // Whether the row goes out now; `record` stands at its record.
@@ -114,16 +120,17 @@ class ParameterToolBase : public SharedParameterTool {
   // Hands new values to the sister tools and the window.
   virtual void AfterUpload() = 0;
 
-  // ---- cross-updates and rewriting ----------------------------------------------------------------
-  // Copies column 4 of this tool's rows into the sister's rows of the same name.
+  // ---- cross-updates and rewriting
+  // ---------------------------------------------------------------- Copies column 4 of this tool's
+  // rows into the sister's rows of the same name.
   void CopyValuesInto(SharedParameterTool& sister) const;
   void UpdateEditorBlockMatrix() const;
 
   // Whether a change of resolution reformats the row: unit rows without a list.
   [[nodiscard]] virtual bool ScalesWithResolution(int row) const;
   bool ChangeResolutionOfRows(const std::string& prefix, std::int16_t digits);
-  // Gives rows a new value, marks them and rewrites their records. `newValue` returns nothing for a row
-  // that stays as it is.
+  // Gives rows a new value, marks them and rewrites their records. `newValue` returns nothing for a
+  // row that stays as it is.
   using NewValue = std::function<std::optional<std::string>(int row)>;
   void RewriteRows(const NewValue& newValue);
 
@@ -156,7 +163,8 @@ class ParameterToolBase : public SharedParameterTool {
 [[nodiscard]] bool NeedsNewOptionVersion(std::string_view strPn);
 // The three characters that name the parameter on the wire.
 [[nodiscard]] std::string WireNumber(std::string_view strPn);
-// Cuts a heading at its units: the text before the first "(", trimmed; without one it stays as it is.
+// Cuts a heading at its units: the text before the first "(", trimmed; without one it stays as it
+// is.
 void TrimCurrentUnits(std::string& strText);
 
 }  // namespace velmoor

@@ -9,6 +9,8 @@
 
 namespace velmoor {
 
+using schema::Parameters;
+
 struct ParameterToolBase::Transfer {
   RowSet& records;
   Database& database;
@@ -24,7 +26,7 @@ bool ParameterToolBase::DownloadRows(bool blnOverRide) {
     if (blnOverRide) MarkAllForDownload();
     const bool newOptionVersion = gMainForm->Helix7()->IsOptionVersionNew();
     const auto database = OpenWorkingFile();
-    const auto records = database->OpenTable(schema::kParameters);
+    const auto records = database->OpenTable(Parameters::kTable);
     Transfer transfer{*records, *database, blnOverRide, newOptionVersion};
     transfer.total = blnOverRide ? RowsInArray() : dirty;
     for (int row = 1; row <= arBlockMatrix_.Rows(); ++row) {
@@ -44,16 +46,16 @@ bool ParameterToolBase::DownloadRow(Transfer& transfer, int row) {
     return false;
   }
   if (IsNeverSent(strPn)) return true;
-  if (!transfer.records.FindFirst("pn", strPn)) return true;
+  if (!transfer.records.FindFirst(Parameters::kPn, strPn)) return true;
   if (!GoesOut(row, transfer.records, transfer.overRide)) return true;
   if (NeedsNewOptionVersion(strPn) && !transfer.newOptionVersion) {
     // Counted so that the progress reaches its total; the row stays dirty.
     if (!transfer.overRide) Downloading.Raise(++transfer.count, transfer.total);
     return true;
   }
-  if (transfer.records.Text("value").empty()) return true;
+  if (transfer.records.Text(Parameters::kValue).empty()) return true;
   if (!transfer.overRide) Downloading.Raise(++transfer.count, transfer.total);
-  const std::string value = ValueToSend(strPn, transfer.records.Text("ControllerValue"));
+  const std::string value = ValueToSend(strPn, transfer.records.Text(Parameters::kControllerValue));
   BeforeSend(strPn, value);
   if (gMainForm->Helix7()->SetParameter(WireNumber(strPn), value) != 0) {
     SendFailed(strPn);
@@ -61,7 +63,7 @@ bool ParameterToolBase::DownloadRow(Transfer& transfer, int row) {
     return false;
   }
   transfer.records.Edit();
-  transfer.records.Set("Dirty", "0");
+  transfer.records.Set(Parameters::kDirty, "0");
   transfer.records.Update();
   // What the amplifier has acknowledged is never sent again, whatever happens next.
   transfer.database.Commit();

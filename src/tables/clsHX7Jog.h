@@ -1,0 +1,26 @@
+// The jog table: 16 speeds, one of which four inputs pick as a binary number.
+#pragma once
+
+#include "tables/MotionTable.h"
+
+namespace velmoor {
+
+class clsHX7Jog final : public MotionTable {
+ public:
+  enum JogColumn { speed = 0, bit0, bit1, bit2, bit3 };
+
+  clsHX7Jog();
+
+  [[nodiscard]] bool IsDataSetComplete(int /*row*/) const override { return true; }
+
+ protected:
+  [[nodiscard]] bool IsStored(int row) const override { return IsTouched(row); }
+  [[nodiscard]] bool StoredMark(int row, bool /*complete*/) const override {
+    return DirtyCell(row) == "1";
+  }
+  [[nodiscard]] bool ScalesWithResolution(int row) const override { return !IsBlank(row); }
+  ResultCode UploadRow(int row) override;
+  ResultCode SendRecord(const RowSet& record) override;
+};
+
+}  // namespace velmoor

@@ -1,0 +1,27 @@
+// The zone table: 32 ranges of positions, signalled on five outputs as a binary number.
+#pragma once
+
+#include "tables/MotionTable.h"
+
+namespace velmoor {
+
+class clsHX7Zone final : public MotionTable {
+ public:
+  enum ZoneColumn { lower = 0, upper, bit0, bit1, bit2, bit3, bit4 };
+
+  clsHX7Zone();
+
+  // Both limits are there, or none.
+  [[nodiscard]] bool IsDataSetComplete(int row) const override;
+
+ protected:
+  [[nodiscard]] bool IsStored(int row) const override { return IsTouched(row); }
+  [[nodiscard]] bool StoredMark(int row, bool complete) const override {
+    return !complete || DirtyCell(row) == "1";
+  }
+  [[nodiscard]] bool ScalesWithResolution(int row) const override { return !IsBlank(row); }
+  ResultCode UploadRow(int row) override;
+  ResultCode SendRecord(const RowSet& record) override;
+};
+
+}  // namespace velmoor

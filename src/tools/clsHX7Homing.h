@@ -1,0 +1,35 @@
+// The homing routine. The home offset is also kept beside the parameters, among the project's
+// miscellaneous settings.
+#pragma once
+
+#include <string>
+
+#include "tools/ParameterToolBase.h"
+
+namespace velmoor {
+
+class clsHX7Homing final : public ParameterToolBase {
+ public:
+  clsHX7Homing() : ParameterToolBase("clsHoming") {}
+
+  // Sends the dirty rows.
+  bool Download() { return DownloadRows(false); }
+
+  bool ChangeResolution(std::int16_t digits);
+  bool ResetDefaults(std::int16_t digits);
+
+  // The stored home offset at the machine's resolution; empty where the project holds none.
+  [[nodiscard]] std::string GetHomingOffset() const;
+  bool SetHomingOffset(const std::string& strValue);
+  // Reads Pn81D alone from the amplifier and marks it changed.
+  bool UploadHomingOffset();
+  // Nothing in the system calls it; it is here for symmetry with the mechanical system.
+  void MoveToFrontOfBlockMatrix(const std::string& strPn) { arBlockMatrix_.MoveToFront(strPn); }
+
+ protected:
+  [[nodiscard]] bool Takes(const ParameterDefinition& definition) const override;
+  void FillRow(int row, const ParameterDefinition& definition) override;
+  void AfterUpload() override;
+};
+
+}  // namespace velmoor
