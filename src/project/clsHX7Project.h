@@ -1,0 +1,216 @@
+// The root object of a project: one file, the working copy beside it on which all tools work, and the
+// tools themselves.
+//
+// While a project is open nothing touches its file until Save copies the working file over it. The
+// object owns its tools and lives until the next project replaces it; with it goes the working file.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "mechanics/clsHX7MechanicalSystem.h"
+#include "platform/Event.h"
+#include "platform/Files.h"
+#include "session/Project.h"
+#include "tables/clsHX7Jog.h"
+#include "tables/clsHX7Position.h"
+#include "tables/clsHX7Zone.h"
+#include "tools/clsHX7Editor.h"
+#include "tools/clsHX7FlexibleIO.h"
+#include "tools/clsHX7Homing.h"
+#include "tools/clsHX7Interface.h"
+#include "tools/clsHX7OverTravel.h"
+#include "tools/clsHX7Tuning.h"
+
+namespace velmoor {
+
+// The tools that tell of transfers, by the project's events.
+enum class Tool {
+  editor,
+  tuning,
+  flexibleIO,
+  homing,
+  interface,
+  mechanicalSystem,
+  overTravel,
+  position,
+  jog,
+  zone
+};
+
+class clsHX7Project final : public Project {
+ public:
+  // Takes the catalogue's path and table names from the session.
+  clsHX7Project();
+  // Releases the tools and deletes the working file.
+  ~clsHX7Project() override;
+
+  // ---- the file -----------------------------------------------------------------------------------
+  // Opens `strFileName`, whose title is `strFileTitle`, on a fresh working copy in WorkingDirectory,
+  // which must be set. False puts the reason into `strError`; the project then holds no data.
+  bool OpenProject(const std::string& strFileName, const std::string& strFileTitle,
+                   std::string& strError);
+  // Copies the working file over the project file, durably, and clears the need of saving. Throws
+  // FileError; nothing is changed then.
+  void Save();
+  // Goes on under another name; the need of saving stays as it was. Throws FileError; the project then
+  // goes on under the old name.
+  void SaveAs(const std::string& strFile);
+  [[nodiscard]] bool BackupExists() const;
+  void Revert() {}  // carries no behaviour
+  void Trash() {}   // carries no behaviour
+
+  [[nodiscard]] const std::string& FileName() const { return sFileName_; }
+  [[nodiscard]] const std::string& FileTitle() const { return sFileTitle_; }
+  // The title without its last four characters.
+  [[nodiscard]] std::string Title() const { return DropRight(sFileTitle_, 4); }
+  [[nodiscard]] const std::string& WorkingDirectory() const { return sWorkingDirectory_; }
+  void SetWorkingDirectory(const std::string& directory) { sWorkingDirectory_ = directory; }
+  [[nodiscard]] const std::string& ProjectDatabasePath() const { return strProjectDatabasePath_; }
+  [[nodiscard]] bool IsOpen() const { return blnOpen_; }
+
+  // ---- flags --------------------------------------------------------------------------------------
+  [[nodiscard]] bool IsDirty() const { return blnIsDirty_; }
+  void SetIsDirty(bool dirty) { blnIsDirty_ = dirty; }
+  [[nodiscard]] bool NeedsSaving() const { return blnNeedsSaving_; }
+  void SetNeedsSaving(bool needed) { blnNeedsSaving_ = needed; }
+  // One of the tools needs saving.
+  [[nodiscard]] bool ProjectNeedsSaving() const;
+  // The tools with changes that the hardware does not have, "All parameters, Jog table"; empty: none.
+  [[nodiscard]] std::string WhatIsDirty() const;
+  void ResetAllIsDirty();
+  void SetAllIsDirty();  // editor and the three tables
+  void ResetNeedsSaving();
+
+  // ---- transfers ----------------------------------------------------------------------------------
+  // Sends what is dirty, in a fixed order, and stores it; restarts the hardware when a parameter went
+  // out. False at the first failure: what ran is clean, the rest stays dirty.
+  bool Download();
+  // Sends the tables, every parameter and the machine, and restarts the hardware.
+  bool DownloadAll();
+  // One stage each, with the store of a table behind it.
+  bool DownloadTable(Tool table, bool blnOverRide);
+  // Sum of the marked records that Download New would send.
+  [[nodiscard]] std::int16_t GetNumberOfNewDownloads() const;
+  // Accepts or refuses what was uploaded into all tools; refused data is replaced by the snapshot.
+  void CommitUploadedData();
+  void TakeSnapshot();
+  void RestoreSnapshot();
+
+  // ---- units --------------------------------------------------------------------------------------
+  [[nodiscard]] std::int16_t Resolution() const override { return intResolution_; }
+  [[nodiscard]] std::string DistanceUnits() const override { return strDistanceUnits_; }
+  [[nodiscard]] std::string SpeedUnits() const override { return strSpeedUnits_; }
+  [[nodiscard]] std::string AccelerationUnits() const override { return strAccelerationUnits_; }
+  [[nodiscard]] std::string TimeUnits() const override { return strTimeUnits_; }
+  [[nodiscard]] double ConversionForDistance() const override { return dblCFactor_[0]; }
+  [[nodiscard]] double ConversionForSpeed() const override { return dblCFactor_[1]; }
+  [[nodiscard]] double ConversionForAcceleration() const override { return dblCFactor_[2]; }
+  [[nodiscard]] double ConversionForTime() const override { return dblCFactor_[3]; }
+  void GetConversionFactors();
+  // Copies units and resolution from the machine; the factors stay when only its unit words changed.
+  void UpdateMechanicalSystemValues(bool blnIsMachineUnits);
+  // Counts of the speed command for one turn of the motor, read from the hardware; -1 when it cannot be
+  // read or makes no sense.
+  [[nodiscard]] float GetReferenceSpeedFactor() const;
+
+  // ---- tools --------------------------------------------------------------------------------------
+  clsHX7MechanicalSystem& MechanicalSystem() { return clsMechanicalSystem_; }
+  clsHX7FlexibleIO& FlexibleIO() { return clsFlexibleIO_; }
+  clsHX7Homing& Homing() { return clsHoming_; }
+  clsHX7Interface& Interface() { return clsInterface_; }
+  clsHX7OverTravel& OverTravel() { return clsOverTravel_; }
+  clsHX7Jog& Jog() { return clsJog_; }
+  clsHX7Position& Position() { return clsPosition_; }
+  clsHX7Zone& Zone() { return clsZone_; }
+  clsHX7Tuning& Tuning() { return clsTuning_; }
+  clsHX7Editor& Editor() { return clsEditor_; }
+
+  SharedParameterTool& EditorSister() override { return clsEditor_; }
+  EditorTool& EditorService() override { return clsEditor_; }
+  SharedParameterTool& FlexibleIOSister() override { return clsFlexibleIO_; }
+  ParameterTool& InterfaceSister() override { return clsInterface_; }
+  SharedParameterTool& OverTravelSister() override { return clsOverTravel_; }
+  OverTravelTool& OverTravelLimits() override { return clsOverTravel_; }
+  ParameterTool& HomingSister() override { return clsHoming_; }
+  ParameterTool& TuningSister() override { return clsTuning_; }
+  MechanicalSystemTool& MechanicalSystemSister() override { return clsMechanicalSystem_; }
+
+  // ---- events -------------------------------------------------------------------------------------
+  Event<> ProjectOpened;
+  Event<> ProjectClosed;  // never raised: whoever closes a project runs the handler itself
+  Event<> ProjectSavedAs;
+  // A new value of Pn801 is about to go out; then, that very send failed.
+  Event<const std::string&> BaudRateChanged;
+  Event<> BaudRateChangeFailed;
+  Event<> CommunicationDown;
+  Event<> DownloadComplete;
+  Event<> UploadComplete;  // never raised
+  Event<> RigidityChanged;
+  Event<const std::string&> ResolutionDataInvalidated;  // the tables and tools concerned
+  Event<> MechanicalSystemCheckSumFailed;
+  Event<> MechanicalSystemNoCheckSum;
+  Event<> MechanicalSystemZeroSystem;
+  // The tools' own, passed on: one event for each kind, with the tool in front.
+  Event<Tool> ToolClosed;
+  Event<Tool, const std::string&> ToolStatus;
+  Event<Tool, std::int16_t, std::int16_t> ToolDownloading;  // row, total
+  Event<Tool, std::int16_t, std::int16_t> ToolUploading;    // row, total
+
+ private:
+  struct Snapshots;
+  struct DirtyTool;
+
+  void SetDatabasePaths();
+  void SetDatabaseTables();
+  bool ReadFile();
+  void ReadTools();
+  void MarkPendingDownloads();
+  void ConnectTools();
+  void ConnectParameterTool(Tool id, ParameterToolBase& tool);
+  void ConnectTable(Tool id, MotionTable& table);
+  void ConnectMechanicalSystem();
+  void ConnectBaudRate();
+  template <typename ToolObject>
+  void OrInFlags(const ToolObject& tool);
+  [[nodiscard]] std::string WorkingFileOf(const std::string& directory,
+                                          const std::string& title) const;
+  [[nodiscard]] std::vector<ParameterToolBase*> ParameterTools();
+  [[nodiscard]] std::vector<MotionTable*> Tables();
+  [[nodiscard]] std::vector<DirtyTool> DownloadOrder();
+  void OnResolutionChanged();
+  void OnSystemAndResolutionChanged(float length);
+  [[nodiscard]] std::string CollectInvalidated(bool& any);
+
+  std::string strProjectDatabasePath_;
+  std::string strTHDatabasePath_;
+  bool blnOpen_ = false;
+  bool blnIsDirty_ = false;
+  bool blnNeedsSaving_ = false;
+  std::string sWorkingDirectory_;
+  std::string sFileName_;
+  std::string sFileTitle_;
+  std::int16_t intResolution_ = 0;
+  std::string strDistanceUnits_, strSpeedUnits_, strAccelerationUnits_, strTimeUnits_;
+  ConversionFactors dblCFactor_{1, 0.06, 0.00006, 60};
+  std::unique_ptr<FileLock> workingFileLock_;
+
+  clsHX7MechanicalSystem clsMechanicalSystem_;
+  clsHX7FlexibleIO clsFlexibleIO_;
+  clsHX7Homing clsHoming_;
+  clsHX7Interface clsInterface_;
+  clsHX7OverTravel clsOverTravel_;
+  clsHX7Jog clsJog_;
+  clsHX7Position clsPosition_;
+  clsHX7Zone clsZone_;
+  clsHX7Tuning clsTuning_;
+  clsHX7Editor clsEditor_;
+  std::unique_ptr<Snapshots> snapshots_;
+  Connections connections_;
+};
+
+}  // namespace velmoor
