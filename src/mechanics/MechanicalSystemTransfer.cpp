@@ -81,16 +81,25 @@ bool clsHX7MechanicalSystem::DownloadRecord(Database& database, RowSet& records,
 // -----------------------------------------------------------------------------------------
 
 bool clsHX7MechanicalSystem::Upload() {
-  const bool uploaded = Trapped("clsMechanicalSystem.Upload: ", [this] {
+  return Trapped("clsMechanicalSystem.Upload: ", [this] {
     const BlockMatrix before = arBlockMatrix_;
     if (!ReadParameters()) return false;
-    UploadedTexts texts = TakeUploadedDescription();
-    // The project computes its factors anew in this event; the values below need them.
-    MechanicalSystemUnitsChanged.Raise(false);
-    TakeUploadedValues(texts);
-    return DecideUpload(texts, before);
+    try {
+      UploadedTexts texts = TakeUploadedDescription();
+      // The project computes its factors anew in this event; the values below need them.
+      MechanicalSystemUnitsChanged.Raise(false);
+      TakeUploadedValues(texts);
+      return DecideUpload(texts, before);
+    } catch (const NumberError&) {
+      // An answer that is no number fails like one that does not come; foreign factors must not
+      // stay.
+      arBlockMatrix_ = before;
+      UpdateProjectMechanicalSystemValues();
+      MechanicalSystemUnitsChanged.Raise(false);
+      MechanicalSystemStatus.Raise("Upload Failed");
+      return false;
+    }
   });
-  return uploaded;
 }
 
 // Reads all real rows into column 4 as they come.

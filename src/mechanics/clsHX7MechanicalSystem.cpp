@@ -345,6 +345,15 @@ void clsHX7MechanicalSystem::UpdateFromEditorBlockMatrix() {
   }
 }
 
+void clsHX7MechanicalSystem::HandRowsToEditor() {
+  for (int row = 1; row <= arBlockMatrix_.Rows(); ++row) {
+    if (IsSharedPn(arBlockMatrix_.Text(row, Column::name))) {
+      arBlockMatrix_.Set(row, Column::dirty, "1");
+    }
+  }
+  SaveToDB();
+}
+
 std::int16_t clsHX7MechanicalSystem::GetNumberOfNewRows() const {
   std::int16_t count = 0;
   Trapped("clsMechanicalSystem.GetNumberOfNewRows: ", [&] {

@@ -89,6 +89,9 @@ class clsHX7MechanicalSystem final : public MechanicalSystemTool {
   void ChangeAccepted(const MechanicalSystemEdit& edit);
   void ChangeCanceled();
   void UpdateFromEditorBlockMatrix() override;
+  // Stores the shared rows once more and gives them to the editor, after a reset of the editor's
+  // own copies.
+  void HandRowsToEditor();
 
   // ---- events, in this order
   // ----------------------------------------------------------------------

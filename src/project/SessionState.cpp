@@ -16,7 +16,9 @@ void SessionState::SetAxis(const std::string& axis) {
   strAxis = digit.size() == 1 && ParseHex(digit) ? digit : "0";
 }
 
-void SessionState::StartHelix7() { clsHelix7 = std::make_unique<clsHX7Helix7>(); }
+void SessionState::StartHelix7() {
+  clsHelix7 = std::make_unique<clsHX7Helix7>();
+}
 
 bool SessionState::BuildDatabase() {
   std::string strMotorSize;

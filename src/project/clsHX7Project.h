@@ -1,18 +1,24 @@
-// The root object of a project: one file, the working copy beside it on which all tools work, and the
-// tools themselves.
+// The root object of a project: one file, the working copy beside it on which all tools work, and
+// the tools themselves.
 //
 // While a project is open nothing touches its file until Save copies the working file over it. The
-// object owns its tools and lives until the next project replaces it; with it goes the working file.
+// object owns its tools and lives until the next project replaces it; with it goes the working
+// file.
 #pragma once
 
 #include <array>
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "mechanics/clsHX7MechanicalSystem.h"
+#include "online/clsHX7InertiaRatio.h"
+#include "online/clsHX7Monitoring.h"
+#include "online/clsHX7ServoJog.h"
+#include "online/clsHX7Terminal.h"
 #include "platform/Event.h"
 #include "platform/Files.h"
 #include "session/Project.h"
@@ -49,16 +55,17 @@ class clsHX7Project final : public Project {
   // Releases the tools and deletes the working file.
   ~clsHX7Project() override;
 
-  // ---- the file -----------------------------------------------------------------------------------
-  // Opens `strFileName`, whose title is `strFileTitle`, on a fresh working copy in WorkingDirectory,
+  // ---- the file
+  // ----------------------------------------------------------------------------------- Opens
+  // `strFileName`, whose title is `strFileTitle`, on a fresh working copy in WorkingDirectory,
   // which must be set. False puts the reason into `strError`; the project then holds no data.
   bool OpenProject(const std::string& strFileName, const std::string& strFileTitle,
                    std::string& strError);
   // Copies the working file over the project file, durably, and clears the need of saving. Throws
   // FileError; nothing is changed then.
   void Save();
-  // Goes on under another name; the need of saving stays as it was. Throws FileError; the project then
-  // goes on under the old name.
+  // Goes on under another name; the need of saving stays as it was. Throws FileError; the project
+  // then goes on under the old name.
   void SaveAs(const std::string& strFile);
   [[nodiscard]] bool BackupExists() const;
   void Revert() {}  // carries no behaviour
@@ -73,22 +80,25 @@ class clsHX7Project final : public Project {
   [[nodiscard]] const std::string& ProjectDatabasePath() const { return strProjectDatabasePath_; }
   [[nodiscard]] bool IsOpen() const { return blnOpen_; }
 
-  // ---- flags --------------------------------------------------------------------------------------
+  // ---- flags
+  // --------------------------------------------------------------------------------------
   [[nodiscard]] bool IsDirty() const { return blnIsDirty_; }
   void SetIsDirty(bool dirty) { blnIsDirty_ = dirty; }
   [[nodiscard]] bool NeedsSaving() const { return blnNeedsSaving_; }
   void SetNeedsSaving(bool needed) { blnNeedsSaving_ = needed; }
   // One of the tools needs saving.
   [[nodiscard]] bool ProjectNeedsSaving() const;
-  // The tools with changes that the hardware does not have, "All parameters, Jog table"; empty: none.
+  // The tools with changes that the hardware does not have, "All parameters, Jog table"; empty:
+  // none.
   [[nodiscard]] std::string WhatIsDirty() const;
   void ResetAllIsDirty();
   void SetAllIsDirty();  // editor and the three tables
   void ResetNeedsSaving();
 
-  // ---- transfers ----------------------------------------------------------------------------------
-  // Sends what is dirty, in a fixed order, and stores it; restarts the hardware when a parameter went
-  // out. False at the first failure: what ran is clean, the rest stays dirty.
+  // ---- transfers
+  // ---------------------------------------------------------------------------------- Sends what
+  // is dirty, in a fixed order, and stores it; restarts the hardware when a parameter went out.
+  // False at the first failure: what ran is clean, the rest stays dirty.
   bool Download();
   // Sends the tables, every parameter and the machine, and restarts the hardware.
   bool DownloadAll();
@@ -101,7 +111,8 @@ class clsHX7Project final : public Project {
   void TakeSnapshot();
   void RestoreSnapshot();
 
-  // ---- units --------------------------------------------------------------------------------------
+  // ---- units
+  // --------------------------------------------------------------------------------------
   [[nodiscard]] std::int16_t Resolution() const override { return intResolution_; }
   [[nodiscard]] std::string DistanceUnits() const override { return strDistanceUnits_; }
   [[nodiscard]] std::string SpeedUnits() const override { return strSpeedUnits_; }
@@ -112,13 +123,15 @@ class clsHX7Project final : public Project {
   [[nodiscard]] double ConversionForAcceleration() const override { return dblCFactor_[2]; }
   [[nodiscard]] double ConversionForTime() const override { return dblCFactor_[3]; }
   void GetConversionFactors();
-  // Copies units and resolution from the machine; the factors stay when only its unit words changed.
+  // Copies units and resolution from the machine; the factors stay when only its unit words
+  // changed.
   void UpdateMechanicalSystemValues(bool blnIsMachineUnits);
-  // Counts of the speed command for one turn of the motor, read from the hardware; -1 when it cannot be
-  // read or makes no sense.
+  // Counts of the speed command for one turn of the motor, read from the hardware; -1 when it
+  // cannot be read or makes no sense.
   [[nodiscard]] float GetReferenceSpeedFactor() const;
 
-  // ---- tools --------------------------------------------------------------------------------------
+  // ---- tools
+  // --------------------------------------------------------------------------------------
   clsHX7MechanicalSystem& MechanicalSystem() { return clsMechanicalSystem_; }
   clsHX7FlexibleIO& FlexibleIO() { return clsFlexibleIO_; }
   clsHX7Homing& Homing() { return clsHoming_; }
@@ -129,6 +142,10 @@ class clsHX7Project final : public Project {
   clsHX7Zone& Zone() { return clsZone_; }
   clsHX7Tuning& Tuning() { return clsTuning_; }
   clsHX7Editor& Editor() { return clsEditor_; }
+  clsHX7ServoJog& ServoJog() { return clsServoJog_; }
+  clsHX7InertiaRatio& InertiaRatio() { return clsInertiaRatio_; }
+  clsHX7Monitoring& Monitoring() { return clsMonitoring_; }
+  clsHX7Terminal& Terminal() { return clsTerminal_; }
 
   SharedParameterTool& EditorSister() override { return clsEditor_; }
   EditorTool& EditorService() override { return clsEditor_; }
@@ -140,7 +157,8 @@ class clsHX7Project final : public Project {
   ParameterTool& TuningSister() override { return clsTuning_; }
   MechanicalSystemTool& MechanicalSystemSister() override { return clsMechanicalSystem_; }
 
-  // ---- events -------------------------------------------------------------------------------------
+  // ---- events
+  // -------------------------------------------------------------------------------------
   Event<> ProjectOpened;
   Event<> ProjectClosed;  // never raised: whoever closes a project runs the handler itself
   Event<> ProjectSavedAs;
@@ -157,12 +175,21 @@ class clsHX7Project final : public Project {
   Event<> MechanicalSystemZeroSystem;
   // The tools' own, passed on: one event for each kind, with the tool in front.
   Event<Tool> ToolClosed;
+  Event<> ServoJogClosed;
+  Event<> MonitoringClosed;
+  Event<> TerminalClosed;
   Event<Tool, const std::string&> ToolStatus;
   Event<Tool, std::int16_t, std::int16_t> ToolDownloading;  // row, total
   Event<Tool, std::int16_t, std::int16_t> ToolUploading;    // row, total
 
  private:
-  struct Snapshots;
+  // What an upload overwrites, tool by tool.
+  struct Snapshots {
+    clsHX7MechanicalSystem::Snapshot machine;
+    std::vector<ParameterToolBase::Snapshot> parameterTools;
+    std::vector<MotionTable::Snapshot> tables;
+    bool isDirty = false, needsSaving = false;
+  };
   struct DirtyTool;
 
   void SetDatabasePaths();
@@ -209,7 +236,11 @@ class clsHX7Project final : public Project {
   clsHX7Zone clsZone_;
   clsHX7Tuning clsTuning_;
   clsHX7Editor clsEditor_;
-  std::unique_ptr<Snapshots> snapshots_;
+  clsHX7ServoJog clsServoJog_;
+  clsHX7InertiaRatio clsInertiaRatio_;
+  clsHX7Monitoring clsMonitoring_;
+  clsHX7Terminal clsTerminal_;
+  std::optional<Snapshots> snapshots_;
   Connections connections_;
 };
 

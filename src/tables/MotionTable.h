@@ -148,6 +148,7 @@ class MotionTable {
   [[nodiscard]] std::size_t Index(int row) const;
   [[nodiscard]] std::string Prefix(std::string_view procedure) const;
   void ForEachRecord(const std::function<void(int row, RowSet& record)>& work, bool writes);
+  ResultCode UploadRowSafely(int row);
   void StoreRow(int row, RowSet& record, bool complete);
   bool DownloadRecords(Database& database, RowSet& records, std::int16_t total);
 

@@ -24,7 +24,7 @@ bool MotionTable::Upload() {
         return false;
       }
       Uploading.Raise(Narrow<std::int16_t>(row), total);
-      const ResultCode result = UploadRow(row);
+      const ResultCode result = UploadRowSafely(row);
       YieldEvents();
       if (result != kSuccess) {
         Status.Raise("Upload Failed");
@@ -35,6 +35,15 @@ bool MotionTable::Upload() {
     Status.Raise("Upload Complete");
     return true;
   });
+}
+
+// An answer that is no number fails like one that does not come.
+ResultCode MotionTable::UploadRowSafely(int row) {
+  try {
+    return UploadRow(row);
+  } catch (const NumberError&) {
+    return kValueNotFound;
+  }
 }
 
 bool MotionTable::Download(bool blnOverRide) {

@@ -138,6 +138,7 @@ class ParameterToolBase : public SharedParameterTool {
   [[nodiscard]] Project& project() const;
   [[nodiscard]] std::string Prefix(std::string_view procedure) const;
   [[nodiscard]] std::unique_ptr<Database> OpenWorkingFile() const;
+  [[nodiscard]] const std::string& WorkingFile() const { return strSaveDBPath_; }
   [[nodiscard]] const std::string& CataloguePath() const { return strDatabasePath_; }
 
   BlockMatrix arBlockMatrix_;

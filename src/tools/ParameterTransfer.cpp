@@ -110,7 +110,11 @@ bool ParameterToolBase::UploadRow(int row) {
   std::string answer;
   const std::string number = WireNumber(arBlockMatrix_.Text(row, Column::name));
   if (gMainForm->Helix7()->GetParameter(number, answer) != 0) return false;
-  arBlockMatrix_.Set(row, Column::value, UploadedValue(row, answer));
+  try {
+    arBlockMatrix_.Set(row, Column::value, UploadedValue(row, answer));
+  } catch (const NumberError&) {
+    return false;  // an answer that is no number fails like one that does not come
+  }
   arBlockMatrix_.Set(row, Column::dirty, "0");
   return true;
 }

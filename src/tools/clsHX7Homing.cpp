@@ -4,12 +4,11 @@
 #include "platform/Numbers.h"
 #include "platform/Trapped.h"
 #include "platform/Utility.h"
+#include "project/data/MiscSettings.h"
 #include "project/data/Schema.h"
 #include "tools/UnitConversion.h"
 
 namespace velmoor {
-
-using schema::Misc;
 
 bool clsHX7Homing::Takes(const ParameterDefinition& definition) const {
   const std::string& strPn = definition.user_constant;
@@ -46,13 +45,9 @@ bool clsHX7Homing::ResetDefaults(std::int16_t digits) {
 std::string clsHX7Homing::GetHomingOffset() const {
   std::string offset;
   Trapped(Prefix("GetHomingOffset"), [&] {
-    const auto records = OpenWorkingFile();
-    const auto misc = records->OpenTable(Misc::kTable);
-    if (misc->FindFirst(Misc::kPropertyName, Misc::kHomingOffset)) {
-      const std::string value = misc->Text(Misc::kValue);
-      if (!value.empty()) {
-        offset = RoundTextToDigits(value, project().MechanicalSystemSister().Resolution());
-      }
+    const auto value = ReadMiscSetting(WorkingFile(), schema::Misc::kHomingOffset);
+    if (value && !value->empty()) {
+      offset = RoundTextToDigits(*value, project().MechanicalSystemSister().Resolution());
     }
     return true;
   });
@@ -61,18 +56,19 @@ std::string clsHX7Homing::GetHomingOffset() const {
 
 bool clsHX7Homing::SetHomingOffset(const std::string& strValue) {
   return Trapped(Prefix("SetHomingOffset"), [&] {
-    const auto records = OpenWorkingFile();
-    const auto misc = records->OpenTable(Misc::kTable);
-    if (misc->FindFirst(Misc::kPropertyName, Misc::kHomingOffset)) {
-      misc->Edit();
-    } else {
-      misc->AddNew();
-      misc->Set(Misc::kPropertyName, Misc::kHomingOffset);
-    }
-    misc->Set(Misc::kValue, strValue);
-    misc->Update();
+    WriteMiscSetting(WorkingFile(), schema::Misc::kHomingOffset, strValue);
     return true;
   });
+}
+
+void clsHX7Homing::HandRowsToEditor() {
+  for (int row = 1; row <= arBlockMatrix_.Rows(); ++row) {
+    if (UnitKindOf(arBlockMatrix_.Text(row, Column::name))) {
+      arBlockMatrix_.Set(row, Column::dirty, "1");
+    }
+  }
+  SaveToDB();
+  UpdateEditorBlockMatrix();
 }
 
 bool clsHX7Homing::UploadHomingOffset() {

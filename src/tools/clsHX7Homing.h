@@ -23,6 +23,9 @@ class clsHX7Homing final : public ParameterToolBase {
   bool SetHomingOffset(const std::string& strValue);
   // Reads Pn81D alone from the amplifier and marks it changed.
   bool UploadHomingOffset();
+  // Stores the rows with a user unit once more and gives them to the editor, after a reset of the
+  // editor's own copies.
+  void HandRowsToEditor();
   // Nothing in the system calls it; it is here for symmetry with the mechanical system.
   void MoveToFrontOfBlockMatrix(const std::string& strPn) { arBlockMatrix_.MoveToFront(strPn); }
 

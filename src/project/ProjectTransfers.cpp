@@ -1,0 +1,162 @@
+// What of the project goes to the amplifier, in which order, and what comes back.
+
+#include "link/CommandWords.h"
+#include "link/clsHX7Helix7.h"
+#include "platform/Events.h"
+#include "platform/Numbers.h"
+#include "project/clsHX7Project.h"
+#include "session/Session.h"
+
+namespace velmoor {
+
+struct clsHX7Project::DirtyTool {
+  bool isDirty;
+  std::function<bool()> download;
+  std::function<void()> clear;
+  bool isParameterTool;
+};
+
+namespace {
+
+SimpleCommand StoreOf(Tool table) {
+  if (table == Tool::jog) return SimpleCommand::jogStore;
+  return table == Tool::zone ? SimpleCommand::zoneStore : SimpleCommand::indexStore;
+}
+
+}  // namespace
+
+bool clsHX7Project::DownloadTable(Tool table, bool blnOverRide) {
+  MotionTable& rows = table == Tool::jog    ? static_cast<MotionTable&>(clsJog_)
+                      : table == Tool::zone ? static_cast<MotionTable&>(clsZone_)
+                                            : static_cast<MotionTable&>(clsPosition_);
+  if (!rows.Download(blnOverRide)) return false;
+  return gMainForm->Helix7()->SaveTablesToMemory(static_cast<std::int32_t>(StoreOf(table))) ==
+         kSuccess;
+}
+
+std::vector<clsHX7Project::DirtyTool> clsHX7Project::DownloadOrder() {
+  std::vector<DirtyTool> order;
+  const auto add = [&order](auto& tool, std::function<bool()> download, bool isParameterTool) {
+    order.push_back({tool.IsDirty(), std::move(download), [&tool] { tool.SetIsDirty(false); },
+                     isParameterTool});
+  };
+  add(
+      clsPosition_, [this] { return DownloadTable(Tool::position, false); }, false);
+  add(
+      clsJog_, [this] { return DownloadTable(Tool::jog, false); }, false);
+  add(
+      clsZone_, [this] { return DownloadTable(Tool::zone, false); }, false);
+  add(
+      clsEditor_, [this] { return clsEditor_.Download(false); }, true);
+  add(
+      clsMechanicalSystem_, [this] { return clsMechanicalSystem_.Download(false); }, true);
+  add(
+      clsTuning_, [this] { return clsTuning_.Download(false); }, true);
+  add(
+      clsFlexibleIO_, [this] { return clsFlexibleIO_.Download(); }, true);
+  add(
+      clsHoming_, [this] { return clsHoming_.Download(); }, true);
+  add(
+      clsInterface_, [this] { return clsInterface_.Download(); }, true);
+  add(
+      clsOverTravel_, [this] { return clsOverTravel_.Download(); }, true);
+  return order;
+}
+
+bool clsHX7Project::Download() {
+  bool downloadedItem = false;
+  for (DirtyTool& tool : DownloadOrder()) {
+    if (!tool.isDirty) continue;
+    if (!tool.download()) return false;
+    tool.clear();
+    downloadedItem = downloadedItem || tool.isParameterTool;
+    YieldEvents();
+  }
+  // Tables alone restart nothing; parameters take effect only after the restart, whose result is
+  // not examined.
+  if (downloadedItem) (void)gMainForm->Helix7()->ResetHardware();
+  blnIsDirty_ = false;
+  DownloadComplete.Raise();
+  return true;
+}
+
+bool clsHX7Project::DownloadAll() {
+  const auto steps = std::initializer_list<std::function<bool()>>{
+      [this] { return DownloadTable(Tool::position, true); },
+      [this] { return DownloadTable(Tool::jog, true); },
+      [this] { return DownloadTable(Tool::zone, true); },
+      [this] { return clsEditor_.Download(true); },
+      [this] { return clsMechanicalSystem_.Download(true); },
+      [this] { return clsTuning_.PerformRigidityChange() == kSuccess; },
+      [] { return gMainForm->Helix7()->ResetHardware() == kSuccess; },
+  };
+  for (const auto& step : steps) {
+    if (!step()) return false;
+    YieldEvents();
+  }
+  if (clsTuning_.ChangedRigidity()) {
+    clsTuning_.SetChangedRigidity(false);
+    RigidityChanged.Raise();
+  }
+  ResetAllIsDirty();
+  DownloadComplete.Raise();
+  return true;
+}
+
+std::int16_t clsHX7Project::GetNumberOfNewDownloads() const {
+  const int sum = clsPosition_.GetNumberOfNewRows() + clsJog_.GetNumberOfNewRows() +
+                  clsZone_.GetNumberOfNewRows() + clsEditor_.GetNumberOfNewRows() +
+                  clsMechanicalSystem_.GetNumberOfNewRows();
+  return Narrow<std::int16_t>(sum);
+}
+
+// ---- uploads
+// ----------------------------------------------------------------------------------------
+
+void clsHX7Project::TakeSnapshot() {
+  snapshots_ = Snapshots{};
+  snapshots_->machine = clsMechanicalSystem_.TakeSnapshot();
+  for (const ParameterToolBase* const tool : ParameterTools()) {
+    snapshots_->parameterTools.push_back(tool->TakeSnapshot());
+  }
+  for (const MotionTable* const table : Tables())
+    snapshots_->tables.push_back(table->TakeSnapshot());
+  snapshots_->isDirty = blnIsDirty_;
+  snapshots_->needsSaving = blnNeedsSaving_;
+}
+
+// The machine first: the others are shown in its units.
+void clsHX7Project::RestoreSnapshot() {
+  if (!snapshots_) return;
+  clsMechanicalSystem_.CommitUploadedData(false);
+  clsMechanicalSystem_.RestoreSnapshot(snapshots_->machine);
+  std::size_t i = 0;
+  for (ParameterToolBase* const tool : ParameterTools()) {
+    tool->CommitUploadedData(false);
+    tool->RestoreSnapshot(snapshots_->parameterTools[i++]);
+  }
+  i = 0;
+  for (MotionTable* const table : Tables()) {
+    table->CommitUploadedData(false);
+    table->RestoreSnapshot(snapshots_->tables[i++]);
+  }
+  blnIsDirty_ = snapshots_->isDirty;
+  blnNeedsSaving_ = snapshots_->needsSaving;
+  snapshots_.reset();
+}
+
+void clsHX7Project::CommitUploadedData() {
+  snapshots_.reset();
+  blnNeedsSaving_ = true;
+  for (ParameterToolBase* const tool :
+       std::initializer_list<ParameterToolBase*>{&clsTuning_, &clsFlexibleIO_, &clsHoming_,
+                                                 &clsInterface_, &clsOverTravel_, &clsEditor_}) {
+    tool->CommitUploadedData(true);
+  }
+  clsMechanicalSystem_.CommitUploadedData(true);
+  clsPosition_.CommitUploadedData(true);
+  clsJog_.CommitUploadedData(true);
+  clsZone_.CommitUploadedData(true);
+}
+
+}  // namespace velmoor
