@@ -1,0 +1,135 @@
+#include "platform/qt/GridDelegate.h"
+
+#include <QApplication>
+#include <QComboBox>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QPainter>
+#include <QStyle>
+#include <QTimer>
+
+#include "platform/qt/GridModel.h"
+#include "platform/qt/QtAppearance.h"
+#include "platform/qt/QtText.h"
+
+namespace velmoor::qt {
+namespace {
+
+constexpr int kMark = 3;  // width of the stripe of a changed cell
+constexpr int kButtonWidth = 22;
+
+void DrawButton(QPainter& painter, const QStyleOptionViewItem& option) {
+  QStyleOptionButton button;
+  button.rect = GridDelegate::ButtonRect(option.rect);
+  button.palette = option.palette;
+  button.state = QStyle::State_Enabled | QStyle::State_Raised;
+  button.text = QStringLiteral("...");
+  QApplication::style()->drawControl(QStyle::CE_PushButton, &button, &painter);
+}
+
+}  // namespace
+
+GridDelegate::GridDelegate(const GridModel& model, Hooks hooks, QObject* parent)
+    : QStyledItemDelegate(parent), model_(model), hooks_(std::move(hooks)) {}
+
+QRect GridDelegate::ButtonRect(const QRect& cell) {
+  return {cell.right() - kButtonWidth, cell.top() + 1, kButtonWidth, cell.height() - 2};
+}
+
+void GridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
+                         const QModelIndex& index) const {
+  const CellTraits traits = model_.Traits(index);
+  QStyleOptionViewItem cell(option);
+  if (traits.locked) {
+    painter->fillRect(option.rect, option.palette.color(QPalette::Window));
+    cell.palette.setColor(QPalette::Text, TextColor(Tone::faint, option.palette));
+  }
+  if (traits.changed) cell.font.setBold(true);
+  QStyledItemDelegate::paint(painter, cell, index);
+  if (traits.changed) {
+    const QRect mark(option.rect.left(), option.rect.top(), kMark, option.rect.height() - 1);
+    painter->fillRect(mark, LampColor(Tone::busy, option.palette));
+  }
+  if (traits.button) DrawButton(*painter, option);
+}
+
+QWidget* GridDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&,
+                                    const QModelIndex& index) const {
+  const CellTraits traits = model_.Traits(index);
+  editor_ = traits.comboItems.empty() ? CreateTextEditor(parent, index)
+                                      : CreateComboEditor(parent, traits, index);
+  return editor_;
+}
+
+QWidget* GridDelegate::CreateTextEditor(QWidget* parent, const QModelIndex& index) const {
+  auto* const edit = new QLineEdit(parent);
+  edit->setFrame(false);
+  const QPersistentModelIndex place(index);
+  connect(edit, &QLineEdit::textEdited, this,
+          [this, edit, place] { hooks_.changed(ReadEditor(*edit, place)); });
+  return edit;
+}
+
+QWidget* GridDelegate::CreateComboEditor(QWidget* parent, const CellTraits& traits,
+                                         const QModelIndex& index) const {
+  auto* const combo = new QComboBox(parent);
+  combo->setEditable(traits.comboOpen);
+  for (const std::string& item : traits.comboItems) combo->addItem(ToQt(item));
+  const QPersistentModelIndex place(index);
+  auto* const self = const_cast<GridDelegate*>(this);
+  connect(combo, &QComboBox::textHighlighted, this, [this, combo, place](const QString& text) {
+    GridEdit edit = ReadEditor(*combo, place);
+    edit.text = FromQt(text);
+    edit.comboIndex = combo->findText(text);
+    hooks_.changed(edit);
+  });
+  connect(combo, &QComboBox::activated, this, [this, self, combo, place] {
+    hooks_.changed(ReadEditor(*combo, place));
+    Q_EMIT self->commitData(combo);
+    Q_EMIT self->closeEditor(combo);
+  });
+  QTimer::singleShot(0, combo, [combo] { combo->showPopup(); });
+  return combo;
+}
+
+void GridDelegate::setEditorData(QWidget* editor, const QModelIndex& index) const {
+  const QString text = index.data(Qt::EditRole).toString();
+  if (auto* const combo = qobject_cast<QComboBox*>(editor)) {
+    combo->setCurrentIndex(combo->findText(text));
+    if (combo->isEditable()) combo->setEditText(text);
+    return;
+  }
+  auto* const edit = qobject_cast<QLineEdit*>(editor);
+  // The source may be read again while the user types.
+  if (!edit->isModified()) edit->setText(text);
+}
+
+GridEdit GridDelegate::ReadEditor(const QWidget& editor, const QModelIndex& index) {
+  GridEdit edit;
+  edit.row = index.row() + 1;
+  edit.column = index.column();
+  if (const auto* const combo = qobject_cast<const QComboBox*>(&editor)) {
+    edit.text = FromQt(combo->currentText());
+    edit.comboIndex = combo->findText(combo->currentText());
+  } else {
+    edit.text = FromQt(qobject_cast<const QLineEdit*>(&editor)->text());
+  }
+  return edit;
+}
+
+void GridDelegate::setModelData(QWidget* editor, QAbstractItemModel*,
+                                const QModelIndex& index) const {
+  const auto* const combo = qobject_cast<const QComboBox*>(editor);
+  // A closed list that was opened and left without a choice.
+  if (combo != nullptr && !combo->isEditable() && combo->currentIndex() < 0) return;
+  hooks_.committed(ReadEditor(*editor, index));
+}
+
+bool GridDelegate::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::KeyPress && hooks_.key(static_cast<const QKeyEvent&>(*event))) {
+    return true;
+  }
+  return QStyledItemDelegate::eventFilter(watched, event);
+}
+
+}  // namespace velmoor::qt

@@ -1,0 +1,118 @@
+#include "platform/qt/QtAppearance.h"
+
+#include <QAbstractButton>
+#include <QAction>
+#include <QApplication>
+#include <QStyleFactory>
+#include <QVariant>
+#include <QWidget>
+
+namespace velmoor::qt {
+namespace {
+
+struct RoleColor {
+  QPalette::ColorRole role;
+  const char* light;
+  const char* dark;
+};
+
+constexpr RoleColor kRoles[] = {
+    {QPalette::Window, "#f3f4f6", "#26292e"},
+    {QPalette::WindowText, "#1c2024", "#e4e7ea"},
+    {QPalette::Base, "#ffffff", "#1c1f23"},
+    {QPalette::AlternateBase, "#f6f8fa", "#22262b"},
+    {QPalette::Text, "#1c2024", "#e4e7ea"},
+    {QPalette::PlaceholderText, "#7b838c", "#868e97"},
+    {QPalette::Button, "#eceef1", "#32363c"},
+    {QPalette::ButtonText, "#1c2024", "#e4e7ea"},
+    {QPalette::BrightText, "#ffffff", "#ffffff"},
+    {QPalette::Highlight, "#1f6fb2", "#2f7fc4"},
+    {QPalette::HighlightedText, "#ffffff", "#ffffff"},
+    {QPalette::ToolTipBase, "#ffffff", "#32363c"},
+    {QPalette::ToolTipText, "#1c2024", "#e4e7ea"},
+    {QPalette::Link, "#1f6fb2", "#6db3f0"},
+    {QPalette::Light, "#ffffff", "#43484f"},
+    {QPalette::Midlight, "#e3e6e9", "#3a3f45"},
+    {QPalette::Mid, "#b9bfc6", "#1d2024"},
+    {QPalette::Dark, "#9aa1a9", "#17191c"},
+    {QPalette::Shadow, "#70777f", "#0e0f11"},
+};
+constexpr QPalette::ColorRole kTextRoles[] = {QPalette::WindowText, QPalette::Text,
+                                              QPalette::ButtonText};
+
+QPalette MakePalette(bool dark) {
+  QPalette palette;
+  for (const RoleColor& entry : kRoles) {
+    palette.setColor(entry.role, QColor(dark ? entry.dark : entry.light));
+  }
+  for (const QPalette::ColorRole role : kTextRoles) {
+    palette.setColor(QPalette::Disabled, role, QColor(dark ? "#7d858e" : "#8d949c"));
+  }
+  palette.setColor(QPalette::Disabled, QPalette::Highlight, QColor(dark ? "#43484f" : "#b9bfc6"));
+  return palette;
+}
+
+struct ToneColor {
+  const char* light;
+  const char* dark;
+};
+
+constexpr ToneColor kTextTones[] = {
+    {"#1c2024", "#e4e7ea"}, {"#14733c", "#5fd38d"}, {"#8a5a00", "#f0b849"},
+    {"#b3261e", "#ff8a80"}, {"#666e76", "#9aa2ab"},
+};
+constexpr ToneColor kLampTones[] = {
+    {"#c6cbd1", "#4a5058"}, {"#23a455", "#3ddc84"}, {"#e0a100", "#ffc53d"},
+    {"#d93025", "#ff6b60"}, {"#c6cbd1", "#4a5058"},
+};
+
+bool IsDarkPalette(const QPalette& palette) {
+  return palette.color(QPalette::Window).lightness() < 128;
+}
+
+QColor Pick(const ToneColor (&tones)[5], Tone tone, const QPalette& palette) {
+  const ToneColor& colors = tones[static_cast<int>(tone)];
+  return {IsDarkPalette(palette) ? colors.dark : colors.light};
+}
+
+template <typename Kind>
+void ApplyTo(QWidget& root) {
+  for (Kind* const item : root.findChildren<Kind*>()) {
+    const QVariant name = item->property("programIcon");
+    if (name.isValid()) item->setIcon(ProgramIcon(name.toString()));
+  }
+}
+
+}  // namespace
+
+void SetUpAppearance(bool dark) {
+  QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+  SetDark(dark);
+}
+
+void SetDark(bool dark) {
+  QApplication::setPalette(MakePalette(dark));
+}
+
+bool IsDark() {
+  return IsDarkPalette(QApplication::palette());
+}
+
+bool DesktopIsDark() {
+  return IsDark();
+}
+
+QColor TextColor(Tone tone, const QPalette& palette) {
+  return Pick(kTextTones, tone, palette);
+}
+
+QColor LampColor(Tone tone, const QPalette& palette) {
+  return Pick(kLampTones, tone, palette);
+}
+
+void ApplyIcons(QWidget& root) {
+  ApplyTo<QAction>(root);
+  ApplyTo<QAbstractButton>(root);
+}
+
+}  // namespace velmoor::qt

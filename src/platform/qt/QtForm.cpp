@@ -1,0 +1,214 @@
+#include "platform/qt/QtForm.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QEventLoop>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMdiSubWindow>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QShortcut>
+#include <QTableView>
+
+#include "platform/qt/QtAppearance.h"
+#include "platform/qt/QtControls.h"
+#include "platform/qt/QtForms.h"
+#include "platform/qt/QtGrid.h"
+#include "platform/qt/QtTerminalScreen.h"
+
+namespace velmoor::qt {
+
+QtForm::QtForm(QtForms& forms, std::string name, QWidget* root)
+    : QtCommands(*root),
+      forms_(forms),
+      name_(std::move(name)),
+      caption_(FromQt(root->windowTitle())),
+      root_(root) {
+  watch_ = std::make_unique<EventWatch>(*root, [this](QEvent& event) { return LookAtRoot(event); });
+  SetCaption(caption_);
+  ApplyIcons(*root);
+  SetUpKeys();
+}
+
+QtForm::~QtForm() {
+  *closed_ = true;
+  forms_.Forget(*this);
+  watch_.reset();
+  controls_.clear();
+  timers_.clear();
+  // One of the widget's own events may be what ends the form.
+  if (subWindow_) {
+    subWindow_->hide();
+    subWindow_->deleteLater();
+  } else if (root_) {
+    root_->hide();
+    root_->deleteLater();
+  }
+}
+
+void QtForm::SetUpKeys() {
+  if (auto* const cancel = root_->findChild<QPushButton*>(QStringLiteral("cmdCancel"))) {
+    auto* const escape = new QShortcut(QKeySequence(Qt::Key_Escape), root_);
+    escape->setContext(Qt::WidgetWithChildrenShortcut);
+    QObject::connect(escape, &QShortcut::activated, cancel, &QPushButton::click);
+  }
+}
+
+void QtForm::SetCaption(const std::string& caption) {
+  caption_ = caption;
+  root_->setWindowTitle(ToQt(caption) + QStringLiteral("[*]"));
+}
+
+void QtForm::SetChanged(bool changed) {
+  root_->setWindowModified(changed);
+  if (subWindow_) subWindow_->setWindowModified(changed);
+}
+
+void QtForm::Show(FormMode mode) {
+  if (shown_) return Activate();
+  mode_ = mode;
+  shown_ = true;
+  closed_ = std::make_shared<bool>(false);
+  forms_.Add(*this);
+  switch (mode) {
+    case FormMode::modeless:
+      ShowAsChild();
+      break;
+    case FormMode::splash:
+      ShowAsSplash();
+      break;
+    case FormMode::modal:
+    case FormMode::blocking:
+      ShowAsDialog();
+      break;
+  }
+  forms_.NoteActive(this);
+  if (mode == FormMode::modal) WaitUntilClosed();
+}
+
+void QtForm::ShowAsChild() {
+  subWindow_ = forms_.AddChild(*root_);
+  subWindow_->show();
+}
+
+void QtForm::ShowAsDialog() {
+  QWidget* const parent = forms_.DialogParent(*this);
+  const Qt::WindowFlags frame = Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                                Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint;
+  root_->setParent(parent, frame);
+  root_->setWindowModality(Qt::ApplicationModal);
+  root_->adjustSize();
+  if (parent != nullptr) {
+    const QPoint centre = parent->frameGeometry().center();
+    root_->move(centre - root_->rect().center());
+  }
+  root_->show();
+}
+
+void QtForm::ShowAsSplash() {
+  root_->setWindowFlags(Qt::SplashScreen | Qt::FramelessWindowHint);
+  root_->adjustSize();
+  root_->show();
+}
+
+void QtForm::WaitUntilClosed() {
+  const std::shared_ptr<bool> closed = closed_;
+  QEventLoop loop;
+  while (!*closed) loop.processEvents(QEventLoop::WaitForMoreEvents);
+}
+
+void QtForm::Activate() {
+  if (subWindow_) {
+    if (subWindow_->isMinimized()) subWindow_->showNormal();
+    forms_.ActivateChild(*subWindow_);
+  } else {
+    root_->raise();
+    root_->activateWindow();
+  }
+}
+
+bool QtForm::Unload() {
+  if (!shown_) return true;
+  const std::shared_ptr<bool> closed = closed_;
+  QWidget* const window = subWindow_ ? static_cast<QWidget*>(subWindow_.data()) : root_.data();
+  window->close();
+  return *closed;
+}
+
+bool QtForm::LookAtRoot(QEvent& event) {
+  if (event.type() == QEvent::WindowActivate && mode_ != FormMode::splash && !subWindow_) {
+    forms_.NoteActive(this);
+  }
+  if (event.type() != QEvent::Close || !shown_) return false;
+  event.setAccepted(TryToClose());
+  return true;
+}
+
+bool QtForm::TryToClose() {
+  if (asking_) return false;
+  const std::shared_ptr<bool> closed = closed_;
+  asking_ = true;
+  bool cancel = false;
+  QueryUnload.Raise(cancel);
+  if (*closed) return true;
+  asking_ = false;
+  if (cancel) return false;
+  *closed_ = true;
+  shown_ = false;
+  forms_.Forget(*this);
+  root_->hide();
+  Unloaded.Raise();
+  return true;
+}
+
+template <typename Adapter, typename Widget>
+Adapter& QtForm::Find(const std::string& name) {
+  std::unique_ptr<Control>& control = controls_[name];
+  if (!control) {
+    auto* const widget = root_->findChild<Widget*>(ToQt(name));
+    if (widget == nullptr) {
+      throw std::logic_error("The layout " + name_ + " has no such control: " + name);
+    }
+    control = std::make_unique<Adapter>(*widget);
+  }
+  return dynamic_cast<Adapter&>(*control);
+}
+
+Button& QtForm::button(const std::string& name) {
+  return Find<QtButton, QAbstractButton>(name);
+}
+TextBox& QtForm::textBox(const std::string& name) {
+  return Find<QtTextBox, QLineEdit>(name);
+}
+ComboBox& QtForm::comboBox(const std::string& name) {
+  return Find<QtComboBox, QComboBox>(name);
+}
+CheckBox& QtForm::checkBox(const std::string& name) {
+  return Find<QtCheckBox, QCheckBox>(name);
+}
+OptionGroup& QtForm::optionGroup(const std::string& name) {
+  return Find<QtOptionGroup, QWidget>(name);
+}
+Label& QtForm::label(const std::string& name) {
+  return Find<QtLabel, QLabel>(name);
+}
+Lamp& QtForm::lamp(const std::string& name) {
+  return Find<QtLamp, LampWidget>(name);
+}
+ProgressBar& QtForm::progressBar(const std::string& name) {
+  return Find<QtProgressBar, QProgressBar>(name);
+}
+Grid& QtForm::grid(const std::string& name) {
+  return Find<QtGrid, QTableView>(name);
+}
+TerminalScreen& QtForm::terminalScreen(const std::string& name) {
+  return Find<QtTerminalScreen, TerminalWidget>(name);
+}
+Timer& QtForm::timer(const std::string& name) {
+  std::unique_ptr<Timer>& timer = timers_[name];
+  if (!timer) timer = std::make_unique<QtTimer>();
+  return *timer;
+}
+
+}  // namespace velmoor::qt

@@ -1,0 +1,84 @@
+#include "platform/qt/QtForms.h"
+
+#include <QApplication>
+#include <QMdiSubWindow>
+#include <algorithm>
+
+#include "platform/qt/FormLayouts.h"
+#include "platform/qt/QtForm.h"
+#include "platform/qt/QtMainWindow.h"
+
+namespace velmoor::qt {
+
+std::unique_ptr<Form> QtForms::Load(const std::string& name) {
+  return std::make_unique<QtForm>(*this, name, MakeLayout(name));
+}
+
+std::unique_ptr<MainWindow> QtForms::LoadMainWindow() {
+  auto* const root = qobject_cast<QMainWindow*>(MakeLayout("frmMain"));
+  auto window = std::make_unique<QtMainWindow>(*this, *root);
+  area_ = &window->Area();
+  return window;
+}
+
+std::vector<Form*> QtForms::Shown() const {
+  std::vector<Form*> shown;
+  for (QtForm* const form : open_) {
+    if (form->Mode() != FormMode::splash) shown.push_back(form);
+  }
+  return shown;
+}
+
+Form* QtForms::Active() const {
+  return active_;
+}
+
+bool QtForms::InputBlocked() const {
+  return QApplication::activeModalWidget() != nullptr;
+}
+
+void QtForms::Add(QtForm& form) {
+  open_.push_back(&form);
+}
+
+void QtForms::Forget(QtForm& form) {
+  std::erase(open_, &form);
+  if (active_ == &form) active_ = nullptr;
+}
+
+void QtForms::NoteActive(QtForm* form) {
+  if (active_ == form) return;
+  active_ = form;
+  if (form != nullptr) form->Activated.Raise();
+}
+
+void QtForms::NoteActiveChild(const QMdiSubWindow* child) {
+  // The main window going to the background is no change among its children.
+  if (child == nullptr) return;
+  const auto form = std::find_if(open_.begin(), open_.end(), [child](const QtForm* candidate) {
+    return candidate->SubWindow() == child;
+  });
+  if (form != open_.end()) NoteActive(*form);
+}
+
+QMdiSubWindow* QtForms::AddChild(QWidget& content) {
+  if (area_ == nullptr) throw std::logic_error("There is no main window for a child window");
+  QMdiSubWindow* const child = area_->addSubWindow(&content);
+  child->setAttribute(Qt::WA_DeleteOnClose, false);
+  child->setWindowIcon(QApplication::windowIcon());
+  child->resize(content.sizeHint().expandedTo(content.minimumSizeHint()) + QSize(16, 32));
+  return child;
+}
+
+void QtForms::ActivateChild(QMdiSubWindow& child) {
+  if (area_ != nullptr) area_->setActiveSubWindow(&child);
+}
+
+QWidget* QtForms::DialogParent(const QtForm& form) const {
+  for (auto open = open_.rbegin(); open != open_.rend(); ++open) {
+    if (*open != &form && (*open)->Mode() == FormMode::modal) return &(*open)->Root();
+  }
+  return area_ != nullptr && area_->window()->isVisible() ? area_->window() : nullptr;
+}
+
+}  // namespace velmoor::qt

@@ -1,0 +1,192 @@
+#include "platform/qt/QtGrid.h"
+
+#include <QHeaderView>
+#include <QHelpEvent>
+#include <QMouseEvent>
+#include <QScopedValueRollback>
+#include <QTableView>
+#include <QToolTip>
+
+#include "platform/qt/QtKeys.h"
+
+namespace velmoor::qt {
+
+QtGrid::QtGrid(QTableView& view)
+    : QtControl(view),
+      view_(view),
+      model_(new GridModel(&view)),
+      delegate_(
+          new GridDelegate(*model_,
+                           {.changed = [this](const GridEdit& edit) { ChangeEdit.Raise(edit); },
+                            .committed = [this](const GridEdit& edit) { Commit(edit); },
+                            .key = [this](const QKeyEvent& event) { return LookAtKey(event); }},
+                           &view)),
+      keyWatch_(view,
+                [this](QEvent& event) {
+                  return event.type() == QEvent::KeyPress &&
+                         LookAtKey(static_cast<const QKeyEvent&>(event));
+                }),
+      viewportWatch_(*view.viewport(), [this](QEvent& event) { return LookAtViewport(event); }) {
+  SetUpView();
+  QObject::connect(view.selectionModel(), &QItemSelectionModel::currentChanged, &context_,
+                   [this] { CurrentMoved(); });
+  QObject::connect(&view, &QTableView::clicked, &context_,
+                   [this](const QModelIndex& index) { CellClicked(index); });
+}
+
+QtGrid::~QtGrid() {
+  // The view lives a little longer than the source.
+  model_->Bind(nullptr);
+}
+
+void QtGrid::SetUpView() {
+  view_.setModel(model_);
+  view_.setItemDelegate(delegate_);
+  view_.setSelectionMode(QAbstractItemView::SingleSelection);
+  view_.setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::AnyKeyPressed |
+                        QAbstractItemView::EditKeyPressed);
+  view_.setTabKeyNavigation(true);
+  view_.setWordWrap(false);
+  view_.setAlternatingRowColors(true);
+  view_.verticalHeader()->hide();
+  view_.verticalHeader()->setDefaultSectionSize(view_.fontMetrics().height() + 8);
+  view_.horizontalHeader()->setStretchLastSection(true);
+  view_.horizontalHeader()->setHighlightSections(false);
+}
+
+void QtGrid::Bind(GridSource* source) {
+  const QScopedValueRollback guard(fromCode_, true);
+  model_->Bind(source);
+  FitColumns();
+}
+
+void QtGrid::Refresh() {
+  const QScopedValueRollback guard(fromCode_, true);
+  if (QWidget* const editor = delegate_->Editor(); editor != nullptr && !committing_) {
+    Q_EMIT delegate_->closeEditor(editor, QAbstractItemDelegate::RevertModelCache);
+  }
+  const int rows = model_->rowCount();
+  model_->Reload();
+  if (rows != model_->rowCount()) FitColumns();
+}
+
+void QtGrid::RefreshRow(int row) {
+  model_->ReloadRow(row);
+}
+
+void QtGrid::SetColumnHidden(int column, bool hidden) {
+  view_.setColumnHidden(column, hidden);
+}
+
+bool QtGrid::ColumnHidden(int column) const {
+  return view_.isColumnHidden(column);
+}
+
+void QtGrid::SetRowHidden(int row, bool hidden) {
+  view_.setRowHidden(row - 1, hidden);
+}
+
+bool QtGrid::RowHidden(int row) const {
+  return view_.isRowHidden(row - 1);
+}
+
+void QtGrid::SetColumnWidth(int column, int characters) {
+  const auto at = static_cast<std::size_t>(column);
+  if (widths_.size() <= at) widths_.resize(at + 1, 0);
+  widths_[at] = characters;
+  FitColumns();
+}
+
+void QtGrid::FitColumns() {
+  constexpr int kWidest = 320;
+  constexpr int kRoom = 16;
+  const int character = view_.fontMetrics().averageCharWidth();
+  for (int column = 0; column < model_->columnCount(); ++column) {
+    const auto at = static_cast<std::size_t>(column);
+    const int asked = at < widths_.size() ? widths_[at] : 0;
+    if (asked > 0) {
+      view_.setColumnWidth(column, asked * character + kRoom);
+      continue;
+    }
+    view_.resizeColumnToContents(column);
+    view_.setColumnWidth(column, std::min(view_.columnWidth(column) + kRoom, kWidest));
+  }
+}
+
+int QtGrid::Row() const {
+  const QModelIndex current = view_.currentIndex();
+  return current.isValid() ? current.row() + 1 : -1;
+}
+
+int QtGrid::Column() const {
+  return view_.currentIndex().isValid() ? view_.currentIndex().column() : -1;
+}
+
+void QtGrid::SetCurrent(int row, int column) {
+  const QScopedValueRollback guard(fromCode_, true);
+  view_.setCurrentIndex(row < 1 ? QModelIndex() : model_->index(row - 1, column));
+}
+
+void QtGrid::CurrentMoved() {
+  if (!fromCode_) RowColChange.Raise();
+}
+
+void QtGrid::BeginEdit() {
+  const QModelIndex current = view_.currentIndex();
+  if (current.isValid() && model_->Traits(current).editable) view_.edit(current);
+}
+
+bool QtGrid::FinishEdit() {
+  QWidget* const editor = delegate_->Editor();
+  if (editor == nullptr || !editor->isVisible()) return true;
+  refused_ = false;
+  const QPointer<QWidget> alive(&view_);
+  Q_EMIT delegate_->commitData(editor);
+  if (!alive) return true;
+  if (delegate_->Editor() != nullptr) Q_EMIT delegate_->closeEditor(delegate_->Editor());
+  return !refused_;
+}
+
+void QtGrid::Commit(GridEdit edit) {
+  // A box that a check shows takes the focus from the editor, which would commit once more.
+  if (committing_ || model_->Source() == nullptr) return;
+  const QScopedValueRollback guard(committing_, true);
+  ValidateEdit.Raise(edit);
+  refused_ = edit.cancel;
+  if (edit.cancel) return;
+  model_->Source()->SetText(edit.row, edit.column, edit.text);
+  model_->ReloadRow(edit.row);
+  AfterEdit.Raise(edit.row, edit.column);
+}
+
+void QtGrid::CellClicked(const QModelIndex& index) {
+  const CellTraits traits = model_->Traits(index);
+  if (traits.editable && !traits.comboItems.empty()) view_.edit(index);
+}
+
+bool QtGrid::LookAtKey(const QKeyEvent& event) {
+  KeyEvent key = ToKeyEvent(event);
+  KeyDown.Raise(key);
+  return key.handled;
+}
+
+bool QtGrid::LookAtViewport(QEvent& event) {
+  if (event.type() == QEvent::ToolTip) {
+    auto& help = static_cast<QHelpEvent&>(event);
+    const QModelIndex index = view_.indexAt(help.pos());
+    std::string tip;
+    if (index.isValid()) Tip.Raise(index.row() + 1, index.column(), tip);
+    QToolTip::showText(help.globalPos(), ToQt(tip), &view_);
+    return true;
+  }
+  if (event.type() == QEvent::MouseButtonRelease) {
+    const auto& mouse = static_cast<const QMouseEvent&>(event);
+    const QModelIndex index = view_.indexAt(mouse.pos());
+    const bool hit = index.isValid() && model_->Traits(index).button &&
+                     GridDelegate::ButtonRect(view_.visualRect(index)).contains(mouse.pos());
+    if (hit) CellButton.Raise(index.row() + 1, index.column());
+  }
+  return false;
+}
+
+}  // namespace velmoor::qt

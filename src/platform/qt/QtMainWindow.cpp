@@ -1,0 +1,222 @@
+#include "platform/qt/QtMainWindow.h"
+
+#include <QGuiApplication>
+#include <QLabel>
+#include <QMdiSubWindow>
+#include <QScreen>
+#include <QStatusBar>
+#include <QToolBar>
+#include <algorithm>
+
+#include "platform/qt/LampWidget.h"
+#include "platform/qt/QtAppearance.h"
+#include "platform/qt/QtForms.h"
+
+namespace velmoor::qt {
+namespace {
+
+struct PanelLook {
+  StatusPanel panel;
+  const char* tip;
+};
+
+// The panels at the right, from left to right.
+constexpr PanelLook kPanels[] = {
+    {StatusPanel::module, "Current module"},
+    {StatusPanel::pending, "Items that are not downloaded yet"},
+    {StatusPanel::model, "Amplifier model"},
+    {StatusPanel::axis, "Axis"},
+    {StatusPanel::port, "Serial port"},
+    {StatusPanel::baudRate, "Speed of the serial line in bits per second"},
+};
+
+const char* const kToolBarNames[] = {"tbStandard", "tbModule"};
+
+}  // namespace
+
+QtMainWindow::QtMainWindow(QtForms& forms, QMainWindow& window)
+    : QtCommands(window),
+      window_(window),
+      area_(window.findChild<QMdiArea*>(QStringLiteral("mdiArea"))),
+      watch_(window, [this](QEvent& event) {
+        if (event.type() != QEvent::Close || !window_.isVisible()) return false;
+        event.setAccepted(Close());
+        return true;
+      }) {
+  ApplyIcons(window);
+  SetUpStatusBar();
+  SetUpRecentEntries();
+  QObject::connect(area_, &QMdiArea::subWindowActivated, &context_,
+                   [&forms](const QMdiSubWindow* child) { forms.NoteActiveChild(child); });
+}
+
+QtMainWindow::~QtMainWindow() {
+  window_.hide();
+  window_.deleteLater();
+}
+
+void QtMainWindow::SetUpStatusBar() {
+  QStatusBar& bar = *window_.statusBar();
+  lamp_ = new LampWidget(&bar);
+  bar.addWidget(lamp_);
+  auto* const status = new QLabel(&bar);
+  bar.addWidget(status, 1);
+  panels_[StatusPanel::status] = status;
+  for (const PanelLook& look : kPanels) {
+    auto* const label = new QLabel(&bar);
+    label->setToolTip(QString::fromLatin1(look.tip));
+    label->setContentsMargins(6, 0, 6, 0);
+    label->hide();
+    bar.addPermanentWidget(label);
+    panels_[look.panel] = label;
+  }
+}
+
+void QtMainWindow::SetUpRecentEntries() {
+  for (int place = 0;; ++place) {
+    auto* const action = window_.findChild<QAction*>(QStringLiteral("recentFile_%1").arg(place));
+    if (action == nullptr) break;
+    QObject::connect(action, &QAction::triggered, &context_,
+                     [this, place] { RecentChosen.Raise(place); });
+  }
+  SetRecentEntries({});
+}
+
+void QtMainWindow::SetCaption(const std::string& caption) {
+  caption_ = caption;
+  window_.setWindowTitle(ToQt(caption) + QStringLiteral("[*]"));
+}
+
+void QtMainWindow::SetChanged(bool changed) {
+  window_.setWindowModified(changed);
+}
+
+void QtMainWindow::SetPanel(StatusPanel panel, const std::string& text) {
+  QLabel& label = *panels_.at(panel);
+  label.setText(ToQt(text));
+  if (panel != StatusPanel::status) label.setVisible(!text.empty());
+}
+
+std::string QtMainWindow::Panel(StatusPanel panel) const {
+  return FromQt(panels_.at(panel)->text());
+}
+
+void QtMainWindow::SetStatusTone(Tone tone) {
+  lamp_->SetTone(tone);
+}
+
+Tone QtMainWindow::StatusTone() const {
+  return lamp_->LampTone();
+}
+
+void QtMainWindow::SetRecentEntries(const std::vector<std::string>& captions) {
+  recent_ = captions;
+  bool any = false;
+  for (std::size_t place = 0;; ++place) {
+    auto* const action = window_.findChild<QAction*>(QStringLiteral("recentFile_%1").arg(place));
+    if (action == nullptr) break;
+    const std::string caption = place < captions.size() ? captions[place] : std::string();
+    action->setText(ToQt(caption));
+    action->setVisible(!caption.empty());
+    any = any || !caption.empty();
+  }
+  if (auto* const separator = window_.findChild<QAction*>(QStringLiteral("recentSeparator"))) {
+    separator->setVisible(any);
+  }
+}
+
+void QtMainWindow::SetToolBarVisible(ToolBar bar, bool visible) {
+  const QString name = QString::fromLatin1(kToolBarNames[static_cast<int>(bar)]);
+  window_.findChild<QToolBar*>(name)->setVisible(visible);
+}
+
+void QtMainWindow::SetStatusBarVisible(bool visible) {
+  window_.statusBar()->setVisible(visible);
+}
+
+void QtMainWindow::Arrange(Arrangement arrangement) {
+  switch (arrangement) {
+    case Arrangement::cascade:
+      area_->cascadeSubWindows();
+      break;
+    case Arrangement::tileVertical:
+      area_->tileSubWindows();
+      break;
+    case Arrangement::tileHorizontal:
+      TileInRows();
+      break;
+  }
+}
+
+void QtMainWindow::TileInRows() {
+  QList<QMdiSubWindow*> children = area_->subWindowList();
+  children.removeIf([](const QMdiSubWindow* child) { return !child->isVisible(); });
+  if (children.isEmpty()) return;
+  const QRect room = area_->viewport()->rect();
+  const int height = room.height() / static_cast<int>(children.size());
+  int top = 0;
+  for (QMdiSubWindow* const child : children) {
+    child->showNormal();
+    child->setGeometry(0, top, room.width(), height);
+    top += height;
+  }
+}
+
+void QtMainWindow::Show() {
+  window_.show();
+}
+
+bool QtMainWindow::IsVisible() const {
+  return window_.isVisible();
+}
+
+bool QtMainWindow::IsMinimised() const {
+  return window_.isMinimized();
+}
+
+void QtMainWindow::Activate() {
+  if (window_.isMinimized()) window_.showNormal();
+  window_.raise();
+  window_.activateWindow();
+}
+
+WindowGeometry QtMainWindow::Geometry() const {
+  const QPoint place = window_.pos();
+  return {place.x(), place.y(), window_.width(), window_.height()};
+}
+
+void QtMainWindow::SetGeometry(std::optional<int> left, std::optional<int> top,
+                               std::optional<int> width, std::optional<int> height) {
+  window_.resize(width.value_or(window_.width()), height.value_or(window_.height()));
+  if (left || top) {
+    window_.move(left.value_or(window_.x()), top.value_or(window_.y()));
+    MoveOntoScreen();
+  }
+}
+
+void QtMainWindow::MoveOntoScreen() {
+  constexpr int kGrip = 80;  // so much of the title bar must be in reach
+  const QRect title(window_.pos(), QSize(window_.width(), kGrip));
+  const auto screens = QGuiApplication::screens();
+  const bool inReach = std::any_of(screens.begin(), screens.end(), [&](const QScreen* screen) {
+    const QRect seen = screen->availableGeometry().intersected(title);
+    return seen.width() >= kGrip && seen.height() >= kGrip / 2;
+  });
+  if (!inReach) window_.move(QGuiApplication::primaryScreen()->availableGeometry().topLeft());
+}
+
+bool QtMainWindow::Close() {
+  if (closing_) return false;
+  if (!window_.isVisible()) return true;
+  closing_ = true;
+  QueryUnload.Raise();
+  bool cancel = false;
+  Unload.Raise(cancel);
+  closing_ = false;
+  if (cancel) return false;
+  window_.hide();
+  Closed.Raise();
+  return true;
+}
+
+}  // namespace velmoor::qt

@@ -1,0 +1,68 @@
+// The main window: menus and tool bars of its layout, a status bar, the area of the child windows.
+#pragma once
+
+#include <QMainWindow>
+#include <QMdiArea>
+#include <map>
+#include <memory>
+
+#include "platform/MainWindow.h"
+#include "platform/qt/EventWatch.h"
+#include "platform/qt/QtCommands.h"
+
+class QLabel;
+
+namespace velmoor::qt {
+
+class LampWidget;
+class QtForms;
+
+class QtMainWindow final : public QtCommands<MainWindow> {
+ public:
+  // Takes `window` over.
+  QtMainWindow(QtForms& forms, QMainWindow& window);
+  ~QtMainWindow() override;
+  QtMainWindow(const QtMainWindow&) = delete;
+  QtMainWindow& operator=(const QtMainWindow&) = delete;
+
+  void SetCaption(const std::string& caption) override;
+  [[nodiscard]] std::string Caption() const override { return caption_; }
+  void SetChanged(bool changed) override;
+  void SetPanel(StatusPanel panel, const std::string& text) override;
+  [[nodiscard]] std::string Panel(StatusPanel panel) const override;
+  void SetStatusTone(Tone tone) override;
+  [[nodiscard]] Tone StatusTone() const override;
+  void SetRecentEntries(const std::vector<std::string>& captions) override;
+  [[nodiscard]] std::vector<std::string> RecentEntries() const override { return recent_; }
+  void SetToolBarVisible(ToolBar bar, bool visible) override;
+  void SetStatusBarVisible(bool visible) override;
+  void Arrange(Arrangement arrangement) override;
+  void Show() override;
+  [[nodiscard]] bool IsVisible() const override;
+  [[nodiscard]] bool IsMinimised() const override;
+  void Activate() override;
+  [[nodiscard]] WindowGeometry Geometry() const override;
+  void SetGeometry(std::optional<int> left, std::optional<int> top, std::optional<int> width,
+                   std::optional<int> height) override;
+  bool Close() override;
+
+  [[nodiscard]] QMdiArea& Area() const { return *area_; }
+  [[nodiscard]] QMainWindow& Window() const { return window_; }
+
+ private:
+  void SetUpStatusBar();
+  void SetUpRecentEntries();
+  void TileInRows();
+  void MoveOntoScreen();
+
+  QMainWindow& window_;
+  QMdiArea* area_;
+  EventWatch watch_;
+  std::string caption_;
+  std::map<StatusPanel, QLabel*> panels_;
+  LampWidget* lamp_ = nullptr;
+  std::vector<std::string> recent_;
+  bool closing_ = false;
+};
+
+}  // namespace velmoor::qt

@@ -1,0 +1,78 @@
+#include "platform/qt/QtMessageBoxes.h"
+
+#include <QApplication>
+#include <QMessageBox>
+
+#include "platform/qt/QtText.h"
+
+namespace velmoor::qt {
+namespace {
+
+QMessageBox::Icon Icon(BoxKind kind) {
+  switch (kind) {
+    case BoxKind::plain:
+      return QMessageBox::NoIcon;
+    case BoxKind::critical:
+      return QMessageBox::Critical;
+    case BoxKind::exclamation:
+      return QMessageBox::Warning;
+    case BoxKind::information:
+      return QMessageBox::Information;
+    case BoxKind::question:
+      return QMessageBox::Question;
+  }
+  return QMessageBox::NoIcon;
+}
+
+struct Choice {
+  QMessageBox::StandardButtons buttons;
+  QMessageBox::StandardButton escape;  // what closing by the frame means
+};
+
+Choice Choices(BoxButtons buttons) {
+  switch (buttons) {
+    case BoxButtons::ok:
+      return {QMessageBox::Ok, QMessageBox::Ok};
+    case BoxButtons::okCancel:
+      return {QMessageBox::Ok | QMessageBox::Cancel, QMessageBox::Cancel};
+    case BoxButtons::yesNo:
+      return {QMessageBox::Yes | QMessageBox::No, QMessageBox::No};
+    case BoxButtons::yesNoCancel:
+      return {QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel, QMessageBox::Cancel};
+  }
+  return {QMessageBox::Ok, QMessageBox::Ok};
+}
+
+BoxAnswer Answer(int button) {
+  switch (button) {
+    case QMessageBox::Ok:
+      return BoxAnswer::ok;
+    case QMessageBox::Yes:
+      return BoxAnswer::yes;
+    case QMessageBox::No:
+      return BoxAnswer::no;
+    default:
+      return BoxAnswer::cancel;
+  }
+}
+
+}  // namespace
+
+BoxAnswer QtMessageBoxes::Show(BoxKind kind, BoxButtons buttons, const std::string& text,
+                               const std::string& title) {
+  const Choice choice = Choices(buttons);
+  QMessageBox box(QApplication::activeWindow());
+  box.setIcon(Icon(kind));
+  box.setWindowTitle(title.empty() ? QApplication::applicationDisplayName() : ToQt(title));
+  box.setTextFormat(Qt::PlainText);
+  box.setText(ToQt(text));
+  box.setStandardButtons(choice.buttons);
+  box.setEscapeButton(choice.escape);
+  // An hourglass of the caller must not lie over the box.
+  QApplication::setOverrideCursor(Qt::ArrowCursor);
+  const int button = box.exec();
+  QApplication::restoreOverrideCursor();
+  return Answer(button);
+}
+
+}  // namespace velmoor::qt

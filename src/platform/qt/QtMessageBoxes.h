@@ -1,0 +1,14 @@
+// Message boxes of the desktop.
+#pragma once
+
+#include "platform/MessageBoxes.h"
+
+namespace velmoor::qt {
+
+class QtMessageBoxes final : public MessageBoxes {
+ public:
+  BoxAnswer Show(BoxKind kind, BoxButtons buttons, const std::string& text,
+                 const std::string& title) override;
+};
+
+}  // namespace velmoor::qt
