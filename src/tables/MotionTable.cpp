@@ -110,15 +110,35 @@ bool MotionTable::ReadFromDB() {
 }
 
 bool MotionTable::SaveToDB() {
-  return Trapped(Prefix("SaveToDB"), [this] {
+  return StoreRows(false);
+}
+
+bool MotionTable::StoreRows(bool markMovedCounts) {
+  return Trapped(Prefix("SaveToDB"), [&] {
     ForEachRecord(
-        [this](int row, RowSet& record) {
-          if (IsStored(row)) StoreRow(row, record, IsDataSetComplete(row));
+        [&](int row, RowSet& record) {
+          const bool complete = IsDataSetComplete(row);
+          if (markMovedCounts && complete && ControllerFormMoved(row, record)) {
+            SetDirtyCell(row, true);
+          }
+          if (IsStored(row)) StoreRow(row, record, complete);
         },
         true);
     touched_.assign(touched_.size(), false);
     return true;
   });
+}
+
+// A step whose text stays but whose label of the next step has moved sends another number.
+bool MotionTable::ControllerFormMoved(int row, const RowSet& record) const {
+  for (std::size_t i = 0; i < layout_.columns.size(); ++i) {
+    const TableColumn& column = layout_.columns[i];
+    if (column.controllerField.empty()) continue;
+    if (record.Text(column.controllerField) != ToController(column.kind, cells_[Index(row)][i])) {
+      return true;
+    }
+  }
+  return false;
 }
 
 void MotionTable::StoreRow(int row, RowSet& record, bool complete) {
@@ -195,7 +215,7 @@ bool MotionTable::ChangeResolution(std::int16_t digits) {
 
 bool MotionTable::ChangeAccepted() {
   blnIsDirty_ = blnNeedsSaving_ = true;
-  if (!SaveToDB()) return false;
+  if (!StoreRows(true)) return false;
   Applied.Raise();
   return true;
 }

@@ -149,6 +149,8 @@ class MotionTable {
   [[nodiscard]] std::string Prefix(std::string_view procedure) const;
   void ForEachRecord(const std::function<void(int row, RowSet& record)>& work, bool writes);
   ResultCode UploadRowSafely(int row);
+  bool StoreRows(bool markMovedCounts);
+  [[nodiscard]] bool ControllerFormMoved(int row, const RowSet& record) const;
   void StoreRow(int row, RowSet& record, bool complete);
   bool DownloadRecords(Database& database, RowSet& records, std::int16_t total);
 

@@ -1,0 +1,52 @@
+// What a cell of a motion table may hold: the one validation behind windows, paste and import.
+//
+// A check gives the text as it is stored (numbers at the project's resolution), or the words for
+// the user. Words end with the line that says what becomes of the old value.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "session/Project.h"
+
+namespace velmoor {
+
+class clsHX7Position;
+
+struct CellCheck {
+  bool accepted = false;
+  std::string text;   // accepted: what the cell takes
+  std::string words;  // refused: why
+
+  static CellCheck Accept(std::string text) { return {true, std::move(text), {}}; }
+  static CellCheck Refuse(std::string words) { return {false, {}, std::move(words)}; }
+};
+
+inline constexpr std::size_t kMostLabelCharacters = 16;
+inline constexpr std::int32_t kMostLoops = 99999;
+inline constexpr std::int32_t kMostEventTime = 99999;  // ms
+
+// A number in units of that kind whose count the amplifier takes: distances to either side, speeds
+// from 0. `name` heads the words: "Speed" gives "Speed value must be numeric!".
+[[nodiscard]] CellCheck CheckNumber(const Project& project, UnitKind kind, const std::string& name,
+                                    const std::string& text);
+// The same words for the zone and jog tables, without a name of their own.
+[[nodiscard]] CellCheck CheckLimit(const Project& project, UnitKind kind, const std::string& text);
+
+// Cells of the index table; `step` is the row from 1.
+[[nodiscard]] CellCheck CheckLabel(const clsHX7Position& table, int step, const std::string& text);
+[[nodiscard]] CellCheck CheckMove(const Project& project, const std::string& text);
+[[nodiscard]] CellCheck CheckOutputs(const std::string& text);
+[[nodiscard]] CellCheck CheckEvent(const std::string& text);
+[[nodiscard]] CellCheck CheckLoop(const std::string& text);
+[[nodiscard]] CellCheck CheckNext(const clsHX7Position& table, int step, const std::string& text);
+// The check that belongs to a column of clsHX7Position; an empty text passes.
+[[nodiscard]] CellCheck CheckIndexCell(const Project& project, const clsHX7Position& table,
+                                       int step, int column, const std::string& text);
+
+// What keeps the whole programme from being committed: the first step that is filled in part, then
+// the first next label that no step bears. Nothing when it may be committed.
+[[nodiscard]] std::optional<std::string> FindProgrammeFault(const clsHX7Position& table);
+
+}  // namespace velmoor

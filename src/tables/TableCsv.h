@@ -1,0 +1,34 @@
+// The motion tables as comma-separated texts.
+//
+// Index: step,label,position,speed,rdst,rspd,pout,event,loop,next,dirty with steps from 1. Zone:
+// zone,lower,upper,dirty with zones from 0. Jog: jog,speed,dirty with rows from 0.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "session/Project.h"
+
+namespace velmoor {
+
+class clsHX7Jog;
+class clsHX7Position;
+class clsHX7Zone;
+
+[[nodiscard]] std::string ExportCsv(const clsHX7Position& table);
+[[nodiscard]] std::string ExportCsv(const clsHX7Zone& table);
+[[nodiscard]] std::string ExportCsv(const clsHX7Jog& table);
+
+// Puts the text's rows into the table and marks the rows that changed. With a column for the row's
+// number the rows named are replaced and the others stay; without one the text is the whole table.
+// The mark column is ignored. Each bad cell gives one line, "Row 3, column speed: ..."; with any
+// such line nothing is changed. Empty: done, and the caller accepts the change.
+[[nodiscard]] std::vector<std::string> ImportCsv(const Project& project, clsHX7Position& table,
+                                                 std::string_view text);
+[[nodiscard]] std::vector<std::string> ImportCsv(const Project& project, clsHX7Zone& table,
+                                                 std::string_view text);
+[[nodiscard]] std::vector<std::string> ImportCsv(const Project& project, clsHX7Jog& table,
+                                                 std::string_view text);
+
+}  // namespace velmoor
