@@ -2,7 +2,7 @@
 //
 // The file holds every language and motor size. McatCopy copies it to "tempIdeInfo.mdb" in the
 // directory that world() names; McatUparaCreate makes there the tables of one language and one
-// motor size and drops the rest.
+// motor size, and may be called again for another.
 #pragma once
 
 #include <string>

@@ -1,5 +1,6 @@
-// The tables of the catalogue file, "IdeInfo.mdb", from which a working copy is made: every language
-// and every motor size. Written by the catalogue's compiler and read by CatalogueLibrary alone.
+// The tables of the catalogue file, "IdeInfo.mdb", from which a working copy is made: every
+// language and every motor size. Written by the catalogue's compiler and read by CatalogueLibrary
+// alone.
 #pragma once
 
 #include <string_view>
