@@ -31,8 +31,8 @@ enum class FaultKind : std::uint8_t {
 struct Fault {
   FaultKind kind = FaultKind::silence;
   std::string match{};  // front of the command without its axis; empty matches every command
-  int skip = 0;       // matching commands that pass unharmed first
-  int count = 1;      // how many are harmed then; 0 all
+  int skip = 0;         // matching commands that pass unharmed first
+  int count = 1;        // how many are harmed then; 0 all
   std::chrono::milliseconds delay{6000};  // of a late answer
   std::string text{};
 };
