@@ -11,6 +11,8 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <cstdint>
+#include <ctime>
 #include <system_error>
 #include <utility>
 
@@ -39,6 +41,13 @@ void AskForLowLatency(int device) {
   if (ioctl(device, TIOCGSERIAL, &line) != 0) return;
   line.flags |= ASYNC_LOW_LATENCY;
   (void)ioctl(device, TIOCSSERIAL, &line);
+}
+
+// Of a start bit, seven data bits, parity and two stop bits.
+std::chrono::nanoseconds CharacterTime(std::string_view settings) {
+  const auto rate = ParseWhole(settings.substr(0, settings.find(',')));
+  if (!rate || *rate <= 0) return std::chrono::nanoseconds(0);
+  return std::chrono::nanoseconds(11'000'000'000 / *rate);
 }
 
 std::string OpenFailure(const std::string& path, int error) {
@@ -74,6 +83,7 @@ std::string PosixSerialPort::DevicePath() const {
 
 void PosixSerialPort::SetSettings(const std::string& settings) {
   settings_ = settings;
+  characterTime_ = CharacterTime(settings);
   if (!IsOpen()) return;
   received_.clear();
   skipsToLineEnd_ = false;
@@ -180,6 +190,7 @@ void PosixSerialPort::WriteLine(std::string_view line) {
   if (!IsOpen()) return;
   std::string bytes(line);
   bytes += '\r';
+  written_ = line;
   const Deadline deadline = DeadlineFromNow();
   for (std::string_view rest = bytes; !rest.empty();) {
     const ssize_t written = ::write(device_.Get(), rest.data(), rest.size());
@@ -191,6 +202,32 @@ void PosixSerialPort::WriteLine(std::string_view line) {
     if (written < 0 && errno != EAGAIN) Lose(errno);
     if (!WaitFor(POLLOUT, deadline)) Lose(ETIMEDOUT);
   }
+}
+
+std::chrono::nanoseconds PosixSerialPort::QuietTime() const {
+  // With their line ends an acknowledge has four characters and no other answer less than seven,
+  // but for errors, which may wait a little.
+  constexpr std::size_t kAcknowledge = 4;
+  constexpr std::size_t kAnswer = 7;
+  constexpr std::size_t kPause = 2;
+  const std::size_t size = received_.size();
+  if (size == 0) return {};
+  std::size_t characters = kPause;
+  if (echoes_ && size < written_.size() && written_.starts_with(received_)) {
+    characters = written_.size() - size + kAcknowledge;
+  } else if (size > 1 && size < kAnswer && received_[1] != 'O') {
+    characters = std::max(kPause, kAnswer - size);
+  }
+  return characterTime_ * characters;
+}
+
+void PosixSerialPort::SleepThrough(std::chrono::nanoseconds quiet, Deadline deadline) const {
+  const auto left = deadline - std::chrono::steady_clock::now();
+  const auto nanoseconds =
+      std::max<std::int64_t>(std::min<std::int64_t>(quiet.count(), left.count()), 0);
+  const timespec limit{.tv_sec = nanoseconds / 1'000'000'000,
+                       .tv_nsec = nanoseconds % 1'000'000'000};
+  (void)clock_nanosleep(CLOCK_MONOTONIC, 0, &limit, nullptr);
 }
 
 void PosixSerialPort::Receive() {
@@ -225,8 +262,17 @@ std::string PosixSerialPort::ReadLine() {
   const Deadline deadline = DeadlineFromNow();
   for (;;) {
     std::string line = TakeLine();
-    if (!line.empty()) return line;
-    if (!WaitFor(POLLIN, deadline)) return {};
+    if (!line.empty()) {
+      if (!written_.empty()) echoes_ = line == written_;
+      written_.clear();
+      return line;
+    }
+    const std::chrono::nanoseconds quiet = QuietTime();
+    if (quiet.count() > 0 && std::chrono::steady_clock::now() < deadline) {
+      SleepThrough(quiet, deadline);
+    } else if (!WaitFor(POLLIN, deadline)) {
+      return {};
+    }
     Receive();
   }
 }
