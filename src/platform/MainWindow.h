@@ -46,6 +46,8 @@ class MainWindow : public CommandSet {
   virtual void SetStatusBarVisible(bool visible) = 0;
   virtual void Arrange(Arrangement arrangement) = 0;
 
+  virtual Timer& timer(const std::string& name) = 0;
+
   virtual void Show() = 0;
   [[nodiscard]] virtual bool IsVisible() const = 0;
   [[nodiscard]] virtual bool IsMinimised() const = 0;

@@ -135,6 +135,7 @@ class HeadlessMainWindow final : public HeadlessCommands<MainWindow> {
   void SetToolBarVisible(ToolBar bar, bool on) override { toolBars[bar] = on; }
   void SetStatusBarVisible(bool on) override { statusBarVisible = on; }
   void Arrange(Arrangement arrangement) override { arrangements.push_back(arrangement); }
+  Timer& timer(const std::string& name) override;
   void Show() override { visible = true; }
   [[nodiscard]] bool IsVisible() const override { return visible; }
   [[nodiscard]] bool IsMinimised() const override { return minimised; }
@@ -164,6 +165,7 @@ class HeadlessMainWindow final : public HeadlessCommands<MainWindow> {
   std::map<StatusPanel, std::string> panels_;
   Tone tone_ = Tone::normal;
   std::vector<std::string> recent_;
+  std::map<std::string, std::unique_ptr<HeadlessTimer>> timers_;
   bool closing_ = false;
 };
 

@@ -17,6 +17,12 @@ std::string HeadlessMainWindow::Panel(StatusPanel panel) const {
   return at == panels_.end() ? std::string() : at->second;
 }
 
+Timer& HeadlessMainWindow::timer(const std::string& name) {
+  std::unique_ptr<HeadlessTimer>& found = timers_[name];
+  if (!found) found = std::make_unique<HeadlessTimer>(forms_.events_);
+  return *found;
+}
+
 void HeadlessMainWindow::Activate() {
   minimised = false;
   ++activations;

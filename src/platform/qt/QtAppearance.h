@@ -12,6 +12,11 @@ class QWidget;
 
 namespace velmoor::qt {
 
+// The setting that keeps the user's choice of colours, and its two values.
+inline constexpr char kThemeSetting[] = "Theme";
+inline constexpr char kDarkTheme[] = "dark";
+inline constexpr char kLightTheme[] = "light";
+
 // Style and palette for the whole program. Call once, before any window.
 void SetUpAppearance(bool dark);
 void SetDark(bool dark);

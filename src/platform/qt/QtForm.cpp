@@ -47,11 +47,18 @@ QtForm::~QtForm() {
   }
 }
 
+// A layout's window is no dialog of Qt's own, which would close itself on Escape without asking.
 void QtForm::SetUpKeys() {
-  if (auto* const cancel = root_->findChild<QPushButton*>(QStringLiteral("cmdCancel"))) {
-    auto* const escape = new QShortcut(QKeySequence(Qt::Key_Escape), root_);
-    escape->setContext(Qt::WidgetWithChildrenShortcut);
-    QObject::connect(escape, &QShortcut::activated, cancel, &QPushButton::click);
+  const auto connect = [this](Qt::Key key, QPushButton* button) {
+    auto* const shortcut = new QShortcut(QKeySequence(key), root_);
+    shortcut->setContext(Qt::WidgetWithChildrenShortcut);
+    QObject::connect(shortcut, &QShortcut::activated, button, &QPushButton::click);
+  };
+  for (auto* const button : root_->findChildren<QPushButton*>()) {
+    if (button->objectName() == QLatin1String("cmdCancel")) connect(Qt::Key_Escape, button);
+    if (!button->isDefault()) continue;
+    connect(Qt::Key_Return, button);
+    connect(Qt::Key_Enter, button);
   }
 }
 

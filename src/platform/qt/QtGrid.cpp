@@ -138,7 +138,7 @@ void QtGrid::BeginEdit() {
 
 bool QtGrid::FinishEdit() {
   QWidget* const editor = delegate_->Editor();
-  if (editor == nullptr || !editor->isVisible()) return true;
+  if (editor == nullptr || !editor->isVisible() || committing_) return true;
   refused_ = false;
   const QPointer<QWidget> alive(&view_);
   Q_EMIT delegate_->commitData(editor);

@@ -8,8 +8,11 @@
 #include <QToolBar>
 #include <algorithm>
 
+#include "platform/Settings.h"
+#include "platform/World.h"
 #include "platform/qt/LampWidget.h"
 #include "platform/qt/QtAppearance.h"
+#include "platform/qt/QtControls.h"
 #include "platform/qt/QtForms.h"
 
 namespace velmoor::qt {
@@ -39,6 +42,7 @@ QtMainWindow::QtMainWindow(QtForms& forms, QMainWindow& window)
       window_(window),
       area_(window.findChild<QMdiArea*>(QStringLiteral("mdiArea"))),
       watch_(window, [this](QEvent& event) {
+        if (event.type() == QEvent::ApplicationPaletteChange) PaintArea();
         if (event.type() != QEvent::Close || !window_.isVisible()) return false;
         event.setAccepted(Close());
         return true;
@@ -46,6 +50,8 @@ QtMainWindow::QtMainWindow(QtForms& forms, QMainWindow& window)
   ApplyIcons(window);
   SetUpStatusBar();
   SetUpRecentEntries();
+  SetUpTheme();
+  PaintArea();
   QObject::connect(area_, &QMdiArea::subWindowActivated, &context_,
                    [&forms](const QMdiSubWindow* child) { forms.NoteActiveChild(child); });
 }
@@ -60,6 +66,7 @@ void QtMainWindow::SetUpStatusBar() {
   lamp_ = new LampWidget(&bar);
   bar.addWidget(lamp_);
   auto* const status = new QLabel(&bar);
+  status->setObjectName(QStringLiteral("frmMainStatus"));
   bar.addWidget(status, 1);
   panels_[StatusPanel::status] = status;
   for (const PanelLook& look : kPanels) {
@@ -72,6 +79,10 @@ void QtMainWindow::SetUpStatusBar() {
   }
 }
 
+void QtMainWindow::PaintArea() {
+  area_->setBackground(QApplication::palette().midlight());
+}
+
 void QtMainWindow::SetUpRecentEntries() {
   for (int place = 0;; ++place) {
     auto* const action = window_.findChild<QAction*>(QStringLiteral("recentFile_%1").arg(place));
@@ -80,6 +91,19 @@ void QtMainWindow::SetUpRecentEntries() {
                      [this, place] { RecentChosen.Raise(place); });
   }
   SetRecentEntries({});
+}
+
+void QtMainWindow::SetUpTheme() {
+  auto* const dark = window_.findChild<QAction*>(QStringLiteral("viewDark"));
+  dark->setChecked(IsDark());
+  QObject::connect(dark, &QAction::triggered, &context_, [](bool on) {
+    SetDark(on);
+    try {
+      world().settings->Write(kThemeSetting, on ? kDarkTheme : kLightTheme);
+    } catch (const std::exception&) {
+      // The colours hold for this session all the same.
+    }
+  });
 }
 
 void QtMainWindow::SetCaption(const std::string& caption) {
@@ -160,6 +184,12 @@ void QtMainWindow::TileInRows() {
     child->setGeometry(0, top, room.width(), height);
     top += height;
   }
+}
+
+Timer& QtMainWindow::timer(const std::string& name) {
+  std::unique_ptr<Timer>& timer = timers_[name];
+  if (!timer) timer = std::make_unique<QtTimer>();
+  return *timer;
 }
 
 void QtMainWindow::Show() {

@@ -37,6 +37,7 @@ class QtMainWindow final : public QtCommands<MainWindow> {
   void SetToolBarVisible(ToolBar bar, bool visible) override;
   void SetStatusBarVisible(bool visible) override;
   void Arrange(Arrangement arrangement) override;
+  Timer& timer(const std::string& name) override;
   void Show() override;
   [[nodiscard]] bool IsVisible() const override;
   [[nodiscard]] bool IsMinimised() const override;
@@ -53,6 +54,8 @@ class QtMainWindow final : public QtCommands<MainWindow> {
   void SetUpStatusBar();
   void SetUpRecentEntries();
   void TileInRows();
+  void SetUpTheme();
+  void PaintArea();
   void MoveOntoScreen();
 
   QMainWindow& window_;
@@ -62,6 +65,7 @@ class QtMainWindow final : public QtCommands<MainWindow> {
   std::map<StatusPanel, QLabel*> panels_;
   LampWidget* lamp_ = nullptr;
   std::vector<std::string> recent_;
+  std::map<std::string, std::unique_ptr<Timer>> timers_;
   bool closing_ = false;
 };
 

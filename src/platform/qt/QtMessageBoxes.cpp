@@ -63,7 +63,7 @@ BoxAnswer QtMessageBoxes::Show(BoxKind kind, BoxButtons buttons, const std::stri
   const Choice choice = Choices(buttons);
   QMessageBox box(QApplication::activeWindow());
   box.setIcon(Icon(kind));
-  box.setWindowTitle(title.empty() ? QApplication::applicationDisplayName() : ToQt(title));
+  box.setWindowTitle(title.empty() ? QStringLiteral("Velmoor") : ToQt(title));
   box.setTextFormat(Qt::PlainText);
   box.setText(ToQt(text));
   box.setStandardButtons(choice.buttons);

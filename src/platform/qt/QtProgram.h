@@ -1,0 +1,39 @@
+// A desktop program: the application object, the window adapters, the event loop.
+#pragma once
+
+#include <memory>
+
+#include "platform/World.h"
+#include "platform/qt/QtEventPump.h"
+#include "platform/qt/QtFileDialogs.h"
+#include "platform/qt/QtForms.h"
+#include "platform/qt/QtMessageBoxes.h"
+
+class QApplication;
+
+namespace velmoor::qt {
+
+class QtProgram {
+ public:
+  // `argc` and `argv` must outlive the object. Takes the colours from the settings, where there are
+  // any; an error that no procedure handled is shown and the program goes on.
+  QtProgram(int& argc, char** argv, const Settings* settings);
+  ~QtProgram();
+  QtProgram(const QtProgram&) = delete;
+  QtProgram& operator=(const QtProgram&) = delete;
+
+  // Puts the window adapters into `target`.
+  void FillWorld(World& target);
+  // Serves events until Quit.
+  int Run();
+  void Quit();
+
+ private:
+  std::unique_ptr<QApplication> application_;
+  QtMessageBoxes boxes_;
+  QtFileDialogs dialogs_;
+  QtEventPump events_;
+  QtForms forms_;
+};
+
+}  // namespace velmoor::qt

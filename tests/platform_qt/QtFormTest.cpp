@@ -1,0 +1,210 @@
+#include <gtest/gtest.h>
+#include <QComboBox>
+#include <QDialog>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+
+#include "QtTestUser.h"
+#include "platform/Form.h"
+#include "platform/MainWindow.h"
+#include "platform/World.h"
+#include "platform/qt/FormLayouts.h"
+#include "platform/qt/QtAppearance.h"
+#include "platform/qt/QtControls.h"
+
+namespace velmoor::qt {
+namespace {
+
+std::unique_ptr<Form> Communications() {
+  return world().forms->Load("frmCommunications");
+}
+
+TEST(QtFormTest, UnknownNamesAreErrors) {
+  EXPECT_THROW((void)world().forms->Load("frmNowhere"), std::logic_error);
+  const auto form = Communications();
+  EXPECT_THROW((void)form->button("cmdNowhere"), std::logic_error);
+  EXPECT_THROW((void)form->textBox("cmdConnect"), std::logic_error);
+  EXPECT_THROW(form->SetCommandEnabled("mnuNowhere", true), std::logic_error);
+}
+
+TEST(QtFormTest, SettingControlsFromCodeRaisesNothing) {
+  const auto form = Communications();
+  int events = 0;
+  Connections held;
+  held += form->optionGroup("optBaudRate").Click.Connect([&](int) { ++events; });
+  held += form->comboBox("cmbAxes").Click.Connect([&] { ++events; });
+  form->optionGroup("optBaudRate").SetValue(2);
+  form->comboBox("cmbAxes").SetItems({"0", "A"});
+  form->comboBox("cmbAxes").SetListIndex(1);
+  EXPECT_EQ(events, 0);
+  EXPECT_EQ(form->optionGroup("optBaudRate").Value(), 2);
+  EXPECT_EQ(form->comboBox("cmbAxes").Text(), "A");
+  form->optionGroup("optBaudRate").SetValue(-1);
+  EXPECT_EQ(form->optionGroup("optBaudRate").Value(), -1);
+  form->comboBox("cmbAxes").SetListIndex(7);
+  EXPECT_EQ(form->comboBox("cmbAxes").ListIndex(), -1);
+}
+
+TEST(QtFormTest, TheUsersChoicesAreRaisedWithTheirPlace) {
+  const auto form = Communications();
+  std::vector<int> chosen;
+  const Connection held =
+      form->optionGroup("optBaudRate").Click.Connect([&](int index) { chosen.push_back(index); });
+  form->Show(FormMode::blocking);
+  Widget<QRadioButton>("optBaudRate_1").click();
+  Widget<QRadioButton>("optBaudRate_2").click();
+  EXPECT_EQ(chosen, (std::vector<int>{1, 2}));
+  EXPECT_EQ(form->optionGroup("optBaudRate").Count(), 3);
+}
+
+TEST(QtFormTest, AModalFormReturnsWhenItsHandlerUnloadsIt) {
+  auto form = Communications();
+  bool unloaded = false;
+  Connections held;
+  held += form->button("cmdCancel").Click.Connect([&] { form->Unload(); });
+  held += form->Unloaded.Connect([&] {
+    unloaded = !form->IsShown();
+    form.reset();  // from within the event, as a window class may do
+  });
+  WhenModal([](QWidget& modal) { modal.findChild<QPushButton*>("cmdCancel")->click(); });
+  form->Show(FormMode::modal);
+  EXPECT_TRUE(unloaded);
+  EXPECT_EQ(form, nullptr);
+  EXPECT_FALSE(world().forms->InputBlocked());
+}
+
+TEST(QtFormTest, ClosingByTheFrameAsksAndMayBeRefused) {
+  const auto form = world().forms->Load("frmDialogStop");
+  bool refuse = true;
+  int unloads = 0;
+  Connections held;
+  held += form->QueryUnload.Connect([&](bool& cancel) { cancel = refuse; });
+  held += form->Unloaded.Connect([&] { ++unloads; });
+  form->Show(FormMode::blocking);
+  EXPECT_TRUE(world().forms->InputBlocked());
+  QApplication::activeModalWidget()->close();
+  EXPECT_TRUE(form->IsShown());
+  EXPECT_FALSE(form->Unload());
+  refuse = false;
+  QApplication::activeModalWidget()->close();
+  EXPECT_FALSE(form->IsShown());
+  EXPECT_EQ(unloads, 1);
+}
+
+TEST(QtFormTest, EscapePressesCancelAndEnterTheDefaultButton) {
+  const auto form = Communications();
+  std::string pressed;
+  Connections held;
+  held += form->button("cmdCancel").Click.Connect([&] { pressed += 'c'; });
+  held += form->button("cmdConnect").Click.Connect([&] { pressed += 'd'; });
+  form->Show(FormMode::blocking);
+  ServeEvents();
+  PressKey(Widget<QComboBox>("cmbAxes"), Qt::Key_Escape);
+  PressKey(Widget<QComboBox>("cmbAxes"), Qt::Key_Return);
+  EXPECT_EQ(pressed, "cd");
+}
+
+TEST(QtFormTest, SplashesCountNowhere) {
+  const auto splash = world().forms->Load("frmSplash");
+  splash->Show(FormMode::splash);
+  EXPECT_TRUE(splash->IsShown());
+  EXPECT_TRUE(world().forms->Shown().empty());
+  EXPECT_FALSE(world().forms->InputBlocked());
+}
+
+TEST(QtFormTest, ChildrenOfTheMainWindowAreListedActivatedAndClosed) {
+  const auto main = world().forms->LoadMainWindow();
+  main->Show();
+  const auto first = Communications();
+  auto second = world().forms->Load("frmDialogStop");
+  int activated = 0;
+  bool unloaded = false;
+  Connections held;
+  held += first->Activated.Connect([&] { ++activated; });
+  held += second->Unloaded.Connect([&] { unloaded = true; });
+  first->Show(FormMode::modeless);
+  second->Show(FormMode::modeless);
+  EXPECT_EQ(world().forms->Shown(), (std::vector<Form*>{first.get(), second.get()}));
+  EXPECT_EQ(world().forms->Active(), second.get());
+  first->Activate();
+  EXPECT_EQ(world().forms->Active(), first.get());
+  EXPECT_EQ(activated, 2);
+  main->Arrange(Arrangement::tileHorizontal);
+  main->Arrange(Arrangement::cascade);
+  EXPECT_TRUE(second->Unload());
+  EXPECT_TRUE(unloaded);
+  EXPECT_EQ(world().forms->Shown(), std::vector<Form*>{first.get()});
+}
+
+TEST(QtFormTest, ARefusedTextBoxKeepsTheFocusAndItsEnter) {
+  QDialog window;
+  auto* const edit = new QLineEdit(&window);
+  auto* const button = new QPushButton(&window);
+  button->setDefault(true);
+  button->move(0, 50);
+  QtTextBox box(*edit);
+  bool refuse = true;
+  int changes = 0;
+  int accepted = 0;
+  Connections held;
+  held += box.Validate.Connect([&](bool& cancel) { cancel = refuse; });
+  held += box.Change.Connect([&] { ++changes; });
+  QObject::connect(button, &QPushButton::clicked, &window, [&] { ++accepted; });
+  window.show();
+  window.activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+  edit->setFocus();
+  box.SetText("1");
+  TypeText(*edit, QStringLiteral("2"));
+  EXPECT_EQ(box.Text(), "12");
+  EXPECT_EQ(changes, 1);
+  PressKey(*edit, Qt::Key_Return);
+  EXPECT_EQ(accepted, 0);
+  button->setFocus();
+  ServeEvents();
+  EXPECT_TRUE(edit->hasFocus());
+  refuse = false;
+  PressKey(*edit, Qt::Key_Return);
+  EXPECT_EQ(accepted, 1);
+}
+
+TEST(QtFormTest, AHeldButtonIsLetGoExactlyOnceWhateverHappens) {
+  QPushButton widget;
+  QtButton button(widget);
+  std::string seen;
+  Connections held;
+  held += button.Down.Connect([&] { seen += 'd'; });
+  held += button.Up.Connect([&] { seen += 'u'; });
+  const auto hold = [&] { Q_EMIT widget.pressed(); };
+  hold();
+  Q_EMIT widget.released();
+  hold();
+  button.SetEnabled(false);
+  Q_EMIT widget.released();
+  button.SetEnabled(true);
+  hold();
+  QFocusEvent away(QEvent::FocusOut, Qt::TabFocusReason);
+  QApplication::sendEvent(&widget, &away);
+  EXPECT_EQ(seen, "dududu");
+}
+
+TEST(QtFormTest, EveryIconThatALayoutNamesIsDrawn) {
+  const std::unique_ptr<QWidget> main(MakeLayout("frmMain"));
+  int named = 0;
+  for (const QAction* const action : main->findChildren<QAction*>()) {
+    const QVariant name = action->property("programIcon");
+    if (!name.isValid()) continue;
+    ++named;
+    const QImage image = ProgramIcon(name.toString()).pixmap(24, 24).toImage();
+    int drawn = 0;
+    for (int y = 0; y < image.height(); ++y) {
+      for (int x = 0; x < image.width(); ++x) drawn += qAlpha(image.pixel(x, y)) > 128 ? 1 : 0;
+    }
+    EXPECT_GT(drawn, 20) << name.toString().toStdString();
+  }
+  EXPECT_GT(named, 15);
+}
+
+}  // namespace
+}  // namespace velmoor::qt

@@ -1,0 +1,184 @@
+#include "platform/qt/QtGrid.h"
+
+#include <gtest/gtest.h>
+#include <QComboBox>
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QMouseEvent>
+#include <QTableView>
+
+#include "QtTestUser.h"
+
+namespace velmoor::qt {
+namespace {
+
+// Three rows: a number, a list, a locked cell; column 0 is the name.
+class Sample final : public GridSource {
+ public:
+  int Rows() const override { return static_cast<int>(texts.size()); }
+  int Columns() const override { return 2; }
+  std::string Text(int row, int column) const override {
+    return texts[static_cast<std::size_t>(row)][static_cast<std::size_t>(column)];
+  }
+  void SetText(int row, int column, const std::string& text) override {
+    texts[static_cast<std::size_t>(row)][static_cast<std::size_t>(column)] = text;
+  }
+  CellTraits Traits(int row, int column) const override {
+    CellTraits traits;
+    traits.editable = column == 1 && row != 3;
+    traits.locked = row == 3;
+    traits.button = column == 1 && row == 1;
+    if (row == 2) SetComboList(traits, "linear|rotary");
+    return traits;
+  }
+  std::vector<std::vector<std::string>> texts{
+      {"Name", "Value"}, {"Speed", "100"}, {"Kind", "linear"}, {"Fixed", "7"}};
+};
+
+class QtGridTest : public testing::Test {
+ protected:
+  QtGridTest() : grid_(view_) {
+    view_.resize(400, 300);
+    grid_.Bind(&rows_);
+    view_.show();
+    held_ += grid_.ValidateEdit.Connect([this](GridEdit& edit) {
+      seen_.push_back(edit.text);
+      if (edit.text == "bad") edit.cancel = true;
+      if (edit.text == "5") edit.text = "5.00";
+    });
+    held_ += grid_.AfterEdit.Connect([this](int, int) { ++written_; });
+  }
+  QWidget* Editor() const {
+    QWidget* const line = view_.findChild<QLineEdit*>();
+    return line != nullptr ? line : view_.findChild<QComboBox*>();
+  }
+  bool Edit(const QString& text) {
+    QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);  // the editor before
+    grid_.SetCurrent(1, 1);
+    grid_.BeginEdit();
+    auto* const line = view_.findChild<QLineEdit*>();
+    if (line == nullptr) return false;
+    line->selectAll();
+    TypeText(*line, text);
+    return grid_.FinishEdit();
+  }
+  std::string Cell() const { return rows_.texts[1][1]; }
+
+  Sample rows_;
+  QTableView view_;
+  QtGrid grid_;
+  std::vector<std::string> seen_;
+  int written_ = 0;
+  Connections held_;
+};
+
+TEST_F(QtGridTest, ShowsTheSourceWithItsFirstRowAsHeading) {
+  EXPECT_EQ(view_.model()->rowCount(), 3);
+  EXPECT_EQ(view_.model()->headerData(1, Qt::Horizontal).toString(), QStringLiteral("Value"));
+  EXPECT_EQ(view_.model()->index(0, 1).data().toString(), QStringLiteral("100"));
+  rows_.texts.pop_back();
+  grid_.Refresh();
+  EXPECT_EQ(view_.model()->rowCount(), 2);
+}
+
+TEST_F(QtGridTest, AnEditGoesThroughTheCheckIntoTheSource) {
+  EXPECT_TRUE(Edit("5"));
+  EXPECT_EQ(Cell(), "5.00");
+  EXPECT_EQ(written_, 1);
+  EXPECT_FALSE(Edit("bad"));
+  EXPECT_EQ(Cell(), "5.00");
+  EXPECT_EQ(written_, 1);
+  EXPECT_EQ(seen_, (std::vector<std::string>{"5", "bad"}));
+}
+
+TEST_F(QtGridTest, TypingIsAnnouncedBeforeItIsWritten) {
+  std::vector<std::string> typed;
+  held_ += grid_.ChangeEdit.Connect([&](const GridEdit& edit) { typed.push_back(edit.text); });
+  Edit("42");
+  EXPECT_EQ(typed, (std::vector<std::string>{"4", "42"}));
+}
+
+TEST_F(QtGridTest, AListOffersItsItemsAndTellsThePlaceOfTheChoice) {
+  int place = -1;
+  held_ += grid_.ValidateEdit.Connect([&](GridEdit& edit) { place = edit.comboIndex; });
+  grid_.SetCurrent(2, 1);
+  grid_.BeginEdit();
+  auto* const combo = view_.findChild<QComboBox*>();
+  ASSERT_NE(combo, nullptr);
+  EXPECT_EQ(combo->count(), 2);
+  EXPECT_EQ(combo->currentIndex(), 0);
+  combo->setCurrentIndex(1);
+  Q_EMIT combo->activated(1);
+  EXPECT_EQ(rows_.texts[2][1], "rotary");
+  EXPECT_EQ(place, 1);
+}
+
+TEST_F(QtGridTest, ALockedCellOpensNoEditor) {
+  grid_.SetCurrent(3, 1);
+  grid_.BeginEdit();
+  EXPECT_EQ(Editor(), nullptr);
+  EXPECT_TRUE(grid_.FinishEdit());
+}
+
+TEST_F(QtGridTest, ABoxWithinTheCheckCommitsNothingTwice) {
+  // A box takes the focus away from the editor, and a lost focus commits.
+  held_ += grid_.ValidateEdit.Connect([&](GridEdit&) { grid_.FinishEdit(); });
+  Edit("6");
+  EXPECT_EQ(seen_, std::vector<std::string>{"6"});
+  EXPECT_EQ(written_, 1);
+}
+
+TEST_F(QtGridTest, OnlyTheUserMovesTheCurrentCellWithAnEvent) {
+  int moves = 0;
+  held_ += grid_.RowColChange.Connect([&] { ++moves; });
+  grid_.SetCurrent(1, 1);
+  EXPECT_EQ(moves, 0);
+  PressKey(view_, Qt::Key_Down);
+  EXPECT_EQ(moves, 1);
+  EXPECT_EQ(grid_.Row(), 2);
+}
+
+TEST_F(QtGridTest, AHandledKeyIsKeptFromTheGridInAnEditToo) {
+  std::vector<int> codes;
+  held_ += grid_.KeyDown.Connect([&](KeyEvent& key) {
+    codes.push_back(key.code);
+    key.handled = key.code == keys::kF9 || key.code == keys::kDown;
+  });
+  grid_.SetCurrent(1, 1);
+  PressKey(view_, Qt::Key_Down);
+  EXPECT_EQ(grid_.Row(), 1);
+  grid_.BeginEdit();
+  PressKey(*view_.findChild<QLineEdit*>(), Qt::Key_F9);
+  EXPECT_EQ(codes, (std::vector<int>{keys::kDown, keys::kF9}));
+}
+
+TEST_F(QtGridTest, TheButtonOfACellIsHitAtItsRightEnd) {
+  std::vector<int> hits;
+  held_ += grid_.CellButton.Connect([&](int row, int) { hits.push_back(row); });
+  const auto click = [&](int row, bool right) {
+    const QRect cell = view_.visualRect(view_.model()->index(row - 1, 1));
+    const QPoint at(right ? cell.right() - 5 : cell.left() + 5, cell.center().y());
+    for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+      QMouseEvent event(type, at, view_.viewport()->mapToGlobal(at), Qt::LeftButton, Qt::LeftButton,
+                        Qt::NoModifier);
+      QApplication::sendEvent(view_.viewport(), &event);
+    }
+  };
+  click(1, false);
+  click(3, true);
+  click(1, true);
+  EXPECT_EQ(hits, std::vector<int>{1});
+}
+
+TEST_F(QtGridTest, HiddenRowsAndColumnsCountOn) {
+  grid_.SetRowHidden(2, true);
+  grid_.SetColumnHidden(0, true);
+  EXPECT_TRUE(grid_.RowHidden(2));
+  grid_.SetCurrent(1, 1);
+  PressKey(view_, Qt::Key_Down);
+  EXPECT_EQ(grid_.Row(), 3);
+  EXPECT_EQ(grid_.Column(), 1);
+}
+
+}  // namespace
+}  // namespace velmoor::qt
