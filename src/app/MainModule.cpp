@@ -1,0 +1,133 @@
+#include "app/MainModule.h"
+
+#include <functional>
+
+#include "app/clsHX7InitialSettings.h"
+#include "app/clsHX7Splash.h"
+#include "platform/Files.h"
+#include "platform/MessageBoxes.h"
+#include "platform/Numbers.h"
+#include "platform/Trapped.h"
+#include "platform/World.h"
+
+namespace velmoor {
+namespace {
+
+constexpr const char* kMutexName = "vbVelmoor_APPLICATION_MUTEX";
+constexpr std::chrono::milliseconds kHandOverLimit{5000};
+
+}  // namespace
+
+bool ElapsedNSeconds(const std::array<WallTime, 2>& dTime, std::int16_t iSeconds) {
+  const int first = dTime[0].minute * 60 + dTime[0].second;
+  const int minute = dTime[1].minute + (dTime[1].minute < dTime[0].minute ? 60 : 0);
+  const int second = minute * 60 + dTime[1].second;
+  // Intended: the limit is in minutes though both times are in seconds.
+  return second - first >= iSeconds * 60;
+}
+
+MainModule::~MainModule() {
+  Terminate();
+}
+
+bool MainModule::Main() {
+  strRequiredCatalogPath = JoinPath(world().appDirectory, "IdeInfo.mdb");
+  if (instance_.Claim(kMutexName)) return StartNewInstance();
+  HandleExistingInstance();
+  return false;
+}
+
+std::string MainModule::CommandLineFile() const {
+  std::string name = strCommandLine;
+  const bool quoted = name.size() >= 2 && name.front() == '"' && name.back() == '"';
+  if (quoted) name = name.substr(1, name.size() - 2);
+  // The process that opens it may stand in another directory.
+  return name.empty() ? name : world().files->Absolute(name);
+}
+
+void MainModule::HandleExistingInstance() {
+  if (!instance_.FindRunning()) return;
+  const std::string file = CommandLineFile();
+  const bool asks = !file.empty() || !instance_.IsRunningVisible();
+  if (asks && AskOkCancel("Velmoor is already running!\rDo you wish to close any existing opened "
+                          "project and open the selected project?")) {
+    instance_.SendMessage(file.empty() ? std::string(1, '\0') : file, kHandOverLimit);
+  }
+  instance_.ActivateRunning();
+}
+
+bool MainModule::CheckRequiredFiles(std::string& strErrorFile) const {
+  if (world().files->Exists(strRequiredCatalogPath)) return true;
+  strErrorFile = strRequiredCatalogPath + " file was not found in its path!";
+  return false;
+}
+
+bool MainModule::StartNewInstance() {
+  std::string strErrorFile;
+  if (!CheckRequiredFiles(strErrorFile)) {
+    ShowCritical("Error!  " + strErrorFile);
+    instance_.Release();
+    return false;
+  }
+  clsHX7Splash splash;
+  splash.Show(1);
+
+  form_ = std::make_unique<frmMain>(comm_, instance_);
+  gMainForm = form_.get();
+  connections_ += form_->Closed.Connect([this] { Closed.Raise(); });
+  form_->MDIForm_Initialize();
+  form_->MDIForm_Load();
+  form_->Show();
+  form_->EnableInitialMenuOptions(false);
+
+  clsHX7InitialSettings settings;
+  settings.Show_Settings(form_->Axis(), form_->BaudRate(), form_->COM());
+  std::array<WallTime, 2> dTime;
+  dTime[0] = world().clock->Now();
+  BuildSession();
+  YieldEvents();
+  form_->EnableInitialMenuOptions(true);
+  splash.Unload_Splash();
+  dTime[1] = world().clock->Now();
+  if (!ElapsedNSeconds(dTime, 1)) PauseInSec(1);
+  settings.Unload_Settings();
+
+  OpenFirstProject();
+  form_->StartFinished();
+  return true;
+}
+
+// A failure of one step was shown; the start goes on, and what needs the step fails later.
+void MainModule::BuildSession() {
+  const auto step = [](const char* name, const std::function<void()>& work) {
+    Trapped(std::string("MainModule.") + name + ": ", [&work] {
+      work();
+      return true;
+    });
+  };
+  step("StartHelix7", [this] { form_->StartHelix7(); });
+  step("BuildDatabase", [this] { (void)form_->BuildDatabase(); });
+  YieldEvents();
+  step("SetDBAndTables", [this] { form_->SetDBAndTables(); });
+  step("GetComboLists", [this] { form_->GetComboLists(); });
+  step("GetAlarmDefinitions", [this] { form_->GetAlarmDefinitions(); });
+}
+
+void MainModule::OpenFirstProject() {
+  const std::string strFileName = CommandLineFile();
+  if (strFileName.empty()) {
+    form_->LaunchOpenProjectDialog();
+  } else {
+    form_->CommandLineOpenProject(strFileName);
+  }
+}
+
+void MainModule::Terminate() {
+  if (!form_) return;
+  form_->MDIForm_Terminate();
+  connections_.Clear();
+  form_.reset();
+  gMainForm = nullptr;
+}
+
+}  // namespace velmoor

@@ -1,0 +1,65 @@
+// The tool windows by what the main window keeps of each, the modules, and the items of a transfer.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace velmoor {
+
+enum class ToolWindow : std::size_t {
+  servoJog,
+  interface,
+  flexibleIO,
+  overTravel,
+  mechanicalSystem,
+  homing,
+  position,
+  jog,
+  zone,
+  monitoring,
+  terminal,
+  productInfo,
+  tuning,
+  inertiaRatio,
+  editor,
+  communicationsSettings,
+  homePosition,
+};
+inline constexpr std::size_t kToolWindows = 17;
+
+enum class Module { testRun = 0, indexer = 1, tuning = 2, monitoring = 3, editor = 4 };
+
+struct ModuleInfo {
+  const char* command;
+  const char* text;  // in the status bar
+};
+inline constexpr std::array<ModuleInfo, 5> kModules{{
+    {"mnuModuleTestRun", "Test Run"},
+    {"mnuModuleIndexer", "Indexer Setup"},
+    {"mnuModuleTuning", "Gain Setting/Tuning"},
+    {"mnuModuleMonitoring", "Monitoring/Troubleshooting"},
+    {"mnuModuleEditor", "Parameter Editor"},
+}};
+
+inline constexpr std::array<const char*, 12> arTransferItemNames{
+    "All",
+    "All Parameters",
+    "Tuning Parameters",
+    "Mechanical System Parameters",
+    "Interface Parameters",
+    "Flexible I/O Parameters",
+    "Homing Parameters",
+    "Over Travel Parameters",
+    "All Tables",
+    "Index Table",
+    "Jog Table",
+    "Zone Table",
+};
+
+// A tool window of that type is on show. The parameter grid window serves several tools and is
+// known by the first word of its caption; any other by the name of its form.
+[[nodiscard]] bool IsToolWindowOpened(std::string_view strType);
+
+}  // namespace velmoor

@@ -1,0 +1,55 @@
+// The window in which the user sets port, speed, protocol and axis, and connects by hand.
+//
+// Blocks while it is open. Changes nothing of the session until Connect.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "link/ResultCode.h"
+#include "platform/Form.h"
+
+namespace velmoor {
+
+class frmMain;
+
+class frmCommunications {
+ public:
+  // `main` must outlive the window.
+  explicit frmCommunications(frmMain& main) : main_(main) {}
+  // Returns when the window has closed.
+  void Show();
+
+ private:
+  // How a request to connect ended.
+  enum class Outcome { connected, failed, cancelled };
+
+  void Form_Load();
+  void Connect();
+  void cmdGetAxes_Click();
+  void cmdConnect_Click();
+  void cmdCancel_Click();
+
+  Outcome ChangeSettingsAndConnect(std::string& strError);
+  bool LeaveOnline();
+  bool TryToConnect(std::string& strError);
+  bool ChangeSettings();
+  bool ChangeEcho();
+  bool ChangeCOMPort();
+  bool ChangeBaudRate();
+  bool ChangeAxis();
+  void DisableUnimplementedOptions();
+  [[nodiscard]] static std::int16_t GetEcho(int eIndex);
+  void RemoveAllAxes();
+
+  frmMain& main_;
+  std::unique_ptr<Form> form_;
+  std::int16_t iIndexCOM = 0;
+  std::int16_t iIndexBaudRate = 0;
+  std::int16_t iIndexProtocol = 1;
+  std::string sAxis;
+  Connections connections_;
+};
+
+}  // namespace velmoor

@@ -1,0 +1,275 @@
+#include "app/frmMain.h"
+
+#include <algorithm>
+
+#include "platform/Events.h"
+#include "platform/Form.h"
+#include "platform/MessageBoxes.h"
+#include "platform/Numbers.h"
+#include "platform/Settings.h"
+#include "platform/Trapped.h"
+#include "platform/World.h"
+
+namespace velmoor {
+namespace {
+
+constexpr std::chrono::milliseconds kMessageLook{200};
+constexpr std::chrono::milliseconds kPanelLook{500};
+constexpr int kMonitoringPasses = 10;
+constexpr std::string_view kStatusLead = "System Status: ";
+
+constexpr const char* kWindowSettings[] = {"MainLeft", "MainTop", "MainWidth", "MainHeight"};
+
+std::optional<int> ReadPlace(const char* name) {
+  const auto text = world().settings->Read(name);
+  const auto number = text ? ParseWhole(*text) : std::nullopt;
+  return number && std::in_range<int>(*number) ? std::optional(static_cast<int>(*number))
+                                               : std::nullopt;
+}
+
+}  // namespace
+
+frmMain::frmMain(SerialPort& comm, SingleInstance& instance)
+    : SessionState(comm), instance_(instance), window_(world().forms->LoadMainWindow()) {}
+
+frmMain::~frmMain() = default;
+
+void frmMain::MDIForm_Load() {
+  intEcho = 1;
+  ReadFromRegistryCommunicationsSettings();
+  ReadFromRegistryMotorSize();
+  ReadFromRegistryWindowSettings();
+  LoadRecentFiles();
+  ConnectWindow();
+  DisableMissingCommands();
+  for (const char* const shown :
+       {"mnuViewStatusBar", "mnuViewToolbarStandard", "mnuViewToolbarModule"}) {
+    window_->SetCommandChecked(shown, true);
+  }
+  DisplayFullMenuBar(false);
+  DisplayFullModuleToolBar(false);
+  DisplayStatusModuleToolBar(false);
+  UpdateStatusText("Offline");
+  window_->SetCaption("Velmoor");
+  Trapped("frmMain.MDIForm_Load: ", [this] {
+    instance_.Listen([this](const std::string& bytes) { ReceiveMessage(bytes); },
+                     [this] { return window_->IsVisible(); }, [this] { window_->Activate(); });
+    return true;
+  });
+}
+
+void frmMain::ConnectWindow() {
+  connections_ += window_->CommandChosen.Connect([this](const std::string& n) { OnCommand(n); });
+  connections_ += window_->RecentChosen.Connect([this](int place) {
+    RunCommand("frmMain.mnuFileMRU_Click: ", [this, place] {
+      mnuFileMRU_Click(place);
+      return true;
+    });
+  });
+  connections_ += window_->QueryUnload.Connect([this] { MDIForm_QueryUnload(); });
+  connections_ += window_->Unload.Connect([this](bool& Cancel) { MDIForm_Unload(Cancel); });
+  connections_ += window_->Closed.Connect([this] { Closed.Raise(); });
+  Timer& messages = window_->timer("tmrMessages");
+  messages.SetInterval(kMessageLook);
+  connections_ += messages.Tick.Connect([this] { DeliverMessages(); });
+  Timer& panels = window_->timer("tmrPanels");
+  panels.SetInterval(kPanelLook);
+  connections_ += panels.Tick.Connect([this] { RefreshWindow(); });
+  panels.SetEnabled(true);
+}
+
+const std::vector<frmMain::CommandEntry>& frmMain::Commands() {
+  static const std::vector<CommandEntry> commands{
+      {"mnuFileNew", &frmMain::mnuFileNew_Click},
+      {"mnuFileOpen", &frmMain::mnuFileOpen_Click},
+      {"mnuFileSave", &frmMain::mnuFileSave_Click},
+      {"mnuFileSaveAs", &frmMain::mnuFileSaveAs_Click},
+      {"mnuFileExit", &frmMain::mnuFileExit_Click},
+      {"mnuViewToolbarStandard", &frmMain::ShowToolBars},
+      {"mnuViewToolbarModule", &frmMain::ShowToolBars},
+      {"mnuViewStatusBar", &frmMain::ShowStatusBar},
+      {"mnuModuleTestRun", &frmMain::mnuModuleTestRun_Click},
+      {"mnuModuleIndexer", &frmMain::mnuModuleIndexer_Click},
+      {"mnuModuleTuning", &frmMain::mnuModuleTuning_Click},
+      {"mnuModuleMonitoring", &frmMain::mnuModuleMonitoring_Click},
+      {"mnuModuleEditor", &frmMain::mnuModuleEditor_Click},
+      {"mnuToolsOnline", &frmMain::mnuToolsOnline_Click},
+      {"mnuToolsOffline", &frmMain::mnuToolsOffline_Click},
+      {"mnuToolsCommunicationsSettings", &frmMain::CommunicationsSettingsOpen},
+      {"mnuToolsUploadAll", &frmMain::mnuToolsUploadAll_Click},
+      {"mnuToolsDownloadAll", &frmMain::mnuToolsDownloadAll_Click},
+      {"mnuToolsDownloadNew", &frmMain::mnuToolsDownloadNew_Click},
+      {"mnuWindowCascade", &frmMain::mnuWindowCascade_Click},
+      {"mnuWindowTileHorizontal", &frmMain::mnuWindowTileHorizontal_Click},
+      {"mnuWindowTileVertical", &frmMain::mnuWindowTileVertical_Click},
+      {"mnuHelpAbout", &frmMain::mnuHelpAbout_Click},
+  };
+  return commands;
+}
+
+void frmMain::OnCommand(const std::string& name) {
+  const auto& commands = Commands();
+  const auto entry = std::find_if(commands.begin(), commands.end(),
+                                  [&](const CommandEntry& known) { return known.name == name; });
+  if (entry == commands.end()) return;
+  RunCommand("frmMain." + name + "_Click: ", [this, entry] {
+    (this->*entry->handler)();
+    return true;
+  });
+}
+
+bool frmMain::RunCommand(const std::string& prefix, const std::function<bool()>& work) {
+  if (inCommand_) return false;
+  inCommand_ = true;
+  const bool done = Trapped(prefix, work);
+  inCommand_ = false;
+  RefreshWindow();
+  DeliverMessages();
+  return done;
+}
+
+// ---- messages of other processes
+
+void frmMain::ReceiveMessage(const std::string& bytes) {
+  if (bytes.empty()) return;
+  messages_.push_back(bytes);
+  DeliverMessages();
+}
+
+void frmMain::DeliverMessages() {
+  const bool ready = started_ && !inCommand_ && !world().forms->InputBlocked();
+  if (ready && !messages_.empty()) {
+    const std::string message = messages_.front();
+    messages_.pop_front();
+    ParseCommand(message);
+  }
+  window_->timer("tmrMessages").SetEnabled(!messages_.empty());
+}
+
+void frmMain::StartFinished() {
+  started_ = true;
+  if (closeWhenStarted_) {
+    window_->Close();
+    return;
+  }
+  DeliverMessages();
+}
+
+// ---- what the window shows of the session
+
+void frmMain::UpdateStatusText(const std::string& strStatus) {
+  window_->SetPanel(StatusPanel::status, std::string(kStatusLead) + strStatus);
+}
+
+void frmMain::RefreshWindow() {
+  window_->SetChanged(clsProject && clsProject->NeedsSaving());
+  UpdatePanels();
+}
+
+void frmMain::UpdatePanels() {
+  const std::string dirty = clsProject ? clsProject->WhatIsDirty() : std::string();
+  const auto items = dirty.empty() ? 0 : 1 + std::count(dirty.begin(), dirty.end(), ',');
+  window_->SetPanel(StatusPanel::pending,
+                    items == 0 ? std::string() : "To download: " + std::to_string(items));
+  window_->SetPanel(StatusPanel::axis, "Axis " + strAxis);
+  window_->SetPanel(StatusPanel::port, "COM" + std::to_string(intCOM + 1));
+  window_->SetPanel(StatusPanel::baudRate, std::to_string(lngBaudRate) + " bit/s");
+}
+
+// ---- closing
+
+// A close during the start waits for its end; one during a command is refused.
+bool frmMain::MayClose() {
+  if (!started_) closeWhenStarted_ = true;
+  return started_ && !inCommand_;
+}
+
+void frmMain::MDIForm_QueryUnload() {
+  if (!MayClose()) return;
+  // Intended: both are gone even when the closing is refused below.
+  instance_.StopListening();
+  instance_.Release();
+}
+
+void frmMain::MDIForm_Unload(bool& Cancel) {
+  if (!MayClose()) {
+    Cancel = true;
+    return;
+  }
+  inCommand_ = true;
+  if (blnHelix7CommExists && clsProject) {
+    WaitForMonitoring();
+    if (!clsHelix7->GoOffline()) {
+      ShowExclamation(
+          "Error terminating communications with hardware!  Check connections and setup!");
+    } else {
+      PostOffline();
+    }
+  }
+  Cancel = !Trapped("frmMain.MDIForm_Unload: ", [this] { return RemoveActiveProject(); });
+  if (!Cancel) {
+    WriteToRegistryCommunicationsSettings();
+    WriteToRegistryMotorSize();
+    if (!window_->IsMinimised()) {
+      WriteToRegistryWindowSettings();
+      WriteToRegistryActiveBarSettings();
+    }
+  }
+  inCommand_ = false;
+  if (Cancel) RefreshWindow();
+}
+
+void frmMain::WaitForMonitoring() {
+  for (int pass = 0; pass < kMonitoringPasses && monitoringNotDone_ && monitoringNotDone_();
+       ++pass) {
+    PauseInSec(1);
+  }
+}
+
+// ---- persistent settings
+
+void frmMain::ReadFromRegistryCommunicationsSettings() {
+  constexpr int kLastPort = 7;
+  const int port = world().settings->ReadNumber("Port", 0);
+  intCOM = static_cast<std::int16_t>(port >= 0 && port <= kLastPort ? port : 0);
+  lngBaudRate = world().settings->ReadNumber("Rate", 9600);
+  SetAxis(world().settings->ReadText("Axis", "0"));
+}
+
+void frmMain::ReadFromRegistryMotorSize() {
+  strLastMotorSize = std::to_string(world().settings->ReadNumber("LastMotorSize", 30));
+}
+
+void frmMain::ReadFromRegistryWindowSettings() {
+  window_->SetGeometry(ReadPlace(kWindowSettings[0]), ReadPlace(kWindowSettings[1]),
+                       ReadPlace(kWindowSettings[2]), ReadPlace(kWindowSettings[3]));
+}
+
+void frmMain::WriteToRegistryCommunicationsSettings() {
+  Trapped("frmMain.WriteToRegistryCommunicationsSettings: ", [this] {
+    world().settings->Write("Port", std::to_string(intCOM));
+    world().settings->Write("Rate", std::to_string(lngBaudRate));
+    world().settings->Write("Axis", strAxis);
+    return true;
+  });
+}
+
+void frmMain::WriteToRegistryMotorSize() {
+  Trapped("frmMain.WriteToRegistryMotorSize: ", [this] {
+    world().settings->Write("LastMotorSize", strLastMotorSize);
+    return true;
+  });
+}
+
+void frmMain::WriteToRegistryWindowSettings() {
+  const WindowGeometry place = window_->Geometry();
+  const int values[] = {place.left, place.top, place.width, place.height};
+  Trapped("frmMain.WriteToRegistryWindowSettings: ", [&values] {
+    for (std::size_t i = 0; i < std::size(values); ++i) {
+      world().settings->Write(kWindowSettings[i], std::to_string(values[i]));
+    }
+    return true;
+  });
+}
+
+}  // namespace velmoor

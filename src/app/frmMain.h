@@ -1,0 +1,201 @@
+// The main window: it owns the session and everything that spans the whole project.
+//
+// Made by MainModule, which sets gMainForm to it. The fields of the session stand in SessionState;
+// here is what the user does with them, in files by subject: the window itself (frmMain.cpp),
+// project files, going online and offline, transfers, modules and tool windows. It never touches a
+// control of a tool, and no lower layer calls it.
+//
+// While a command runs no other starts: what arrives meanwhile (a message of another process, the
+// window's close button) waits or is refused. So nothing replaces the project under a transfer.
+#pragma once
+
+#include <array>
+#include <deque>
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "app/RecentFiles.h"
+#include "app/ToolWindows.h"
+#include "app/clsHX7Procedure.h"
+#include "app/frmCommunications.h"
+#include "platform/FileDialogs.h"
+#include "platform/MainWindow.h"
+#include "platform/SingleInstance.h"
+#include "project/SessionState.h"
+
+namespace velmoor {
+
+class frmMain final : public SessionState {
+ public:
+  // Both must outlive the window.
+  frmMain(SerialPort& comm, SingleInstance& instance);
+  ~frmMain() override;
+
+  // ---- the window; in this order
+  void MDIForm_Initialize() { eLanguage = 2; }
+  void MDIForm_Load();
+  void Show() { window_->Show(); }
+  // The start is over: waiting messages are delivered, and a close that was asked for happens.
+  void StartFinished();
+  // Runs when the window is gone from the screen.
+  Event<> Closed;
+  // Releases the objects of the session.
+  void MDIForm_Terminate() { ReleaseObjects(); }
+
+  [[nodiscard]] clsHX7Procedure* Procedure() override { return clsProcedure.get(); }
+  [[nodiscard]] Module SelectedModule() const { return eSelectedModule; }
+  [[nodiscard]] bool ToolOpened(ToolWindow tool) const {
+    return toolOpened_[static_cast<std::size_t>(tool)];
+  }
+  // Told by the monitoring tool while its window is open: whether a pass of it is under way.
+  void SetMonitoringNotDone(std::function<bool()> probe) { monitoringNotDone_ = std::move(probe); }
+
+  // Runs `work` as the user's command: alone, with its errors shown behind `prefix`. False: another
+  // command is running, or `work` was refused or failed.
+  bool RunCommand(const std::string& prefix, const std::function<bool()>& work);
+
+  // ---- menus and status
+  // The menus and tools that a start may offer; false while the session is being built.
+  void EnableInitialMenuOptions(bool bState);
+  void DisplayFullMenuBar(bool bState);
+  void DisplayFullModuleToolBar(bool bState);
+  // The look of being online or offline.
+  void DisplayStatusModuleToolBar(bool bState);
+  // "System Status: " and the text.
+  void UpdateStatusText(const std::string& strStatus);
+
+  // ---- project files
+  void LaunchOpenProjectDialog();
+  void CommandLineOpenProject(const std::string& strFileName);
+  // A command line from another process, with or without quotes around it.
+  void ParseCommand(const std::string& sCommand);
+
+  // ---- online and offline
+  void PostOnline();
+  void PostOffline();
+  void CommunicationDown();
+
+ private:
+  struct CommandEntry {
+    const char* name;
+    void (frmMain::*handler)();
+  };
+  struct TransferTexts;
+
+  // ---- the window (frmMain.cpp)
+  static const std::vector<CommandEntry>& Commands();
+  void ConnectWindow();
+  void OnCommand(const std::string& name);
+  void DisableMissingCommands();
+  void ReceiveMessage(const std::string& bytes);
+  void DeliverMessages();
+  void RefreshWindow();
+  void UpdatePanels();
+  [[nodiscard]] bool MayClose();
+  void MDIForm_QueryUnload();
+  void MDIForm_Unload(bool& Cancel);
+  void WaitForMonitoring();
+  void ReadFromRegistryCommunicationsSettings();
+  void ReadFromRegistryMotorSize();
+  void ReadFromRegistryWindowSettings();
+  void WriteToRegistryCommunicationsSettings();
+  void WriteToRegistryMotorSize();
+  void WriteToRegistryWindowSettings();
+  void WriteToRegistryActiveBarSettings() {}  // there is nothing to keep
+
+  // ---- project files (frmMainProject.cpp)
+  void mnuFileNew_Click();
+  void mnuFileOpen_Click();
+  void mnuFileSave_Click();
+  void mnuFileSaveAs_Click();
+  void mnuFileExit_Click();
+  void mnuFileMRU_Click(int Index);
+  // True: the open failed. A Cancel or a refusal is no failure.
+  bool FileInput(const std::string& fname);
+  bool RemoveActiveProject();
+  // Closes the present project, with the questions. False: refused.
+  bool CloseForAnother(const std::string& strFileName, bool askIfSame);
+  void MakeProject();
+  // Opens `strFileName` in a new project. Returns the reason of a failure, empty after a success.
+  std::string OpenInNewProject(const std::string& strFileName);
+  void OpenChosenProject(const std::string& strFileName, const std::string& boxLead);
+  void ConnectProject();
+  void clsProject_ProjectOpened();
+  void clsProject_ProjectClosed();
+  void clsProject_ProjectSavedAs();
+  void AddRecentFile(const std::string& fname);
+  void RemoveRecentFile(int Index);
+  void LoadRecentFiles();
+  void UpdateRecentFileMenu();
+
+  // ---- online and offline (frmMainOnline.cpp)
+  void mnuToolsOnline_Click();
+  void mnuToolsOffline_Click();
+  void PreOnline();
+  void FailedOnline();
+  void ChangePCBaudRate();
+  void clsProject_BaudRateChanged(const std::string& lngValue);
+  void CommunicationsSettingsOpen();
+
+  // ---- transfers (frmMainTransfers.cpp, frmMainProgress.cpp)
+  void mnuToolsUploadAll_Click();
+  void mnuToolsDownloadAll_Click();
+  void mnuToolsDownloadNew_Click();
+  bool GoOnlineForTransfer(const std::string& failure);
+  void BeginProcedure(const std::string& strCaption, int steps);
+  void UnloadProcedureDialog();
+  void UploadAll();
+  bool AskRigidity();
+  void FinishDownload(bool ok, const TransferTexts& texts);
+  void LeaveIfPortGone();
+  void ConnectTransfers();
+  void ShowProgress(Tool tool, bool downloading, std::int16_t iCurrentRow, std::int16_t iTotalRows);
+  void clsProject_MechanicalSystemCheckSumFailed();
+  void clsProject_MechanicalSystemNoCheckSum();
+  void clsProject_MechanicalSystemZeroSystem();
+  void clsProject_RigidityChanged();
+  void clsProject_ResolutionDataInvalidated(const std::string& strItems);
+
+  // ---- modules, tool windows, display (frmMainModules.cpp)
+  void mnuModuleTestRun_Click() { ChooseModule(Module::testRun); }
+  void mnuModuleIndexer_Click() { ChooseModule(Module::indexer); }
+  void mnuModuleTuning_Click() { ChooseModule(Module::tuning); }
+  void mnuModuleMonitoring_Click() { ChooseModule(Module::monitoring); }
+  void mnuModuleEditor_Click() { ChooseModule(Module::editor); }
+  void ChooseModule(Module module);
+  bool UnloadModuleTools(Module eNotThisModule, bool& Cancel);
+  // Unloads every form on show; false when one of them stayed.
+  static bool UnloadAllForms();
+  // The pattern of a blocking tool: flag, window, flag again.
+  void OpenModalTool(ToolWindow tool, const std::string& prefix, const std::function<void()>& show);
+  void SetToolOpened(ToolWindow tool, bool opened);
+  void ShowToolBars();
+  void ShowStatusBar();
+  void mnuWindowCascade_Click() { window_->Arrange(Arrangement::cascade); }
+  void mnuWindowTileHorizontal_Click() { window_->Arrange(Arrangement::tileHorizontal); }
+  void mnuWindowTileVertical_Click() { window_->Arrange(Arrangement::tileVertical); }
+  void mnuHelpAbout_Click();
+
+  SingleInstance& instance_;
+  std::unique_ptr<MainWindow> window_;
+  RecentFiles RecentFile;
+  Module eSelectedModule = Module::testRun;
+  std::array<bool, kToolWindows> toolOpened_{};
+  std::int16_t intFinished = 0;
+  std::int32_t lngIndexBaudRate = 0;
+  bool blnBaudRateChanged = false;
+  std::unique_ptr<clsHX7Procedure> clsProcedure;
+
+  std::function<bool()> monitoringNotDone_;
+  std::deque<std::string> messages_;
+  std::string initialDirectory_;  // of the next file dialog; empty: where the last one ended
+  bool started_ = false;
+  bool inCommand_ = false;
+  bool closeWhenStarted_ = false;
+  bool projectShown_ = false;  // the menus and tools of an open project are offered
+  Connections connections_;
+  Connections projectConnections_;
+};
+
+}  // namespace velmoor

@@ -1,0 +1,118 @@
+// Going online and offline.
+
+#include "app/frmMain.h"
+#include "link/BaudRates.h"
+#include "link/DisplayError.h"
+#include "platform/Events.h"
+#include "platform/MessageBoxes.h"
+#include "platform/Numbers.h"
+#include "platform/World.h"
+
+namespace velmoor {
+namespace {
+
+constexpr const char* kCannotTerminate =
+    "Error terminating communications with hardware!  Check connections and setup!";
+constexpr const char* kCannotModifyRate = "Error modifying communications baud rate!";
+
+}  // namespace
+
+void frmMain::mnuToolsOnline_Click() {
+  if (blnIsOnline) {
+    ShowExclamation("System is already online!");
+    return;
+  }
+  ResultCode result;
+  {
+    const BusyPointer busy;
+    PreOnline();
+    result = clsHelix7->GoOnline(false);
+  }
+  if (result == kSuccess) {
+    PostOnline();
+  } else {
+    FailedOnline();
+  }
+}
+
+void frmMain::PreOnline() {
+  window_->SetStatusTone(Tone::busy);
+  UpdateStatusText("Polling to Go Online...");
+  // The search serves no events: without this the text would not be seen.
+  YieldEvents();
+}
+
+void frmMain::PostOnline() {
+  blnIsOnline = true;
+  window_->SetPanel(StatusPanel::model, clsHelix7->ServoModel());
+  DisplayStatusModuleToolBar(true);
+  UpdateStatusText("Online");
+  if (!clsHelix7->MotorSize().empty()) strLastMotorSize = clsHelix7->MotorSize();
+}
+
+void frmMain::FailedOnline() {
+  blnIsOnline = false;
+  DisplayStatusModuleToolBar(false);
+  UpdateStatusText("Offline");
+  if (AskYesNo("Error autoconnecting with hardware!\r"
+               "Do you wish to establish communications manually?")) {
+    CommunicationsSettingsOpen();
+  } else {
+    ShowExclamation("Error communicating with hardware!  Check connections and setup!");
+  }
+}
+
+void frmMain::mnuToolsOffline_Click() {
+  if (!blnIsOnline) {
+    ShowExclamation("System is already offline!");
+  } else if (clsHelix7->GoOffline()) {
+    PostOffline();
+  } else {
+    ShowExclamation(kCannotTerminate);
+  }
+}
+
+void frmMain::PostOffline() {
+  blnIsOnline = false;
+  window_->SetPanel(StatusPanel::model, "");
+  DisplayStatusModuleToolBar(false);
+  UpdateStatusText("Offline");
+}
+
+void frmMain::CommunicationDown() {
+  if (clsHelix7->GoOffline()) PostOffline();
+}
+
+void frmMain::clsProject_BaudRateChanged(const std::string& lngValue) {
+  blnBaudRateChanged = true;
+  lngIndexBaudRate = Int32FromCell(lngValue);
+}
+
+void frmMain::ChangePCBaudRate() {
+  const std::int32_t rate = GetBaudRate(lngIndexBaudRate);
+  if (rate == 0) {
+    ShowExclamation(kCannotModifyRate);
+    return;
+  }
+  if (rate == lngBaudRate) return;
+  lngBaudRate = rate;
+  if (!clsHelix7->GoOffline()) {
+    ShowExclamation(kCannotModifyRate);
+    return;
+  }
+  PostOffline();
+  const ResultCode result = clsHelix7->GoOnlineAfterRestart();
+  if (result == kSuccess) {
+    PostOnline();
+    ShowInformation("Communications baud rate has been modified.");
+  } else {
+    DisplayError(result, kCannotModifyRate);
+  }
+}
+
+void frmMain::CommunicationsSettingsOpen() {
+  OpenModalTool(ToolWindow::communicationsSettings,
+                "Main.CommunicationsSettingsOpen: ", [this] { frmCommunications(*this).Show(); });
+}
+
+}  // namespace velmoor

@@ -1,0 +1,118 @@
+// What the tools tell of their transfers, in the status bar and the progress dialog.
+
+#include <map>
+
+#include "app/frmMain.h"
+#include "platform/MessageBoxes.h"
+
+namespace velmoor {
+namespace {
+
+struct ToolWords {
+  const char* name;
+  const char* items;  // what its rows are
+};
+
+const ToolWords& WordsOf(Tool tool) {
+  static const std::map<Tool, ToolWords> words{
+      {Tool::editor, {"Hardware Parameters", "Parameters"}},
+      {Tool::tuning, {"Tuning Parameters", "Parameters"}},
+      {Tool::flexibleIO, {"Flexible I/O Parameters", "Parameters"}},
+      {Tool::homing, {"Homing Parameters", "Parameters"}},
+      {Tool::interface, {"Interface Parameters", "Parameters"}},
+      {Tool::mechanicalSystem, {"Mechanical System Parameters", "Parameters"}},
+      {Tool::overTravel, {"Over Travel Parameters", "Parameters"}},
+      {Tool::position, {"Index Table", "Steps"}},
+      {Tool::jog, {"Jog Table", "Speeds"}},
+      {Tool::zone, {"Zone Table", "Zones"}},
+  };
+  return words.at(tool);
+}
+
+}  // namespace
+
+void frmMain::ConnectTransfers() {
+  Connections& held = projectConnections_;
+  held += clsProject->ToolStatus.Connect([this](Tool tool, const std::string& strStatus) {
+    UpdateStatusText(std::string(WordsOf(tool).name) + " " + strStatus);
+  });
+  held +=
+      clsProject->ToolDownloading.Connect([this](Tool tool, std::int16_t row, std::int16_t total) {
+        ShowProgress(tool, true, row, total);
+      });
+  held +=
+      clsProject->ToolUploading.Connect([this](Tool tool, std::int16_t row, std::int16_t total) {
+        ShowProgress(tool, false, row, total);
+      });
+  held += clsProject->DownloadComplete.Connect([this] { UpdateStatusText("Download Complete"); });
+  held += clsProject->UploadComplete.Connect([this] { UpdateStatusText("Upload Complete"); });
+  held += clsProject->MechanicalSystemCheckSumFailed.Connect(
+      [this] { clsProject_MechanicalSystemCheckSumFailed(); });
+  held += clsProject->MechanicalSystemNoCheckSum.Connect(
+      [this] { clsProject_MechanicalSystemNoCheckSum(); });
+  held += clsProject->MechanicalSystemZeroSystem.Connect(
+      [this] { clsProject_MechanicalSystemZeroSystem(); });
+  held += clsProject->RigidityChanged.Connect([this] { clsProject_RigidityChanged(); });
+}
+
+void frmMain::ShowProgress(Tool tool, bool downloading, std::int16_t iCurrentRow,
+                           std::int16_t iTotalRows) {
+  const ToolWords& words = WordsOf(tool);
+  const std::string verb = downloading ? "Downloading " : "Uploading ";
+  const std::string current = verb + words.name + ": " + std::to_string(iCurrentRow) + " of " +
+                              std::to_string(iTotalRows) + " " + words.items;
+  UpdateStatusText(current);
+  if (!clsProcedure) return;
+  clsProcedure->CurrentFinished = iCurrentRow;
+  clsProcedure->CurrentSteps = iTotalRows;
+  clsProcedure->Current = current;
+  ++intFinished;
+  clsProcedure->Finished = intFinished;
+  clsProcedure->Total = verb + "Item " + std::to_string(intFinished) + " of " +
+                        std::to_string(clsProcedure->Steps) + " Total";
+}
+
+void frmMain::clsProject_MechanicalSystemCheckSumFailed() {
+  UpdateStatusText("Mechanical System Parameters Upload CheckSum Failed");
+  ShowInformation(
+      "The mechanical system data used to calculate the electronic gear ratio was not available "
+      "and could not be uploaded.\rPlease check the data in the mechanical system window.");
+}
+
+void frmMain::clsProject_MechanicalSystemNoCheckSum() {
+  UpdateStatusText("Mechanical System Parameters Upload Failed");
+  ShowInformation(
+      "There is no mechanical system data stored in the controller!\r"
+      "Previous mechanical system project values have been restored.");
+}
+
+void frmMain::clsProject_MechanicalSystemZeroSystem() {
+  UpdateStatusText("Mechanical System Parameters Upload Failed");
+  ShowInformation(
+      "One or more mechanical system data (N1, N2, or measure value) stored in the controller is "
+      "zero!\rImproper mechanical system data!\r"
+      "Previous mechanical system project values have been restored.");
+}
+
+void frmMain::clsProject_RigidityChanged() {
+  if (!AskYesNo("Rigidity setting changed successfully.\r"
+                "Do you wish to update Gain Tuning parameter values?")) {
+    return;
+  }
+  const bool ownProcedure = clsProcedure == nullptr;
+  if (ownProcedure) clsProcedure = std::make_unique<clsHX7Procedure>();
+  clsProcedure->Steps = clsProject->Tuning().RowsInArray();
+  if (!clsProject->Tuning().Upload()) {
+    UpdateStatusText("Tuning Parameters Upload parameters failed");
+  }
+  if (ownProcedure) clsProcedure.reset();
+}
+
+void frmMain::clsProject_ResolutionDataInvalidated(const std::string& strItems) {
+  ShowExclamation(
+      "Warning!  Data invalidation occurred while updating project data after resolution "
+      "change!\rLimit values have replaced invalid data!\r\rCheck the following data sets: " +
+      strItems);
+}
+
+}  // namespace velmoor

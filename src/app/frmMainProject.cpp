@@ -1,0 +1,264 @@
+// Project files: new, open, save, the recent files, and a project's coming and going.
+
+#include "app/frmMain.h"
+#include "platform/Events.h"
+#include "platform/Files.h"
+#include "platform/Form.h"
+#include "platform/MessageBoxes.h"
+#include "platform/Numbers.h"
+#include "platform/Trapped.h"
+#include "platform/World.h"
+
+namespace velmoor {
+namespace {
+
+FileDialogRequest ProjectDialog(const std::string& title, const std::string& directory) {
+  return {.title = title,
+          .filter = "Project File (*.spj)|*.spj",
+          .defaultSuffix = "spj",
+          .initialDirectory = directory,
+          .initialName = {}};
+}
+
+std::string Quoted(const std::string& text) {
+  return "'" + text + "'";
+}
+
+}  // namespace
+
+// ---- commands
+
+void frmMain::mnuFileNew_Click() {
+  Trapped("New Project File Error: ", [this] {
+    const auto chosen =
+        world().dialogs->SaveFile(ProjectDialog("New Project", initialDirectory_), false);
+    if (!chosen) return true;
+    if (world().files->Exists(*chosen)) {
+      ShowExclamation("Project name already exists!  Cannot create new project!");
+      return true;
+    }
+    // The new file is there before the old project closes, and stays when that is refused.
+    world().files->ReplaceDurably(JoinPath(world().appDirectory, "Velmoor.spt"), *chosen);
+    if (CloseForAnother(*chosen, false)) OpenChosenProject(*chosen, " Project ");
+    return true;
+  });
+}
+
+void frmMain::mnuFileOpen_Click() {
+  Trapped("Open Project File Error: ", [this] {
+    const auto chosen = world().dialogs->OpenFile(ProjectDialog("Open Project", initialDirectory_));
+    if (chosen && CloseForAnother(*chosen, true)) OpenChosenProject(*chosen, "Project ");
+    return true;
+  });
+}
+
+void frmMain::mnuFileSave_Click() {
+  if (!clsProject || !clsProject->NeedsSaving()) return;
+  const BusyPointer busy;
+  clsProject->Save();
+  UpdateStatusText("Project " + Quoted(clsProject->Title()) + " saved.");
+}
+
+void frmMain::mnuFileSaveAs_Click() {
+  if (!clsProject) return;
+  Trapped("SaveAs Project File Error: ", [this] {
+    FileDialogRequest request = ProjectDialog("Save Project As", clsProject->WorkingDirectory());
+    request.initialName = clsProject->FileTitle();
+    const auto chosen = world().dialogs->SaveFile(request, true);
+    if (chosen) clsProject->SaveAs(*chosen);
+    return true;
+  });
+}
+
+void frmMain::mnuFileExit_Click() {
+  // Once this command is over.
+  world().events->Post([this] { window_->Close(); });
+}
+
+void frmMain::mnuFileMRU_Click(int Index) {
+  const std::string path = RecentFile.At(static_cast<std::size_t>(Index));
+  if (FileInput(path)) RemoveRecentFile(Index);
+}
+
+void frmMain::LaunchOpenProjectDialog() {
+  initialDirectory_ = GetFileDirectory(RecentFile.At(0));
+  RunCommand("frmMain.LaunchOpenProjectDialog: ", [this] {
+    mnuFileOpen_Click();
+    return true;
+  });
+  initialDirectory_.clear();
+}
+
+void frmMain::ParseCommand(const std::string& sCommand) {
+  std::string name(Trim(sCommand));
+  const bool quoted = name.size() >= 2 && name.front() == '"' && name.back() == '"';
+  if (quoted) name = name.substr(1, name.size() - 2);
+  CommandLineOpenProject(name);
+}
+
+void frmMain::CommandLineOpenProject(const std::string& strFileName) {
+  RunCommand("frmMain.CommandLineOpenProject: ", [this, &strFileName] {
+    if (!CloseForAnother(strFileName, true)) return false;
+    const std::string strError = OpenInNewProject(strFileName);
+    if (strError.empty()) return true;
+    ShowCritical(strError + "\rProject " + Quoted(GetFileTitle(strFileName)) +
+                 " cannot be opened.");
+    return false;
+  });
+}
+
+bool frmMain::FileInput(const std::string& fname) {
+  if (!CloseForAnother(fname, true)) return false;
+  const std::string title = GetFileTitle(fname);
+  const std::string strError = OpenInNewProject(fname);
+  if (!strError.empty()) {
+    UpdateStatusText("Project " + Quoted(title) + " cannot be opened.");
+    ShowCritical(strError + "\rProject " + Quoted(title) + " cannot be opened.");
+    return true;
+  }
+  AddRecentFile(fname);
+  world().files->ChangeDirectory(GetFileDirectory(clsProject->FileName()));
+  UpdateStatusText("Project " + Quoted(clsProject->Title()) + " opened.");
+  return false;
+}
+
+// ---- from one project to the next
+
+bool frmMain::RemoveActiveProject() {
+  if (!world().forms->Shown().empty()) {
+    if (!AskOkCancel("All module forms will be unloaded.\rDo you wish to proceed?")) return false;
+    if (!UnloadAllForms()) return false;
+  }
+  if (clsProject && clsProject->NeedsSaving()) {
+    const BoxAnswer answer = AskYesNoCancel("Project " + clsProject->Title() +
+                                            " has not been saved yet.\rDo you wish to save?");
+    if (answer == BoxAnswer::cancel) return false;
+    if (answer == BoxAnswer::yes) clsProject->Save();
+  }
+  clsProject_ProjectClosed();
+  return true;
+}
+
+bool frmMain::CloseForAnother(const std::string& strFileName, bool askIfSame) {
+  if (!clsProject) return true;
+  const bool same = clsProject->FileName() == strFileName;
+  if (askIfSame && same &&
+      !AskOkCancel("Reopening active project will restore any unsaved changes to previously saved "
+                   "values!\rDo you wish to continue?")) {
+    return false;
+  }
+  const std::string strOldProjectTitle = DropRight(clsProject->FileTitle(), 4);
+  const std::string oldDirectory = clsProject->WorkingDirectory();
+  if (!RemoveActiveProject()) {
+    if (!oldDirectory.empty()) world().files->ChangeDirectory(oldDirectory);
+    return false;
+  }
+  UpdateStatusText("Project " + Quoted(strOldProjectTitle) + " closed.");
+  return true;
+}
+
+void frmMain::MakeProject() {
+  // The old project's end deletes its working file, which the new one may bear the name of.
+  projectConnections_.Clear();
+  clsProject.reset();
+  DisplayFullModuleToolBar(false);
+  clsProject = std::make_unique<clsHX7Project>();
+  ConnectProject();
+}
+
+std::string frmMain::OpenInNewProject(const std::string& strFileName) {
+  const BusyPointer busy;
+  MakeProject();
+  const std::string strTitle = GetFileTitle(strFileName);
+  clsProject->SetWorkingDirectory(DropRight(strFileName, strTitle.size() + 1));
+  std::string strError;
+  if (clsProject->OpenProject(strFileName, strTitle, strError)) return {};
+  return strError;
+}
+
+// `boxLead` goes before the title in the box; that of a new project begins with a blank.
+void frmMain::OpenChosenProject(const std::string& strFileName, const std::string& boxLead) {
+  const std::string strError = OpenInNewProject(strFileName);
+  if (strError.empty()) return;
+  ShowCritical(strError + "\r" + boxLead + Quoted(GetFileTitle(strFileName)) +
+               " cannot be opened.");
+  // Intended: two blanks.
+  UpdateStatusText("Project  " + Quoted(strFileName) + " cannot be opened.");
+}
+
+// ---- the project's events
+
+void frmMain::ConnectProject() {
+  Connections& held = projectConnections_;
+  held += clsProject->ProjectOpened.Connect([this] { clsProject_ProjectOpened(); });
+  held += clsProject->ProjectSavedAs.Connect([this] { clsProject_ProjectSavedAs(); });
+  held += clsProject->BaudRateChanged.Connect(
+      [this](const std::string& value) { clsProject_BaudRateChanged(value); });
+  held += clsProject->BaudRateChangeFailed.Connect([this] { blnBaudRateChanged = false; });
+  held += clsProject->CommunicationDown.Connect([this] { CommunicationDown(); });
+  held += clsProject->ResolutionDataInvalidated.Connect(
+      [this](const std::string& items) { clsProject_ResolutionDataInvalidated(items); });
+  ConnectTransfers();
+}
+
+void frmMain::clsProject_ProjectOpened() {
+  Trapped("frmMain.clsProject_ProjectOpened: ", [this] {
+    DisplayFullMenuBar(true);
+    DisplayFullModuleToolBar(true);
+    mnuModuleIndexer_Click();
+    eSelectedModule = Module::indexer;
+    window_->SetCaption("Velmoor - " + clsProject->Title());
+    UpdateStatusText("Project " + Quoted(clsProject->Title()) + " opened.");
+    AddRecentFile(clsProject->FileName());
+    world().files->ChangeDirectory(clsProject->WorkingDirectory());
+    return true;
+  });
+}
+
+void frmMain::clsProject_ProjectClosed() {
+  DisplayFullMenuBar(false);
+  DisplayFullModuleToolBar(false);
+  window_->SetCaption("Velmoor");
+}
+
+void frmMain::clsProject_ProjectSavedAs() {
+  Trapped("frmMain.clsProject_ProjectSavedAs: ", [this] {
+    window_->SetCaption("Velmoor - " + clsProject->Title());
+    UpdateStatusText("Project Saved As " + Quoted(clsProject->Title()));
+    AddRecentFile(clsProject->FileName());
+    world().files->ChangeDirectory(clsProject->WorkingDirectory());
+    return true;
+  });
+}
+
+// ---- recent files
+
+void frmMain::LoadRecentFiles() {
+  Trapped("Main::LoadRecentFiles ", [this] {
+    RecentFile.Load();
+    return true;
+  });
+  UpdateRecentFileMenu();
+}
+
+void frmMain::AddRecentFile(const std::string& fname) {
+  Trapped("frmMain.AddRecentFile: ", [this, &fname] {
+    RecentFile.Add(fname);
+    return true;
+  });
+  UpdateRecentFileMenu();
+}
+
+void frmMain::RemoveRecentFile(int Index) {
+  Trapped("Main::RemoveRecentFile ", [this, Index] {
+    RecentFile.Remove(static_cast<std::size_t>(Index));
+    return true;
+  });
+  UpdateRecentFileMenu();
+}
+
+void frmMain::UpdateRecentFileMenu() {
+  window_->SetRecentEntries(RecentFile.Captions());
+}
+
+}  // namespace velmoor

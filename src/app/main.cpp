@@ -1,0 +1,76 @@
+// velmoor: the desktop program.
+
+#include <string>
+
+#include "app/MainModule.h"
+#include "platform/Rx900Utils.h"
+#include "platform/World.h"
+#include "platform/posix/IniSettings.h"
+#include "platform/posix/PosixClock.h"
+#include "platform/posix/PosixFiles.h"
+#include "platform/posix/PosixSerialPort.h"
+#include "platform/posix/PosixSingleInstance.h"
+#include "platform/posix/ProgramPlaces.h"
+#include "platform/qt/QtProgram.h"
+#include "platform/sqlcipher/SqlcipherDatabases.h"
+#include "project/data/CatalogueLibrary.h"
+
+namespace {
+
+// What stands behind the program's name, as one text.
+std::string CommandLine(int argc, char** argv) {
+  std::string line;
+  for (int i = 1; i < argc; ++i) line += (i > 1 ? " " : "") + std::string(argv[i]);
+  return line;
+}
+
+velmoor::posix::DeviceMap ReadDeviceMap(const velmoor::Settings& settings) {
+  constexpr int kPorts = 8;
+  velmoor::posix::DeviceMap map;
+  for (int number = 1; number <= kPorts; ++number) {
+    const std::string name = "COM" + std::to_string(number);
+    const std::string device = settings.ReadText(name, "");
+    if (!device.empty()) map[name] = device;
+  }
+  return map;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  using namespace velmoor;
+
+  posix::IniSettings settings(posix::IniSettings::DefaultPath());
+  qt::QtProgram program(argc, argv, &settings);
+  posix::PosixClock clock;
+  posix::PosixFiles files;
+  sqlcipher::SqlcipherDatabases databases;
+  StandardRx900Utils rx900Utils;
+  CatalogueLibrary catalogue;
+
+  World adapters;
+  program.FillWorld(adapters);
+  adapters.clock = &clock;
+  adapters.settings = &settings;
+  adapters.files = &files;
+  adapters.databases = &databases;
+  adapters.rx900Utils = &rx900Utils;
+  adapters.catalogue = &catalogue;
+  adapters.appDirectory = posix::ExecutableDirectory();
+  const posix::CatalogueCopyPlace copyPlace(adapters.appDirectory);
+  adapters.catalogueCopyDirectory = copyPlace.Directory();
+  SetWorld(&adapters);
+
+  posix::PosixSerialPort comm;
+  comm.SetDeviceMap(ReadDeviceMap(settings));
+  posix::PosixSingleInstance instance(qt::WatchDescriptor);
+  MainModule module(comm, instance, CommandLine(argc, argv));
+  bool gone = false;
+  const Connection closed = module.Closed.Connect([&] {
+    gone = true;
+    program.Quit();
+  });
+  if (module.Main() && !gone) program.Run();
+  module.Terminate();
+  return 0;
+}
