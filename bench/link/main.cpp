@@ -31,6 +31,7 @@ class Child {
   Child(const std::string& program, std::vector<std::string> words) {
     words.insert(words.begin(), program);
     std::vector<char*> arguments;
+    arguments.reserve(words.size() + 1);
     for (std::string& word : words) arguments.push_back(word.data());
     arguments.push_back(nullptr);
     if (posix_spawn(&process_, program.c_str(), nullptr, nullptr, arguments.data(), environ) != 0) {

@@ -15,6 +15,8 @@
 namespace velmoor::posix {
 namespace {
 
+using namespace std::string_view_literals;
+
 // The amplifier's end of a line. Keeps one descriptor of the near end open, as simulators do.
 class FarEnd {
  public:
@@ -86,7 +88,7 @@ TEST_F(PseudoTerminal, CarriesLinesBothWays) {
 
 TEST_F(PseudoTerminal, TakesEveryLineEndAndNoEmptyLine) {
   ASSERT_TRUE(port.Open());
-  far.Send(std::string_view("a\rb\nc\r\n\r\n\n\rd\r\xB0\xCF\xCB\r\0e\0\r", 25));
+  far.Send("a\rb\nc\r\n\r\n\n\rd\r\xB0\xCF\xCB\r\0e\0\r"sv);
   for (const char* const line : {"a", "b", "c", "d", "0OK", "e"}) EXPECT_EQ(port.ReadLine(), line);
   port.SetReadTimeOut(0);
   EXPECT_EQ(port.ReadLine(), "");

@@ -22,6 +22,7 @@ class Program {
   explicit Program(std::vector<std::string> words) {
     words.insert(words.begin(), VELMOOR_SIMULATOR);
     std::vector<char*> arguments;
+    arguments.reserve(words.size() + 1);
     for (std::string& word : words) arguments.push_back(word.data());
     arguments.push_back(nullptr);
     int in[2];
