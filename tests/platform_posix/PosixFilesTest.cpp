@@ -8,9 +8,10 @@
 
 #include <chrono>
 #include <csignal>
-#include <cstdlib>
 #include <filesystem>
 #include <string>
+
+#include "support/TemporaryFolder.h"
 
 namespace velmoor::posix {
 namespace {
@@ -19,26 +20,12 @@ namespace fs = std::filesystem;
 
 class PosixFilesTest : public testing::Test {
  protected:
-  PosixFilesTest() {
-    std::string pattern = testing::TempDir() + "velmoor-files-XXXXXX";
-    folder_ = mkdtemp(pattern.data());
-  }
-  ~PosixFilesTest() override {
-    fs::permissions(folder_, fs::perms::owner_all);
-    fs::remove_all(folder_);
-  }
-
-  [[nodiscard]] std::string At(const std::string& name) const { return (folder_ / name).string(); }
+  [[nodiscard]] std::string At(const std::string& name) const { return folder_.At(name); }
   std::string Put(const std::string& name, const std::string& bytes) {
     files_.WriteDurably(At(name), bytes);
     return At(name);
   }
-  [[nodiscard]] std::size_t Count() const {
-    return static_cast<std::size_t>(
-        std::distance(fs::directory_iterator(folder_), fs::directory_iterator()));
-  }
-
-  fs::path folder_;
+  TemporaryFolder folder_;
   PosixFiles files_;
 };
 
@@ -54,14 +41,14 @@ TEST_F(PosixFilesTest, ReplacingTakesContentsButNotPermissionsAndLeavesNothingEl
   EXPECT_EQ(files_.ReadAll(target), "new contents");
   EXPECT_EQ(fs::status(target).permissions(), fs::perms(0640));
   EXPECT_NE(files_.Identity(target), before);
-  EXPECT_EQ(Count(), 2U);
+  EXPECT_EQ(folder_.Count(), 2);
 }
 
 TEST_F(PosixFilesTest, ASymbolicLinkKeepsPointing) {
-  fs::create_directory(folder_ / "real");
+  fs::create_directory(folder_.Path() / "real");
   Put("real/line1.spj", "old");
-  fs::create_symlink("real/line1.spj", folder_ / "link.spj");
-  fs::create_symlink("link.spj", folder_ / "link2.spj");
+  fs::create_symlink("real/line1.spj", folder_.Path() / "link.spj");
+  fs::create_symlink("link.spj", folder_.Path() / "link2.spj");
   files_.WriteDurably(At("link2.spj"), "new");
   EXPECT_TRUE(fs::is_symlink(At("link.spj")));
   EXPECT_FALSE(fs::is_symlink(At("real/line1.spj")));
@@ -82,12 +69,12 @@ TEST_F(PosixFilesTest, AFailedReplacementLeavesTheOldFile) {
   EXPECT_THROW(files_.WriteDurably(target, std::string(5000, 'x')), FileError);
   setrlimit(RLIMIT_FSIZE, &before);
   EXPECT_EQ(files_.ReadAll(target), "old");
-  EXPECT_EQ(Count(), 1U);
+  EXPECT_EQ(folder_.Count(), 1);
 
-  fs::permissions(folder_, fs::perms(0555));
+  fs::permissions(folder_.Path(), fs::perms(0555));
   const bool superuser = geteuid() == 0;  // who may write anywhere
   ASSERT_TRUE(!superuser || seteuid(65534) == 0);
-  EXPECT_FALSE(files_.IsWritableDirectory(folder_.string()));
+  EXPECT_FALSE(files_.IsWritableDirectory(folder_.Path().string()));
   EXPECT_THROW(files_.WriteDurably(target, "new"), FileError);
   ASSERT_TRUE(!superuser || seteuid(0) == 0);
   EXPECT_EQ(files_.ReadAll(target), "old");
@@ -104,7 +91,7 @@ TEST_F(PosixFilesTest, AWorkingCopyKeepsItsFileAndLosesItsJournal) {
   EXPECT_EQ(files_.Identity(working), before);
   EXPECT_EQ(files_.Lock(working), nullptr) << "the lock holds on";
   EXPECT_FALSE(files_.Exists(At("line1.tmp-journal")));
-  EXPECT_THROW(files_.LayWorkingCopy(project, folder_.string() + "/./line1.spj"), FileError);
+  EXPECT_THROW(files_.LayWorkingCopy(project, folder_.Path().string() + "/./line1.spj"), FileError);
   EXPECT_EQ(files_.ReadAll(project), "project");
 }
 
@@ -123,7 +110,7 @@ TEST_F(PosixFilesTest, NamesWithAZeroCharacterNeitherExistNorReachAnotherFile) {
 }
 
 TEST_F(PosixFilesTest, SameFileIsToldForFilesThatDoNotExistYet) {
-  fs::create_directory(folder_ / "a");
+  fs::create_directory(folder_.Path() / "a");
   EXPECT_TRUE(files_.IsSameFile(At("line1.tmp"), At("a/../line1.tmp")));
   EXPECT_FALSE(files_.IsSameFile(At("line1.tmp"), At("line2.tmp")));
   Put("line1.tmp", "");
@@ -139,10 +126,10 @@ TEST_F(PosixFilesTest, RenameReplacesAndOntoItselfDoesNothing) {
   EXPECT_EQ(files_.ReadAll(At("line2.tmp")), "working");
   files_.Rename(At("line2.tmp"), At("line2.tmp"));
   EXPECT_EQ(files_.ReadAll(At("line2.tmp")), "working");
-  EXPECT_EQ(Count(), 1U);
+  EXPECT_EQ(folder_.Count(), 1);
   files_.Remove(At("line2.tmp"));
   files_.Remove(At("line2.tmp"));
-  EXPECT_EQ(Count(), 0U);
+  EXPECT_EQ(folder_.Count(), 0);
   EXPECT_THROW(files_.Rename(from, At("x")), FileError);
 }
 
@@ -150,13 +137,13 @@ TEST_F(PosixFilesTest, RenameCrossesFileSystems) {
   const std::string other = "/dev/shm/velmoor-files-test-" + std::to_string(getpid());
   struct stat here {};
   struct stat there {};
-  if (stat(folder_.c_str(), &here) != 0 || stat("/dev/shm", &there) != 0 ||
+  if (stat(folder_.Path().c_str(), &here) != 0 || stat("/dev/shm", &there) != 0 ||
       here.st_dev == there.st_dev) {
     GTEST_SKIP() << "one file system only";
   }
   files_.Rename(Put("line1.tmp", "working"), other);
   EXPECT_EQ(files_.ReadAll(other), "working");
-  EXPECT_EQ(Count(), 0U);
+  EXPECT_EQ(folder_.Count(), 0);
   files_.Remove(other);
 }
 
@@ -217,7 +204,7 @@ TEST_F(PosixFilesTest, KillingASaveLeavesTheOldOrTheNewFileWhole) {
   }
   files_.ReplaceDurably(sourceB, target);
   EXPECT_EQ(files_.ReadAll(target), b);
-  EXPECT_EQ(Count(), 3U);
+  EXPECT_EQ(folder_.Count(), 3);
 }
 
 }  // namespace

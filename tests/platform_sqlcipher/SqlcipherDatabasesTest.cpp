@@ -5,13 +5,13 @@
 #include <unistd.h>
 
 #include <csignal>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <functional>
 #include <string>
 
 #include "platform/sqlcipher/Engine.h"
+#include "support/TemporaryFolder.h"
 
 namespace velmoor::sqlcipher {
 namespace {
@@ -23,13 +23,6 @@ constexpr std::string_view kPassword = "nurvex";
 
 class SqlcipherDatabasesTest : public testing::Test {
  protected:
-  SqlcipherDatabasesTest() {
-    std::string pattern = testing::TempDir() + "velmoor-db-XXXXXX";
-    folder_ = mkdtemp(pattern.data());
-    path_ = (folder_ / "line1.spj").string();
-  }
-  ~SqlcipherDatabasesTest() override { fs::remove_all(folder_); }
-
   void MakeFile(int rows = 3) {
     const auto builder = databases_.Create(path_, kPassword);
     builder->CreateTable("tblParameters", {{"pn"}, {"value"}, {"order", true}});
@@ -74,8 +67,8 @@ class SqlcipherDatabasesTest : public testing::Test {
     file << bytes;
   }
 
-  fs::path folder_;
-  std::string path_;
+  TemporaryFolder folder_;
+  const std::string path_ = folder_.At("line1.spj");
   SqlcipherDatabases databases_;
 };
 
@@ -253,7 +246,7 @@ TEST_F(SqlcipherDatabasesTest, AnotherProcessThatWritesMakesTheFileBusy) {
 
 TEST_F(SqlcipherDatabasesTest, AReadOnlyFolderIsReadAndRefusesToBeWritten) {
   MakeFile();
-  fs::permissions(folder_, fs::perms(0555));
+  fs::permissions(folder_.Path(), fs::perms(0555));
   fs::permissions(path_, fs::perms(0666));
   // The superuser may write anywhere, so the test becomes somebody else for a while.
   const bool superuser = geteuid() == 0;
@@ -267,7 +260,6 @@ TEST_F(SqlcipherDatabasesTest, AReadOnlyFolderIsReadAndRefusesToBeWritten) {
             Kind::forbidden);
   EXPECT_EQ(ValueOf("Pn800"), "0000");
   ASSERT_TRUE(!superuser || seteuid(0) == 0);
-  fs::permissions(folder_, fs::perms::owner_all);
 }
 
 TEST_F(SqlcipherDatabasesTest, AFullDiskIsToldAndTheFileStaysWhole) {
@@ -300,7 +292,7 @@ TEST_F(SqlcipherDatabasesTest, AnUnfinishedFileLeavesTheOldOne) {
   MakeFile();
   databases_.Create(path_, kPassword)->CreateTable("tblOther", {{"a"}});
   EXPECT_EQ(ValueOf("Pn800"), "0000");
-  EXPECT_EQ(std::distance(fs::directory_iterator(folder_), fs::directory_iterator()), 1);
+  EXPECT_EQ(folder_.Count(), 1);
 }
 
 TEST_F(SqlcipherDatabasesTest, ExtendAddsAndDropsTablesOrNothing) {

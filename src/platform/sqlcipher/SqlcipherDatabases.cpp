@@ -64,7 +64,7 @@ void RemoveWithJournal(const std::string& path) {
 
 }  // namespace
 
-SqlcipherDatabases::SqlcipherDatabases() = default;
+SqlcipherDatabases::SqlcipherDatabases() : newFileSalt_(KeyRing::RandomSalt()) {}
 SqlcipherDatabases::~SqlcipherDatabases() = default;
 
 std::shared_ptr<OpenFile> SqlcipherDatabases::Obtain(const std::string& path,
@@ -114,7 +114,7 @@ std::unique_ptr<DatabaseBuilder> SqlcipherDatabases::Create(const std::string& p
   auto file = std::make_shared<OpenFile>();
   file->path = unfinished;
   file->connection = std::make_unique<Connection>(
-      unfinished, OpenMode::create, keys_.KeyForNewFile(password, KeyRing::RandomSalt()));
+      unfinished, OpenMode::create, keys_.KeyForNewFile(password, newFileSalt_));
   const auto settle = [this, unfinished, path](bool kept) {
     Release(path);
     if (kept && std::rename(unfinished.c_str(), path.c_str()) != 0) {
