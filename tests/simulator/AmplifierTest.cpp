@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
+
 namespace velmoor {
 namespace {
 
@@ -199,6 +201,27 @@ TEST_F(Amplifier, TuningReachesParameters) {
   EXPECT_TRUE(amplifier.SetValue("INERTIA", 150));
   EXPECT_EQ(Ask("TUNESTORE"), "0OK");
   EXPECT_EQ(Ask("PRM103"), "0Pn103=00000150");
+}
+
+TEST_F(Amplifier, EveryRigidityLevelIsWithinTheLimits) {
+  std::string gains = Ask("PRM100");
+  std::string filter = Ask("PRM401");
+  for (int level = 1; level <= 10; ++level) {
+    ASSERT_EQ(Ask("STIFF" + std::to_string(level)), "0OK");
+    EXPECT_NE(Ask("PRM100"), std::exchange(gains, Ask("PRM100"))) << level;
+    EXPECT_NE(Ask("PRM401"), std::exchange(filter, Ask("PRM401"))) << level;
+    EXPECT_EQ(Ask("PRM102").substr(7), gains.substr(7)) << level;
+  }
+  EXPECT_EQ(Ask("PRM101"), "0Pn101=00000400");
+}
+
+TEST_F(Amplifier, LeavesTheFactoryReadyToTalk) {
+  ASSERT_EQ(Ask("PRMINIT"), "0OK");
+  const std::pair<const char*, const char*> cases[] = {
+      {"PRM800", "0Pn800=00000001"}, {"PRM801", "0Pn801=00000000"}, {"PRM802", "0Pn802=00000001"},
+      {"PRM829", "0Pn829=00000000"}, {"PRM82A", "0Pn82A=00000000"}, {"PRM82F", "0Pn82F=00000000"},
+      {"PRM830", "0Pn830=00000000"}};
+  for (const auto& [command, answer] : cases) EXPECT_EQ(Ask(command), answer);
 }
 
 TEST_F(Amplifier, TellsSetValuesAndLines) {
