@@ -6,6 +6,18 @@ namespace velmoor {
 
 class clsHX7Project;
 
+// What the user is told when the machine's stage does not bring a machine that can be used.
+inline constexpr const char* kCheckSumFailedWords =
+    "The mechanical system data used to calculate the electronic gear ratio was not available and "
+    "could not be uploaded.\rPlease check the data in the mechanical system window.";
+inline constexpr const char* kNoCheckSumWords =
+    "There is no mechanical system data stored in the controller!\r"
+    "Previous mechanical system project values have been restored.";
+inline constexpr const char* kZeroSystemWords =
+    "One or more mechanical system data (N1, N2, or measure value) stored in the controller is "
+    "zero!\rImproper mechanical system data!\r"
+    "Previous mechanical system project values have been restored.";
+
 // Takes a snapshot and reads the machine, all parameters and the three tables from the amplifier,
 // in that order. False: stopped or failed, of which the user was told; what was read stays in
 // memory.

@@ -1,0 +1,28 @@
+#include "console/ConsoleBoxes.h"
+
+#include <algorithm>
+#include <ostream>
+
+namespace velmoor {
+
+BoxAnswer ConsoleBoxes::Show(BoxKind kind, BoxButtons buttons, const std::string& text,
+                             const std::string& title) {
+  std::string lines = text;
+  std::replace(lines.begin(), lines.end(), '\r', '\n');
+  if (!title.empty()) lines = title + ": " + lines;
+  if (kind == BoxKind::critical || kind == BoxKind::exclamation) ++failures_;
+  out_ << lines << '\n';
+  switch (buttons) {
+    case BoxButtons::ok:
+      return BoxAnswer::ok;
+    case BoxButtons::okCancel:
+      return agree_ ? BoxAnswer::ok : BoxAnswer::cancel;
+    case BoxButtons::yesNo:
+      return agree_ ? BoxAnswer::yes : BoxAnswer::no;
+    case BoxButtons::yesNoCancel:
+      return agree_ ? BoxAnswer::yes : BoxAnswer::cancel;
+  }
+  return BoxAnswer::cancel;
+}
+
+}  // namespace velmoor

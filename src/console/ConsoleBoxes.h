@@ -1,0 +1,29 @@
+// Message boxes as lines on a stream, and questions answered by what the command line agreed to.
+#pragma once
+
+#include <iosfwd>
+#include <string>
+
+#include "platform/MessageBoxes.h"
+
+namespace velmoor {
+
+class ConsoleBoxes final : public MessageBoxes {
+ public:
+  explicit ConsoleBoxes(std::ostream& out) : out_(out) {}
+
+  // With agreement a question is answered by OK or Yes, without by Cancel or No.
+  void Agree(bool agree) { agree_ = agree; }
+  // How many critical and exclamation boxes were shown: each tells of something that went wrong.
+  [[nodiscard]] int Failures() const { return failures_; }
+
+  BoxAnswer Show(BoxKind kind, BoxButtons buttons, const std::string& text,
+                 const std::string& title) override;
+
+ private:
+  std::ostream& out_;
+  bool agree_ = false;
+  int failures_ = 0;
+};
+
+}  // namespace velmoor

@@ -1,0 +1,43 @@
+// The session of the console program: the same objects as the main window's, without windows.
+#pragma once
+
+#include <functional>
+#include <iosfwd>
+#include <string>
+
+#include "platform/Event.h"
+#include "project/SessionState.h"
+
+namespace velmoor {
+
+class ConsoleSession final : public SessionState {
+ public:
+  // Puts itself in force as gMainForm until destroyed. `progress` gets a line that is rewritten during
+  // transfers; null: none.
+  ConsoleSession(SerialPort& comm, std::ostream* progress);
+  ~ConsoleSession() override;
+
+  // Builds the catalogue's working copy for `strMotorSize` watts and reads it. False after a failure,
+  // of which the user was told.
+  bool Start(const std::string& strMotorSize);
+  // Opens the project; false after a critical message.
+  bool Open(const std::string& fileName);
+  [[nodiscard]] clsHX7Project& project() { return *clsProject; }
+
+  // Goes online on COM1 at the session's axis. False after an exclamation headed by `failure`.
+  bool GoOnline(const std::string& failure);
+  void GoOffline();
+  // Waits until the amplifier answers again after a restart, and goes offline.
+  void WaitForRestart();
+  [[nodiscard]] std::string ServoModel() const { return clsHelix7->ServoModel(); }
+
+ private:
+  void ShowProgress(const std::string& text);
+  void EndProgress();
+
+  std::ostream* progress_;
+  std::size_t progressWidth_ = 0;
+  Connections connections_;
+};
+
+}  // namespace velmoor
