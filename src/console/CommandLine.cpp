@@ -29,7 +29,9 @@ CommandLine::CommandLine(const std::vector<std::string>& words,
   }
 }
 
-bool CommandLine::Has(std::string_view option) const { return Value(option).has_value(); }
+bool CommandLine::Has(std::string_view option) const {
+  return Value(option).has_value();
+}
 
 std::optional<std::string> CommandLine::Value(std::string_view option) const {
   for (const Option& given : options_) {

@@ -18,7 +18,8 @@ class UsageError : public std::runtime_error {
 
 class CommandLine {
  public:
-  // Options in `flags` take no value; every other "--name" takes the next word, or what follows "=".
+  // Options in `flags` take no value; every other "--name" takes the next word, or what follows
+  // "=".
   // "--" ends the options. Throws UsageError for an option without its value.
   CommandLine(const std::vector<std::string>& words, const std::set<std::string>& flags);
 

@@ -32,7 +32,8 @@ constexpr const char* kUsage =
     "  --new            download only what changed since the last download\n"
     "  --yes            agree to what would be asked: download and upload overwrite data\n"
     "\n"
-    "import: with a column \"step\", \"zone\" or \"jog\" the rows named are replaced and the others\n"
+    "import: with a column \"step\", \"zone\" or \"jog\" the rows named are replaced and the "
+    "others\n"
     "stay; without it the file is the whole table. One bad cell, and nothing is changed.\n"
     "Exit status: 0 success, 1 failure, 2 wrong usage.\n";
 
@@ -43,13 +44,13 @@ struct Context {
   [[nodiscard]] const std::string& Argument(std::size_t i) const { return line.Arguments().at(i); }
 };
 
-// ---- sessions ---------------------------------------------------------------------------------------
+// ---- sessions
+// ---------------------------------------------------------------------------------------
 
 // Builds the session, and opens the project named by argument 1 where the command has one.
 class Work {
  public:
-  explicit Work(const Context& context)
-      : session_(context.program.port, context.program.progress) {
+  explicit Work(const Context& context) : session_(context.program.port, context.program.progress) {
     if (const auto axis = context.line.Value("axis")) {
       session_.SetAxis(*axis);
       if (session_.Axis() != UpperCase(Trim(*axis))) {
@@ -65,7 +66,9 @@ class Work {
   }
 
   [[nodiscard]] bool Started() const { return started_; }
-  [[nodiscard]] bool Open(const std::string& fileName) { return started_ && session_.Open(fileName); }
+  [[nodiscard]] bool Open(const std::string& fileName) {
+    return started_ && session_.Open(fileName);
+  }
   ConsoleSession& session() { return session_; }
   clsHX7Project& project() { return session_.project(); }
 
@@ -81,7 +84,8 @@ void RequireAgreement(const Context& context) {
   context.program.boxes.Agree(true);
 }
 
-// ---- tables -----------------------------------------------------------------------------------------
+// ---- tables
+// -----------------------------------------------------------------------------------------
 
 struct TableAccess {
   std::function<std::string(clsHX7Project&)> show;
@@ -125,7 +129,8 @@ bool Import(const Context& context) {
   return true;
 }
 
-// ---- files ------------------------------------------------------------------------------------------
+// ---- files
+// ------------------------------------------------------------------------------------------
 
 bool New(const Context& context) {
   const std::string path = world().files->Absolute(context.Argument(1));
@@ -137,7 +142,8 @@ bool New(const Context& context) {
   return true;
 }
 
-// ---- hardware ---------------------------------------------------------------------------------------
+// ---- hardware
+// ---------------------------------------------------------------------------------------
 
 bool Info(const Context& context) {
   (void)context.line.Required("port");
@@ -200,7 +206,8 @@ bool Upload(const Context& context) {
   return true;
 }
 
-// ---- dispatch ---------------------------------------------------------------------------------------
+// ---- dispatch
+// ---------------------------------------------------------------------------------------
 
 struct Command {
   std::string name;

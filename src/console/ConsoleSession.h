@@ -12,13 +12,13 @@ namespace velmoor {
 
 class ConsoleSession final : public SessionState {
  public:
-  // Puts itself in force as gMainForm until destroyed. `progress` gets a line that is rewritten during
-  // transfers; null: none.
+  // Puts itself in force as gMainForm until destroyed. `progress` gets a line that is rewritten
+  // during transfers; null: none.
   ConsoleSession(SerialPort& comm, std::ostream* progress);
   ~ConsoleSession() override;
 
-  // Builds the catalogue's working copy for `strMotorSize` watts and reads it. False after a failure,
-  // of which the user was told.
+  // Builds the catalogue's working copy for `strMotorSize` watts and reads it. False after a
+  // failure, of which the user was told.
   bool Start(const std::string& strMotorSize);
   // Opens the project; false after a critical message.
   bool Open(const std::string& fileName);

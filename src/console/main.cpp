@@ -1,0 +1,65 @@
+// velmoorctl: puts the adapters together and runs one command.
+
+#include <unistd.h>
+
+#include <exception>
+#include <iostream>
+
+#include "console/Commands.h"
+#include "console/ConsoleBoxes.h"
+#include "platform/Rx900Utils.h"
+#include "platform/World.h"
+#include "platform/posix/Locations.h"
+#include "platform/posix/PosixClock.h"
+#include "platform/posix/PosixEvents.h"
+#include "platform/posix/PosixFiles.h"
+#include "platform/posix/PosixSerialPort.h"
+#include "platform/sqlcipher/SqlcipherDatabases.h"
+#include "project/data/CatalogueLibrary.h"
+
+namespace {
+
+void SetDevice(velmoor::SerialPort& port, const std::string& path) {
+  static_cast<velmoor::posix::PosixSerialPort&>(port).SetDeviceMap({{"COM1", path}});
+}
+
+int Run(const std::vector<std::string>& words) {
+  using namespace velmoor;
+  // A copy of the catalogue for this process alone: a running Velmoor keeps its own.
+  const posix::PrivateDirectory privateDirectory;
+  posix::PosixClock clock;
+  posix::PosixEvents events;
+  posix::PosixFiles files;
+  sqlcipher::SqlcipherDatabases databases;
+  StandardRx900Utils rx900Utils;
+  CatalogueLibrary catalogue;
+  ConsoleBoxes boxes(std::cerr);
+  posix::PosixSerialPort port;
+  World adapters;
+  adapters.boxes = &boxes;
+  adapters.events = &events;
+  adapters.clock = &clock;
+  adapters.files = &files;
+  adapters.databases = &databases;
+  adapters.rx900Utils = &rx900Utils;
+  adapters.catalogue = &catalogue;
+  adapters.appDirectory = posix::ProgramDirectory();
+  adapters.catalogueCopyDirectory = privateDirectory.Path();
+  SetWorld(&adapters);
+  std::ostream* const progress = ::isatty(STDERR_FILENO) != 0 ? &std::cerr : nullptr;
+  const int status = RunCommand(words, {std::cout, std::cerr, boxes, port, SetDevice, progress});
+  std::cout.flush();
+  SetWorld(nullptr);
+  return std::cout ? status : 1;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  try {
+    return Run({argv + 1, argv + argc});
+  } catch (const std::exception& error) {
+    std::cerr << error.what() << '\n';
+    return 1;
+  }
+}
