@@ -9,19 +9,11 @@
 #include <vector>
 
 #include "session/Project.h"
+#include "tools/CellCheck.h"
 
 namespace velmoor {
 
 class clsHX7Position;
-
-struct CellCheck {
-  bool accepted = false;
-  std::string text;   // accepted: what the cell takes
-  std::string words;  // refused: why
-
-  static CellCheck Accept(std::string text) { return {true, std::move(text), {}}; }
-  static CellCheck Refuse(std::string words) { return {false, {}, std::move(words)}; }
-};
 
 inline constexpr std::size_t kMostLabelCharacters = 16;
 inline constexpr std::int32_t kMostLoops = 99999;

@@ -1,0 +1,53 @@
+// What the value of a parameter may be: the one validation behind the grid windows and the console
+// program, with the words that each window has for a refusal.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "project/data/ParameterCatalogue.h"
+#include "session/Project.h"
+#include "tools/BlockMatrix.h"
+#include "tools/CellCheck.h"
+
+namespace velmoor {
+
+// Everything that validation, grid, tips and reports need to know of a row.
+struct ParameterRow {
+  std::string name;         // "Pn81B"
+  std::string description;  // as shown
+  std::string value;        // the cell's present text
+  std::string minimum,
+      maximum;       // counts, numbers, or hexadecimal texts, as the tool's rows hold them
+  std::string list;  // items joined by "|"; empty: no list
+  std::string unit;
+  const NibbleDefinition* nibble = nullptr;  // null: no digit-wise row
+  std::string fixedDigits = "0000";          // left to right; "1": not modifiable
+};
+
+// Takes what the rows hold; digits are added by the tools that know them.
+[[nodiscard]] ParameterRow DescribeRow(const BlockMatrix& rows, int row);
+
+// The windows differ in what they take for a number and in some words.
+enum class ParameterWindow {
+  properties,  // every plain row is a number in user units
+  editor,      // numbers in user units, whole numbers, digits
+  tuning       // whole numbers, and digits without fixed ones
+};
+
+// The text as the cell takes it, or the words of the refusal. An empty text is refused without
+// words. Throws NumberError when a unit row has no usable factor.
+[[nodiscard]] CellCheck CheckParameter(const Project& project, ParameterWindow window,
+                                       const ParameterRow& row, const std::string& text);
+
+// The row's limits as the user reads them: in user units, as digits, or plain.
+[[nodiscard]] std::string MinimumText(const Project& project, const ParameterRow& row);
+[[nodiscard]] std::string MaximumText(const Project& project, const ParameterRow& row);
+// "In Position Window: Minimum value is ...; Maximum value is ...", or the description of a list
+// row.
+[[nodiscard]] std::string ParameterTip(const Project& project, const ParameterRow& row);
+
+// Why the direct editor does not let the user change the row; empty where it does.
+[[nodiscard]] std::string LockedReason(const std::string& strPn);
+
+}  // namespace velmoor
