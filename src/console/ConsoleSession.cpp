@@ -69,13 +69,19 @@ bool ConsoleSession::Open(const std::string& fileName) {
   };
   connections_ += clsProject->ToolDownloading.Connect(show("Downloading "));
   connections_ += clsProject->ToolUploading.Connect(show("Uploading "));
-  connections_ += clsProject->ToolStatus.Connect(
-      [this](Tool /*tool*/, const std::string& /*text*/) { EndProgress(); });
+  connections_ += clsProject->ToolStatus.Connect([this](Tool tool, const std::string& text) {
+    EndProgress();
+    // Where a transfer ended is worth a line, its success is not.
+    if (text.find("Complete") == std::string::npos) {
+      ShowInformation(ToolName(tool) + " " + text + " (" + lastProgress_ + ")");
+    }
+  });
   return true;
 }
 
 // One line that is rewritten; blanks cover what a longer one left.
 void ConsoleSession::ShowProgress(const std::string& text) {
+  lastProgress_ = text;
   if (progress_ == nullptr) return;
   const std::size_t width = std::max(progressWidth_, text.size());
   *progress_ << '\r' << text << std::string(width - text.size(), ' ') << std::flush;

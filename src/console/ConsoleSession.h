@@ -37,6 +37,7 @@ class ConsoleSession final : public SessionState {
 
   std::ostream* progress_;
   std::size_t progressWidth_ = 0;
+  std::string lastProgress_;
   Connections connections_;
 };
 
