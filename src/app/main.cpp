@@ -56,7 +56,7 @@ int main(int argc, char** argv) {
   adapters.databases = &databases;
   adapters.rx900Utils = &rx900Utils;
   adapters.catalogue = &catalogue;
-  adapters.appDirectory = posix::ExecutableDirectory();
+  adapters.appDirectory = posix::ProgramDirectory();
   const posix::CatalogueCopyPlace copyPlace(adapters.appDirectory);
   adapters.catalogueCopyDirectory = copyPlace.Directory();
   SetWorld(&adapters);

@@ -9,11 +9,11 @@
 #include "console/ConsoleBoxes.h"
 #include "platform/Rx900Utils.h"
 #include "platform/World.h"
-#include "platform/posix/Locations.h"
 #include "platform/posix/PosixClock.h"
 #include "platform/posix/PosixEvents.h"
 #include "platform/posix/PosixFiles.h"
 #include "platform/posix/PosixSerialPort.h"
+#include "platform/posix/ProgramPlaces.h"
 #include "platform/sqlcipher/SqlcipherDatabases.h"
 #include "project/data/CatalogueLibrary.h"
 
@@ -26,7 +26,7 @@ void SetDevice(velmoor::SerialPort& port, const std::string& path) {
 int Run(const std::vector<std::string>& words) {
   using namespace velmoor;
   // A copy of the catalogue for this process alone: a running Velmoor keeps its own.
-  const posix::PrivateDirectory privateDirectory;
+  const auto copyPlace = posix::CatalogueCopyPlace::OfThisProcess();
   posix::PosixClock clock;
   posix::PosixEvents events;
   posix::PosixFiles files;
@@ -44,7 +44,7 @@ int Run(const std::vector<std::string>& words) {
   adapters.rx900Utils = &rx900Utils;
   adapters.catalogue = &catalogue;
   adapters.appDirectory = posix::ProgramDirectory();
-  adapters.catalogueCopyDirectory = privateDirectory.Path();
+  adapters.catalogueCopyDirectory = copyPlace.Directory();
   SetWorld(&adapters);
   std::ostream* const progress = ::isatty(STDERR_FILENO) != 0 ? &std::cerr : nullptr;
   const int status = RunCommand(words, {std::cout, std::cerr, boxes, port, SetDevice, progress});

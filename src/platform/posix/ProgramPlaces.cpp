@@ -3,6 +3,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cstdlib>
 #include <filesystem>
 
 #include "platform/Files.h"
@@ -10,15 +11,25 @@
 
 namespace velmoor::posix {
 
-std::string ExecutableDirectory() {
+std::string ProgramDirectory() {
+  const char* const named = std::getenv("VELMOOR_DIRECTORY");
+  if (named != nullptr && *named != '\0') {
+    return std::filesystem::absolute(named).lexically_normal().string();
+  }
   return std::filesystem::read_symlink("/proc/self/exe").parent_path().string();
 }
 
-CatalogueCopyPlace::CatalogueCopyPlace(const std::string& appDirectory) : directory_(appDirectory) {
-  if (::access(appDirectory.c_str(), W_OK) == 0) return;
-  directory_ = JoinPath(RuntimeDirectory(), "velmoor-" + std::to_string(::getpid()));
-  own_ = true;
+CatalogueCopyPlace::CatalogueCopyPlace()
+    : directory_(JoinPath(RuntimeDirectory(), "velmoor-" + std::to_string(::getpid()))),
+      own_(true) {
   ::mkdir(directory_.c_str(), 0700);
+}
+
+CatalogueCopyPlace::CatalogueCopyPlace(const std::string& appDirectory) : CatalogueCopyPlace() {
+  if (::access(appDirectory.c_str(), W_OK) != 0) return;
+  ::rmdir(directory_.c_str());
+  directory_ = appDirectory;
+  own_ = false;
 }
 
 CatalogueCopyPlace::~CatalogueCopyPlace() {

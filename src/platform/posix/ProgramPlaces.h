@@ -5,14 +5,17 @@
 
 namespace velmoor::posix {
 
-// The directory of the running program, whatever the current directory is.
-[[nodiscard]] std::string ExecutableDirectory();
+// The directory with the catalogue and the template: the one that VELMOOR_DIRECTORY names, else
+// that of the running program, whatever the current directory is.
+[[nodiscard]] std::string ProgramDirectory();
 
-// The place of the catalogue's working copy: the program's directory where that can be written,
-// else one of this process in the user's runtime directory, which goes with the object.
+// The place of the catalogue's working copy.
 class CatalogueCopyPlace {
  public:
+  // The program's directory where that can be written, else one as OfThisProcess makes it.
   explicit CatalogueCopyPlace(const std::string& appDirectory);
+  // A directory of this process in the user's runtime directory, which goes with the object.
+  [[nodiscard]] static CatalogueCopyPlace OfThisProcess() { return CatalogueCopyPlace(); }
   ~CatalogueCopyPlace();
   CatalogueCopyPlace(const CatalogueCopyPlace&) = delete;
   CatalogueCopyPlace& operator=(const CatalogueCopyPlace&) = delete;
@@ -20,6 +23,8 @@ class CatalogueCopyPlace {
   [[nodiscard]] const std::string& Directory() const { return directory_; }
 
  private:
+  CatalogueCopyPlace();
+
   std::string directory_;
   bool own_ = false;
 };
