@@ -72,7 +72,7 @@ std::string clsHX7Alarm::GetErrorName(const std::string& strDisplay) const {
 
 std::string clsHX7Alarm::GetAlarmCode(const std::string& strDisplay) const {
   if (!strDisplay.starts_with('A')) return strDisplay;
-  const std::string shown = Left(strDisplay, 4);
+  std::string shown = Left(strDisplay, 4);
   // A display that ends in "x" stands for a group of alarms.
   if (shown.ends_with('x') || shown.ends_with('X')) return shown;
   const std::optional<std::uint32_t> number = ParseHex(Right(shown, 2));

@@ -126,6 +126,7 @@ void Statement::Reset() {
 std::vector<std::string> Statement::ColumnNames() const {
   std::vector<std::string> names;
   const int count = sqlite3_column_count(statement_);
+  names.reserve(static_cast<std::size_t>(count));
   for (int i = 0; i < count; ++i) names.emplace_back(sqlite3_column_name(statement_, i));
   return names;
 }

@@ -73,8 +73,9 @@ std::shared_ptr<OpenFile> SqlcipherDatabases::Obtain(const std::string& path,
   const auto kept = std::find_if(files_.begin(), files_.end(),
                                  [&](const auto& file) { return file->path == path; });
   if (kept != files_.end()) {
-    const std::shared_ptr<OpenFile> file = *kept;
-    const bool same = file->leases > 0 || file->fingerprint == Fingerprint(path);
+    std::shared_ptr<OpenFile> file = *kept;
+    const bool same =
+        file->leases > 0 || (!file->fingerprint.empty() && file->fingerprint == Fingerprint(path));
     const bool enough = access == DatabaseAccess::readOnly || file->connection->Writable();
     files_.erase(kept);
     if (same && enough && file->password == password) {
@@ -113,8 +114,8 @@ std::unique_ptr<DatabaseBuilder> SqlcipherDatabases::Create(const std::string& p
   RemoveWithJournal(unfinished);
   auto file = std::make_shared<OpenFile>();
   file->path = unfinished;
-  file->connection = std::make_unique<Connection>(
-      unfinished, OpenMode::create, keys_.KeyForNewFile(password, newFileSalt_));
+  file->connection = std::make_unique<Connection>(unfinished, OpenMode::create,
+                                                  keys_.KeyForNewFile(password, newFileSalt_));
   const auto settle = [this, unfinished, path](bool kept) {
     Release(path);
     if (kept && std::rename(unfinished.c_str(), path.c_str()) != 0) {
