@@ -190,7 +190,7 @@ void PosixSerialPort::WriteLine(std::string_view line) {
   if (!IsOpen()) return;
   std::string bytes(line);
   bytes += '\r';
-  written_ = line;
+  pace_.LineWritten(line);
   const Deadline deadline = DeadlineFromNow();
   for (std::string_view rest = bytes; !rest.empty();) {
     const ssize_t written = ::write(device_.Get(), rest.data(), rest.size());
@@ -202,23 +202,6 @@ void PosixSerialPort::WriteLine(std::string_view line) {
     if (written < 0 && errno != EAGAIN) Lose(errno);
     if (!WaitFor(POLLOUT, deadline)) Lose(ETIMEDOUT);
   }
-}
-
-std::chrono::nanoseconds PosixSerialPort::QuietTime() const {
-  // With their line ends an acknowledge has four characters and no other answer less than seven,
-  // but for errors, which may wait a little.
-  constexpr std::size_t kAcknowledge = 4;
-  constexpr std::size_t kAnswer = 7;
-  constexpr std::size_t kPause = 2;
-  const std::size_t size = received_.size();
-  if (size == 0) return {};
-  std::size_t characters = kPause;
-  if (echoes_ && size < written_.size() && written_.starts_with(received_)) {
-    characters = written_.size() - size + kAcknowledge;
-  } else if (size > 1 && size < kAnswer && received_[1] != 'O') {
-    characters = std::max(kPause, kAnswer - size);
-  }
-  return characterTime_ * characters;
 }
 
 void PosixSerialPort::SleepThrough(std::chrono::nanoseconds quiet, Deadline deadline) const {
@@ -263,11 +246,10 @@ std::string PosixSerialPort::ReadLine() {
   for (;;) {
     std::string line = TakeLine();
     if (!line.empty()) {
-      if (!written_.empty()) echoes_ = line == written_;
-      written_.clear();
+      pace_.LineReceived(line);
       return line;
     }
-    const std::chrono::nanoseconds quiet = QuietTime();
+    const std::chrono::nanoseconds quiet = characterTime_ * pace_.QuietCharacters(received_);
     if (quiet.count() > 0 && std::chrono::steady_clock::now() < deadline) {
       SleepThrough(quiet, deadline);
     } else if (!WaitFor(POLLIN, deadline)) {

@@ -10,6 +10,7 @@
 #include <string_view>
 
 #include "platform/SerialPort.h"
+#include "platform/posix/AnswerPace.h"
 #include "platform/posix/FileDescriptor.h"
 
 namespace velmoor::posix {
@@ -47,10 +48,7 @@ class PosixSerialPort final : public SerialPort {
   [[nodiscard]] Deadline DeadlineFromNow() const;
   // Waits for `events` of poll; false at the deadline. Throws when the port is gone.
   bool WaitFor(short events, Deadline deadline);
-  // How long nothing can happen that ends an answer, judged by what has come of it: 0 when nothing
-  // has. Sleeping for so long instead of waking for every character saves most of an exchange's
-  // cost.
-  [[nodiscard]] std::chrono::nanoseconds QuietTime() const;
+  // Sleeps, and serves nothing, but no longer than to the deadline.
   void SleepThrough(std::chrono::nanoseconds quiet, Deadline deadline) const;
   // Reads what is there into received_. Throws when the port is gone.
   void Receive();
@@ -63,8 +61,7 @@ class PosixSerialPort final : public SerialPort {
   std::string settings_ = "9600,e,7,2";
   std::string lastError_;
   std::chrono::nanoseconds characterTime_{0};
-  std::string written_;  // the last line that was written, until something came back whole
-  bool echoes_ = false;  // that something was the line itself, last time
+  AnswerPace pace_;
   int timeOut_ = 5000;
   FileDescriptor device_;
   std::string received_;         // bytes behind the last delivered line, without a whole line

@@ -1,0 +1,60 @@
+#include "platform/posix/AnswerPace.h"
+
+#include <gtest/gtest.h>
+
+namespace velmoor::posix {
+namespace {
+
+void Exchange(AnswerPace& pace, std::string_view command, std::string_view answer) {
+  pace.LineWritten(command);
+  pace.LineReceived(command);
+  pace.LineReceived(answer);
+}
+
+TEST(AnswerPace, ExpectsAnAcknowledgeOfAnUnknownLine) {
+  AnswerPace pace;
+  pace.LineWritten("0PUN");
+  EXPECT_EQ(pace.QuietCharacters(""), 0u);
+  EXPECT_EQ(pace.QuietCharacters("0"), 2u) << "it may be an answer without an echo";
+  EXPECT_EQ(pace.QuietCharacters("0OK"), 0u);
+  EXPECT_EQ(pace.QuietCharacters("0PUN="), 2u);
+}
+
+TEST(AnswerPace, SleepsThroughTheEchoAndTheShortestAnswerSoFar) {
+  AnswerPace pace;
+  Exchange(pace, "0POST1", "0POST1=I+00000100");
+  Exchange(pace, "0POST2", "0POST2=-");
+  Exchange(pace, "0POST3", "0POST3=I+00000100");
+  pace.LineWritten("0POST44");
+  // The rest of the echo with its CR LF, and 8 characters and CR but the last.
+  EXPECT_EQ(pace.QuietCharacters("0P"), 5u + 2u + 8u);
+  pace.LineReceived("0POST44");
+  EXPECT_EQ(pace.QuietCharacters("0P"), 6u);
+  EXPECT_EQ(pace.QuietCharacters("0POST44="), 0u);
+  EXPECT_EQ(pace.QuietCharacters("0POST44=I"), 2u) << "longer than expected";
+}
+
+TEST(AnswerPace, WritesAndReadsOfAWordAreDifferentKinds) {
+  AnswerPace pace;
+  Exchange(pace, "0PRM81D", "0Pn81D=00000000");
+  Exchange(pace, "0PRM81D=5", "0OK");
+  pace.LineWritten("0PRM82A");
+  pace.LineReceived("0PRM82A");
+  EXPECT_EQ(pace.QuietCharacters("0Pn8"), 2u + 0u) << "Pn82A is another kind than Pn81D";
+  Exchange(pace, "0PRM81D", "0Pn81D=00000000");
+  pace.LineWritten("0PRM83D");
+  pace.LineReceived("0PRM83D");
+  EXPECT_EQ(pace.QuietCharacters("0Pn8"), 11u);
+}
+
+TEST(AnswerPace, NoticesThatTheEchoIsGone) {
+  AnswerPace pace;
+  Exchange(pace, "0SVON", "0OK");
+  pace.LineWritten("0SVON");
+  pace.LineReceived("0OK");
+  pace.LineWritten("0SVON");
+  EXPECT_EQ(pace.QuietCharacters("0"), 2u);
+}
+
+}  // namespace
+}  // namespace velmoor::posix
