@@ -40,7 +40,7 @@ TEST(AnswerPace, WritesAndReadsOfAWordAreDifferentKinds) {
   Exchange(pace, "0PRM81D=5", "0OK");
   pace.LineWritten("0PRM82A");
   pace.LineReceived("0PRM82A");
-  EXPECT_EQ(pace.QuietCharacters("0Pn8"), 2u + 0u) << "Pn82A is another kind than Pn81D";
+  EXPECT_EQ(pace.QuietCharacters("0Pn8"), 2u) << "Pn82A is another kind than Pn81D";
   Exchange(pace, "0PRM81D", "0Pn81D=00000000");
   pace.LineWritten("0PRM83D");
   pace.LineReceived("0PRM83D");
