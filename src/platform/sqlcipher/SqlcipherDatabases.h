@@ -46,7 +46,7 @@ class SqlcipherDatabases final : public Databases {
   void DropSpareFiles();
 
   KeyRing keys_;
-  Salt newFileSalt_;  // of every file made here: one key opens them all
+  Salt newFileSalt_;                            // of every file made here: one key opens them all
   std::list<std::shared_ptr<OpenFile>> files_;  // the latest first
 };
 
