@@ -1,0 +1,73 @@
+#include "project/ProjectCompare.h"
+
+#include <span>
+#include <string_view>
+
+#include "project/data/Schema.h"
+
+namespace velmoor {
+namespace {
+
+using schema::Jog;
+using schema::Parameters;
+using schema::Position;
+using schema::Zone;
+
+struct Part {
+  const char* name;
+  std::string_view table;
+  std::string_view key;
+  std::string_view order;  // empty: the order of the first file
+  std::span<const std::string_view> fields;
+};
+
+constexpr std::string_view kPositionFields[] = {Position::kControllerPosition,
+                                                Position::kControllerSpeed,
+                                                Position::kControllerRDST,
+                                                Position::kControllerRSPD,
+                                                Position::kPOut,
+                                                Position::kEvent,
+                                                Position::kLoop,
+                                                Position::kControllerNext};
+constexpr std::string_view kZoneFields[] = {Zone::kControllerLowerLimit,
+                                            Zone::kControllerUpperLimit};
+constexpr std::string_view kJogFields[] = {Jog::kControllerValue};
+constexpr std::string_view kParameterFields[] = {Parameters::kControllerValue};
+
+constexpr Part kParts[] = {
+    {"Index Table", Position::kTable, Position::kId, Position::kId, kPositionFields},
+    {"Zone Table", Zone::kTable, Zone::kZone, Zone::kZone, kZoneFields},
+    {"Jog Table", Jog::kTable, Jog::kJog, Jog::kJog, kJogFields},
+    {"Parameters", Parameters::kTable, Parameters::kPn, {}, kParameterFields},
+};
+
+PartComparison ComparePart(const Part& part, Database& first, Database& second) {
+  PartComparison result{part.name, 0, {}};
+  const auto rows = first.OpenTable(part.table, part.order);
+  const auto others = second.OpenTable(part.table, part.order);
+  for (rows->MoveFirst(); !rows->AtEnd(); rows->MoveNext()) {
+    ++result.rows;
+    const std::string key = rows->Text(part.key);
+    const bool found = others->FindFirst(part.key, key);
+    for (const std::string_view field : part.fields) {
+      const std::string mine = rows->Text(field);
+      const std::string theirs = found ? others->Text(field) : std::string();
+      if (found && mine == theirs) continue;
+      result.differences.push_back({part.name, key, std::string(field), mine, theirs});
+    }
+  }
+  return result;
+}
+
+}  // namespace
+
+std::vector<PartComparison> CompareProjects(const std::string& firstPath,
+                                            const std::string& secondPath) {
+  const auto first = OpenForReading(firstPath);
+  const auto second = OpenForReading(secondPath);
+  std::vector<PartComparison> result;
+  for (const Part& part : kParts) result.push_back(ComparePart(part, *first, *second));
+  return result;
+}
+
+}  // namespace velmoor

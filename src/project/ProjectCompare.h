@@ -1,0 +1,29 @@
+// Two project files, row by row.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace velmoor {
+
+// Where two projects differ in what goes to the amplifier.
+struct ProjectDifference {
+  std::string part;   // "Index Table", "Parameters"
+  std::string row;    // "5" of the index table (from 1), "31" of the zones (from 0), "Pn81B"
+  std::string field;  // the column of the file, "ControllerSpeed"
+  std::string first, second;
+};
+
+// How many rows of one part were compared, and where they differ.
+struct PartComparison {
+  std::string part;
+  int rows = 0;
+  std::vector<ProjectDifference> differences;
+};
+
+// Compares the controller's form of the three tables and of all parameters. Labels, which live in
+// the project alone, and dirty marks are no difference. Throws DatabaseError.
+[[nodiscard]] std::vector<PartComparison> CompareProjects(const std::string& firstPath,
+                                                          const std::string& secondPath);
+
+}  // namespace velmoor
