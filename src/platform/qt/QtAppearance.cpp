@@ -3,6 +3,7 @@
 #include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
+#include <QProxyStyle>
 #include <QStyleFactory>
 #include <QVariant>
 #include <QWidget>
@@ -75,6 +76,18 @@ QColor Pick(const ToneColor (&tones)[5], Tone tone, const QPalette& palette) {
   return {IsDarkPalette(palette) ? colors.dark : colors.light};
 }
 
+// Fusion without the pictures on the buttons of boxes.
+class Style final : public QProxyStyle {
+ public:
+  Style() : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion"))) {}
+
+  int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                QStyleHintReturn* data) const override {
+    if (hint == SH_DialogButtonBox_ButtonsHaveIcons) return 0;
+    return QProxyStyle::styleHint(hint, option, widget, data);
+  }
+};
+
 template <typename Kind>
 void ApplyTo(QWidget& root) {
   for (Kind* const item : root.findChildren<Kind*>()) {
@@ -86,7 +99,7 @@ void ApplyTo(QWidget& root) {
 }  // namespace
 
 void SetUpAppearance(bool dark) {
-  QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+  QApplication::setStyle(new Style);
   SetDark(dark);
 }
 
