@@ -1,0 +1,99 @@
+// The whole desktop program without a screen: real files and databases, a simulated amplifier, and
+// a user made of test code.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "app/MainModule.h"
+#include "platform/Rx900Utils.h"
+#include "platform/SingleInstance.h"
+#include "simulator/InProcessPort.h"
+#include "support/DataWorld.h"
+
+namespace velmoor {
+
+// The other process is the test.
+class FakeInstance final : public SingleInstance {
+ public:
+  bool Claim(const std::string&) override {
+    claimed = !otherRuns;
+    return claimed;
+  }
+  void Release() override { claimed = false; }
+  void Listen(std::function<void(std::string)> onMessage, std::function<bool()>,
+              std::function<void()>) override {
+    deliver = std::move(onMessage);
+  }
+  void StopListening() override { deliver = nullptr; }
+  bool FindRunning() override { return otherAnswers; }
+  bool IsRunningVisible() override { return otherVisible; }
+  void SendMessage(const std::string& bytes, std::chrono::milliseconds limit) override {
+    sent.push_back(bytes);
+    sendLimit = limit;
+  }
+  void ActivateRunning() override { ++activations; }
+
+  bool otherRuns = false;
+  bool otherAnswers = true;
+  bool otherVisible = true;
+  bool claimed = false;
+  std::function<void(std::string)> deliver;
+  std::vector<std::string> sent;
+  std::chrono::milliseconds sendLimit{0};
+  int activations = 0;
+};
+
+class AppSession : public testing::Test {
+ protected:
+  AppSession() : port(line) {
+    data.world.rx900Utils = &rx900Utils;
+    line.AddAmplifier();
+    port.OnTimePassing([this](Micros time) {
+      data.clock.Advance(std::chrono::duration_cast<std::chrono::milliseconds>(time));
+    });
+  }
+  ~AppSession() override {
+    module.reset();
+    std::filesystem::current_path(startDirectory);
+  }
+
+  // Runs the start with that command line to its end.
+  bool Start(const std::string& commandLine) {
+    module = std::make_unique<MainModule>(port, instance, commandLine);
+    closed = module->Closed.Connect([this] { ++closings; });
+    return module->Main();
+  }
+  // Runs `work` while the session is being built.
+  void DuringStart(const std::function<void()>& work) {
+    data.forms.OnShow("frmInitialSettings", [work](headless::HeadlessForm&) { work(); });
+  }
+  // Starts on a new project and goes online.
+  void StartOnline() {
+    path = data.MakeProject("line1.spj");
+    ASSERT_TRUE(Start(path));
+    Main().Choose("mnuToolsOnline");
+    ASSERT_EQ(Status(), "System Status: Online");
+    data.boxes.shown.clear();
+  }
+  headless::HeadlessMainWindow& Main() { return data.forms.Main(); }
+  std::string Status() { return Main().Panel(StatusPanel::status); }
+  clsHX7Project& Project() { return dynamic_cast<clsHX7Project&>(*gMainForm->CurrentProject()); }
+  frmMain& Form() { return dynamic_cast<frmMain&>(*gMainForm); }
+  SimulatedAmplifier& Amplifier() { return *line.Amplifier('0'); }
+  std::vector<std::string> Boxes() { return data.boxes.TakeTexts(); }
+  using Texts = std::vector<std::string>;
+
+  std::filesystem::path startDirectory = std::filesystem::current_path();
+  DataWorld data;
+  StandardRx900Utils rx900Utils;
+  SimulatedLine line;
+  InProcessPort port;
+  FakeInstance instance;
+  std::unique_ptr<MainModule> module;
+  Connection closed;
+  int closings = 0;
+  std::string path;
+};
+
+}  // namespace velmoor

@@ -1,0 +1,173 @@
+// Project files and the recent list.
+
+#include "AppSession.h"
+#include "app/RecentFiles.h"
+
+namespace velmoor {
+namespace {
+
+class ProjectFiles : public AppSession {
+ protected:
+  void SetUp() override {
+    path = data.MakeProject("line1.spj");
+    ASSERT_TRUE(Start(path));
+  }
+  void AnswerDialog(const std::string& name) {
+    data.dialogs.answers.push_back(data.folder.At(name));
+  }
+};
+
+constexpr const char* kReopen =
+    "Reopening active project will restore any unsaved changes to previously saved values!\r"
+    "Do you wish to continue?";
+
+TEST_F(ProjectFiles, NewMakesAProjectFromTheTemplate) {
+  AnswerDialog("press.spj");
+  Main().Choose("mnuFileNew");
+  EXPECT_EQ(Main().Caption(), "Velmoor - press");
+  EXPECT_EQ(Status(), "System Status: Project 'press' opened.");
+  EXPECT_EQ(data.dialogs.shown.back().request.title, "New Project");
+  EXPECT_EQ(data.dialogs.shown.back().request.defaultSuffix, "spj");
+  EXPECT_FALSE(data.dialogs.shown.back().askBeforeOverwrite);
+  EXPECT_FALSE(std::filesystem::exists(data.folder.At("line1.tmp")));
+}
+
+TEST_F(ProjectFiles, NewRefusesAnExistingNameAndTouchesNothing) {
+  const auto before = data.files.ReadAll(path);
+  data.dialogs.answers.push_back(path);
+  Main().Choose("mnuFileNew");
+  EXPECT_EQ(Boxes(), Texts{"Project name already exists!  Cannot create new project!"});
+  EXPECT_EQ(Main().Caption(), "Velmoor - line1");
+  EXPECT_EQ(data.files.ReadAll(path), before);
+}
+
+TEST_F(ProjectFiles, ARefusedNewLeavesItsFileAndTheOldProject) {
+  Project().SetNeedsSaving(true);
+  AnswerDialog("press.spj");
+  data.boxes.Expect("has not been saved yet.", BoxAnswer::cancel);
+  Main().Choose("mnuFileNew");
+  EXPECT_TRUE(std::filesystem::exists(data.folder.At("press.spj")));
+  EXPECT_EQ(Main().Caption(), "Velmoor - line1");
+  EXPECT_TRUE(Main().CommandVisible("mnuTools"));
+}
+
+TEST_F(ProjectFiles, NewInAReadOnlyFolderSaysWhy) {
+  data.dialogs.answers.push_back("/proc/press.spj");
+  Main().Choose("mnuFileNew");
+  const Texts boxes = Boxes();
+  ASSERT_EQ(boxes.size(), 1u);
+  EXPECT_TRUE(boxes[0].starts_with("New Project File Error: ")) << boxes[0];
+  EXPECT_EQ(Main().Caption(), "Velmoor - line1");
+}
+
+TEST_F(ProjectFiles, AForeignFileIsRefusedInTheWordsOfEachWay) {
+  data.files.WriteDurably(data.folder.At("foreign.spj"), std::string(5000, 'x'));
+  AnswerDialog("foreign.spj");
+  Main().Choose("mnuFileOpen");
+  EXPECT_EQ(Boxes(), Texts{"Error reading databases!\rProject 'foreign.spj' cannot be opened."});
+  // Two blanks behind the word.
+  EXPECT_EQ(Status(),
+            "System Status: Project  '" + data.folder.At("foreign.spj") + "' cannot be opened.");
+  instance.deliver(data.folder.At("missing.spj"));
+  EXPECT_EQ(Boxes(),
+            Texts{"Project file missing.spj cannot be found at " + data.folder.At("missing.spj") +
+                  "!\rProject 'missing.spj' cannot be opened."});
+}
+
+TEST_F(ProjectFiles, ReopeningTheOpenProjectAsksFirst) {
+  data.dialogs.answers.push_back(path);
+  data.boxes.Expect(kReopen, BoxAnswer::cancel);
+  Main().Choose("mnuFileOpen");
+  EXPECT_EQ(Status(), "System Status: Project 'line1' opened.");
+  data.dialogs.answers.push_back(path);
+  data.boxes.Expect(kReopen, BoxAnswer::ok);
+  Main().Choose("mnuFileOpen");
+  EXPECT_TRUE(std::filesystem::exists(data.folder.At("line1.tmp")));
+  const auto& texts = Main().statusTexts;
+  EXPECT_EQ(std::count(texts.begin(), texts.end(), "System Status: Project 'line1' closed."), 1);
+}
+
+TEST_F(ProjectFiles, SaveWorksOnlyOnChangesAndClearsTheMark) {
+  Main().Choose("mnuFileSave");
+  EXPECT_EQ(Status(), "System Status: Project 'line1' opened.");
+  Project().SetNeedsSaving(true);
+  PauseInSec(1);
+  EXPECT_TRUE(Main().Changed());
+  Main().Choose("mnuFileSave");
+  EXPECT_EQ(Status(), "System Status: Project 'line1' saved.");
+  EXPECT_FALSE(Main().Changed());
+}
+
+TEST_F(ProjectFiles, SaveAsGoesOnUnderTheNewNameAndStaysUnsaved) {
+  Project().SetNeedsSaving(true);
+  AnswerDialog("press.spj");
+  Main().Choose("mnuFileSaveAs");
+  EXPECT_TRUE(data.dialogs.shown.back().askBeforeOverwrite);
+  EXPECT_EQ(Main().Caption(), "Velmoor - press");
+  EXPECT_EQ(Status(), "System Status: Project Saved As 'press'");
+  EXPECT_EQ(Main().RecentEntries().front(), "&1 " + data.folder.At("press.spj"));
+  EXPECT_TRUE(Project().NeedsSaving());
+}
+
+TEST_F(ProjectFiles, TheSaveQuestionSavesDropsOrStays) {
+  const std::string other = data.MakeProject("line2.spj");
+  for (const BoxAnswer answer : {BoxAnswer::cancel, BoxAnswer::no, BoxAnswer::yes}) {
+    Project().SetNeedsSaving(true);
+    const std::string caption = Main().Caption();
+    data.boxes.Expect("has not been saved yet.", answer);
+    instance.deliver(caption == "Velmoor - line1" ? other : path);
+    EXPECT_EQ(Main().Caption() == caption, answer == BoxAnswer::cancel);
+  }
+}
+
+TEST_F(ProjectFiles, ARecentProjectThatIsGoneLeavesTheList) {
+  const std::string other = data.MakeProject("line2.spj");
+  instance.deliver(other);
+  std::filesystem::remove(path);
+  Main().ChooseRecent(1);
+  EXPECT_EQ(data.boxes.shown.size(), 1u);
+  EXPECT_EQ(Status(), "System Status: Project 'line1.spj' cannot be opened.");
+  EXPECT_EQ(Main().RecentEntries(), (Texts{"&1 " + other, "", "", "", ""}));
+}
+
+TEST_F(ProjectFiles, ARefusedRecentProjectStaysInTheList) {
+  instance.deliver(data.MakeProject("line2.spj"));
+  Project().SetNeedsSaving(true);
+  data.boxes.Expect("has not been saved yet.", BoxAnswer::cancel);
+  Main().ChooseRecent(1);
+  EXPECT_EQ(Main().RecentEntries().at(1), "&2 " + path);
+}
+
+// ---- the list alone
+
+TEST(RecentFilesTest, TheSixthDropsTheOldestAndAListedOneMovesToTheFront) {
+  const TestWorld test;
+  RecentFiles list;
+  for (const char name : std::string("abcdef")) list.Add(std::string("/work/") + name + ".spj");
+  list.Add("/work/d.spj");
+  list.Add("");
+  EXPECT_EQ(list.Captions(),
+            (std::vector<std::string>{"&1 /work/d.spj", "&2 /work/f.spj", "&3 /work/e.spj",
+                                      "&4 /work/c.spj", "&5 /work/b.spj"}));
+  list.Remove(1);
+  RecentFiles again;
+  again.Load();
+  EXPECT_EQ(again.Captions(), (std::vector<std::string>{"&1 /work/d.spj", "&2 /work/e.spj",
+                                                        "&3 /work/c.spj", "&4 /work/b.spj", ""}));
+}
+
+TEST(RecentFilesTest, OnlyProjectPathsOfEightCharactersAreTaken) {
+  TestWorld test;
+  test.settings.values = {{"RecentFile1", "n/a"},
+                          {"RecentFile2", "/work/notes.txt"},
+                          {"RecentFile3", "/w/A.SPJ"},
+                          {"RecentFile4", "/aa.spj"}};
+  RecentFiles list;
+  list.Load();
+  EXPECT_EQ(list.Captions(), (std::vector<std::string>{"", "", "&3 /w/A.SPJ", "", ""}));
+  list.Add("/work/b.spj");
+  EXPECT_EQ(test.settings.values["RecentFile2"], "n/a");
+}
+
+}  // namespace
+}  // namespace velmoor
