@@ -86,6 +86,7 @@ void MotionTable::ForEachRecord(const std::function<void(int, RowSet&)>& work, b
     for (records->MoveFirst(); !records->AtEnd() && row <= layout_.rows; records->MoveNext()) {
       work(row++, *records);
     }
+    if (writes) database->Commit();
   } catch (...) {
     database->Rollback();
     throw;

@@ -158,6 +158,7 @@ bool ParameterToolBase::SaveToDB() {
       }
       WriteRecord(*records, row);
     }
+    database->Commit();
     return true;
   });
 }
@@ -185,6 +186,7 @@ void ParameterToolBase::RewriteRows(const NewValue& newValue) {
     records->Set(Parameters::kDirty, "1");
     WriteRecord(*records, row);
   }
+  database->Commit();
 }
 
 bool ParameterToolBase::ScalesWithResolution(int row) const {

@@ -24,6 +24,7 @@ void WriteMiscSetting(const std::string& path, std::string_view name, std::strin
   }
   records->Set(Misc::kValue, value);
   records->Update();
+  database->Commit();
 }
 
 }  // namespace velmoor
