@@ -1,0 +1,224 @@
+#include "console/Commands.h"
+
+#include <poll.h>
+#include <signal.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <ctime>
+#include <fstream>
+#include <random>
+#include <sstream>
+
+#include "console/ConsoleBoxes.h"
+#include "platform/Rx900Utils.h"
+#include "simulator/InProcessPort.h"
+#include "simulator/SimulatedLine.h"
+#include "support/DataWorld.h"
+
+namespace velmoor {
+namespace {
+
+class Velmoorctl : public ::testing::Test {
+ protected:
+  Velmoorctl() : port(line) {
+    world.world.rx900Utils = &rx900Utils;
+    line.AddAmplifier({});
+    project = world.folder.At("a.spj");
+  }
+
+  int Run(const std::vector<std::string>& words) {
+    out.str("");
+    err.str("");
+    ConsoleBoxes boxes(err);
+    world.world.boxes = &boxes;
+    const int status =
+        RunCommand(words, {out, err, boxes, port, [](SerialPort&, const std::string&) {}, nullptr});
+    world.world.boxes = &world.boxes;
+    return status;
+  }
+  std::string WriteFile(const std::string& name, const std::string& text) {
+    const std::string path = world.folder.At(name);
+    world.files.WriteDurably(path, text);
+    return path;
+  }
+
+  StandardRx900Utils rx900Utils;
+  DataWorld world;
+  SimulatedLine line;
+  InProcessPort port;
+  std::string project;
+  std::ostringstream out, err;
+};
+
+const char* const kHead = "label,position,speed,rdst,rspd,pout,event,loop,next\n";
+
+TEST_F(Velmoorctl, MakesAProjectOnceAndNeverOverOne) {
+  EXPECT_EQ(Run({"new", project}), 0) << err.str();
+  const std::string bytes = world.files.ReadAll(project);
+  EXPECT_EQ(Run({"new", project}), 1);
+  EXPECT_EQ(err.str(), "Project name already exists!  Cannot create new project!\n");
+  EXPECT_EQ(world.files.ReadAll(project), bytes);
+}
+
+TEST_F(Velmoorctl, ImportsAndShowsATable) {
+  ASSERT_EQ(Run({"new", project}), 0);
+  const std::string csv =
+      WriteFile("a.csv", std::string(kHead) + "go,I+1,10,-,1,:::::,IT0,1,END\n");
+  EXPECT_EQ(Run({"import", project, "index", csv}), 0) << err.str();
+  EXPECT_EQ(Run({"show", project, "index"}), 0) << err.str();
+  EXPECT_EQ(out.str().substr(0, 118),
+            "step,label,position,speed,rdst,rspd,pout,event,loop,next,dirty\n"
+            "1,go,I+1.000,10.000,-,1.000,:::::,IT0,1,END,1\n"
+            "2,,,,,,,,");
+  EXPECT_EQ(err.str(), "");
+  EXPECT_EQ(Run({"show", project, "zone"}), 0);
+  EXPECT_EQ(out.str().substr(0, 31), "zone,lower,upper,dirty\n0,,,0\n1,");
+}
+
+TEST_F(Velmoorctl, ABadImportNamesEachCellAndChangesNothing) {
+  ASSERT_EQ(Run({"new", project}), 0);
+  const std::string bytes = world.files.ReadAll(project);
+  const std::string csv = WriteFile(
+      "a.csv", std::string(kHead) + "go,I+1,fast,-,1,:::::,IT0,1,END\nx,-,1,-,1,:::::,IT0,0,END\n");
+  EXPECT_EQ(Run({"import", project, "index", csv}), 1);
+  EXPECT_EQ(err.str(),
+            "Row 1, column speed: Speed value must be numeric! Previous value has been restored!\n"
+            "Row 2, column loop: Loop value must be a positive integer! Previous value has been "
+            "restored!\n");
+  EXPECT_EQ(world.files.ReadAll(project), bytes);
+  EXPECT_EQ(Run({"import", project, "index", world.folder.At("none.csv")}), 1);
+  EXPECT_NE(err.str().find("none.csv"), std::string::npos);
+}
+
+TEST_F(Velmoorctl, TellsWhyAProjectCannotBeOpened) {
+  EXPECT_EQ(Run({"show", project, "index"}), 1);
+  EXPECT_EQ(err.str(), "Project file a.spj cannot be found at " + project +
+                           "!\nProject 'a.spj' cannot be opened.\n");
+  WriteFile("a.spj", "no database");
+  EXPECT_EQ(Run({"show", project, "index"}), 1);
+  EXPECT_EQ(err.str(), "Error reading databases!\nProject 'a.spj' cannot be opened.\n");
+}
+
+TEST_F(Velmoorctl, RefusesWhatItDoesNotUnderstand) {
+  const std::vector<std::vector<std::string>> lines = {{},
+                                                       {"dance"},
+                                                       {"show", project},
+                                                       {"show", project, "song"},
+                                                       {"download", project, "--port", "x"},
+                                                       {"download", project, "--yes"},
+                                                       {"info", "--port"},
+                                                       {"info", "--port", "x", "--axis", "G"},
+                                                       {"new", project, "--speed", "9"}};
+  for (const auto& words : lines) EXPECT_EQ(Run(words), 2) << err.str();
+  EXPECT_EQ(Run({"--help"}), 0);
+  EXPECT_NE(out.str().find("velmoorctl download FILE"), std::string::npos);
+}
+
+TEST_F(Velmoorctl, InfoTellsWhatAnswers) {
+  EXPECT_EQ(Run({"info", "--port", "x"}), 0) << err.str();
+  EXPECT_NE(out.str().find("Servo model: VKLM-04AE\n"), std::string::npos) << out.str();
+  EXPECT_NE(out.str().find("Motor model: VMMAH-04AC\n"), std::string::npos) << out.str();
+  port.Unplug();
+  EXPECT_EQ(Run({"info", "--port", "x"}), 1);
+  EXPECT_EQ(err.str().substr(0, 18), "Cannot go online!\n") << err.str();
+}
+
+TEST_F(Velmoorctl, AWrongAmplifierIsNamed) {
+  line.Amplifier('0')->State().settings.optionType = "00000500";
+  EXPECT_EQ(Run({"info", "--port", "x"}), 1);
+  EXPECT_EQ(err.str().substr(0, 31), "Option type error: Not RX900!\nC") << err.str();
+}
+
+TEST_F(Velmoorctl, DownloadAndUploadCarryAProjectThroughTheAmplifier) {
+  ASSERT_EQ(Run({"new", project}), 0);
+  std::string text = kHead;
+  for (int step = 1; step <= 128; ++step) {
+    const std::string number = std::to_string(step);
+    text += "q" + number + ",I+" + number + ".5," + number + ",-,1,NNAZ:,SEL0T" + number + ",1," +
+            (step < 128 ? "q" + std::to_string(step + 1) : "END") + "\n";
+  }
+  ASSERT_EQ(Run({"import", project, "index", WriteFile("a.csv", text)}), 0) << err.str();
+  EXPECT_EQ(Run({"download", project, "--port", "x", "--yes"}), 0) << err.str();
+  EXPECT_EQ(Run({"show", project, "index"}), 0);
+  const std::string sent = out.str();
+  EXPECT_EQ(sent.find(",1\n"), std::string::npos) << "no row is dirty after the download";
+
+  const std::string fresh = world.folder.At("fresh.spj");
+  ASSERT_EQ(Run({"new", fresh}), 0);
+  EXPECT_EQ(Run({"upload", fresh, "--port", "x", "--yes"}), 0) << err.str();
+  EXPECT_EQ(Run({"show", fresh, "index"}), 0);
+  std::string expected = sent;
+  for (std::size_t at = 0; (at = expected.find(",q", at)) != std::string::npos; ++at) {
+    expected.replace(at + 1, 1, "label");
+  }
+  EXPECT_EQ(out.str(), expected);
+}
+
+TEST_F(Velmoorctl, ADownloadThatFailsKeepsTheMarksOfWhatDidNotGoOut) {
+  ASSERT_EQ(Run({"new", project}), 0);
+  ASSERT_EQ(Run({"import", project, "jog", WriteFile("j.csv", "jog,speed\n0,1\n1,2\n2,3\n")}), 0);
+  line.faults.Add({.kind = FaultKind::deviceError, .match = "JSPDT1="});
+  EXPECT_EQ(Run({"download", project, "--port", "x", "--yes", "--new"}), 1);
+  EXPECT_NE(err.str().find("Error downloading data to controller!\n"), std::string::npos);
+  EXPECT_EQ(Run({"show", project, "jog"}), 0);
+  EXPECT_EQ(out.str().substr(0, 52), "jog,speed,dirty\n0,1.000,0\n1,2.000,1\n2,3.000,1\n3,,0\n4");
+  EXPECT_EQ(Run({"download", project, "--port", "x", "--yes", "--new"}), 0) << err.str();
+  EXPECT_EQ(line.Amplifier('0')->Asked("JSPDT="), 4);
+}
+
+// ---- the program itself
+// -----------------------------------------------------------------------------
+
+class KilledProgram : public Velmoorctl {
+ protected:
+  pid_t Start(std::vector<std::string> words) {
+    words.insert(words.begin(), VELMOORCTL);
+    std::vector<char*> arguments;
+    for (std::string& word : words) arguments.push_back(word.data());
+    arguments.push_back(nullptr);
+    pid_t child = 0;
+    EXPECT_EQ(posix_spawn(&child, VELMOORCTL, nullptr, nullptr, arguments.data(), environ), 0);
+    return child;
+  }
+  static int Wait(pid_t child) {
+    int status = 0;
+    EXPECT_EQ(waitpid(child, &status, 0), child);
+    return status;
+  }
+};
+
+TEST_F(KilledProgram, ASaveThatIsKilledLeavesTheOldOrTheNewProject) {
+  ASSERT_EQ(Run({"new", project}), 0);
+  const std::string texts[] = {"speed\n1\n2\n", "speed\n100\n200\n"};
+  const std::string files[] = {WriteFile("0.csv", texts[0]), WriteFile("1.csv", texts[1])};
+  ASSERT_EQ(Run({"import", project, "jog", files[0]}), 0);
+  const auto begin = std::chrono::steady_clock::now();
+  ASSERT_EQ(Wait(Start({"import", project, "jog", files[0]})), 0);
+  const auto whole = std::chrono::duration_cast<std::chrono::microseconds>(
+      std::chrono::steady_clock::now() - begin);
+
+  std::mt19937 engine(20261124);
+  int killed = 0;
+  for (int round = 0; round < 40; ++round) {
+    const pid_t child = Start({"import", project, "jog", files[round % 2]});
+    const auto moment = std::uniform_int_distribution<std::int64_t>(0, whole.count())(engine);
+    const timespec until{moment / 1000000, moment % 1000000 * 1000};
+    ppoll(nullptr, 0, &until, nullptr);
+    kill(child, SIGKILL);
+    if (WIFSIGNALED(Wait(child))) ++killed;
+    ASSERT_EQ(Run({"show", project, "jog"}), 0) << "round " << round << ": " << err.str();
+    const std::string shown = out.str();
+    const bool old = shown.find("\n0,1.000,") != std::string::npos &&
+                     shown.find("\n1,2.000,") != std::string::npos;
+    const bool fresh = shown.find("\n0,100.000,") != std::string::npos &&
+                       shown.find("\n1,200.000,") != std::string::npos;
+    ASSERT_TRUE(old || fresh) << "round " << round << ": " << shown;
+  }
+  EXPECT_GT(killed, 10) << "most rounds must have been cut";
+}
+
+}  // namespace
+}  // namespace velmoor
