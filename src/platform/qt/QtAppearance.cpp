@@ -20,11 +20,11 @@ struct RoleColor {
 constexpr RoleColor kRoles[] = {
     {QPalette::Window, "#f3f4f6", "#26292e"},
     {QPalette::WindowText, "#1c2024", "#e4e7ea"},
-    {QPalette::Base, "#ffffff", "#1c1f23"},
-    {QPalette::AlternateBase, "#f6f8fa", "#22262b"},
+    {QPalette::Base, "#ffffff", "#353a41"},
+    {QPalette::AlternateBase, "#f6f8fa", "#3a4047"},
     {QPalette::Text, "#1c2024", "#e4e7ea"},
     {QPalette::PlaceholderText, "#7b838c", "#868e97"},
-    {QPalette::Button, "#eceef1", "#32363c"},
+    {QPalette::Button, "#eceef1", "#40464e"},
     {QPalette::ButtonText, "#1c2024", "#e4e7ea"},
     {QPalette::BrightText, "#ffffff", "#ffffff"},
     {QPalette::Highlight, "#1f6fb2", "#2f7fc4"},
@@ -33,7 +33,7 @@ constexpr RoleColor kRoles[] = {
     {QPalette::ToolTipText, "#1c2024", "#e4e7ea"},
     {QPalette::Link, "#1f6fb2", "#6db3f0"},
     {QPalette::Light, "#ffffff", "#43484f"},
-    {QPalette::Midlight, "#e3e6e9", "#3a3f45"},
+    {QPalette::Midlight, "#e3e6e9", "#1d2024"},
     {QPalette::Mid, "#b9bfc6", "#1d2024"},
     {QPalette::Dark, "#9aa1a9", "#17191c"},
     {QPalette::Shadow, "#70777f", "#0e0f11"},
@@ -76,14 +76,14 @@ QColor Pick(const ToneColor (&tones)[5], Tone tone, const QPalette& palette) {
   return {IsDarkPalette(palette) ? colors.dark : colors.light};
 }
 
-// Fusion without the pictures on the buttons of boxes.
+// Fusion without the pictures on the buttons of boxes and the shadow of disabled texts.
 class Style final : public QProxyStyle {
  public:
   Style() : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion"))) {}
 
   int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                 QStyleHintReturn* data) const override {
-    if (hint == SH_DialogButtonBox_ButtonsHaveIcons) return 0;
+    if (hint == SH_DialogButtonBox_ButtonsHaveIcons || hint == SH_EtchDisabledText) return 0;
     return QProxyStyle::styleHint(hint, option, widget, data);
   }
 };

@@ -33,6 +33,8 @@ constexpr PanelLook kPanels[] = {
     {StatusPanel::baudRate, "Speed of the serial line in bits per second"},
 };
 
+constexpr int kFrame = 40;  // what the desktop's title bar may take
+
 const char* const kToolBarNames[] = {"tbStandard", "tbModule"};
 
 }  // namespace
@@ -217,7 +219,11 @@ WindowGeometry QtMainWindow::Geometry() const {
 
 void QtMainWindow::SetGeometry(std::optional<int> left, std::optional<int> top,
                                std::optional<int> width, std::optional<int> height) {
-  window_.resize(width.value_or(window_.width()), height.value_or(window_.height()));
+  // The layout's size may be more than a small or enlarged screen has.
+  const QSize room = QGuiApplication::primaryScreen()->availableGeometry().size();
+  const QSize asked(width.value_or(std::min(window_.width(), room.width())),
+                    height.value_or(std::min(window_.height(), room.height() - kFrame)));
+  window_.resize(asked);
   if (left || top) {
     window_.move(left.value_or(window_.x()), top.value_or(window_.y()));
     MoveOntoScreen();
