@@ -82,7 +82,7 @@ std::optional<std::string> HeadlessDialogs::TakeAnswer(const std::string& title)
     Fail("Unexpected file dialog: " + title);
     return std::nullopt;
   }
-  const std::optional<std::string> answer = answers.front();
+  std::optional<std::string> answer = answers.front();
   answers.pop_front();
   return answer;
 }
