@@ -130,7 +130,7 @@ std::string RuntimeDirectory() {
   const char* const given = std::getenv("XDG_RUNTIME_DIR");
   if (given != nullptr && *given == '/' && ::access(given, W_OK) == 0) return given;
   const char* const temporary = std::getenv("TMPDIR");
-  const std::string directory =
+  std::string directory =
       JoinPath(temporary != nullptr ? temporary : "/tmp", "velmoor-" + std::to_string(::getuid()));
   struct stat state {};
   if (::mkdir(directory.c_str(), 0700) != 0 && errno != EEXIST) {
