@@ -76,9 +76,10 @@ void GridWindow::RefreshGrid() {
 bool GridWindow::Commit() {
   // An open edit is part of what is committed; a refused one keeps the window as it is.
   if (!grid().FinishEdit() || !MayCommit()) return false;
+  stored_ = true;
   ChangeAccepted.Raise();
-  SetNotCommitted(false);
-  return true;
+  if (stored_) SetNotCommitted(false);
+  return stored_;
 }
 
 void GridWindow::cmdApply_Click() {

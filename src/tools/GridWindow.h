@@ -40,6 +40,10 @@ class GridWindow {
   virtual void PostUploadCommitted();
   virtual void RefreshGrid();
 
+  // The handler of ChangeAccepted could not store what the grid holds: it stays not accepted, and the
+  // window open.
+  void KeepNotCommitted() { stored_ = false; }
+
   Event<> ChangeAccepted;  // Apply or OK
   Event<> ChangeCanceled;
   Event<> Closed;
@@ -55,6 +59,8 @@ class GridWindow {
   // The last checks before a commit, with their words. True: it may be committed.
   virtual bool MayCommit() { return true; }
 
+  // Accepts what the grid holds, as Apply does. False: refused, and nothing was accepted.
+  bool Commit();
   // An edit changed a value.
   void MarkEdited();
   [[nodiscard]] Form& form() { return *form_; }
@@ -62,7 +68,6 @@ class GridWindow {
   Connections connections_;  // of the open form; cleared as it closes
 
  private:
-  bool Commit();
   void cmdApply_Click();
   void cmdOK_Click();
   void OnQueryUnload(bool& cancel);
@@ -74,6 +79,7 @@ class GridWindow {
   bool blnIsDirty_ = false;
   bool blnNotCommitted_ = false;
   bool closingWithoutQuestion_ = false;
+  bool stored_ = true;
 };
 
 }  // namespace velmoor

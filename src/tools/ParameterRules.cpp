@@ -8,6 +8,7 @@
 #include "platform/Utility.h"
 #include "tools/ComboListText.h"
 #include "tools/NibbleDefinitions.h"
+#include "tools/ParameterToolBase.h"
 #include "tools/UnitConversion.h"
 
 namespace velmoor {
@@ -135,6 +136,23 @@ ParameterRow DescribeRow(const BlockMatrix& rows, int row) {
   result.list = rows.Text(row, Column::list);
   result.unit = rows.Text(row, Column::unit);
   return result;
+}
+
+std::string UnitsInWords(const Project& project, const std::string& unit) {
+  const std::string word = LowerCase(unit);
+  if (word == "distance") return project.DistanceUnits();
+  if (word == "speed") return project.SpeedUnits();
+  if (word == "acceleration") return project.AccelerationUnits();
+  return unit;
+}
+
+std::string DescriptionInUnits(const Project& project, const BlockMatrix& rows, int row) {
+  std::string description = rows.Text(row, Column::description);
+  const std::string& unit = rows.Text(row, Column::unit);
+  const std::string words = UnitsInWords(project, unit);
+  if (words == unit) return description;
+  TrimCurrentUnits(description);
+  return description + " (" + words + ")";
 }
 
 CellCheck CheckParameter(const Project& project, ParameterWindow window, const ParameterRow& row,

@@ -35,6 +35,13 @@ enum class ParameterWindow {
   tuning       // whole numbers, and digits without fixed ones
 };
 
+// The description with the present word of the row's unit: "Positive limit (mm)".
+[[nodiscard]] std::string DescriptionInUnits(const Project& project, const BlockMatrix& rows,
+                                             int row);
+// The project's word for a unit column of "distance", "speed" or "acceleration"; another text as it
+// is.
+[[nodiscard]] std::string UnitsInWords(const Project& project, const std::string& unit);
+
 // The text as the cell takes it, or the words of the refusal. An empty text is refused without
 // words. Throws NumberError when a unit row has no usable factor.
 [[nodiscard]] CellCheck CheckParameter(const Project& project, ParameterWindow window,

@@ -8,6 +8,7 @@
 #include "platform/World.h"
 #include "project/data/Schema.h"
 #include "tools/ComboListText.h"
+#include "tools/ParameterRules.h"
 #include "tools/UnitConversion.h"
 
 namespace velmoor {
@@ -77,17 +78,53 @@ void ParameterToolBase::FillRow(int row, const ParameterDefinition& definition) 
   const auto kind = UnitKindOf(definition.user_constant);
   arBlockMatrix_.Set(row, Column::unit, kind ? UnitWord(*kind) : definition.Unit);
   arBlockMatrix_.Set(row, Column::listKey, definition.dec_data_id);
+  help_.resize(static_cast<std::size_t>(row));
+  help_.back() = definition.help;
+}
+
+const std::string& ParameterToolBase::Help(int row) const {
+  return help_.at(static_cast<std::size_t>(row) - 1);
+}
+
+ParameterRow ParameterToolBase::Describe(int row) const {
+  return DescribeRow(arBlockMatrix_, row);
+}
+
+// Nothing where the working file has no record of the row.
+std::optional<std::string> ParameterToolBase::StoredValue(RowSet& records, int row) const {
+  if (!records.FindFirst(Parameters::kPn, arBlockMatrix_.Text(row, Column::name))) {
+    return std::nullopt;
+  }
+  const std::string value = records.Text(Parameters::kValue);
+  return value.empty() ? arBlockMatrix_.Text(row, Column::initial) : value;
 }
 
 void ParameterToolBase::ReadValues() {
   const auto database = OpenForReading(strSaveDBPath_);
   const auto records = database->OpenTable(Parameters::kTable);
   for (int row = 1; row <= arBlockMatrix_.Rows(); ++row) {
-    if (!records->FindFirst(Parameters::kPn, arBlockMatrix_.Text(row, Column::name))) continue;
-    const std::string value = records->Text(Parameters::kValue);
-    arBlockMatrix_.Set(row, Column::value,
-                       value.empty() ? arBlockMatrix_.Text(row, Column::initial) : value);
+    if (const auto value = StoredValue(*records, row)) {
+      arBlockMatrix_.Set(row, Column::value, *value);
+    }
   }
+}
+
+bool ParameterToolBase::ReadUntouchedRows() {
+  bool changed = false;
+  Trapped(Prefix("ReadToDB"), [&] {
+    const auto database = OpenForReading(strSaveDBPath_);
+    const auto records = database->OpenTable(Parameters::kTable);
+    for (int row = 1; row <= arBlockMatrix_.Rows(); ++row) {
+      if (arBlockMatrix_.IsTouched(row)) continue;
+      const auto value = StoredValue(*records, row);
+      if (!value || *value == arBlockMatrix_.Text(row, Column::value)) continue;
+      arBlockMatrix_.Set(row, Column::value, *value);
+      arBlockMatrix_.ClearTouched(row);
+      changed = true;
+    }
+    return true;
+  });
+  return changed;
 }
 
 void ParameterToolBase::SetComboLists(const ComboLists& lists) {
@@ -201,6 +238,7 @@ bool ParameterToolBase::ChangeResolutionOfRows(const std::string& prefix, std::i
       return FixedText(std::string_view(arBlockMatrix_.Text(row, Column::value)), digits);
     });
     MarkDirty();
+    RefreshWindow();
     return true;
   });
 }
@@ -236,6 +274,7 @@ void ParameterToolBase::CopyValuesInto(SharedParameterTool& sister) const {
   BlockMatrix copy;
   sister.GetBlockMatrix(copy);
   for (int row = 1; row <= arBlockMatrix_.Rows(); ++row) {
+    if (!arBlockMatrix_.IsTouched(row)) continue;
     const int to = copy.FindRow(arBlockMatrix_.Text(row, Column::name));
     if (to > 0) CopyValue(arBlockMatrix_, row, copy, to);
   }
@@ -246,21 +285,25 @@ void ParameterToolBase::UpdateEditorBlockMatrix() const {
   CopyValuesInto(project().EditorSister());
 }
 
-void ParameterToolBase::CommitUploadedData(bool bState) {
-  if (!bState) return;
-  blnNeedsSaving_ = true;
-  blnIsDirty_ = false;
-  SaveToDB();
-}
-
-ParameterToolBase::Snapshot ParameterToolBase::TakeSnapshot() const {
-  return {arBlockMatrix_, blnIsDirty_, blnNeedsSaving_};
-}
-
-void ParameterToolBase::RestoreSnapshot(const Snapshot& snapshot) {
-  arBlockMatrix_ = snapshot.rows;
-  blnIsDirty_ = snapshot.isDirty;
-  blnNeedsSaving_ = snapshot.needsSaving;
+bool ParameterToolBase::SaveAndHandToEditor() {
+  std::vector<int> touched;
+  for (int row = 1; row <= arBlockMatrix_.Rows(); ++row) {
+    if (arBlockMatrix_.IsTouched(row)) touched.push_back(row);
+  }
+  if (!SaveToDB()) return false;
+  if (!HandsRowsToEditor()) return true;
+  BlockMatrix editor;
+  SharedParameterTool& sister = project().EditorSister();
+  sister.GetBlockMatrix(editor);
+  for (const int row : touched) {
+    const int to = editor.FindRow(arBlockMatrix_.Text(row, Column::name));
+    // A row that could not be stored is not the file's.
+    if (to == 0 || arBlockMatrix_.IsTouched(row)) continue;
+    editor.Set(to, Column::value, arBlockMatrix_.Text(row, Column::value));
+    editor.ClearTouched(to);
+  }
+  sister.LetBlockMatrix(editor);
+  return true;
 }
 
 // ---- helpers of the pattern

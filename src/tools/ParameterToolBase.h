@@ -11,16 +11,21 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "link/ResultCode.h"
 #include "platform/Database.h"
 #include "platform/Event.h"
+#include "platform/Form.h"
 #include "project/data/ParameterCatalogue.h"
 #include "session/Project.h"
 #include "session/Session.h"
 #include "tools/BlockMatrix.h"
 
 namespace velmoor {
+
+class GridWindow;
+struct ParameterRow;
 
 class ParameterToolBase : public SharedParameterTool {
  public:
@@ -29,6 +34,8 @@ class ParameterToolBase : public SharedParameterTool {
     BlockMatrix rows;
     bool isDirty = false;
     bool needsSaving = false;
+    bool windowIsDirty = false;
+    bool notCommitted = false;
   };
 
   // ---- properties
@@ -37,7 +44,8 @@ class ParameterToolBase : public SharedParameterTool {
   void SetParametersTable(const std::string& table) { strTable_ = table; }
   void SetSaveDBPath(const std::string& path) { strSaveDBPath_ = path; }
   [[nodiscard]] bool IsDirty() const { return blnIsDirty_; }
-  void SetIsDirty(bool dirty) { blnIsDirty_ = dirty; }
+  // Clearing it reaches the window too, unless that holds edits which were not accepted.
+  void SetIsDirty(bool dirty);
   [[nodiscard]] bool NeedsSaving() const { return blnNeedsSaving_; }
   void SetNeedsSaving(bool needed) { blnNeedsSaving_ = needed; }
   [[nodiscard]] std::int16_t RowsInArray() const;
@@ -51,12 +59,34 @@ class ParameterToolBase : public SharedParameterTool {
   void LetBlockMatrix(const BlockMatrix& copy) override { arBlockMatrix_ = copy; }
   [[nodiscard]] const BlockMatrix& Rows() const { return arBlockMatrix_; }
   void UpdateBlockMatrix() override;
-  void PostUpload() override {}
+  void PostUpload() override;
+  // Everything that checks, tips and reports need to know of a row.
+  [[nodiscard]] virtual ParameterRow Describe(int row) const;
+  // The catalogue's sentence or two about the row's parameter.
+  [[nodiscard]] const std::string& Help(int row) const;
+  // Takes a checked text as the row's value and marks the row, unless it is the value already.
+  void EditValue(int row, const std::string& text);
+  // Stores what was edited and hands it to the editor, as Apply does. False: the working file could
+  // not be written, of which the user was told.
+  bool AcceptEdits();
+  // The project that is open. Throws std::logic_error where none is.
+  [[nodiscard]] Project& project() const;
+
+  // ---- the tool's window
+  // --------------------------------------------------------------------------
+  void BringToFront();
+  // Closes the window without a question.
+  void UnloadWindow();
+  // Shows the units' present words.
+  void UpdateUnitsDisplayed();
 
   // ---- the two databases
   // -------------------------------------------------------------------------- Rebuilds the rows in
   // place: marks, lists and the values of rows without a record stay.
   bool ReadFromDB();
+  // Takes the stored values of the rows that were not touched since they were read: a sister tool
+  // may have stored newer ones. True when a value changed.
+  bool ReadUntouchedRows();
   // Gives list rows their items, and a row without a record its initial item.
   void SetComboLists(const ComboLists& lists);
   // Writes touched rows, and adds a record for a row that has none.
@@ -84,6 +114,17 @@ class ParameterToolBase : public SharedParameterTool {
  protected:
   // `className` heads the boxes about trapped errors: "clsFlexibleIO".
   explicit ParameterToolBase(std::string className) : className_(std::move(className)) {}
+
+  // ---- the window
+  // Follows the window's events from now on. The window is a member of the tool.
+  void AttachWindow(GridWindow& frm);
+  bool ShowWindow(const std::string& caption, FormMode mode);
+  void RefreshWindow();
+  virtual bool frm_PropertiesChangeAccepted();
+  virtual void frm_PropertiesChangeCanceled();
+  void frm_PropertiesClosed();
+  // Whether the tool's commits reach the rows of the direct parameter editor.
+  [[nodiscard]] virtual bool HandsRowsToEditor() const { return true; }
 
   // Whether the tool has a row for that parameter.
   [[nodiscard]] virtual bool Takes(const ParameterDefinition& definition) const = 0;
@@ -121,10 +162,12 @@ class ParameterToolBase : public SharedParameterTool {
   virtual void AfterUpload() = 0;
 
   // ---- cross-updates and rewriting
-  // ---------------------------------------------------------------- Copies column 4 of this tool's
-  // rows into the sister's rows of the same name.
+  // Copies column 4 of this tool's touched rows into the sister's rows of the same name. An untouched
+  // row may be older than the sister's.
   void CopyValuesInto(SharedParameterTool& sister) const;
   void UpdateEditorBlockMatrix() const;
+  // Writes the touched rows, and puts the same values into the editor's rows as read from the file.
+  bool SaveAndHandToEditor();
 
   // Whether a change of resolution reformats the row: unit rows without a list.
   [[nodiscard]] virtual bool ScalesWithResolution(int row) const;
@@ -135,7 +178,6 @@ class ParameterToolBase : public SharedParameterTool {
   void RewriteRows(const NewValue& newValue);
 
   void MarkDirty() { blnIsDirty_ = blnNeedsSaving_ = true; }
-  [[nodiscard]] Project& project() const;
   [[nodiscard]] std::string Prefix(std::string_view procedure) const;
   [[nodiscard]] std::unique_ptr<Database> OpenWorkingFile() const;
   [[nodiscard]] const std::string& WorkingFile() const { return strSaveDBPath_; }
@@ -147,6 +189,7 @@ class ParameterToolBase : public SharedParameterTool {
   struct Transfer;
   void ReadDefinitions();
   void ReadValues();
+  [[nodiscard]] std::optional<std::string> StoredValue(RowSet& records, int row) const;
   void WriteRecord(RowSet& records, int row);
   bool UploadRow(int row);
   bool DownloadRow(Transfer& transfer, int row);
@@ -158,6 +201,9 @@ class ParameterToolBase : public SharedParameterTool {
   bool blnIsDirty_ = false;
   bool blnNeedsSaving_ = false;
   bool blnDataInvalidated_ = false;
+  std::vector<std::string> help_;  // per row, from 0
+  GridWindow* frm_ = nullptr;
+  Connections connections_;
 };
 
 // Pn833 and Pn834 exist with newer option firmware only.

@@ -32,6 +32,7 @@ bool ParameterToolBase::DownloadRows(bool blnOverRide) {
     for (int row = 1; row <= arBlockMatrix_.Rows(); ++row) {
       if (!DownloadRow(transfer, row)) return false;
     }
+    RefreshWindow();
     Status.Raise("Download Complete");
     return true;
   });
@@ -67,8 +68,11 @@ bool ParameterToolBase::DownloadRow(Transfer& transfer, int row) {
   transfer.records.Update();
   // What the amplifier has acknowledged is never sent again, whatever happens next.
   transfer.database.Commit();
-  arBlockMatrix_.Set(row, Column::dirty, "0");
-  arBlockMatrix_.ClearTouched(row);
+  // A row that the user has edited since it was stored keeps its mark: that value is still to go.
+  if (arBlockMatrix_.Text(row, Column::value) == transfer.records.Text(Parameters::kValue)) {
+    arBlockMatrix_.Set(row, Column::dirty, "0");
+    arBlockMatrix_.ClearTouched(row);
+  }
   YieldEvents();
   return true;
 }

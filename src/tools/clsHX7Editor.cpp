@@ -44,8 +44,7 @@ void clsHX7Editor::FillRow(int row, const ParameterDefinition& definition) {
   arBlockMatrix_.Set(row, Column::category, ShortCategory(definition.category_name));
   arBlockMatrix_.Set(row, Column::size, definition.Size);
   extras_.resize(static_cast<std::size_t>(row));
-  extras_.back() = {definition.nibble_data_id, PadToDigits(definition.fixed_digit, 4),
-                    definition.help};
+  extras_.back() = {definition.nibble_data_id, PadToDigits(definition.fixed_digit, 4)};
 }
 
 void clsHX7Editor::DefinitionsRead() {
@@ -78,8 +77,11 @@ const std::string& clsHX7Editor::NibbleFixed(int row) const {
   return ExtraOf(row).fixedDigits;
 }
 
-const std::string& clsHX7Editor::Help(int row) const {
-  return ExtraOf(row).help;
+ParameterRow clsHX7Editor::Describe(int row) const {
+  ParameterRow result = ParameterToolBase::Describe(row);
+  result.nibble = NibbleOf(row);
+  result.fixedDigits = NibbleFixed(row);
+  return result;
 }
 
 bool clsHX7Editor::IsOptionCard(int row) const {
@@ -191,6 +193,7 @@ bool clsHX7Editor::ResetDefaults(std::int16_t digits, float length) {
                                         *kind);
     });
     MarkDirty();
+    RefreshWindow();
     return true;
   });
 }

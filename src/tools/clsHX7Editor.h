@@ -8,6 +8,7 @@
 
 #include "tools/NibbleDefinitions.h"
 #include "tools/ParameterToolBase.h"
+#include "tools/frmEditor.h"
 
 namespace velmoor {
 
@@ -16,7 +17,11 @@ namespace velmoor {
 
 class clsHX7Editor final : public ParameterToolBase, public EditorTool {
  public:
-  clsHX7Editor() : ParameterToolBase("clsEditor") {}
+  clsHX7Editor() : ParameterToolBase("clsEditor") { AttachWindow(frm_); }
+
+  // Returns when the window has closed.
+  bool Show_Editor() { return ShowWindow("Parameter Editor", FormMode::modal); }
+  void Unload_Editor() { UnloadWindow(); }
 
   void SetNibbleTable(const std::string& table) { strNibbleTable_ = table; }
   // The digit definition of a row (from 1), or null for a decimal row.
@@ -24,8 +29,7 @@ class clsHX7Editor final : public ParameterToolBase, public EditorTool {
   // Four characters, left to right as the digits of the value: "1" marks one that cannot be
   // changed.
   [[nodiscard]] const std::string& NibbleFixed(int row) const;
-  // The catalogue's sentence or two about the row's parameter.
-  [[nodiscard]] const std::string& Help(int row) const;
+  [[nodiscard]] ParameterRow Describe(int row) const override;
 
   bool Download(bool blnOverRide) { return DownloadRows(blnOverRide); }
   bool ChangeResolution(std::int16_t digits);
@@ -60,12 +64,13 @@ class clsHX7Editor final : public ParameterToolBase, public EditorTool {
   void SendFailed(const std::string& strPn) override;
   [[nodiscard]] std::string UploadedValue(int row, const std::string& answer) const override;
   void AfterUpload() override;
+  // Its commits stay its own: the sisters read them from the file.
+  [[nodiscard]] bool HandsRowsToEditor() const override { return false; }
 
  private:
   struct Extra {
     std::string nibbleKey;
     std::string fixedDigits;
-    std::string help;
   };
   [[nodiscard]] const Extra& ExtraOf(int row) const;
   [[nodiscard]] bool IsOptionCard(int row) const;
@@ -76,6 +81,7 @@ class clsHX7Editor final : public ParameterToolBase, public EditorTool {
   std::string strNibbleTable_;
   std::vector<Extra> extras_;  // per row, from 0
   std::vector<NibbleDefinition> nibbles_;
+  frmEditor frm_{*this};
 };
 
 }  // namespace velmoor

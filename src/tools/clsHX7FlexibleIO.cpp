@@ -2,6 +2,12 @@
 
 namespace velmoor {
 
+clsHX7FlexibleIO::clsHX7FlexibleIO() : ParameterToolBase("clsFlexibleIO") {
+  AttachWindow(frm_);
+  overTravelChanged_ =
+      frm_.PropertiesOverTravelChanged.Connect([this] { frm_PropertiesOverTravelChanged(); });
+}
+
 bool clsHX7FlexibleIO::Takes(const ParameterDefinition& definition) const {
   const std::string& strPn = definition.user_constant;
   return (strPn >= "Pn803" && strPn <= "Pn818") || NeedsNewOptionVersion(strPn);
@@ -15,6 +21,12 @@ void clsHX7FlexibleIO::UpdateOtherBlockMatrices() {
   UpdateEditorBlockMatrix();
   UpdateOverTravelBlockMatrix();
   PostUpload();
+  project().OverTravelSister().PostUpload();
+}
+
+// The sister shows the limits at once, before any Apply; a Cancel does not call them back.
+void clsHX7FlexibleIO::frm_PropertiesOverTravelChanged() {
+  UpdateOverTravelBlockMatrix();
   project().OverTravelSister().PostUpload();
 }
 

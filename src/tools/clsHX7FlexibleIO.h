@@ -2,12 +2,18 @@
 #pragma once
 
 #include "tools/ParameterToolBase.h"
+#include "tools/frmProperties.h"
 
 namespace velmoor {
 
 class clsHX7FlexibleIO final : public ParameterToolBase {
  public:
-  clsHX7FlexibleIO() : ParameterToolBase("clsFlexibleIO") {}
+  clsHX7FlexibleIO();
+
+  bool Show_FlexibleIO() {
+    return ShowWindow("Flexible I/O Configuration", FormMode::modeless);
+  }
+  void Unload_FlexibleIO() { UnloadWindow(); }
 
   // Sends the dirty rows.
   bool Download() { return DownloadRows(false); }
@@ -19,6 +25,10 @@ class clsHX7FlexibleIO final : public ParameterToolBase {
  private:
   void UpdateOverTravelBlockMatrix() const;
   void UpdateOtherBlockMatrices();
+  void frm_PropertiesOverTravelChanged();
+
+  frmProperties frm_{*this, "FlexibleIO"};
+  Connection overTravelChanged_;
 };
 
 }  // namespace velmoor

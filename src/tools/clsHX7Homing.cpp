@@ -67,8 +67,8 @@ void clsHX7Homing::HandRowsToEditor() {
       arBlockMatrix_.Set(row, Column::dirty, "1");
     }
   }
-  SaveToDB();
-  UpdateEditorBlockMatrix();
+  SaveAndHandToEditor();
+  RefreshWindow();
 }
 
 bool clsHX7Homing::UploadHomingOffset() {
@@ -76,6 +76,7 @@ bool clsHX7Homing::UploadHomingOffset() {
     const int row = arBlockMatrix_.FindRow("Pn81D");
     std::string answer;
     if (row == 0 || gMainForm->Helix7()->GetParameter("81D", answer) != 0) return false;
+    frm_.ReplaceValueInCell(row, UploadedValue(row, answer));
     arBlockMatrix_.Set(row, Column::value, UploadedValue(row, answer));
     arBlockMatrix_.Set(row, Column::dirty, "1");
     UpdateEditorBlockMatrix();

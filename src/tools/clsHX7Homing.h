@@ -5,12 +5,16 @@
 #include <string>
 
 #include "tools/ParameterToolBase.h"
+#include "tools/frmProperties.h"
 
 namespace velmoor {
 
 class clsHX7Homing final : public ParameterToolBase {
  public:
-  clsHX7Homing() : ParameterToolBase("clsHoming") {}
+  clsHX7Homing() : ParameterToolBase("clsHoming") { AttachWindow(frm_); }
+
+  bool Show_Homing() { return ShowWindow("Homing Routine Configuration", FormMode::modeless); }
+  void Unload_Homing() { UnloadWindow(); }
 
   // Sends the dirty rows.
   bool Download() { return DownloadRows(false); }
@@ -33,6 +37,9 @@ class clsHX7Homing final : public ParameterToolBase {
   [[nodiscard]] bool Takes(const ParameterDefinition& definition) const override;
   void FillRow(int row, const ParameterDefinition& definition) override;
   void AfterUpload() override;
+
+ private:
+  frmProperties frm_{*this, "Homing"};
 };
 
 }  // namespace velmoor

@@ -2,12 +2,16 @@
 #pragma once
 
 #include "tools/ParameterToolBase.h"
+#include "tools/frmProperties.h"
 
 namespace velmoor {
 
 class clsHX7Interface final : public ParameterToolBase {
  public:
-  clsHX7Interface() : ParameterToolBase("clsInterface") {}
+  clsHX7Interface() : ParameterToolBase("clsInterface") { AttachWindow(frm_); }
+
+  bool Show_Interface() { return ShowWindow("Interface Configuration", FormMode::modeless); }
+  void Unload_Interface() { UnloadWindow(); }
 
   // Sends the dirty rows.
   bool Download() { return DownloadRows(false); }
@@ -30,6 +34,9 @@ class clsHX7Interface final : public ParameterToolBase {
     UpdateEditorBlockMatrix();
     PostUpload();
   }
+
+ private:
+  frmProperties frm_{*this, "Interface"};
 };
 
 }  // namespace velmoor

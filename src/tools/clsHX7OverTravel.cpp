@@ -24,6 +24,12 @@ std::string RotaryUpperLimit(float length, std::int16_t digits) {
   return FixedText(static_cast<double>(length) - PowerOfTen(-digits), digits);
 }
 
+clsHX7OverTravel::clsHX7OverTravel() : ParameterToolBase("clsOverTravel") {
+  AttachWindow(frm_);
+  overTravelChanged_ =
+      frm_.PropertiesOverTravelChanged.Connect([this] { frm_PropertiesOverTravelChanged(); });
+}
+
 bool clsHX7OverTravel::Takes(const ParameterDefinition& definition) const {
   static constexpr std::array<std::string_view, 6> kRows{"Pn80C", "Pn80D", "Pn819",
                                                          "Pn81A", "Pn81B", "Pn81C"};
@@ -84,6 +90,7 @@ void clsHX7OverTravel::UpdateOverTravel(std::int16_t digits, float length) {
     put("Pn81A", limits.axisKind, false);
     put("Pn81B", limits.upper, true);
     put("Pn81C", limits.lower, true);
+    RefreshWindow();
     UpdateEditorBlockMatrixPostMechSys();
     return true;
   });
@@ -111,6 +118,7 @@ bool clsHX7OverTravel::ResetDefaults(std::int16_t digits, float length) {
                                       Int32FromCell(arBlockMatrix_.Text(row, Column::initial)));
     });
     MarkDirty();
+    RefreshWindow();
     return true;
   });
 }
@@ -123,6 +131,12 @@ void clsHX7OverTravel::UpdateOtherBlockMatrices() {
   UpdateEditorBlockMatrix();
   UpdateFlexibleIOBlockMatrix();
   PostUpload();
+  project().FlexibleIOSister().PostUpload();
+}
+
+// The sister shows the limits at once, before any Apply; a Cancel does not call them back.
+void clsHX7OverTravel::frm_PropertiesOverTravelChanged() {
+  UpdateFlexibleIOBlockMatrix();
   project().FlexibleIOSister().PostUpload();
 }
 

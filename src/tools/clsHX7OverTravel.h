@@ -5,6 +5,7 @@
 #include <string>
 
 #include "tools/ParameterToolBase.h"
+#include "tools/frmProperties.h"
 
 namespace velmoor {
 
@@ -13,7 +14,10 @@ namespace velmoor {
 
 class clsHX7OverTravel final : public ParameterToolBase, public OverTravelTool {
  public:
-  clsHX7OverTravel() : ParameterToolBase("clsOverTravel") {}
+  clsHX7OverTravel();
+
+  bool Show_OverTravel() { return ShowWindow("Over Travel Configuration", FormMode::modeless); }
+  void Unload_OverTravel() { UnloadWindow(); }
 
   // Sends the dirty rows.
   bool Download() { return DownloadRows(false); }
@@ -39,10 +43,13 @@ class clsHX7OverTravel final : public ParameterToolBase, public OverTravelTool {
   void UpdateFlexibleIOBlockMatrix() const;
   void UpdateOtherBlockMatrices();
   void UpdateEditorBlockMatrixPostMechSys();
+  void frm_PropertiesOverTravelChanged();
 
   // The limits in user units as the catalogue has them, not as the user typed them.
   std::string strOldPn81B_;
   std::string strOldPn81C_;
+  frmProperties frm_{*this, "OverTravel"};
+  Connection overTravelChanged_;
 };
 
 }  // namespace velmoor

@@ -8,6 +8,31 @@
 
 namespace velmoor {
 
+clsHX7Tuning::clsHX7Tuning() : ParameterToolBase("clsTuning") {
+  AttachWindow(frm_);
+  windowConnections_ += frm_.RigidityChanged.Connect(
+      [this] { blnChangedRigidity_ = frm_.ChangedRigidity(); });
+  windowConnections_ += frm_.DownloadRequested.Connect([this] { DownloadRequested.Raise(); });
+}
+
+void clsHX7Tuning::SetChangedRigidity(bool changed) {
+  blnChangedRigidity_ = changed;
+  frm_.SetChangedRigidity(changed);
+}
+
+ParameterRow clsHX7Tuning::Describe(int row) const {
+  ParameterRow result = ParameterToolBase::Describe(row);
+  result.nibble = FindNibble(nibbles_, arIsNibble_.at(static_cast<std::size_t>(row) - 1));
+  if (result.nibble == nullptr) return result;
+  // The tool's own limits are numbers; they are shown as digits.
+  const auto hex = [](const std::string& number) {
+    return HexText(static_cast<std::uint32_t>(Int32FromCell(number)), 4);
+  };
+  result.minimum = hex(result.minimum);
+  result.maximum = hex(result.maximum);
+  return result;
+}
+
 bool clsHX7Tuning::Takes(const ParameterDefinition& definition) const {
   static constexpr std::array<std::string_view, 12> kRows{"Pn100", "Pn101", "Pn102", "Pn103",
                                                           "Pn107", "Pn108", "Pn109", "Pn10A",
@@ -29,15 +54,16 @@ void clsHX7Tuning::DefinitionsRead() {
 bool clsHX7Tuning::Download(bool blnOverRide) {
   if (!DownloadRows(blnOverRide)) return false;
   if (blnChangedRigidity_ && PerformRigidityChange() == kSuccess) {
-    blnChangedRigidity_ = false;
+    SetChangedRigidity(false);
     RigidityChanged.Raise();
   }
   return true;
 }
 
 ResultCode clsHX7Tuning::PerformRigidityChange() {
-  if (!blnChangedRigidity_ || iRigidity_ < 1 || iRigidity_ > 10) return kSuccess;
-  return gMainForm->Helix7()->SetRigidity(iRigidity_);
+  const std::int16_t level = GetRigidity();
+  if (!blnChangedRigidity_ || level < 1 || level > 10) return kSuccess;
+  return gMainForm->Helix7()->SetRigidity(level);
 }
 
 std::string clsHX7Tuning::UploadedValue(int row, const std::string& answer) const {
@@ -48,6 +74,21 @@ std::string clsHX7Tuning::UploadedValue(int row, const std::string& answer) cons
 void clsHX7Tuning::AfterUpload() {
   UpdateEditorBlockMatrix();
   PostUpload();
+}
+
+// A level that was accepted is offered for download like an edited row, but no file holds it.
+bool clsHX7Tuning::frm_PropertiesChangeAccepted() {
+  if (!ParameterToolBase::frm_PropertiesChangeAccepted()) return false;
+  if (blnChangedRigidity_) {
+    SetIsDirty(true);
+    frm_.SetIsDirty(true);
+  }
+  return true;
+}
+
+// Its list rows, of which there are none, need no items.
+void clsHX7Tuning::frm_PropertiesChangeCanceled() {
+  ReadFromDB();
 }
 
 }  // namespace velmoor

@@ -1,0 +1,96 @@
+#include "tools/frmEditor.h"
+
+#include <algorithm>
+
+#include "platform/MessageBoxes.h"
+#include "platform/Numbers.h"
+
+namespace velmoor {
+namespace {
+
+constexpr const char* kAllCategories = "All categories";
+
+}  // namespace
+
+void frmEditor::FormLoad() {
+  DisableCells();
+  digits_.Bind(form(), connections_,
+               [this](const std::string& text) {
+                 const int row = grid().Row();
+                 // A refused digit goes back to what the row holds.
+                 if (row > 0 && !PutValue(row, text)) CurrentRowChanged(row);
+               });
+  FillCategories();
+  ParameterGridWindow::FormLoad();
+  connections_ += grid().RowColChange.Connect([this] { TellWhyLocked(); });
+  connections_ += form().textBox("txtFilter").Change.Connect([this] { ApplyFilter(); });
+  connections_ += form().checkBox("chkChangedOnly").Click.Connect([this] { ApplyFilter(); });
+  connections_ += form().comboBox("cmbCategory").Click.Connect([this] { ApplyFilter(); });
+}
+
+void frmEditor::DisableCells() {
+  for (int row = 1; row <= tool().RowsInArray(); ++row) {
+    source().SetLocked(row, LockedReason(tool().Rows().Text(row, Column::name)));
+  }
+}
+
+void frmEditor::FillCategories() {
+  std::vector<std::string> categories{kAllCategories};
+  for (int row = 1; row <= tool().RowsInArray(); ++row) {
+    const std::string& category = tool().Rows().Text(row, Column::category);
+    if (std::find(categories.begin(), categories.end(), category) == categories.end()) {
+      categories.push_back(category);
+    }
+  }
+  ComboBox& combo = form().comboBox("cmbCategory");
+  combo.SetItems(categories);
+  combo.SetListIndex(0);
+}
+
+// ---- what of the list is shown
+
+bool frmEditor::IsWanted(int row, const std::string& filter, const std::string& category) {
+  if (form().checkBox("chkChangedOnly").Value() && !tool().Rows().IsDirty(row)) return false;
+  if (!category.empty() && tool().Rows().Text(row, Column::category) != category) return false;
+  const auto holds = [&](int column) {
+    return LowerCase(source().Text(row, column)).find(filter) != std::string::npos;
+  };
+  return holds(ParameterGrid::kParameter) || holds(ParameterGrid::kDescription);
+}
+
+void frmEditor::ApplyFilter() {
+  const std::string filter = LowerCase(Trim(form().textBox("txtFilter").Text()));
+  const ComboBox& combo = form().comboBox("cmbCategory");
+  const std::string category = combo.ListIndex() > 0 ? combo.Text() : std::string();
+  for (int row = 1; row <= tool().RowsInArray(); ++row) {
+    const bool hidden = !IsWanted(row, filter, category);
+    if (hidden != grid().RowHidden(row)) grid().SetRowHidden(row, hidden);
+  }
+}
+
+void frmEditor::PostUpload() {
+  ParameterGridWindow::PostUpload();
+  if (!IsOpen()) return;
+  ApplyFilter();
+  CurrentRowChanged(grid().Row());
+}
+
+// ---- the current row
+
+void frmEditor::CurrentRowChanged(int row) {
+  ParameterGridWindow::CurrentRowChanged(row);
+  if (row < 1 || row > tool().RowsInArray()) return;
+  digits_.Show(form(), tool().Describe(row), !source().LockedBecause(row).empty());
+}
+
+// An edited row stays in sight although the filter would hide it: nothing is looked for anew.
+void frmEditor::AfterEdit(int row) {
+  grid().RefreshRow(row);
+}
+
+void frmEditor::TellWhyLocked() {
+  const std::string reason = grid().Row() > 0 ? source().LockedBecause(grid().Row()) : "";
+  if (!reason.empty()) ShowInformation(reason);
+}
+
+}  // namespace velmoor

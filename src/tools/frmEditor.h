@@ -1,0 +1,34 @@
+// The window of the direct parameter editor: every parameter, with a filter and the digits of the
+// current one.
+#pragma once
+
+#include <string>
+
+#include "tools/DigitPanel.h"
+#include "tools/ParameterGridWindow.h"
+
+namespace velmoor {
+
+class frmEditor final : public ParameterGridWindow {
+ public:
+  explicit frmEditor(ParameterToolBase& tool)
+      : ParameterGridWindow("frmEditor", tool, ParameterWindow::editor) {}
+
+  void PostUpload() override;
+
+ protected:
+  void FormLoad() override;
+  void CurrentRowChanged(int row) override;
+  void AfterEdit(int row) override;
+
+ private:
+  void DisableCells();
+  void FillCategories();
+  void ApplyFilter();
+  [[nodiscard]] bool IsWanted(int row, const std::string& filter, const std::string& category);
+  void TellWhyLocked();
+
+  DigitPanel digits_;
+};
+
+}  // namespace velmoor
