@@ -96,6 +96,8 @@ const std::vector<frmMain::CommandEntry>& frmMain::Commands() {
       {"mnuToolsOnline", &frmMain::mnuToolsOnline_Click},
       {"mnuToolsOffline", &frmMain::mnuToolsOffline_Click},
       {"mnuToolsCommunicationsSettings", &frmMain::CommunicationsSettingsOpen},
+      {"mnuToolsTuning", &frmMain::mnuToolsTuning_Click},
+      {"mnuToolsEditor", &frmMain::mnuToolsEditor_Click},
       {"mnuToolsUploadAll", &frmMain::mnuToolsUploadAll_Click},
       {"mnuToolsDownloadAll", &frmMain::mnuToolsDownloadAll_Click},
       {"mnuToolsDownloadNew", &frmMain::mnuToolsDownloadNew_Click},
@@ -111,8 +113,8 @@ void frmMain::OnCommand(const std::string& name) {
   const auto& commands = Commands();
   const auto entry = std::find_if(commands.begin(), commands.end(),
                                   [&](const CommandEntry& known) { return known.name == name; });
-  if (entry == commands.end()) return;
-  RunCommand("frmMain." + name + "_Click: ", [this, entry] {
+  RunCommand("frmMain." + name + "_Click: ", [this, &name, &commands, entry] {
+    if (entry == commands.end()) return RunToolCommand(name);
     (this->*entry->handler)();
     return true;
   });

@@ -82,6 +82,8 @@ class frmMain final : public SessionState {
     void (frmMain::*handler)();
   };
   struct TransferTexts;
+  struct SingleUpload;
+  struct ToolOpener;
 
   // ---- the window (frmMain.cpp)
   static const std::vector<CommandEntry>& Commands();
@@ -142,6 +144,8 @@ class frmMain final : public SessionState {
   void mnuToolsUploadAll_Click();
   void mnuToolsDownloadAll_Click();
   void mnuToolsDownloadNew_Click();
+  void UploadOne(const SingleUpload& item);
+  void TuningDownload();
   bool GoOnlineForTransfer(const std::string& failure);
   void BeginProcedure(const std::string& strCaption, int steps);
   void UnloadProcedureDialog();
@@ -157,7 +161,7 @@ class frmMain final : public SessionState {
   void clsProject_RigidityChanged();
   void clsProject_ResolutionDataInvalidated(const std::string& strItems);
 
-  // ---- modules, tool windows, display (frmMainModules.cpp)
+  // ---- modules, tool windows, display (frmMainModules.cpp, frmMainTools.cpp)
   void mnuModuleTestRun_Click() { ChooseModule(Module::testRun); }
   void mnuModuleIndexer_Click() { ChooseModule(Module::indexer); }
   void mnuModuleTuning_Click() { ChooseModule(Module::tuning); }
@@ -170,6 +174,14 @@ class frmMain final : public SessionState {
   // The pattern of a blocking tool: flag, window, flag again.
   void OpenModalTool(ToolWindow tool, const std::string& prefix, const std::function<void()>& show);
   void SetToolOpened(ToolWindow tool, bool opened);
+  // The pattern of a tool that stays beside the main window: to the front, or open and flag.
+  void OpenTool(const ToolOpener& opener);
+  void mnuToolsTuning_Click();
+  void mnuToolsEditor_Click();
+  // The commands that open a tool beside the main window or upload one tool. False: no such
+  // command.
+  bool RunToolCommand(const std::string& name);
+  void clsProject_ToolClosed(Tool tool);
   void ShowToolBars();
   void ShowStatusBar();
   void mnuWindowCascade_Click() { window_->Arrange(Arrangement::cascade); }

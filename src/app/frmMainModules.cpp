@@ -32,31 +32,16 @@ constexpr const char* kMissingCommands[] = {
     "mnuEditCut",
     "mnuEditCopy",
     "mnuEditPaste",
-    "mnuToolsIndexerInterface",
-    "mnuToolsIndexerFlexibleIO",
-    "mnuToolsIndexerOverTravel",
-    "mnuToolsIndexerHoming",
     "mnuToolsIndexerPosition",
     "mnuToolsIndexerJog",
     "mnuToolsIndexerZone",
     "mnuToolsMechanicalSystem",
-    "mnuToolsTuning",
-    "mnuToolsEditor",
     "mnuToolsServoJog",
     "mnuToolsMonitoring",
     "mnuToolsTerminal",
     "mnuToolsInertiaRatio",
     "mnuToolsHomePosition",
     "mnuToolsProductInformation",
-    "mnuToolsUploadParameterTuning",
-    "mnuToolsUploadParameterMechanicalSystem",
-    "mnuToolsUploadParameterInterface",
-    "mnuToolsUploadParameterFlexibleIO",
-    "mnuToolsUploadParameterHoming",
-    "mnuToolsUploadParameterOverTravel",
-    "mnuToolsUploadTableIndex",
-    "mnuToolsUploadTableJog",
-    "mnuToolsUploadTableZone",
     "mnuToolsResetDefaultsAll",
     "mnuToolsResetParametersAll",
     "mnuToolsResetTablesAll",
@@ -138,23 +123,6 @@ bool frmMain::UnloadModuleTools(Module eNotThisModule, bool& Cancel) {
 bool frmMain::UnloadAllForms() {
   for (Form* const form : world().forms->Shown()) form->Unload();
   return world().forms->Shown().empty();
-}
-
-// ---- tool windows
-
-void frmMain::SetToolOpened(ToolWindow tool, bool opened) {
-  toolOpened_[static_cast<std::size_t>(tool)] = opened;
-}
-
-void frmMain::OpenModalTool(ToolWindow tool, const std::string& prefix,
-                            const std::function<void()>& show) {
-  if (ToolOpened(tool)) return;
-  SetToolOpened(tool, true);
-  Trapped(prefix, [&show] {
-    show();
-    return true;
-  });
-  SetToolOpened(tool, false);
 }
 
 }  // namespace velmoor

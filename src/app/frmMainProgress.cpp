@@ -52,6 +52,7 @@ void frmMain::ConnectTransfers() {
       [this] { clsProject_MechanicalSystemNoCheckSum(); });
   held += clsProject->MechanicalSystemZeroSystem.Connect(
       [this] { clsProject_MechanicalSystemZeroSystem(); });
+  held += clsProject->TuningDownloadRequested.Connect([this] { TuningDownload(); });
   held += clsProject->RigidityChanged.Connect([this] { clsProject_RigidityChanged(); });
 }
 

@@ -142,6 +142,22 @@ void frmMain::mnuToolsDownloadNew_Click() {
   LeaveIfPortGone();
 }
 
+// Within the tuning window, which is a command of its own: the box of the agreement was there.
+void frmMain::TuningDownload() {
+  if (!clsProject) return;
+  RunTransfer("Download Tuning Parameters failed!", [this] {
+    if (!GoOnlineForTransfer("Download failed!")) return;
+    clsHX7Tuning& tuning = clsProject->Tuning();
+    BeginProcedure("Download Tuning Parameters", tuning.RowsInArray());
+    const bool ok = tuning.Download(true);
+    if (ok) tuning.SetIsDirty(false);
+    FinishDownload(
+        ok, {"Download Tuning Parameters complete!", "Download Tuning Parameters terminated!"});
+  });
+  UnloadProcedureDialog();
+  LeaveIfPortGone();
+}
+
 void frmMain::FinishDownload(bool ok, const TransferTexts& texts) {
   UnloadProcedureDialog();
   if (ok) {

@@ -17,6 +17,38 @@ std::vector<MotionTable*> clsHX7Project::Tables() {
   return {&clsPosition_, &clsJog_, &clsZone_};
 }
 
+ParameterToolBase* clsHX7Project::ParameterToolOf(Tool tool) {
+  switch (tool) {
+    case Tool::editor:
+      return &clsEditor_;
+    case Tool::tuning:
+      return &clsTuning_;
+    case Tool::flexibleIO:
+      return &clsFlexibleIO_;
+    case Tool::homing:
+      return &clsHoming_;
+    case Tool::interface:
+      return &clsInterface_;
+    case Tool::overTravel:
+      return &clsOverTravel_;
+    default:
+      return nullptr;
+  }
+}
+
+MotionTable* clsHX7Project::TableOf(Tool tool) {
+  switch (tool) {
+    case Tool::position:
+      return &clsPosition_;
+    case Tool::jog:
+      return &clsJog_;
+    case Tool::zone:
+      return &clsZone_;
+    default:
+      return nullptr;
+  }
+}
+
 // ---- flags
 // ------------------------------------------------------------------------------------------
 
@@ -82,6 +114,11 @@ void clsHX7Project::UpdateMechanicalSystemValues(bool blnIsMachineUnits) {
   strAccelerationUnits_ = clsMechanicalSystem_.AccelerationUnits();
   // A change of the machine unit's word alone keeps the factors, on purpose.
   if (!blnIsMachineUnits) GetConversionFactors();
+  UpdateUnitsInToolWindows();
+}
+
+void clsHX7Project::UpdateUnitsInToolWindows() {
+  for (ParameterToolBase* const tool : ParameterTools()) tool->UpdateUnitsDisplayed();
 }
 
 float clsHX7Project::GetReferenceSpeedFactor() const {
@@ -154,6 +191,7 @@ void clsHX7Project::ConnectTools() {
   ConnectMechanicalSystem();
   ConnectBaudRate();
   connections_ += clsTuning_.RigidityChanged.Connect([this] { RigidityChanged.Raise(); });
+  connections_ += clsTuning_.DownloadRequested.Connect([this] { TuningDownloadRequested.Raise(); });
   connections_ += clsServoJog_.ServoJogClosed.Connect([this] { ServoJogClosed.Raise(); });
   connections_ += clsMonitoring_.MonitoringClosed.Connect([this] { MonitoringClosed.Raise(); });
   connections_ += clsTerminal_.TerminalClosed.Connect([this] { TerminalClosed.Raise(); });

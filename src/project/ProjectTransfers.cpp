@@ -26,10 +26,8 @@ SimpleCommand StoreOf(Tool table) {
 }  // namespace
 
 bool clsHX7Project::DownloadTable(Tool table, bool blnOverRide) {
-  MotionTable& rows = table == Tool::jog    ? static_cast<MotionTable&>(clsJog_)
-                      : table == Tool::zone ? static_cast<MotionTable&>(clsZone_)
-                                            : static_cast<MotionTable&>(clsPosition_);
-  if (!rows.Download(blnOverRide)) return false;
+  MotionTable* const rows = TableOf(table);
+  if (rows == nullptr || !rows->Download(blnOverRide)) return false;
   return gMainForm->Helix7()->SaveTablesToMemory(static_cast<std::int32_t>(StoreOf(table))) ==
          kSuccess;
 }
@@ -157,6 +155,21 @@ void clsHX7Project::CommitUploadedData() {
   clsPosition_.CommitUploadedData(true);
   clsJog_.CommitUploadedData(true);
   clsZone_.CommitUploadedData(true);
+}
+
+void clsHX7Project::CommitUploadedTool(Tool tool) {
+  snapshots_.reset();
+  blnNeedsSaving_ = true;
+  if (ParameterToolBase* const committed = ParameterToolOf(tool)) {
+    committed->CommitUploadedData(true);
+    for (ParameterToolBase* const sister : ParameterTools()) {
+      if (sister != committed) sister->SettleStoredRows();
+    }
+  } else if (MotionTable* const table = TableOf(tool)) {
+    table->CommitUploadedData(true);
+  } else {
+    clsMechanicalSystem_.CommitUploadedData(true);
+  }
 }
 
 }  // namespace velmoor

@@ -108,6 +108,8 @@ class clsHX7Project final : public Project {
   [[nodiscard]] std::int16_t GetNumberOfNewDownloads() const;
   // Accepts or refuses what was uploaded into all tools; refused data is replaced by the snapshot.
   void CommitUploadedData();
+  // The same for one tool; a sister that holds the same parameters keeps them as stored.
+  void CommitUploadedTool(Tool tool);
   void TakeSnapshot();
   void RestoreSnapshot();
 
@@ -126,6 +128,8 @@ class clsHX7Project final : public Project {
   // Copies units and resolution from the machine; the factors stay when only its unit words
   // changed.
   void UpdateMechanicalSystemValues(bool blnIsMachineUnits);
+  // Shows the present words of the units in the open windows.
+  void UpdateUnitsInToolWindows();
   // Counts of the speed command for one turn of the motor, read from the hardware; -1 when it
   // cannot be read or makes no sense.
   [[nodiscard]] float GetReferenceSpeedFactor() const;
@@ -169,6 +173,7 @@ class clsHX7Project final : public Project {
   Event<> DownloadComplete;
   Event<> UploadComplete;  // never raised
   Event<> RigidityChanged;
+  Event<> TuningDownloadRequested;  // the tuning window asks for a download of all its rows
   Event<const std::string&> ResolutionDataInvalidated;  // the tables and tools concerned
   Event<> MechanicalSystemCheckSumFailed;
   Event<> MechanicalSystemNoCheckSum;
@@ -207,6 +212,8 @@ class clsHX7Project final : public Project {
   [[nodiscard]] std::string WorkingFileOf(const std::string& directory,
                                           const std::string& title) const;
   [[nodiscard]] std::vector<ParameterToolBase*> ParameterTools();
+  [[nodiscard]] ParameterToolBase* ParameterToolOf(Tool tool);
+  [[nodiscard]] MotionTable* TableOf(Tool tool);
   [[nodiscard]] std::vector<MotionTable*> Tables();
   [[nodiscard]] std::vector<DirtyTool> DownloadOrder();
   void OnResolutionChanged();

@@ -35,6 +35,14 @@ void BlockMatrix::Set(int row, Column column, std::string_view text) {
   if (column == Column::value || column == Column::dirty) target.touched = true;
 }
 
+void BlockMatrix::Mark(int row, std::string_view mark) {
+  At(row).cells[CellIndex(Column::dirty)] = mark;
+}
+
+bool BlockMatrix::IsAnyTouched() const {
+  return std::any_of(rows_.begin(), rows_.end(), [](const Row& row) { return row.touched; });
+}
+
 int BlockMatrix::FindRow(std::string_view parameter) const {
   for (int row = 1; row <= Rows(); ++row) {
     if (Text(row, Column::name) == parameter) return row;

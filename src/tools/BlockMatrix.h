@@ -43,6 +43,9 @@ class BlockMatrix {
   // rows are written, so that a copy that was not edited never reverts what a sister tool has
   // saved.
   [[nodiscard]] bool IsTouched(int row) const;
+  [[nodiscard]] bool IsAnyTouched() const;
+  // Sets the mark of a row that is to be sent again; the row does not count as touched by that.
+  void Mark(int row, std::string_view mark);
   void ClearTouched();
   void ClearTouched(int row);
 

@@ -76,10 +76,11 @@ void GridWindow::RefreshGrid() {
 bool GridWindow::Commit() {
   // An open edit is part of what is committed; a refused one keeps the window as it is.
   if (!grid().FinishEdit() || !MayCommit()) return false;
-  stored_ = true;
+  commitFailed_ = false;
   ChangeAccepted.Raise();
-  if (stored_) SetNotCommitted(false);
-  return stored_;
+  if (commitFailed_) return false;
+  SetNotCommitted(false);
+  return true;
 }
 
 void GridWindow::cmdApply_Click() {

@@ -40,9 +40,9 @@ class GridWindow {
   virtual void PostUploadCommitted();
   virtual void RefreshGrid();
 
-  // The handler of ChangeAccepted could not store what the grid holds: it stays not accepted, and the
-  // window open.
-  void KeepNotCommitted() { stored_ = false; }
+  // Told by a handler of ChangeAccepted that could not store: the window stays as it was, open and
+  // not committed.
+  void CommitFailed() { commitFailed_ = true; }
 
   Event<> ChangeAccepted;  // Apply or OK
   Event<> ChangeCanceled;
@@ -78,8 +78,8 @@ class GridWindow {
   std::unique_ptr<Form> form_;
   bool blnIsDirty_ = false;
   bool blnNotCommitted_ = false;
+  bool commitFailed_ = false;
   bool closingWithoutQuestion_ = false;
-  bool stored_ = true;
 };
 
 }  // namespace velmoor

@@ -16,8 +16,8 @@ void ParameterGridWindow::FormLoad() {
   connections_ += vsFG.AfterEdit.Connect([this](int row, int) { vsFG_AfterEdit(row); });
   connections_ += vsFG.RowColChange.Connect([this] { vsFG_RowColChange(); });
   connections_ += vsFG.KeyDown.Connect([this](KeyEvent& key) { vsFG_KeyDown(key); });
-  connections_ += vsFG.Tip.Connect(
-      [this](int row, int, std::string& tip) { vsFG_MouseMove(row, tip); });
+  connections_ +=
+      vsFG.Tip.Connect([this](int row, int, std::string& tip) { vsFG_MouseMove(row, tip); });
   vsFG.SetCurrent(1, ParameterGrid::kValue);
   CurrentRowChanged(1);
 }
@@ -26,8 +26,8 @@ void ParameterGridWindow::FormLoad() {
 // front. Nothing else is read again: that would give up an open edit.
 void ParameterGridWindow::FormActivate() {
   const Project& project = tool_.project();
-  const std::string units = project.DistanceUnits() + '|' + project.SpeedUnits() + '|' +
-                            project.AccelerationUnits();
+  const std::string units =
+      project.DistanceUnits() + '|' + project.SpeedUnits() + '|' + project.AccelerationUnits();
   if (tool_.ReadUntouchedRows() || units != shownUnits_) UpdateUnitsInDescription();
   shownUnits_ = units;
 }

@@ -1,5 +1,5 @@
-// The base of the windows that show a parameter tool's rows: checking of edits, tips, the text about
-// the current parameter, and the keys.
+// The base of the windows that show a parameter tool's rows: checking of edits, tips, the text
+// about the current parameter, and the keys.
 #pragma once
 
 #include <string>
@@ -27,8 +27,8 @@ class ParameterGridWindow : public GridWindow {
   // An edit of the row was written.
   virtual void AfterEdit(int /*row*/) {}
 
-  // Checks the text as an edit of the row's value; a refusal is shown. True: `text` is what the cell
-  // takes, and a change was noted.
+  // Checks the text as an edit of the row's value; a refusal is shown. True: `text` is what the
+  // cell takes, and a change was noted.
   bool Accept(int row, std::string& text);
   // Puts a text into the row as the user's edit does. False: refused, of which the user was told.
   bool PutValue(int row, std::string text);

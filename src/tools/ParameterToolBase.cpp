@@ -281,6 +281,20 @@ void ParameterToolBase::CopyValuesInto(SharedParameterTool& sister) const {
   sister.LetBlockMatrix(copy);
 }
 
+void ParameterToolBase::CopyEditsInto(SharedParameterTool& sister) const {
+  BlockMatrix copy;
+  sister.GetBlockMatrix(copy);
+  for (int row = 1; row <= arBlockMatrix_.Rows(); ++row) {
+    const int to = copy.FindRow(arBlockMatrix_.Text(row, Column::name));
+    const std::string& value = arBlockMatrix_.Text(row, Column::value);
+    const bool edited = arBlockMatrix_.IsTouched(row) && arBlockMatrix_.IsDirty(row);
+    if (to == 0 || !edited || copy.Text(to, Column::value) == value) continue;
+    copy.Set(to, Column::value, value);
+    copy.Set(to, Column::dirty, "1");
+  }
+  sister.LetBlockMatrix(copy);
+}
+
 void ParameterToolBase::UpdateEditorBlockMatrix() const {
   CopyValuesInto(project().EditorSister());
 }

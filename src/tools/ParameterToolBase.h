@@ -100,6 +100,9 @@ class ParameterToolBase : public SharedParameterTool {
   bool Upload();
   // Ends an upload that the user has accepted or refused.
   void CommitUploadedData(bool bState);
+  // A sister's commit has stored what was copied here: such rows are no longer changes of this
+  // tool.
+  void SettleStoredRows();
   [[nodiscard]] Snapshot TakeSnapshot() const;
   void RestoreSnapshot(const Snapshot& snapshot);
 
@@ -162,9 +165,11 @@ class ParameterToolBase : public SharedParameterTool {
   virtual void AfterUpload() = 0;
 
   // ---- cross-updates and rewriting
-  // Copies column 4 of this tool's touched rows into the sister's rows of the same name. An untouched
-  // row may be older than the sister's.
+  // Copies column 4 of this tool's touched rows into the sister's rows of the same name. An
+  // untouched row may be older than the sister's.
   void CopyValuesInto(SharedParameterTool& sister) const;
+  // The same with the marks, for edits that reach the sister before any Apply.
+  void CopyEditsInto(SharedParameterTool& sister) const;
   void UpdateEditorBlockMatrix() const;
   // Writes the touched rows, and puts the same values into the editor's rows as read from the file.
   bool SaveAndHandToEditor();

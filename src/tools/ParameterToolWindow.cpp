@@ -1,6 +1,7 @@
 // The parameter tool pattern's window: opening, commits, and what uploads show in it.
 
 #include "platform/Trapped.h"
+#include "project/data/Schema.h"
 #include "tools/GridWindow.h"
 #include "tools/ParameterToolBase.h"
 
@@ -9,7 +10,7 @@ namespace velmoor {
 void ParameterToolBase::AttachWindow(GridWindow& frm) {
   frm_ = &frm;
   connections_ += frm.ChangeAccepted.Connect([this] {
-    if (!frm_PropertiesChangeAccepted()) frm_->KeepNotCommitted();
+    if (!frm_PropertiesChangeAccepted()) frm_->CommitFailed();
   });
   connections_ += frm.ChangeCanceled.Connect([this] { frm_PropertiesChangeCanceled(); });
   connections_ += frm.Closed.Connect([this] { frm_PropertiesClosed(); });
@@ -61,7 +62,17 @@ bool ParameterToolBase::AcceptEdits() {
 }
 
 bool ParameterToolBase::frm_PropertiesChangeAccepted() {
-  return !frm_->IsDirty() || AcceptEdits();
+  if (!arBlockMatrix_.IsAnyTouched()) return true;
+  bool edited = frm_->IsDirty();
+  for (int row = 1; row <= arBlockMatrix_.Rows() && !edited; ++row) {
+    edited = arBlockMatrix_.IsTouched(row) && arBlockMatrix_.IsDirty(row);
+  }
+  if (edited) return AcceptEdits();
+  // Values from the amplifier: they are stored, and none has to go back.
+  blnNeedsSaving_ = true;
+  const bool stored = SaveAndHandToEditor();
+  Applied.Raise();
+  return stored;
 }
 
 void ParameterToolBase::frm_PropertiesChangeCanceled() {
@@ -88,6 +99,21 @@ void ParameterToolBase::CommitUploadedData(bool bState) {
   blnIsDirty_ = false;
   if (frm_ != nullptr) frm_->SetIsDirty(false);
   SaveAndHandToEditor();
+}
+
+void ParameterToolBase::SettleStoredRows() {
+  Trapped(Prefix("ReadToDB"), [&] {
+    const auto database = OpenForReading(strSaveDBPath_);
+    const auto records = database->OpenTable(schema::Parameters::kTable);
+    for (int row = 1; row <= arBlockMatrix_.Rows(); ++row) {
+      if (!arBlockMatrix_.IsTouched(row)) continue;
+      if (StoredValue(*records, row) == arBlockMatrix_.Text(row, Column::value)) {
+        arBlockMatrix_.ClearTouched(row);
+      }
+    }
+    if (frm_ != nullptr && !arBlockMatrix_.IsAnyTouched()) frm_->SetNotCommitted(false);
+    return true;
+  });
 }
 
 ParameterToolBase::Snapshot ParameterToolBase::TakeSnapshot() const {

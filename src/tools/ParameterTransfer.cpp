@@ -79,7 +79,7 @@ bool ParameterToolBase::DownloadRow(Transfer& transfer, int row) {
 
 void ParameterToolBase::MarkAllForDownload() {
   for (int row = 1; row <= arBlockMatrix_.Rows(); ++row) {
-    arBlockMatrix_.Set(row, Column::dirty, "1");
+    arBlockMatrix_.Mark(row, "1");
   }
 }
 

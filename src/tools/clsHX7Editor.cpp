@@ -122,7 +122,7 @@ std::string clsHX7Editor::ConvertCountsToUnitsPublic(std::int32_t count, UnitKin
 void clsHX7Editor::MarkAllForDownload() {
   for (int row = 1; row <= arBlockMatrix_.Rows(); ++row) {
     const bool sent = NotNonDownloadPns(arBlockMatrix_.Text(row, Column::name));
-    arBlockMatrix_.Set(row, Column::dirty, sent ? "1" : "0");
+    arBlockMatrix_.Mark(row, sent ? "1" : "0");
   }
 }
 

@@ -26,7 +26,7 @@ void clsHX7FlexibleIO::UpdateOtherBlockMatrices() {
 
 // The sister shows the limits at once, before any Apply; a Cancel does not call them back.
 void clsHX7FlexibleIO::frm_PropertiesOverTravelChanged() {
-  UpdateOverTravelBlockMatrix();
+  CopyEditsInto(project().OverTravelSister());
   project().OverTravelSister().PostUpload();
 }
 

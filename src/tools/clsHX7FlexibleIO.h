@@ -10,9 +10,7 @@ class clsHX7FlexibleIO final : public ParameterToolBase {
  public:
   clsHX7FlexibleIO();
 
-  bool Show_FlexibleIO() {
-    return ShowWindow("Flexible I/O Configuration", FormMode::modeless);
-  }
+  bool Show_FlexibleIO() { return ShowWindow("Flexible I/O Configuration", FormMode::modeless); }
   void Unload_FlexibleIO() { UnloadWindow(); }
 
   // Sends the dirty rows.

@@ -136,7 +136,7 @@ void clsHX7OverTravel::UpdateOtherBlockMatrices() {
 
 // The sister shows the limits at once, before any Apply; a Cancel does not call them back.
 void clsHX7OverTravel::frm_PropertiesOverTravelChanged() {
-  UpdateFlexibleIOBlockMatrix();
+  CopyEditsInto(project().FlexibleIOSister());
   project().FlexibleIOSister().PostUpload();
 }
 

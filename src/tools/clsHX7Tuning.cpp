@@ -10,8 +10,8 @@ namespace velmoor {
 
 clsHX7Tuning::clsHX7Tuning() : ParameterToolBase("clsTuning") {
   AttachWindow(frm_);
-  windowConnections_ += frm_.RigidityChanged.Connect(
-      [this] { blnChangedRigidity_ = frm_.ChangedRigidity(); });
+  windowConnections_ +=
+      frm_.RigidityChanged.Connect([this] { blnChangedRigidity_ = frm_.ChangedRigidity(); });
   windowConnections_ += frm_.DownloadRequested.Connect([this] { DownloadRequested.Raise(); });
 }
 

@@ -14,12 +14,11 @@ constexpr const char* kAllCategories = "All categories";
 
 void frmEditor::FormLoad() {
   DisableCells();
-  digits_.Bind(form(), connections_,
-               [this](const std::string& text) {
-                 const int row = grid().Row();
-                 // A refused digit goes back to what the row holds.
-                 if (row > 0 && !PutValue(row, text)) CurrentRowChanged(row);
-               });
+  digits_.Bind(form(), connections_, [this](const std::string& text) {
+    const int row = grid().Row();
+    // A refused digit goes back to what the row holds.
+    if (row > 0 && !PutValue(row, text)) CurrentRowChanged(row);
+  });
   FillCategories();
   ParameterGridWindow::FormLoad();
   connections_ += grid().RowColChange.Connect([this] { TellWhyLocked(); });

@@ -34,14 +34,12 @@ void frmTuning::FormLoad() {
   rigidityBefore_ = iRigidity_;
   changedBefore_ = blnChangedRigidity_;
   UpdateRigidity();
-  connections_ += form().checkBox("chkNotchFilter").Click.Connect([this] {
-    chkNotchFilter_Click();
-  });
+  connections_ +=
+      form().checkBox("chkNotchFilter").Click.Connect([this] { chkNotchFilter_Click(); });
   connections_ += form().textBox("txtNotchFilterFrequency").Validate.Connect([this](bool&) {
     (void)CheckNotchFilterFrequency();
   });
-  connections_ +=
-      form().comboBox("cmbRigidity").Click.Connect([this] { cmbRigidity_Click(); });
+  connections_ += form().comboBox("cmbRigidity").Click.Connect([this] { cmbRigidity_Click(); });
   connections_ += form().button("cmdDownload").Click.Connect([this] { cmdDownload_Click(); });
   connections_ += ChangeCanceled.Connect([this] { TakeBackRigidity(); });
 }
@@ -106,10 +104,10 @@ bool frmTuning::CheckNotchFilterFrequency() {
   }
   // The old text first: the box takes the focus away, which would check once more.
   box.SetText(described.value);
-  ShowExclamation("Frequency value entered is out of range!\rValue must be an integer in the range "
-                  "from " +
-                  NumberText(low) + " and " + NumberText(high) +
-                  ".\rPrevious value will be restored.");
+  ShowExclamation(
+      "Frequency value entered is out of range!\rValue must be an integer in the range "
+      "from " +
+      NumberText(low) + " and " + NumberText(high) + ".\rPrevious value will be restored.");
   return false;
 }
 

@@ -46,7 +46,7 @@ class frmTuning final : public ParameterGridWindow {
   DigitPanel digits_;
   std::int16_t iRigidity_ = 4;
   bool blnChangedRigidity_ = false;
-  bool rigidityAsked_ = false;      // the present choice was confirmed
+  bool rigidityAsked_ = false;       // the present choice was confirmed
   std::int16_t rigidityBefore_ = 4;  // at the last commit, or as the window opened
   bool changedBefore_ = false;
 };
