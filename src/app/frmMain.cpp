@@ -98,6 +98,7 @@ const std::vector<frmMain::CommandEntry>& frmMain::Commands() {
       {"mnuToolsCommunicationsSettings", &frmMain::CommunicationsSettingsOpen},
       {"mnuToolsTuning", &frmMain::mnuToolsTuning_Click},
       {"mnuToolsEditor", &frmMain::mnuToolsEditor_Click},
+      {"mnuToolsMechanicalSystem", &frmMain::mnuToolsMechanicalSystem_Click},
       {"mnuToolsUploadAll", &frmMain::mnuToolsUploadAll_Click},
       {"mnuToolsDownloadAll", &frmMain::mnuToolsDownloadAll_Click},
       {"mnuToolsDownloadNew", &frmMain::mnuToolsDownloadNew_Click},

@@ -171,6 +171,7 @@ class frmMain final : public SessionState {
   bool UnloadModuleTools(Module eNotThisModule, bool& Cancel);
   // Unloads every form on show; false when one of them stayed.
   static bool UnloadAllForms();
+  void mnuToolsMechanicalSystem_Click();
   // The pattern of a blocking tool: flag, window, flag again.
   void OpenModalTool(ToolWindow tool, const std::string& prefix, const std::function<void()>& show);
   void SetToolOpened(ToolWindow tool, bool opened);

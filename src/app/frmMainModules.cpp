@@ -35,7 +35,6 @@ constexpr const char* kMissingCommands[] = {
     "mnuToolsIndexerPosition",
     "mnuToolsIndexerJog",
     "mnuToolsIndexerZone",
-    "mnuToolsMechanicalSystem",
     "mnuToolsServoJog",
     "mnuToolsMonitoring",
     "mnuToolsTerminal",

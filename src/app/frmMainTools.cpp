@@ -138,6 +138,12 @@ void frmMain::mnuToolsTuning_Click() {
                 "Main.TuningOpenModal: ", [this] { clsProject->Tuning().Show_Tuning(); });
 }
 
+void frmMain::mnuToolsMechanicalSystem_Click() {
+  if (!clsProject) return;
+  OpenModalTool(ToolWindow::mechanicalSystem, "Main.MechanicalSystemOpenModal: ",
+                [this] { clsProject->MechanicalSystem().Show_MechanicalSystem(); });
+}
+
 void frmMain::mnuToolsEditor_Click() {
   if (!clsProject) return;
   OpenModalTool(ToolWindow::editor,

@@ -3,6 +3,7 @@
 #include "link/clsHX7Helix7.h"
 #include "mechanics/MachineUnits.h"
 #include "mechanics/clsHX7MechanicalSystem.h"
+#include "mechanics/frmMechanicalSystem.h"
 #include "platform/Events.h"
 #include "platform/Numbers.h"
 #include "platform/Rx900Utils.h"
@@ -198,6 +199,7 @@ bool clsHX7MechanicalSystem::DecideUpload(const UploadedTexts& texts, const Bloc
   for (int row = 1; row <= arBlockMatrix_.Rows(); ++row) {
     arBlockMatrix_.Set(row, Column::dirty, "0");
   }
+  frm_->PostUpload();
   UpdateEditorBlockMatrix(false);
   MechanicalSystemUnitsChanged.Raise(false);
   MechanicalSystemStatus.Raise("Upload Complete");

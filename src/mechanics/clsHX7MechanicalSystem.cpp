@@ -5,6 +5,7 @@
 #include <stdexcept>
 
 #include "mechanics/MachineUnits.h"
+#include "mechanics/frmMechanicalSystem.h"
 #include "platform/Events.h"
 #include "platform/Numbers.h"
 #include "platform/Rx900Utils.h"
@@ -70,6 +71,28 @@ std::int32_t SelectionDigit(const std::string& bits, int digit) {
   if (bits.size() < fromRight) return -1;
   const auto value = ParseHex(bits.substr(bits.size() - fromRight, 1));
   return value ? static_cast<std::int32_t>(*value) : -1;
+}
+
+clsHX7MechanicalSystem::clsHX7MechanicalSystem()
+    : frm_(std::make_unique<frmMechanicalSystem>(*this)) {
+  connections_ += frm_->ChangeAccepted.Connect([this] {
+    ChangeAccepted(frm_->TakeForCommit());
+    frm_->Committed();
+  });
+  connections_ += frm_->ChangeCanceled.Connect([this] { ChangeCanceled(); });
+  connections_ += frm_->Closed.Connect([this] { MechanicalSystemClosed.Raise(); });
+}
+
+clsHX7MechanicalSystem::~clsHX7MechanicalSystem() {
+  connections_.Clear();
+}
+
+bool clsHX7MechanicalSystem::Show_MechanicalSystem() {
+  return frm_->Show("Mechanical System", FormMode::modal);
+}
+
+void clsHX7MechanicalSystem::Unload_MechanicalSystem() {
+  frm_->Unload();
 }
 
 Project& clsHX7MechanicalSystem::project() const {
@@ -408,6 +431,7 @@ void clsHX7MechanicalSystem::ChangeCanceled() {
 }
 
 void clsHX7MechanicalSystem::CommitUploadedData(bool bState) {
+  frm_->PostUploadCommitted();
   if (!bState) return;
   blnNeedsSaving_ = true;
   blnIsDirty_ = false;

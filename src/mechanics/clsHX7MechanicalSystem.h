@@ -27,8 +27,12 @@ struct MechanicalSystemEdit {
   bool needUpdateOverTravel = false;
 };
 
+class frmMechanicalSystem;
+
 class clsHX7MechanicalSystem final : public MechanicalSystemTool {
  public:
+  clsHX7MechanicalSystem();
+  ~clsHX7MechanicalSystem() override;
   struct Snapshot {
     BlockMatrix rows;
     bool isDirty = false, needsSaving = false;
@@ -82,6 +86,11 @@ class clsHX7MechanicalSystem final : public MechanicalSystemTool {
   [[nodiscard]] Snapshot TakeSnapshot() const;
   // Digests the rows and raises MechanicalSystemUnitsChanged(false).
   void RestoreSnapshot(const Snapshot& snapshot);
+
+  // ---- the window
+  // Opens the window and returns when it has closed. False when it cannot be had.
+  bool Show_MechanicalSystem();
+  void Unload_MechanicalSystem();
 
   // ---- commits and cross-updates
   // ------------------------------------------------------------------ The window accepted its
@@ -145,6 +154,8 @@ class clsHX7MechanicalSystem final : public MechanicalSystemTool {
   Machine machine_;
   GearRatio ratio_;
   std::string sDistanceUnits_, sTimeUnits_, sSpeedUnits_, sAccelerationUnits_;
+  std::unique_ptr<frmMechanicalSystem> frm_;
+  Connections connections_;  // to the window
 };
 
 // The digit of Pn82E at `digit` (0 right-most) as a number; -1 where the text has no such digit.

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "platform/Controls.h"
+#include "platform/Drawing.h"
 #include "platform/Event.h"
 #include "platform/Grid.h"
 
@@ -68,6 +69,7 @@ class Form : public CommandSet {
   virtual ProgressBar& progressBar(const std::string& name) = 0;
   virtual Grid& grid(const std::string& name) = 0;
   virtual TerminalScreen& terminalScreen(const std::string& name) = 0;
+  virtual Drawing& drawing(const std::string& name) = 0;
   virtual Timer& timer(const std::string& name) = 0;
 
   Event<> Activated;         // shown, or came to the front

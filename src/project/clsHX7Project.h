@@ -130,6 +130,8 @@ class clsHX7Project final : public Project {
   void UpdateMechanicalSystemValues(bool blnIsMachineUnits);
   // Shows the present words of the units in the open windows.
   void UpdateUnitsInToolWindows();
+  [[nodiscard]] std::vector<RescaledValue> PreviewRescale(
+      std::int16_t digits, const std::array<double, 4>& factors) const override;
   // Counts of the speed command for one turn of the motor, read from the hardware; -1 when it
   // cannot be read or makes no sense.
   [[nodiscard]] float GetReferenceSpeedFactor() const;

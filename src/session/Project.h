@@ -2,8 +2,10 @@
 // between tools can be read here. No tool includes another's header.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <string>
+#include <vector>
 
 namespace velmoor {
 
@@ -59,9 +61,23 @@ class MechanicalSystemTool {
   virtual void UpdateFromEditorBlockMatrix() = 0;
 };
 
+// One value that a change of resolution or time base rescales: the number that the user sees, and what
+// goes to the amplifier.
+struct RescaledValue {
+  std::string place;  // "Index Table, step 3, speed"
+  std::string oldText, newText;
+  std::string oldCounts, newCounts;
+  std::string error;  // rounding error of the new counts
+};
+
 class Project {
  public:
   virtual ~Project() = default;
+
+  // What a commit of the machine with that resolution and these conversion factors would make of every
+  // value that it rescales; nothing is changed.
+  [[nodiscard]] virtual std::vector<RescaledValue> PreviewRescale(
+      std::int16_t digits, const std::array<double, 4>& factors) const = 0;
 
   [[nodiscard]] virtual std::int16_t Resolution() const = 0;  // decimal places of shown values
   [[nodiscard]] virtual std::string DistanceUnits() const = 0;

@@ -30,6 +30,10 @@ class FakeProject final : public Project {
   [[nodiscard]] double ConversionForAcceleration() const override { return factors[2]; }
   [[nodiscard]] double ConversionForTime() const override { return factors[3]; }
 
+  [[nodiscard]] std::vector<RescaledValue> PreviewRescale(
+      std::int16_t /*digits*/, const std::array<double, 4>& /*factors*/) const override {
+    return {};
+  }
   SharedParameterTool& EditorSister() override { return None<SharedParameterTool>(); }
   EditorTool& EditorService() override { return None<EditorTool>(); }
   SharedParameterTool& FlexibleIOSister() override { return None<SharedParameterTool>(); }

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "platform/Controls.h"
+#include "platform/Drawing.h"
 #include "platform/Grid.h"
 
 namespace velmoor::headless {
@@ -116,6 +117,17 @@ class HeadlessLabel final : public HeadlessControl<Label> {
  private:
   std::string text_;
   Tone tone_ = Tone::normal;
+};
+
+class HeadlessDrawing final : public HeadlessControl<Drawing> {
+ public:
+  void SetShapes(double /*width*/, double /*height*/, std::vector<DrawingShape> shapes) override {
+    shapes_ = std::move(shapes);
+  }
+  [[nodiscard]] const std::vector<DrawingShape>& Shapes() const override { return shapes_; }
+
+ private:
+  std::vector<DrawingShape> shapes_;
 };
 
 class HeadlessLamp final : public HeadlessControl<Lamp> {

@@ -115,6 +115,9 @@ HeadlessGrid& HeadlessForm::grid(const std::string& name) {
 HeadlessTerminalScreen& HeadlessForm::terminalScreen(const std::string& name) {
   return Find<HeadlessTerminalScreen>(name);
 }
+HeadlessDrawing& HeadlessForm::drawing(const std::string& name) {
+  return Find<HeadlessDrawing>(name);
+}
 Timer& HeadlessForm::timer(const std::string& name) {
   std::unique_ptr<HeadlessTimer>& found = timers_[name];
   if (!found) found = std::make_unique<HeadlessTimer>(forms_.events_);

@@ -13,6 +13,7 @@
 
 #include "platform/qt/QtAppearance.h"
 #include "platform/qt/QtControls.h"
+#include "platform/qt/QtDrawing.h"
 #include "platform/qt/QtForms.h"
 #include "platform/qt/QtGrid.h"
 #include "platform/qt/QtTerminalScreen.h"
@@ -211,6 +212,9 @@ Grid& QtForm::grid(const std::string& name) {
 }
 TerminalScreen& QtForm::terminalScreen(const std::string& name) {
   return Find<QtTerminalScreen, TerminalWidget>(name);
+}
+Drawing& QtForm::drawing(const std::string& name) {
+  return Find<QtDrawing, DrawingWidget>(name);
 }
 Timer& QtForm::timer(const std::string& name) {
   std::unique_ptr<Timer>& timer = timers_[name];

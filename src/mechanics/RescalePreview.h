@@ -1,0 +1,28 @@
+// Shows what a change of the machine makes of every value, before it is committed.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "platform/Grid.h"
+#include "session/Project.h"
+
+namespace velmoor {
+
+class RescalePreview final : private GridSource {
+ public:
+  explicit RescalePreview(const std::vector<RescaledValue>& values) : values_(values) {}
+  // Shows the list; true when the user goes on.
+  [[nodiscard]] bool Ask();
+
+ private:
+  [[nodiscard]] int Rows() const override { return static_cast<int>(values_.size()) + 1; }
+  [[nodiscard]] int Columns() const override { return 6; }
+  [[nodiscard]] std::string Text(int row, int column) const override;
+  void SetText(int /*row*/, int /*column*/, const std::string& /*text*/) override {}
+  [[nodiscard]] CellTraits Traits(int /*row*/, int /*column*/) const override { return {}; }
+
+  const std::vector<RescaledValue>& values_;
+};
+
+}  // namespace velmoor

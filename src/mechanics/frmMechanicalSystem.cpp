@@ -1,0 +1,308 @@
+#include "mechanics/frmMechanicalSystem.h"
+
+#include <algorithm>
+#include <array>
+
+#include "link/clsHX7Helix7.h"
+#include "mechanics/MachineUnits.h"
+#include "mechanics/RescalePreview.h"
+#include "mechanics/SystemSchematic.h"
+#include "platform/Events.h"
+#include "platform/MessageBoxes.h"
+#include "platform/Numbers.h"
+#include "platform/Trapped.h"
+#include "platform/Utility.h"
+#include "platform/World.h"
+#include "session/Session.h"
+
+namespace velmoor {
+namespace {
+
+enum GridColumn { parameter = 0, description, value, unit, columns };
+
+// Halves, checksum and packed digits are the amplifier's form of what other rows show.
+bool IsShown(const std::string& name) {
+  static constexpr std::array<std::string_view, 7> kHidden{"Pn829", "Pn82A",   "Pn82E",  "Pn82F",
+                                                           "Pn830", "Pn82E.2", "Pn82E.3"};
+  return std::find(kHidden.begin(), kHidden.end(), name) == kHidden.end();
+}
+
+std::string EncoderIndexText(std::int32_t count) {
+  for (std::int32_t index = 0; index < 3; ++index) {
+    if (EncoderCountFromIndex(index) == count) return NumberText(index);
+  }
+  return {};
+}
+
+}  // namespace
+
+frmMechanicalSystem::frmMechanicalSystem(clsHX7MechanicalSystem& machine)
+    : GridWindow("frmMechanicalSystem"), machine_(machine) {
+  Restart();
+}
+
+void frmMechanicalSystem::Restart() {
+  edit_ = std::make_unique<MachineEdit>(machine_);
+  shown_.clear();
+  for (int row = 1; row <= edit_->Rows().Rows(); ++row) {
+    if (IsShown(edit_->Rows().Text(row, Column::name))) shown_.push_back(row);
+  }
+}
+
+void frmMechanicalSystem::FormLoad() {
+  Restart();
+  std::vector<std::string> systems, encoders;
+  for (std::int32_t index = 0; index < 5; ++index) {
+    systems.push_back(MechanicalSystemFromIndex(index));
+  }
+  for (std::int32_t index = 0; index < 3; ++index) {
+    encoders.push_back(NumberText(EncoderCountFromIndex(index)));
+  }
+  form().comboBox("cmbSystem").SetItems(systems);
+  form().comboBox("cmbEncoder").SetItems(encoders);
+  form().checkBox("chkEGRCommitted").SetEnabled(false);
+  form().comboBox("cmbEncoder").SetEnabled(false);
+  grid().Bind(this);
+  connections_ += grid().ValidateEdit.Connect([this](GridEdit& edit) { vsFG_ValidateEdit(edit); });
+  connections_ += grid().AfterEdit.Connect([this](int, int) { vsFG_AfterEdit(); });
+  connections_ +=
+      grid().Tip.Connect([this](int row, int, std::string& tip) { vsFG_Tip(row, tip); });
+  connections_ += form().comboBox("cmbSystem").Click.Connect([this] { cmbSystem_Click(); });
+  connections_ += form().comboBox("cmbEncoder").Click.Connect([this] { cmbEncoder_Click(); });
+  connections_ += form().button("cmdGetEncoder").Click.Connect([this] { cmdGetEncoder_Click(); });
+  // The encoder is what the motor has: changing it by hand takes a step of its own.
+  connections_ += form().button("cmdEncoder").Click.Connect([this] {
+    form().comboBox("cmbEncoder").SetEnabled(true);
+  });
+  ShowEverything();
+}
+
+// ---- the grid
+// ---------------------------------------------------------------------------------------
+
+int frmMechanicalSystem::Rows() const {
+  return static_cast<int>(shown_.size()) + 1;
+}
+
+int frmMechanicalSystem::Columns() const {
+  return columns;
+}
+
+std::string frmMechanicalSystem::NameAt(int row) const {
+  return edit_->Rows().Text(shown_.at(static_cast<std::size_t>(row) - 1), Column::name);
+}
+
+std::string frmMechanicalSystem::Text(int row, int column) const {
+  static const char* const kHeadings[] = {"Parameter", "Description", "Value", "Unit"};
+  if (row == 0) return kHeadings[column];
+  const int at = shown_.at(static_cast<std::size_t>(row) - 1);
+  const Column cells[] = {Column::name, Column::description, Column::value, Column::unit};
+  return edit_->Rows().Text(at, cells[column]);
+}
+
+// The edit has taken the value while it was checked.
+void frmMechanicalSystem::SetText(int /*row*/, int /*column*/, const std::string& /*text*/) {}
+
+CellTraits frmMechanicalSystem::Traits(int row, int column) const {
+  CellTraits traits;
+  if (row == 0) return traits;
+  const std::string name = NameAt(row);
+  traits.changed = edit_->Rows().IsDirty(shown_.at(static_cast<std::size_t>(row) - 1));
+  traits.locked = column == value && (name == "Pn202" || name == "Pn203");
+  traits.editable = column == value && !traits.locked;
+  if (traits.editable && name == "Pn82E.1") SetComboList(traits, "seconds|minutes");
+  if (traits.editable && name == "Pn82E.0") SetComboList(traits, "cm|mm|inch|ft|deg|rad");
+  return traits;
+}
+
+void frmMechanicalSystem::vsFG_ValidateEdit(GridEdit& edit) {
+  const bool checked = Trapped("frmMechanicalSystem.vsFG_ValidateEdit: ", [&] {
+    const std::string name = NameAt(edit.row);
+    if (edit.text == Text(edit.row, value)) {
+      edit.cancel = true;
+      return true;
+    }
+    const MachineCheck check = edit_->SetValue(name, edit.text);
+    if (check.Accepted()) {
+      edit.text = Text(edit.row, value);
+      return true;
+    }
+    edit.cancel = true;
+    if (check.kind == MachineCheck::Kind::restore) {
+      ShowExclamation(check.words);
+    } else if (!AskYesNo(check.words)) {
+      // Nothing is accepted; the user goes on in the same cell.
+      world().events->Post([this] {
+        if (IsOpen()) grid().BeginEdit();
+      });
+    }
+    return true;
+  });
+  if (!checked) edit.cancel = true;
+}
+
+void frmMechanicalSystem::vsFG_AfterEdit() {
+  const std::string corrected = edit_->ValidateProperties();
+  MarkEdited();
+  ShowEverything();
+  if (!corrected.empty()) ShowExclamation(corrected);
+}
+
+void frmMechanicalSystem::vsFG_Tip(int row, std::string& tip) const {
+  if (row < 1) return;
+  const int at = shown_.at(static_cast<std::size_t>(row) - 1);
+  const std::string name = NameAt(row);
+  const std::string limits = ": Minimum value is " + edit_->MinimumText(at) +
+                             "; Maximum value is " + edit_->MaximumText(at);
+  if (name == "Pn82B") {
+    tip = "N1 - Gear Ratio Output Rev." + limits;
+  } else if (name == "Pn82C") {
+    tip = "N2 - Gear Ratio Input Rev." + limits;
+  } else if (name == "Pn82E.1") {
+    tip = "Time Base: Choose between Seconds or Minutes";
+  } else if (name == "Pn82E.0") {
+    tip = Text(row, description);
+  } else {
+    tip = Text(row, description) + limits;
+  }
+}
+
+// ---- choices
+// ----------------------------------------------------------------------------------------
+
+void frmMechanicalSystem::AfterChoice(const MachineCheck& check) {
+  if (!check.Accepted()) ShowExclamation(check.words);
+  const std::string corrected = edit_->ValidateProperties();
+  if (!corrected.empty()) ShowExclamation(corrected);
+  if (edit_->IsDirty()) MarkEdited();
+  ShowEverything();
+}
+
+void frmMechanicalSystem::cmbSystem_Click() {
+  const int index = form().comboBox("cmbSystem").ListIndex();
+  if (index >= 0) AfterChoice(edit_->SetSystem(index));
+}
+
+void frmMechanicalSystem::cmbEncoder_Click() {
+  const int index = form().comboBox("cmbEncoder").ListIndex();
+  if (index >= 0) AfterChoice(edit_->SetEncoder(index));
+}
+
+void frmMechanicalSystem::cmdGetEncoder_Click() {
+  std::int32_t count = 0;
+  if (gMainForm->Helix7()->GetEncoderResolution(count) != kSuccess) {
+    ShowExclamation("Error reading resolution from encoder!");
+    return;
+  }
+  const std::string index = EncoderIndexText(count);
+  if (index.empty()) {
+    ShowExclamation("The encoder has " + NumberText(count) +
+                    " lines, which the list does not hold.");
+    return;
+  }
+  AfterChoice(edit_->SetEncoder(Int32FromText(index)));
+}
+
+// ---- commit
+// -----------------------------------------------------------------------------------------
+
+bool frmMechanicalSystem::MayCommit() {
+  bool may = false;
+  const bool done = Trapped("Error committing data!\r", [&] {
+    const MachineCheck units = edit_->ValidateUnits();
+    if (!units.Accepted()) {
+      ShowExclamation(units.words.substr(0, units.words.find('\r')));
+      return true;
+    }
+    const MachineFigures figures = edit_->Figures();
+    if (edit_->IsDirty() && !figures.valid) {
+      ShowExclamation(figures.reason);
+      return true;
+    }
+    const std::string question = edit_->CommitQuestion();
+    may = question.empty() || AskOkCancel(question);
+    if (may) may = ShowPreview();
+    if (!may) {
+      ShowInformation("Commit data change has been canceled.");
+      return true;
+    }
+    const std::string information = edit_->CommitInformation();
+    if (!information.empty()) ShowInformation(information);
+    return true;
+  });
+  return done && may;
+}
+
+// Before values are rescaled the user sees what becomes of each. True: go on.
+bool frmMechanicalSystem::ShowPreview() {
+  if (!edit_->ResolutionDirty() && !edit_->TimeBaseDirty()) return true;
+  if (edit_->ResolutionDirty() && edit_->SystemDirty()) return true;  // discarded, not rescaled
+  const std::vector<RescaledValue> values = gMainForm->CurrentProject()->PreviewRescale(
+      edit_->Description().resolution, edit_->Factors());
+  return values.empty() || RescalePreview(values).Ask();
+}
+
+void frmMechanicalSystem::Committed() {
+  Restart();
+  if (IsOpen()) ShowEverything();
+}
+
+void frmMechanicalSystem::PostUpload() {
+  Restart();
+  GridWindow::PostUpload();
+  if (IsOpen()) ShowEverything();
+}
+
+// ---- what the user sees
+// -----------------------------------------------------------------------------
+
+void frmMechanicalSystem::ShowEverything() {
+  form().comboBox("cmbSystem").SetListIndex(edit_->Description().system);
+  SetEncoderComboList();
+  form().checkBox("chkEGRCommitted").SetValue(!edit_->EGRDirty());
+  grid().Refresh();
+  ShowFigures();
+  ShowSchematic();
+}
+
+void frmMechanicalSystem::SetEncoderComboList() {
+  const std::string index = EncoderIndexText(edit_->Description().encoderCount);
+  form().comboBox("cmbEncoder").SetListIndex(index.empty() ? -1 : Int32FromText(index));
+}
+
+void frmMechanicalSystem::ShowFigures() {
+  const MachineFigures figures = edit_->Figures();
+  const std::string& unit_ = edit_->DistanceUnits();
+  std::string text;
+  if (figures.valid) {
+    text = "Gear ratio B/A = " + NumberText(figures.ratio.b) + "/" + NumberText(figures.ratio.a) +
+           "     Travel per motor turn = " + FixedText(figures.travelPerMotorTurn, 6) + " " + unit_;
+  } else {
+    text = figures.reason;
+  }
+  text +=
+      "\rCounts per " + unit_ + " = " + NumberText(figures.countsPerUnit) +
+      "     Smallest step = " + FixedText(figures.smallestStep, edit_->Description().resolution) +
+      " " + unit_ + "     Top speed = " + FixedText(figures.topSpeed, 0) + " " +
+      SpeedUnitsOf(unit_, edit_->TimeUnits());
+  if (figures.hasRange) {
+    text += "\rAllowable resolution: " + NumberText(figures.lowestResolution) + " to " +
+            NumberText(figures.highestResolution);
+  }
+  form().label("lblFigures").SetText(text);
+  form().label("lblFigures").SetTone(figures.valid ? Tone::normal : Tone::alarm);
+}
+
+void frmMechanicalSystem::ShowSchematic() {
+  const Machine& machine = edit_->Description();
+  form()
+      .drawing("picSystem")
+      .SetShapes(
+          kSchematicWidth, kSchematicHeight,
+          SystemSchematic(machine.system,
+                          {"N1 = " + NumberText(machine.n1), "N2 = " + NumberText(machine.n2),
+                           SystemMeasureDescription(machine.system) + " = " +
+                               edit_->Value("Pn82F.0") + " " + edit_->DistanceUnits()}));
+}
+
+}  // namespace velmoor
