@@ -8,6 +8,7 @@
 #include "console/CommandLine.h"
 #include "console/ConsoleBoxes.h"
 #include "console/ConsoleSession.h"
+#include "console/SystemCommand.h"
 #include "platform/Files.h"
 #include "platform/Numbers.h"
 #include "platform/World.h"
@@ -21,8 +22,11 @@ constexpr const char* kUsage =
     "velmoorctl: set up a servo axis from the shell\n"
     "\n"
     "  velmoorctl new FILE                       make a project from the template\n"
-    "  velmoorctl show FILE index|zone|jog       print a table as CSV\n"
+    "  velmoorctl show FILE index|zone|jog|system  print a table or the machine as CSV\n"
     "  velmoorctl import FILE index|zone|jog CSV put a CSV file into a table and save\n"
+    "  velmoorctl set FILE NAME=VALUE...         change the machine and save: system, measure, n1, "
+    "n2,\n"
+    "                                            resolution, units, time, encoder; all or nothing\n"
     "  velmoorctl info --port DEV                tell what hardware answers\n"
     "  velmoorctl download FILE --port DEV --yes send the project to the hardware\n"
     "  velmoorctl upload FILE --port DEV --yes   read the hardware into the project and save\n"
@@ -110,6 +114,12 @@ TableAccess TableNamed(const std::string& name) {
 }
 
 bool Show(const Context& context) {
+  if (context.Argument(2) == "system") {
+    Work work(context);
+    if (!work.Open(context.Argument(1))) return false;
+    context.program.out << SystemCsv(work.project());
+    return true;
+  }
   const TableAccess table = TableNamed(context.Argument(2));
   Work work(context);
   if (!work.Open(context.Argument(1))) return false;
@@ -212,18 +222,20 @@ bool Upload(const Context& context) {
 struct Command {
   std::string name;
   std::size_t arguments;  // the command's own name included
+  bool more;              // further arguments may follow
   std::set<std::string> options;
   bool (*run)(const Context& context);
 };
 
 const std::vector<Command>& Commands() {
   static const std::vector<Command> kCommands{
-      {"new", 2, {}, New},
-      {"show", 3, {"motor-size"}, Show},
-      {"import", 4, {"motor-size"}, Import},
-      {"info", 1, {"port", "axis", "motor-size"}, Info},
-      {"download", 2, {"port", "axis", "motor-size", "yes", "new"}, Download},
-      {"upload", 2, {"port", "axis", "motor-size", "yes"}, Upload},
+      {"new", 2, false, {}, New},
+      {"show", 3, false, {"motor-size"}, Show},
+      {"import", 4, false, {"motor-size"}, Import},
+      {"set", 3, true, {"motor-size", "yes"}, Set},
+      {"info", 1, false, {"port", "axis", "motor-size"}, Info},
+      {"download", 2, false, {"port", "axis", "motor-size", "yes", "new"}, Download},
+      {"upload", 2, false, {"port", "axis", "motor-size", "yes"}, Upload},
   };
   return kCommands;
 }
@@ -247,7 +259,8 @@ int RunCommand(const std::vector<std::string>& words, const ConsoleProgram& prog
     }
     if (line.Arguments().empty()) throw UsageError("A command is missing");
     const Command& command = CommandNamed(line.Arguments().front());
-    if (line.Arguments().size() != command.arguments) {
+    const std::size_t given = line.Arguments().size();
+    if (given < command.arguments || (given > command.arguments && !command.more)) {
       throw UsageError("Wrong number of arguments for '" + command.name + "'");
     }
     line.AllowOnly(command.options);

@@ -1,0 +1,23 @@
+// The machine on the command line: shown as CSV, changed by assignments such as "measure=5".
+#pragma once
+
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace velmoor {
+
+class clsHX7Project;
+
+// name,value,unit: the description, the values in user units, and what derives from them.
+[[nodiscard]] std::string SystemCsv(clsHX7Project& project);
+
+using Assignment = std::pair<std::string, std::string>;
+
+// True for system, measure, n1, n2, resolution, units, time and encoder.
+[[nodiscard]] bool IsSystemKey(const std::string& key);
+// Carries out all assignments or none, in whatever order they are possible, and commits. False:
+// refused, in the words of the machine's window.
+[[nodiscard]] bool SetSystem(clsHX7Project& project, const std::vector<Assignment>& assignments);
+
+}  // namespace velmoor
