@@ -140,6 +140,27 @@ bool Import(const Context& context) {
 }
 
 // ---- files
+// ---- values
+
+bool Set(const Context& context) {
+  std::vector<Assignment> assignments;
+  for (std::size_t i = 2; i < context.line.Arguments().size(); ++i) {
+    const std::string& word = context.Argument(i);
+    const std::size_t equals = word.find('=');
+    if (equals == std::string::npos) throw UsageError("'" + word + "' is no assignment");
+    assignments.emplace_back(word.substr(0, equals), word.substr(equals + 1));
+    if (!IsSystemKey(assignments.back().first)) {
+      throw UsageError("'" + assignments.back().first + "' cannot be set");
+    }
+  }
+  context.program.boxes.Agree(context.line.Has("yes"));
+  Work work(context);
+  if (!work.Open(context.Argument(1))) return false;
+  if (!SetSystem(work.project(), assignments)) return false;
+  work.project().Save();
+  return true;
+}
+
 // ------------------------------------------------------------------------------------------
 
 bool New(const Context& context) {

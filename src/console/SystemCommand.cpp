@@ -82,6 +82,17 @@ std::string CarryAll(MachineEdit& edit, std::vector<Assignment> pending) {
   return pending.empty() ? std::string() : words;
 }
 
+// The tables that a change of system and resolution empties hold something.
+bool HoldsProgramme(clsHX7Project& project) {
+  const auto holds = [](const MotionTable& table) {
+    for (int row = 1; row <= table.RowsInArray(); ++row) {
+      if (!table.IsBlank(row)) return true;
+    }
+    return false;
+  };
+  return holds(project.Position()) || holds(project.Zone());
+}
+
 }  // namespace
 
 std::string SystemCsv(clsHX7Project& project) {
@@ -140,9 +151,15 @@ bool SetSystem(clsHX7Project& project, const std::vector<Assignment>& assignment
   if (!corrected.empty()) ShowInformation(corrected);
   if (!edit.IsDirty()) return true;
   const std::string question = edit.CommitQuestion();
-  if (!question.empty() && !AskOkCancel(question)) {
-    ShowInformation("Commit data change has been canceled.");
-    return false;
+  if (!question.empty()) {
+    // Whoever types the command has decided; only data that would be lost takes an agreement more.
+    const bool discards = edit.ResolutionDirty() && edit.SystemDirty() && HoldsProgramme(project);
+    if (!discards) {
+      ShowInformation(question.substr(0, question.rfind("\r\r")));
+    } else if (!AskOkCancel(question)) {
+      ShowInformation("Commit data change has been canceled.  Say --yes to agree.");
+      return false;
+    }
   }
   const std::string information = edit.CommitInformation();
   if (!information.empty()) ShowInformation(information);

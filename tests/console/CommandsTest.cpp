@@ -169,6 +169,45 @@ TEST_F(Velmoorctl, ADownloadThatFailsKeepsTheMarksOfWhatDidNotGoOut) {
   EXPECT_EQ(line.Amplifier('0')->Asked("JSPDT="), 4);
 }
 
+TEST_F(Velmoorctl, SetsTheMachineInAnyOrderOrNotAtAll) {
+  ASSERT_EQ(Run({"new", project}), 0);
+  EXPECT_EQ(Run({"set", project, "resolution=2", "measure=360", "units=deg", "n2=10",
+                 "system=Rotary Table", "encoder=16384"}),
+            0)
+      << err.str();
+  EXPECT_EQ(Run({"show", project, "system"}), 0);
+  EXPECT_NE(out.str().find("\nA,225,\nB,4096,\n"), std::string::npos) << out.str();
+  const std::string bytes = world.files.ReadAll(project);
+  const std::pair<const char*, const char*> refused[] = {
+      {"measure=-1", "Please enter a positive float value.\n"},
+      {"n1=1.5", "Value must be an integer!\n"},
+      {"units=mm", "Selected system cannot have linear units!\n"},
+      {"encoder=9", "'9' is no encoder!\n"},
+      {"resolution=9",
+       "Selected resolution is out of range for described system.\nResolution for described system "
+       "must be within the range from 2 to 5.\n"}};
+  for (const auto& [assignment, words] : refused) {
+    EXPECT_EQ(Run({"set", project, "time=minutes", assignment}), 1) << assignment;
+    EXPECT_EQ(err.str(), words);
+    EXPECT_EQ(world.files.ReadAll(project), bytes) << assignment;
+  }
+  EXPECT_EQ(Run({"set", project, "colour=red"}), 2);
+}
+
+TEST_F(Velmoorctl, AChangeThatEmptiesTheTablesTakesAnAgreement) {
+  ASSERT_EQ(Run({"new", project}), 0);
+  const std::string csv =
+      WriteFile("a.csv", std::string(kHead) + "go,I+1,10,-,1,:::::,IT0,1,END\n");
+  ASSERT_EQ(Run({"import", project, "index", csv}), 0);
+  EXPECT_EQ(Run({"set", project, "system=Other", "resolution=2"}), 1);
+  EXPECT_NE(err.str().find("would invalidate existing Index Table"), std::string::npos);
+  EXPECT_EQ(Run({"show", project, "index"}), 0);
+  EXPECT_NE(out.str().find("1,go,I+1.000"), std::string::npos);
+  EXPECT_EQ(Run({"set", project, "system=Other", "resolution=2", "--yes"}), 0) << err.str();
+  EXPECT_EQ(Run({"show", project, "index"}), 0);
+  EXPECT_NE(out.str().find("\n1,,,,,,,,,,1\n"), std::string::npos);
+}
+
 // ---- the program itself
 // -----------------------------------------------------------------------------
 
