@@ -47,6 +47,7 @@ void InProcessPort::Lose() {
 }
 
 int InProcessPort::WaitingBytes() {
+  if (open_ && !plugged_) Lose();
   const auto arrived = std::ranges::count_if(
       coming_, [this](const Arrival& arrival) { return arrival.when <= now_; });
   return static_cast<int>(arrived) + static_cast<int>(partial_.size());

@@ -74,7 +74,10 @@ void frmMain::ConnectWindow() {
   connections_ += messages.Tick.Connect([this] { DeliverMessages(); });
   Timer& panels = window_->timer("tmrPanels");
   panels.SetInterval(kPanelLook);
-  connections_ += panels.Tick.Connect([this] { RefreshWindow(); });
+  connections_ += panels.Tick.Connect([this] {
+    WatchLine();
+    RefreshWindow();
+  });
   panels.SetEnabled(true);
 }
 
@@ -102,6 +105,12 @@ const std::vector<frmMain::CommandEntry>& frmMain::Commands() {
       {"mnuToolsUploadAll", &frmMain::mnuToolsUploadAll_Click},
       {"mnuToolsDownloadAll", &frmMain::mnuToolsDownloadAll_Click},
       {"mnuToolsDownloadNew", &frmMain::mnuToolsDownloadNew_Click},
+      {"mnuToolsResetDefaultsAll", &frmMain::mnuToolsResetDefaultsAll_Click},
+      {"mnuToolsResetParametersAll", &frmMain::mnuToolsResetParametersAll_Click},
+      {"mnuToolsResetTablesAll", &frmMain::mnuToolsResetTablesAll_Click},
+      {"mnuToolsResetTableIndex", &frmMain::mnuToolsResetTableIndex_Click},
+      {"mnuToolsResetTableJog", &frmMain::mnuToolsResetTableJog_Click},
+      {"mnuToolsResetTableZone", &frmMain::mnuToolsResetTableZone_Click},
       {"mnuWindowCascade", &frmMain::mnuWindowCascade_Click},
       {"mnuWindowTileHorizontal", &frmMain::mnuWindowTileHorizontal_Click},
       {"mnuWindowTileVertical", &frmMain::mnuWindowTileVertical_Click},
@@ -125,6 +134,7 @@ bool frmMain::RunCommand(const std::string& prefix, const std::function<bool()>&
   if (inCommand_) return false;
   inCommand_ = true;
   const bool done = Trapped(prefix, work);
+  LeaveIfLineLost();
   inCommand_ = false;
   RefreshWindow();
   DeliverMessages();
@@ -166,6 +176,7 @@ void frmMain::UpdateStatusText(const std::string& strStatus) {
 
 void frmMain::RefreshWindow() {
   window_->SetChanged(clsProject && clsProject->NeedsSaving());
+  EnableByState();
   UpdatePanels();
 }
 

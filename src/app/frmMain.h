@@ -19,6 +19,7 @@
 #include "app/ToolWindows.h"
 #include "app/clsHX7Procedure.h"
 #include "app/frmCommunications.h"
+#include "link/CommandWords.h"
 #include "platform/FileDialogs.h"
 #include "platform/MainWindow.h"
 #include "platform/SingleInstance.h"
@@ -55,6 +56,9 @@ class frmMain final : public SessionState {
   // command is running, or `work` was refused or failed.
   bool RunCommand(const std::string& prefix, const std::function<bool()>& work);
 
+  // Makes the device object and listens to it.
+  void StartHelix7();
+
   // ---- menus and status
   // The menus and tools that a start may offer; false while the session is being built.
   void EnableInitialMenuOptions(bool bState);
@@ -84,6 +88,7 @@ class frmMain final : public SessionState {
   struct TransferTexts;
   struct SingleUpload;
   struct ToolOpener;
+  struct ResetStep;
 
   // ---- the window (frmMain.cpp)
   static const std::vector<CommandEntry>& Commands();
@@ -93,6 +98,8 @@ class frmMain final : public SessionState {
   void ReceiveMessage(const std::string& bytes);
   void DeliverMessages();
   void RefreshWindow();
+  // Offers what needs the amplifier only while it is connected.
+  void EnableByState();
   void UpdatePanels();
   [[nodiscard]] bool MayClose();
   void MDIForm_QueryUnload();
@@ -140,6 +147,29 @@ class frmMain final : public SessionState {
   void clsProject_BaudRateChanged(const std::string& lngValue);
   void CommunicationsSettingsOpen();
 
+  // Looks whether the line broke while nothing was asked; tells of it once.
+  void WatchLine();
+  // Goes offline when the port is gone, or when a transfer failed and the amplifier is silent.
+  void LeaveIfLineLost();
+
+  // ---- factory defaults (frmMainResets.cpp)
+  void mnuToolsResetDefaultsAll_Click();
+  void mnuToolsResetParametersAll_Click();
+  void mnuToolsResetTablesAll_Click();
+  void mnuToolsResetTableIndex_Click();
+  void mnuToolsResetTableJog_Click();
+  void mnuToolsResetTableZone_Click();
+  void ResetTable(SimpleCommand command, const std::string& table);
+  ResultCode ResetOnHardware(SimpleCommand command);
+  // The tables one by one, behind them the parameters where asked for, until one fails or the user
+  // stops.
+  ResultCode RunResets(const std::string& strCaption, const std::string& stoppedWords,
+                       bool parametersToo);
+  void CountReset();
+  bool TurnServoOffForReset(const std::string& what);
+  void AskToTurnServoOn();
+  void clsHelix7_ResetStatus(const std::string& strResetType, const std::string& strStatus);
+
   // ---- transfers (frmMainTransfers.cpp, frmMainProgress.cpp)
   void mnuToolsUploadAll_Click();
   void mnuToolsDownloadAll_Click();
@@ -152,7 +182,6 @@ class frmMain final : public SessionState {
   void UploadAll();
   bool AskRigidity();
   void FinishDownload(bool ok, const TransferTexts& texts);
-  void LeaveIfPortGone();
   void ConnectTransfers();
   void ShowProgress(Tool tool, bool downloading, std::int16_t iCurrentRow, std::int16_t iTotalRows);
   void clsProject_MechanicalSystemCheckSumFailed();
@@ -206,6 +235,7 @@ class frmMain final : public SessionState {
   bool started_ = false;
   bool inCommand_ = false;
   bool closeWhenStarted_ = false;
+  bool lineSuspect_ = false;   // an exchange failed since the line was last known to be good
   bool projectShown_ = false;  // the menus and tools of an open project are offered
   Connections connections_;
   Connections projectConnections_;

@@ -23,6 +23,11 @@ constexpr const char* kProjectTools[] = {
 };
 constexpr const char* kInitialCommands[] = {"mnuFile",     "mnuView",    "mnuHelp",
                                             "mnuFileOpen", "mnuFileNew", "mnuFileExit"};
+// Entries that need a connected amplifier; the transfers connect by themselves.
+constexpr const char* kOnlineCommands[] = {
+    "mnuToolsResetDefaultsAll", "mnuToolsResetParametersAll", "mnuToolsResetTablesAll",
+    "mnuToolsResetTableIndex",  "mnuToolsResetTableJog",      "mnuToolsResetTableZone",
+};
 // Entries whose tool is not part of the program.
 constexpr const char* kMissingCommands[] = {
     "mnuFilePageSetup",
@@ -41,12 +46,6 @@ constexpr const char* kMissingCommands[] = {
     "mnuToolsInertiaRatio",
     "mnuToolsHomePosition",
     "mnuToolsProductInformation",
-    "mnuToolsResetDefaultsAll",
-    "mnuToolsResetParametersAll",
-    "mnuToolsResetTablesAll",
-    "mnuToolsResetTableIndex",
-    "mnuToolsResetTableJog",
-    "mnuToolsResetTableZone",
     "mnuHelpContents",
 };
 
@@ -56,6 +55,10 @@ constexpr const char* kMissingCommands[] = {
 
 void frmMain::DisableMissingCommands() {
   for (const char* const name : kMissingCommands) window_->SetCommandEnabled(name, false);
+}
+
+void frmMain::EnableByState() {
+  for (const char* const name : kOnlineCommands) window_->SetCommandEnabled(name, blnIsOnline);
 }
 
 void frmMain::EnableInitialMenuOptions(bool bState) {

@@ -1,9 +1,12 @@
 // Going online and offline.
 
+#include <utility>
+
 #include "app/frmMain.h"
 #include "link/BaudRates.h"
 #include "link/DisplayError.h"
 #include "platform/Events.h"
+#include "platform/Form.h"
 #include "platform/MessageBoxes.h"
 #include "platform/Numbers.h"
 #include "platform/World.h"
@@ -81,6 +84,38 @@ void frmMain::PostOffline() {
 
 void frmMain::CommunicationDown() {
   if (clsHelix7->GoOffline()) PostOffline();
+}
+
+// A refusal of the amplifier ends a transfer too, and is no reason to leave it.
+void frmMain::LeaveIfLineLost() {
+  const bool suspect = std::exchange(lineSuspect_, false);
+  if (!blnIsOnline) return;
+  const bool answers = Comm().IsOpen() && (!suspect || clsHelix7->Answers());
+  if (!answers) CommunicationDown();
+}
+
+void frmMain::WatchLine() {
+  if (!blnIsOnline || inCommand_ || world().forms->InputBlocked()) return;
+  std::string reason;
+  try {
+    (void)Comm().WaitingBytes();
+    if (Comm().IsOpen()) return;
+    reason = "The serial port was closed.";
+  } catch (const SerialPortError& error) {
+    reason = error.what();
+  }
+  CommunicationDown();
+  ShowExclamation("The connection to the hardware was lost!\r" + reason +
+                  "\rThe project is unchanged.");
+}
+
+void frmMain::StartHelix7() {
+  SessionState::StartHelix7();
+  connections_ +=
+      clsHelix7->ResetStatus.Connect([this](const std::string& type, const std::string& status) {
+        clsHelix7_ResetStatus(type, status);
+      });
+  connections_ += clsHelix7->CommunicationDown.Connect([this] { CommunicationDown(); });
 }
 
 void frmMain::clsProject_BaudRateChanged(const std::string& lngValue) {

@@ -35,6 +35,7 @@ void frmMain::ConnectTransfers() {
   Connections& held = projectConnections_;
   held += clsProject->ToolStatus.Connect([this](Tool tool, const std::string& strStatus) {
     UpdateStatusText(std::string(WordsOf(tool).name) + " " + strStatus);
+    lineSuspect_ = lineSuspect_ || strStatus.ends_with("Failed");
   });
   held +=
       clsProject->ToolDownloading.Connect([this](Tool tool, std::int16_t row, std::int16_t total) {

@@ -182,7 +182,6 @@ void frmMain::UploadOne(const SingleUpload& item) {
     return true;
   });
   UnloadProcedureDialog();
-  LeaveIfPortGone();
 }
 
 }  // namespace velmoor

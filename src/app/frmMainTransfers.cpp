@@ -61,17 +61,12 @@ void frmMain::UnloadProcedureDialog() {
   intFinished = 0;
 }
 
-void frmMain::LeaveIfPortGone() {
-  if (blnIsOnline && !Comm().IsOpen()) CommunicationDown();
-}
-
 // ---- upload
 
 void frmMain::mnuToolsUploadAll_Click() {
   if (!clsProject) return;
   RunTransfer("Upload All failed!", [this] { UploadAll(); });
   UnloadProcedureDialog();
-  LeaveIfPortGone();
 }
 
 void frmMain::UploadAll() {
@@ -112,7 +107,6 @@ void frmMain::mnuToolsDownloadAll_Click() {
     FinishDownload(ok, {"Download All complete!", "Download All terminated!"});
   });
   UnloadProcedureDialog();
-  LeaveIfPortGone();
 }
 
 void frmMain::mnuToolsDownloadNew_Click() {
@@ -139,7 +133,6 @@ void frmMain::mnuToolsDownloadNew_Click() {
     FinishDownload(ok, {"Download New complete!", "Download New terminated!"});
   });
   UnloadProcedureDialog();
-  LeaveIfPortGone();
 }
 
 // Within the tuning window, which is a command of its own: the box of the agreement was there.
@@ -155,7 +148,6 @@ void frmMain::TuningDownload() {
         ok, {"Download Tuning Parameters complete!", "Download Tuning Parameters terminated!"});
   });
   UnloadProcedureDialog();
-  LeaveIfPortGone();
 }
 
 void frmMain::FinishDownload(bool ok, const TransferTexts& texts) {
@@ -168,6 +160,7 @@ void frmMain::FinishDownload(bool ok, const TransferTexts& texts) {
     blnStopProcedure = false;
     ShowExclamation(texts.stopped);
   } else {
+    lineSuspect_ = true;
     ShowExclamation(kDownloadFailed);
   }
 }

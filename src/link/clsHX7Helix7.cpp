@@ -123,6 +123,14 @@ bool clsHX7Helix7::GetAxis(const std::string& strThisAxis) {
   return lngResult == kSuccess && Mid(response[1], 11, 4) == "0600";
 }
 
+bool clsHX7Helix7::Answers() {
+  std::string strType;
+  clsSerialComm.setTimeOut(kSearchTimeOut);
+  const ResultCode lngResult = GetOptionType(strType);
+  clsSerialComm.setTimeOut(kNormalTimeOut);
+  return lngResult == kSuccess;
+}
+
 bool clsHX7Helix7::IsOptionVersionNew() {
   std::string strVersion;
   if (!gMainForm->IsOnline() || GetOptionVersion(strVersion) != kSuccess) return false;

@@ -72,6 +72,9 @@ class clsHX7Helix7 {
   [[nodiscard]] bool GetAxis(const std::string& strThisAxis);
   // True when online with an option card of version 3 or newer.
   [[nodiscard]] bool IsOptionVersionNew();
+  // Whether the amplifier still answers, by one question of half a second at most; the time-out is
+  // 5000 ms afterwards.
+  [[nodiscard]] bool Answers();
   // Rated power in watts of the connected motor, or the session's last one. Always true; connects
   // and goes offline again, and leaves the port as it was when nobody answers.
   bool GetMotorSizeWhileOffline(std::string& strMotorSize);

@@ -41,7 +41,8 @@ class SerialPort {
   virtual void SetReadTimeOut(int milliseconds) = 0;
   [[nodiscard]] virtual int ReadTimeOut() const = 0;
 
-  // Count of received bytes that wait.
+  // Count of received bytes that wait. Throws SerialPortError when the port is gone; the port is
+  // closed then.
   [[nodiscard]] virtual int WaitingBytes() = 0;
   virtual void DiscardInput() = 0;
 

@@ -26,10 +26,18 @@ SimpleCommand StoreOf(Tool table) {
 }  // namespace
 
 bool clsHX7Project::DownloadTable(Tool table, bool blnOverRide) {
-  MotionTable* const rows = TableOf(table);
-  if (rows == nullptr || !rows->Download(blnOverRide)) return false;
-  return gMainForm->Helix7()->SaveTablesToMemory(static_cast<std::int32_t>(StoreOf(table))) ==
-         kSuccess;
+  MotionTable* const found = TableOf(table);
+  if (found == nullptr) return false;
+  MotionTable& rows = *found;
+  const std::vector<int> pending = RowsToSend(rows, blnOverRide);
+  clsHX7Helix7& helix = *gMainForm->Helix7();
+  const bool sent = rows.Download(blnOverRide);
+  const bool stored =
+      sent && helix.SaveTablesToMemory(static_cast<std::int32_t>(StoreOf(table))) == kSuccess;
+  // What was acknowledged and not stored is lost with a restart, and an amplifier that is silent
+  // may be restarting.
+  if (sent != stored || (!sent && !helix.Answers())) MarkRows(rows, pending);
+  return stored;
 }
 
 std::vector<clsHX7Project::DirtyTool> clsHX7Project::DownloadOrder() {
@@ -79,10 +87,18 @@ bool clsHX7Project::Download() {
 }
 
 bool clsHX7Project::DownloadAll() {
+  MarkEverything();
+  const bool done = SendEverything();
+  // The marks of what did not go out are to outlive the session.
+  if (!done) blnNeedsSaving_ = true;
+  return done;
+}
+
+bool clsHX7Project::SendEverything() {
   const auto steps = std::initializer_list<std::function<bool()>>{
-      [this] { return DownloadTable(Tool::position, true); },
-      [this] { return DownloadTable(Tool::jog, true); },
-      [this] { return DownloadTable(Tool::zone, true); },
+      [this] { return DownloadWholeTable(Tool::position, clsPosition_); },
+      [this] { return DownloadWholeTable(Tool::jog, clsJog_); },
+      [this] { return DownloadWholeTable(Tool::zone, clsZone_); },
       [this] { return clsEditor_.Download(true); },
       [this] { return clsMechanicalSystem_.Download(true); },
       [this] { return clsTuning_.PerformRigidityChange() == kSuccess; },

@@ -218,6 +218,14 @@ class clsHX7Project final : public Project {
   [[nodiscard]] MotionTable* TableOf(Tool tool);
   [[nodiscard]] std::vector<MotionTable*> Tables();
   [[nodiscard]] std::vector<DirtyTool> DownloadOrder();
+  bool SendEverything();
+  bool DownloadWholeTable(Tool id, MotionTable& table);
+  // Marks all that a download of everything sends, so that Download New can complete one that is
+  // cut.
+  void MarkEverything();
+  [[nodiscard]] static std::vector<int> RowsToSend(const MotionTable& table, bool all);
+  // Marks the rows in memory and in the working file.
+  void MarkRows(MotionTable& table, const std::vector<int>& rows);
   void OnResolutionChanged();
   void OnSystemAndResolutionChanged(float length);
   [[nodiscard]] std::string CollectInvalidated(bool& any);

@@ -144,6 +144,8 @@ void PosixSerialPort::Close() {
 
 int PosixSerialPort::WaitingBytes() {
   if (!IsOpen()) return 0;
+  pollfd look{.fd = device_.Get(), .events = POLLIN, .revents = 0};
+  if (poll(&look, 1, 0) > 0 && (look.revents & POLLIN) == 0) Lose(EIO);
   int waiting = 0;
   if (ioctl(device_.Get(), FIONREAD, &waiting) != 0) waiting = 0;
   return waiting + static_cast<int>(received_.size());
