@@ -48,18 +48,27 @@ class CutTransfer : public ProjectWorld {
                                                : FaultKind::hangUp;
     line.faults.Add({.kind = kind, .skip = exchange, .count = cut == Cut::error ? 1 : 0});
   }
-  // The line is whole again, and the amplifier was off and on meanwhile.
-  void Mend() {
+  // The line is whole again. After a loss the amplifier was off and on meanwhile; one that refused
+  // has kept what it took.
+  void Mend(Cut cut) {
     line.faults.Clear();
     port.Plug();
-    amplifier().Restart(port.Now());
+    if (cut != Cut::error) amplifier().Restart(port.Now());
     port.Advance(std::chrono::seconds(1));
     session.GoOnline();
   }
-  int ExchangesOf(const std::function<bool()>& transfer) {
+  // The lines of an undisturbed transfer.
+  std::vector<std::string> LinesOf(const std::function<bool()>& transfer) {
     amplifier().ForgetWhatWasAsked();
     EXPECT_TRUE(transfer());
-    return static_cast<int>(amplifier().Journal().size());
+    std::vector<std::string> lines;
+    for (const JournalEntry& entry : amplifier().Journal()) lines.push_back(entry.line);
+    return lines;
+  }
+  // The restart behind a Download New is not examined, and a card that does not tell its version
+  // counts as an old one.
+  static bool MayFail(const std::string& sent, Cut cut) {
+    return sent == "0RES" || (cut == Cut::error && sent == "0VER");
   }
   void ExpectAmplifierEqualsProject(const std::string& what) {
     amplifier().Restart(port.Now());
@@ -90,16 +99,16 @@ TEST_P(CutDownload, NewIsCompletedByTheNextWhereverItWasCut) {
   port.Advance(std::chrono::seconds(1));
   session.GoOnline();
   EditSomeOfEach(0);
-  const int exchanges = ExchangesOf([this] { return project().Download(); });
+  const std::vector<std::string> lines = LinesOf([this] { return project().Download(); });
+  const int exchanges = static_cast<int>(lines.size());
   ASSERT_GT(exchanges, 25);
   for (int k = 0; k < exchanges; ++k) {
-    Mend();
+    Mend(GetParam());
     EditSomeOfEach(k + 1);
     CutAt(k, GetParam());
     const bool done = project().Download();
-    // The restart at the end is not examined.
-    EXPECT_EQ(done, k == exchanges - 1) << k;
-    Mend();
+    EXPECT_EQ(done, MayFail(lines[static_cast<std::size_t>(k)], GetParam())) << k;
+    Mend(GetParam());
     // The marks are on the disk: a new session sees the same.
     project().Save();
     ASSERT_EQ(session.Open(path), "");
@@ -112,15 +121,16 @@ TEST_P(CutDownload, NewIsCompletedByTheNextWhereverItWasCut) {
 
 TEST_P(CutDownload, AllIsCompletedByDownloadNew) {
   EditSomeOfEach(0);
-  const int exchanges = ExchangesOf([this] { return project().DownloadAll(); });
+  const std::vector<std::string> lines = LinesOf([this] { return project().DownloadAll(); });
+  const int exchanges = static_cast<int>(lines.size());
   ASSERT_GT(exchanges, 1000);
-  for (int k = 0; k < exchanges; k += 211) {
-    Mend();
+  for (int k = 1; k < exchanges; k += 211) {
+    Mend(GetParam());
     EditSomeOfEach(k + 1);
     CutAt(k, GetParam());
     EXPECT_FALSE(project().DownloadAll()) << k;
     EXPECT_TRUE(project().NeedsSaving());
-    Mend();
+    Mend(GetParam());
     project().Save();
     ASSERT_EQ(session.Open(path), "");
     EXPECT_NE(project().WhatIsDirty(), "") << k;
