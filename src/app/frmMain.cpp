@@ -111,6 +111,11 @@ const std::vector<frmMain::CommandEntry>& frmMain::Commands() {
       {"mnuToolsResetTableIndex", &frmMain::mnuToolsResetTableIndex_Click},
       {"mnuToolsResetTableJog", &frmMain::mnuToolsResetTableJog_Click},
       {"mnuToolsResetTableZone", &frmMain::mnuToolsResetTableZone_Click},
+      {"mnuEditCut", &frmMain::mnuEditCut_Click},
+      {"mnuEditCopy", &frmMain::mnuEditCopy_Click},
+      {"mnuEditPaste", &frmMain::mnuEditPaste_Click},
+      {"mnuEditUndo", &frmMain::mnuEditUndo_Click},
+      {"mnuEditRedo", &frmMain::mnuEditRedo_Click},
       {"mnuWindowCascade", &frmMain::mnuWindowCascade_Click},
       {"mnuWindowTileHorizontal", &frmMain::mnuWindowTileHorizontal_Click},
       {"mnuWindowTileVertical", &frmMain::mnuWindowTileVertical_Click},
@@ -178,6 +183,7 @@ void frmMain::RefreshWindow() {
   window_->SetChanged(clsProject && clsProject->NeedsSaving());
   EnableByState();
   UpdatePanels();
+  UpdateEditIconToolButtons();
 }
 
 void frmMain::UpdatePanels() {

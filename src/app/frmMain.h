@@ -24,6 +24,7 @@
 #include "platform/MainWindow.h"
 #include "platform/SingleInstance.h"
 #include "project/SessionState.h"
+#include "tools/EditTarget.h"
 
 namespace velmoor {
 
@@ -212,6 +213,16 @@ class frmMain final : public SessionState {
   // command.
   bool RunToolCommand(const std::string& name);
   void clsProject_ToolClosed(Tool tool);
+  // ---- the Edit menu (frmMainEdit.cpp)
+  void ConnectEditMenu();
+  // The active window as the Edit menu knows it; null where it has no such notion.
+  [[nodiscard]] EditTarget* ActiveEditTarget();
+  void UpdateEditIconToolButtons();
+  void mnuEditCut_Click();
+  void mnuEditCopy_Click();
+  void mnuEditPaste_Click();
+  void mnuEditUndo_Click();
+  void mnuEditRedo_Click();
   void ShowToolBars();
   void ShowStatusBar();
   void mnuWindowCascade_Click() { window_->Arrange(Arrangement::cascade); }

@@ -200,6 +200,7 @@ void frmMain::ConnectProject() {
       [this](const std::string& items) { clsProject_ResolutionDataInvalidated(items); });
   held += clsProject->ToolClosed.Connect([this](Tool tool) { clsProject_ToolClosed(tool); });
   ConnectTransfers();
+  ConnectEditMenu();
 }
 
 void frmMain::clsProject_ProjectOpened() {

@@ -50,7 +50,7 @@ int StepsOf(clsHX7Project& project) {
 
 bool frmMain::RunToolCommand(const std::string& name) {
   using P = clsHX7Project;
-  static constexpr std::array<ToolOpener, 4> kOpeners{{
+  static constexpr std::array<ToolOpener, 7> kOpeners{{
       {"mnuToolsIndexerInterface", Tool::interface, ToolWindow::interface, "Main.InterfaceOpen: ",
        ShowTool<&P::Interface, &clsHX7Interface::Show_Interface>, BringToolToFront<&P::Interface>},
       {"mnuToolsIndexerFlexibleIO", Tool::flexibleIO, ToolWindow::flexibleIO,
@@ -61,6 +61,12 @@ bool frmMain::RunToolCommand(const std::string& name) {
        BringToolToFront<&P::OverTravel>},
       {"mnuToolsIndexerHoming", Tool::homing, ToolWindow::homing, "Main.HomingOpen: ",
        ShowTool<&P::Homing, &clsHX7Homing::Show_Homing>, BringToolToFront<&P::Homing>},
+      {"mnuToolsIndexerPosition", Tool::position, ToolWindow::position, "Main.PositionOpen: ",
+       ShowTool<&P::Position, &clsHX7Position::Show_Position>, BringToolToFront<&P::Position>},
+      {"mnuToolsIndexerJog", Tool::jog, ToolWindow::jog, "Main.JogOpen: ",
+       ShowTool<&P::Jog, &clsHX7Jog::Show_Jog>, BringToolToFront<&P::Jog>},
+      {"mnuToolsIndexerZone", Tool::zone, ToolWindow::zone, "Main.ZoneOpen: ",
+       ShowTool<&P::Zone, &clsHX7Zone::Show_Zone>, BringToolToFront<&P::Zone>},
   }};
   static constexpr std::array<SingleUpload, 9> kUploads{{
       {"mnuToolsUploadParameterTuning", Tool::tuning, UploadTool<&P::Tuning>, StepsOf<&P::Tuning>},
@@ -116,6 +122,12 @@ void frmMain::clsProject_ToolClosed(Tool tool) {
       return SetToolOpened(ToolWindow::overTravel, false);
     case Tool::homing:
       return SetToolOpened(ToolWindow::homing, false);
+    case Tool::position:
+      return SetToolOpened(ToolWindow::position, false);
+    case Tool::jog:
+      return SetToolOpened(ToolWindow::jog, false);
+    case Tool::zone:
+      return SetToolOpened(ToolWindow::zone, false);
     default:
       return;
   }

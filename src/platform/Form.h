@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/Chart.h"
 #include "platform/Controls.h"
 #include "platform/Drawing.h"
 #include "platform/Event.h"
@@ -68,6 +69,7 @@ class Form : public CommandSet {
   virtual Lamp& lamp(const std::string& name) = 0;
   virtual ProgressBar& progressBar(const std::string& name) = 0;
   virtual Grid& grid(const std::string& name) = 0;
+  virtual Chart& chart(const std::string& name) = 0;
   virtual TerminalScreen& terminalScreen(const std::string& name) = 0;
   virtual Drawing& drawing(const std::string& name) = 0;
   virtual Timer& timer(const std::string& name) = 0;

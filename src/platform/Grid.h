@@ -11,6 +11,9 @@
 
 namespace velmoor {
 
+// A lamp in the place of a cell's text.
+enum class CellLamp { none, off, on };
+
 // What a cell is, beside its text. The adapter chooses how that looks.
 struct CellTraits {
   bool editable = false;
@@ -20,6 +23,18 @@ struct CellTraits {
   // Choices of a drop-down; empty: a plain text. `comboOpen` lets the user type other texts too.
   std::vector<std::string> comboItems;
   bool comboOpen = false;
+  CellLamp lamp = CellLamp::none;
+};
+
+// A rectangle of cells, ends included.
+struct GridBlock {
+  int top = -1;
+  int left = -1;
+  int bottom = -1;
+  int right = -1;
+  [[nodiscard]] bool IsEmpty() const { return top < 1 || left < 0; }
+  [[nodiscard]] bool IsOneCell() const { return top == bottom && left == right; }
+  bool operator==(const GridBlock&) const = default;
 };
 
 // The items of a list text joined by "|". A list that begins with "|" lets the user type other
@@ -65,6 +80,11 @@ class Grid : public Control {
   [[nodiscard]] virtual int Row() const = 0;  // -1: none
   [[nodiscard]] virtual int Column() const = 0;
   virtual void SetCurrent(int row, int column) = 0;
+  // The selected cells; the current cell alone where nothing else is selected.
+  [[nodiscard]] virtual GridBlock Selection() const = 0;
+  // Selects the block and makes its first cell current.
+  virtual void Select(const GridBlock& block) = 0;
+  [[nodiscard]] virtual bool IsEditing() const = 0;
   // Opens the current cell for editing where its traits allow it.
   virtual void BeginEdit() = 0;
   // Ends an open edit as leaving the cell does. False: ValidateEdit refused it.

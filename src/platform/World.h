@@ -6,6 +6,7 @@
 
 namespace velmoor {
 
+class Clipboard;
 class Clock;
 class Databases;
 class EventPump;
@@ -25,6 +26,7 @@ struct World {
   Settings* settings = nullptr;
   Files* files = nullptr;
   Databases* databases = nullptr;
+  Clipboard* clipboard = nullptr;    // null where a program has none
   Forms* forms = nullptr;            // windows; null where a program has none
   Rx900Utils* rx900Utils = nullptr;  // the card's number formats and checksum
   Mcatbase* catalogue = nullptr;     // the catalogue library

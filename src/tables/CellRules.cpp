@@ -28,6 +28,16 @@ CellCheck CheckRange(const Project& project, UnitKind kind, const std::string& t
   return CellCheck::Accept(formatted);
 }
 
+// A sign that rounding took away stays: it is the direction of the move.
+CellCheck CheckSignedDistance(const Project& project, const std::string& distance) {
+  const CellCheck number = CheckRange(project, UnitKind::distance, distance, "");
+  if (!number.accepted) return number;
+  std::string digits = number.text;
+  if (digits.front() == '-') digits.erase(0, 1);
+  const char sign = distance.front();
+  return CellCheck::Accept((sign == '+' || sign == '-' ? std::string(1, sign) : "") + digits);
+}
+
 bool IsMoveWord(const std::string& text) {
   return text == "+INFINITE" || text == "-INFINITE" || text == "STOP" || text == "-";
 }
@@ -77,20 +87,24 @@ CellCheck CheckMove(const Project& project, const std::string& text) {
         "Position must be a relative (I) or absolute (A) distance, +INFINITE, -INFINITE, STOP or "
         "-!");
   }
-  std::string distance = text.substr(1);
+  const std::string distance = text.substr(1);
   if (distance.empty()) {
     return CellCheck::Refuse("Distance is required for relative or absolute moves!");
   }
   if (!IsFloatText(distance) || distance.front() == ' ') {
     return CellCheck::Refuse("Distance value must be numeric!" + std::string(kRestored));
   }
-  const CellCheck number = CheckRange(project, UnitKind::distance, distance, "");
-  if (!number.accepted) return number;
-  // A sign that rounding took away stays: it is the direction of the move.
-  const bool backward = distance.front() == '-';
-  std::string digits = number.text;
-  if (digits.front() == '-') digits.erase(0, 1);
-  return CellCheck::Accept(kind + (backward ? "-" : "+") + digits);
+  const CellCheck checked = CheckSignedDistance(project, distance);
+  if (!checked.accepted) return checked;
+  const bool signedText = checked.text.front() == '+' || checked.text.front() == '-';
+  return CellCheck::Accept(kind + (signedText ? "" : "+") + checked.text);
+}
+
+CellCheck CheckDialogDistance(const Project& project, const std::string& text) {
+  if (!IsFloatText(text)) {
+    return CellCheck::Refuse("Distance value must be numeric!\rPrevious value will be restored!");
+  }
+  return CheckSignedDistance(project, text);
 }
 
 CellCheck CheckOutputs(const std::string& text) {
@@ -99,6 +113,20 @@ CellCheck CheckOutputs(const std::string& text) {
                              std::string(kRestored));
   }
   return CellCheck::Accept(text);
+}
+
+// A time with decimals is refused, on purpose.
+CellCheck CheckEventTime(const std::string& text) {
+  std::string strError;
+  if (!IsLongText(text, strError)) {
+    return CellCheck::Refuse(strError + "\rPlease enter a non-float value." + kRestored);
+  }
+  const std::int32_t milliseconds = Int32FromText(text);
+  if (milliseconds < 0 || milliseconds > kMostEventTime) {
+    return CellCheck::Refuse("Time value must be in the range from 0 to 99999!" +
+                             std::string(kRestored));
+  }
+  return CellCheck::Accept(NumberText(milliseconds));
 }
 
 CellCheck CheckEvent(const std::string& text) {
@@ -111,16 +139,8 @@ CellCheck CheckEvent(const std::string& text) {
   }
   const std::string time = at == std::string::npos ? "" : text.substr(at + 1);
   if (time.empty()) return CellCheck::Accept(word + "T0");
-  std::string strError;
-  if (!IsLongText(time, strError)) {
-    return CellCheck::Refuse(strError + "\rPlease enter a non-float value." + kRestored);
-  }
-  const std::int32_t milliseconds = Int32FromText(time);
-  if (milliseconds < 0 || milliseconds > kMostEventTime) {
-    return CellCheck::Refuse("Time value must be in the range from 0 to 99999!" +
-                             std::string(kRestored));
-  }
-  return CellCheck::Accept(word + "T" + NumberText(milliseconds));
+  const CellCheck check = CheckEventTime(time);
+  return check.accepted ? CellCheck::Accept(word + "T" + check.text) : check;
 }
 
 CellCheck CheckLoop(const std::string& text) {

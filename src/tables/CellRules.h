@@ -29,8 +29,12 @@ inline constexpr std::int32_t kMostEventTime = 99999;  // ms
 // Cells of the index table; `step` is the row from 1.
 [[nodiscard]] CellCheck CheckLabel(const clsHX7Position& table, int step, const std::string& text);
 [[nodiscard]] CellCheck CheckMove(const Project& project, const std::string& text);
+// The distance alone, with the words of its dialog; a sign that was typed stays.
+[[nodiscard]] CellCheck CheckDialogDistance(const Project& project, const std::string& text);
 [[nodiscard]] CellCheck CheckOutputs(const std::string& text);
 [[nodiscard]] CellCheck CheckEvent(const std::string& text);
+// The time behind an event, in milliseconds.
+[[nodiscard]] CellCheck CheckEventTime(const std::string& text);
 [[nodiscard]] CellCheck CheckLoop(const std::string& text);
 [[nodiscard]] CellCheck CheckNext(const clsHX7Position& table, int step, const std::string& text);
 // The check that belongs to a column of clsHX7Position; an empty text passes.

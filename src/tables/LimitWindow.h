@@ -3,44 +3,37 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
-#include "session/Project.h"
-#include "tables/MotionTable.h"
-#include "tables/TableGrid.h"
-#include "tools/GridWindow.h"
+#include "tables/TableWindow.h"
 
 namespace velmoor {
 
-class LimitWindow : public GridWindow {
+class LimitWindow : public TableWindow {
  public:
-  // The unit's words changed.
-  void UpdateUnitsInHeader();
-
-  // ---- the cell buffer of the Edit menu
-  [[nodiscard]] bool CanCopyCell() const;
-  [[nodiscard]] bool CanPasteCell() const;
-  void CopyCellContentsIntoBuffer();
-  void CutCellContentsIntoBuffer();
-  void PasteCellContentsFromBuffer();
+  // ---- the buffer of one cell
+  [[nodiscard]] bool CanCopyCell() const { return CurrentCell().row > 0; }
+  [[nodiscard]] bool CanPasteCell() const { return CanCopyCell() && strTempBuffer_; }
+  void CopyCellContentsIntoBuffer() { Copy(); }
+  void CutCellContentsIntoBuffer() { Cut(); }
+  void PasteCellContentsFromBuffer() { Paste(); }
 
  protected:
-  LimitWindow(std::string formName, MotionTable& table, UnitKind kind, std::string numberHeading);
+  LimitWindow(TableWindowInfo info, MotionTable& table, UnitKind kind)
+      : TableWindow(std::move(info), table), table_(table), kind_(kind) {}
 
-  // One heading for each column, in the project's units.
-  [[nodiscard]] virtual std::vector<std::string> Headings(const Project& project) const = 0;
-  void FormLoad() override;
+  [[nodiscard]] CellCheck Check(int row, int column, const std::string& text) const override;
+  void CopyIntoBuffer(int row, int column) override { strTempBuffer_ = table_.Text(row, column); }
+  void CutIntoBuffer(int row, int column) override { table_.SetText(row, column, ""); }
+  void PasteFromBuffer(int row, int column) override;
+  [[nodiscard]] bool HoldsBuffer() const override { return strTempBuffer_.has_value(); }
+  [[nodiscard]] CellBlock BufferBlock(int row, int column) const override {
+    return {row, column, row, column};
+  }
 
  private:
-  void vsFG_ValidateEdit(GridEdit& edit);
-  void vsFG_AfterEdit(int row);
-  // The table's column under the cursor; -1 on the number, a bit, or nothing.
-  [[nodiscard]] int CurrentColumn() const;
-  void PutIntoCurrentCell(const std::string& text);
-  [[nodiscard]] static Project& project();
-
   MotionTable& table_;
   UnitKind kind_;
-  TableGrid source_;
   std::optional<std::string> strTempBuffer_;
 };
 

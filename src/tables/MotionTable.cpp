@@ -8,6 +8,7 @@
 #include "platform/Utility.h"
 #include "project/data/Schema.h"
 #include "session/Session.h"
+#include "tables/TableWindow.h"
 #include "tools/UnitConversion.h"
 
 namespace velmoor {
@@ -28,6 +29,8 @@ MotionTable::MotionTable(const TableLayout& layout)
              std::vector<std::string>(layout.columns.size())),
       dirty_(static_cast<std::size_t>(layout.rows), "0"),
       touched_(static_cast<std::size_t>(layout.rows), false) {}
+
+MotionTable::~MotionTable() = default;
 
 Project& MotionTable::project() const {
   Project* const current = gMainForm != nullptr ? gMainForm->CurrentProject() : nullptr;
@@ -67,6 +70,12 @@ void MotionTable::SetDirtyCell(int row, bool dirty) {
   touched_[Index(row)] = true;
 }
 
+void MotionTable::MarkChangesSince(const Rows& cells) {
+  for (int row = 1; row <= layout_.rows; ++row) {
+    if (cells.at(Index(row)) != cells_[Index(row)]) SetDirtyCell(row, true);
+  }
+}
+
 bool MotionTable::IsBlank(int row) const {
   for (std::size_t i = 0; i < layout_.columns.size(); ++i) {
     if (IsWritten(layout_.columns[i]) && !cells_[Index(row)][i].empty()) return false;
@@ -74,8 +83,64 @@ bool MotionTable::IsBlank(int row) const {
   return true;
 }
 
+// ---- the window
+// -------------------------------------------------------------------------------------
+
+void MotionTable::TakeWindow(std::unique_ptr<TableWindow> window) {
+  frm_ = std::move(window);
+  connections_ += frm_->ChangeAccepted.Connect([this] { frm_ChangeAccepted(); });
+  connections_ += frm_->ChangeCanceled.Connect([this] { frm_ChangeCanceled(); });
+  connections_ += frm_->Closed.Connect([this] { Closed.Raise(); });
+  connections_ += frm_->EditStateChanged.Connect([this] { EditStateChanged.Raise(); });
+}
+
+bool MotionTable::Show() {
+  return frm_->Show(FormMode::modeless);
+}
+
+void MotionTable::Unload() {
+  frm_->Unload();
+}
+
+void MotionTable::BringToFront() {
+  frm_->BringToFront();
+}
+
+void MotionTable::UpdateUnitsDisplayed() {
+  frm_->UpdateUnitsInHeader();
+}
+
+void MotionTable::ShowInWindow() {
+  frm_->LoadFlexGrid();
+}
+
+void MotionTable::frm_ChangeAccepted() {
+  if (frm_->IsDirty() && !ChangeAccepted()) frm_->CommitFailed();
+}
+
+void MotionTable::frm_ChangeCanceled() {
+  LoadFromProject();
+}
+
+bool MotionTable::LoadFromProject() {
+  const bool read = ReadFromDB();
+  ShowInWindow();
+  return read;
+}
+
 // ---- the file
 // ---------------------------------------------------------------------------------------
+
+// Cells, marks and flags come back when `work` throws.
+void MotionTable::AllOrNothing(const std::function<void()>& work) {
+  const Snapshot before = TakeSnapshot();
+  try {
+    work();
+  } catch (...) {
+    RestoreSnapshot(before);
+    throw;
+  }
+}
 
 void MotionTable::ForEachRecord(const std::function<void(int, RowSet&)>& work, bool writes) {
   const auto database =
@@ -96,16 +161,18 @@ void MotionTable::ForEachRecord(const std::function<void(int, RowSet&)>& work, b
 bool MotionTable::ReadFromDB() {
   // "ReadToDB" is how this message is spelled, on purpose.
   return Trapped(Prefix("ReadToDB"), [this] {
-    ForEachRecord(
-        [this](int row, RowSet& record) {
-          for (std::size_t i = 0; i < layout_.columns.size(); ++i) {
-            const TableColumn& column = layout_.columns[i];
-            if (!column.field.empty()) cells_[Index(row)][i] = record.Text(column.field);
-          }
-          dirty_[Index(row)] = record.Text(kDirty) == "1" ? "1" : "0";
-          touched_[Index(row)] = false;
-        },
-        false);
+    AllOrNothing([this] {
+      ForEachRecord(
+          [this](int row, RowSet& record) {
+            for (std::size_t i = 0; i < layout_.columns.size(); ++i) {
+              const TableColumn& column = layout_.columns[i];
+              if (!column.field.empty()) cells_[Index(row)][i] = record.Text(column.field);
+            }
+            dirty_[Index(row)] = record.Text(kDirty) == "1" ? "1" : "0";
+            touched_[Index(row)] = false;
+          },
+          false);
+    });
     return true;
   });
 }
@@ -119,7 +186,7 @@ bool MotionTable::StoreRows(bool markMovedCounts) {
     ForEachRecord(
         [&](int row, RowSet& record) {
           const bool complete = IsDataSetComplete(row);
-          if (markMovedCounts && complete && ControllerFormMoved(row, record)) {
+          if (markMovedCounts && complete && WireFormMoved(row, record)) {
             SetDirtyCell(row, true);
           }
           if (IsStored(row)) StoreRow(row, record, complete);
@@ -130,12 +197,16 @@ bool MotionTable::StoreRows(bool markMovedCounts) {
   });
 }
 
-// A step whose text stays but whose label of the next step has moved sends another number.
-bool MotionTable::ControllerFormMoved(int row, const RowSet& record) const {
+// What would go on the wire differs from what the record holds. A step whose text stays but whose
+// label of the next step has moved sends another number; and a download may have cleared the mark
+// of an edit that was not applied yet.
+bool MotionTable::WireFormMoved(int row, const RowSet& record) const {
   for (std::size_t i = 0; i < layout_.columns.size(); ++i) {
     const TableColumn& column = layout_.columns[i];
-    if (column.controllerField.empty()) continue;
-    if (record.Text(column.controllerField) != ToController(column.kind, cells_[Index(row)][i])) {
+    if (!IsWritten(column) || column.kind == CellKind::label) continue;
+    const bool converted = !column.controllerField.empty();
+    if (record.Text(converted ? column.controllerField : column.field) !=
+        ToController(column.kind, cells_[Index(row)][i])) {
       return true;
     }
   }
@@ -158,9 +229,8 @@ void MotionTable::StoreRow(int row, RowSet& record, bool complete) {
 }
 
 bool MotionTable::ClearData() {
-  return Trapped(Prefix("ClearData"), [this] {
-    const Snapshot before = TakeSnapshot();
-    try {
+  const bool cleared = Trapped(Prefix("ClearData"), [this] {
+    AllOrNothing([this] {
       for (auto& row : cells_) {
         for (std::size_t i = 0; i < row.size(); ++i) {
           if (IsWritten(layout_.columns[i])) row[i].clear();
@@ -168,13 +238,12 @@ bool MotionTable::ClearData() {
       }
       dirty_.assign(dirty_.size(), "1");
       ForEachRecord([this](int row, RowSet& record) { StoreRow(row, record, true); }, true);
-    } catch (...) {
-      RestoreSnapshot(before);
-      throw;
-    }
+    });
     blnIsDirty_ = blnNeedsSaving_ = true;
     return true;
   });
+  ShowInWindow();
+  return cleared;
 }
 
 std::int16_t MotionTable::GetNumberOfNewRows() const {
@@ -191,9 +260,8 @@ std::int16_t MotionTable::GetNumberOfNewRows() const {
 }
 
 bool MotionTable::ChangeResolution(std::int16_t digits) {
-  return Trapped(Prefix("ChangeResolution"), [&] {
-    const Snapshot before = TakeSnapshot();
-    try {
+  const bool changed = Trapped(Prefix("ChangeResolution"), [&] {
+    AllOrNothing([&] {
       ForEachRecord(
           [&](int row, RowSet& record) {
             if (!ScalesWithResolution(row)) return;
@@ -202,16 +270,16 @@ bool MotionTable::ChangeResolution(std::int16_t digits) {
               if (!cell.empty()) cell = Reformatted(layout_.columns[i].kind, cell, digits);
             }
             dirty_[Index(row)] = "1";
-            StoreRow(row, record, true);
+            // A row that is still being filled in reaches the file no more than by a store.
+            StoreRow(row, record, IsDataSetComplete(row));
           },
           true);
-    } catch (...) {
-      RestoreSnapshot(before);
-      throw;
-    }
+    });
     blnIsDirty_ = blnNeedsSaving_ = true;
     return true;
   });
+  ShowInWindow();
+  return changed;
 }
 
 bool MotionTable::ChangeAccepted() {
@@ -226,11 +294,12 @@ void MotionTable::CommitUploadedData(bool bState) {
   blnNeedsSaving_ = true;
   blnIsDirty_ = false;
   // Read back, so that memory shows just what the file holds: a blank step has no label.
-  if (SaveToDB()) ReadFromDB();
+  if (SaveToDB()) LoadFromProject();
+  frm_->PostUploadCommitted();
 }
 
 MotionTable::Snapshot MotionTable::TakeSnapshot() const {
-  return {cells_, dirty_, blnIsDirty_, blnNeedsSaving_};
+  return {cells_, dirty_, blnIsDirty_, blnNeedsSaving_, frm_->NotCommitted()};
 }
 
 void MotionTable::RestoreSnapshot(const Snapshot& snapshot) {
@@ -238,6 +307,8 @@ void MotionTable::RestoreSnapshot(const Snapshot& snapshot) {
   dirty_ = snapshot.dirty;
   blnIsDirty_ = snapshot.isDirty;
   blnNeedsSaving_ = snapshot.needsSaving;
+  frm_->SetNotCommitted(snapshot.notCommitted);
+  frm_->RefreshGrid();
 }
 
 // ---- conversions

@@ -21,6 +21,8 @@
 
 namespace velmoor {
 
+class TableWindow;
+
 // How the text of a cell becomes what goes on the wire.
 enum class CellKind {
   fixed,     // display only, never written
@@ -52,10 +54,10 @@ class MotionTable {
   struct Snapshot {
     Rows cells;
     std::vector<std::string> dirty;
-    bool isDirty = false, needsSaving = false;
+    bool isDirty = false, needsSaving = false, notCommitted = false;
   };
 
-  virtual ~MotionTable() = default;
+  virtual ~MotionTable();
   MotionTable(const MotionTable&) = delete;
   MotionTable& operator=(const MotionTable&) = delete;
 
@@ -79,12 +81,28 @@ class MotionTable {
   // "1": the amplifier's copy is out of date.
   [[nodiscard]] const std::string& DirtyCell(int row) const;
   void SetDirtyCell(int row, bool dirty);
+  // Marks the rows whose cells differ from `cells`.
+  void MarkChangesSince(const Rows& cells);
+  // A copy of all cells.
+  [[nodiscard]] const Rows& Cells() const { return cells_; }
   // Every cell that the user can fill is empty.
   [[nodiscard]] bool IsBlank(int row) const;
   [[nodiscard]] virtual bool IsDataSetComplete(int row) const = 0;
 
+  // ---- the window, which the table owns
+  // ------------------------------------------------------------
+  // False when the window cannot be had, of which the user was told.
+  bool Show();
+  void Unload();
+  void BringToFront();
+  [[nodiscard]] TableWindow& Window() { return *frm_; }
+  // The project's units changed their words.
+  void UpdateUnitsDisplayed();
+
   // ---- the file
   // -----------------------------------------------------------------------------------
+  // Reads the rows and shows them in an open window.
+  bool LoadFromProject();
   bool ReadFromDB();
   // All rows or none.
   bool SaveToDB();
@@ -92,7 +110,8 @@ class MotionTable {
   [[nodiscard]] std::int16_t GetNumberOfNewRows() const;
   // Keeps the user's numbers and changes their counts.
   bool ChangeResolution(std::int16_t digits);
-  // Accepts what the window holds: saves it and raises Applied.
+  // Accepts the edited rows: saves them and raises Applied. False: nothing was stored, of which the
+  // user was told.
   bool ChangeAccepted();
 
   // ---- the amplifier
@@ -106,13 +125,16 @@ class MotionTable {
   // ---- events
   // -------------------------------------------------------------------------------------
   Event<> Applied;
-  Event<> Closed;
+  Event<> Closed;            // the window closed
+  Event<> EditStateChanged;  // what the Edit menu may do with the window has changed
   Event<const std::string&> Status;
   Event<std::int16_t, std::int16_t> Downloading;  // count, total
   Event<std::int16_t, std::int16_t> Uploading;    // row, total
 
  protected:
   explicit MotionTable(const TableLayout& layout);
+  // Once, in the constructor of each table.
+  void TakeWindow(std::unique_ptr<TableWindow> window);
 
   // Whether SaveToDB writes the row; a row that is not complete is written empty.
   [[nodiscard]] virtual bool IsStored(int row) const = 0;
@@ -150,7 +172,11 @@ class MotionTable {
   void ForEachRecord(const std::function<void(int row, RowSet& record)>& work, bool writes);
   ResultCode UploadRowSafely(int row);
   bool StoreRows(bool markMovedCounts);
-  [[nodiscard]] bool ControllerFormMoved(int row, const RowSet& record) const;
+  void frm_ChangeAccepted();
+  void frm_ChangeCanceled();
+  void ShowInWindow();
+  void AllOrNothing(const std::function<void()>& work);
+  [[nodiscard]] bool WireFormMoved(int row, const RowSet& record) const;
   void StoreRow(int row, RowSet& record, bool complete);
   bool DownloadRecords(Database& database, RowSet& records, std::int16_t total);
 
@@ -162,6 +188,8 @@ class MotionTable {
   bool blnIsDirty_ = false;
   bool blnNeedsSaving_ = false;
   bool blnDataInvalidated_ = false;
+  std::unique_ptr<TableWindow> frm_;
+  Connections connections_;
 };
 
 }  // namespace velmoor

@@ -7,6 +7,7 @@
 #include "project/data/Schema.h"
 #include "session/Session.h"
 #include "tables/MotionTable.h"
+#include "tables/TableWindow.h"
 
 namespace velmoor {
 namespace {
@@ -16,7 +17,7 @@ constexpr std::string_view kDirty = schema::Position::kDirty;
 }  // namespace
 
 bool MotionTable::Upload() {
-  return Trapped(Prefix("Upload"), [this] {
+  const bool uploaded = Trapped(Prefix("Upload"), [this] {
     const auto total = Narrow<std::int16_t>(layout_.rows);
     for (int row = 1; row <= layout_.rows; ++row) {
       if (gMainForm->StopProcedure()) {
@@ -32,9 +33,13 @@ bool MotionTable::Upload() {
       }
       SetDirtyCell(row, false);
     }
+    frm_->PostUpload();
     Status.Raise("Upload Complete");
     return true;
   });
+  // Rows that were read before a failure stay, and are shown.
+  if (!uploaded) frm_->PostUpload();
+  return uploaded;
 }
 
 // An answer that is no number fails like one that does not come.
@@ -47,7 +52,7 @@ ResultCode MotionTable::UploadRowSafely(int row) {
 }
 
 bool MotionTable::Download(bool blnOverRide) {
-  return Trapped(Prefix("Download"), [&] {
+  const bool downloaded = Trapped(Prefix("Download"), [&] {
     if (!MayDownload()) return false;
     if (blnOverRide) {
       ForEachRecord(
@@ -66,6 +71,8 @@ bool MotionTable::Download(bool blnOverRide) {
     Status.Raise("Download Complete");
     return true;
   });
+  frm_->RefreshGrid();
+  return downloaded;
 }
 
 bool MotionTable::DownloadRecords(Database& database, RowSet& records, std::int16_t total) {

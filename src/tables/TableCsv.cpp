@@ -76,7 +76,7 @@ class Import {
       table_.RestoreSnapshot(before);
       return faults_;
     }
-    MarkChanges(before);
+    table_.MarkChangesSince(before.cells);
     return {};
   }
 
@@ -164,17 +164,6 @@ class Import {
           AddFault(Place(row) + ", column " + std::string(shape_.cells[i]) + ": " + result.words);
         }
       }
-    }
-  }
-
-  void MarkChanges(const MotionTable::Snapshot& before) {
-    for (int row = 1; row <= table_.RowsInArray(); ++row) {
-      const auto& old = before.cells[static_cast<std::size_t>(row) - 1];
-      bool changed = false;
-      for (std::size_t i = 0; i < shape_.cells.size(); ++i) {
-        changed = changed || old[i] != table_.Text(row, static_cast<int>(i));
-      }
-      if (changed) table_.SetDirtyCell(row, true);
     }
   }
 

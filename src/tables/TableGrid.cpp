@@ -14,9 +14,7 @@ std::string TableGrid::Text(int row, int column) const {
     return column == 0 ? numberHeading_ : headings_.at(static_cast<std::size_t>(column) - 1);
   }
   if (column == 0) return NumberText(row - 1 + firstNumber_);
-  const std::string& text = table_.Text(row, column - 1);
-  if (!IsBit(column)) return text;
-  return text == "1" ? "\xe2\x97\x8f" : "\xe2\x97\x8b";  // a filled and an empty circle
+  return IsBit(column) ? "" : table_.Text(row, column - 1);
 }
 
 void TableGrid::SetText(int row, int column, const std::string& text) {
@@ -28,6 +26,9 @@ CellTraits TableGrid::Traits(int row, int column) const {
   if (row == 0) return traits;
   traits.changed = table_.DirtyCell(row) == "1";
   traits.editable = column > 0 && !IsBit(column);
+  if (IsBit(column)) {
+    traits.lamp = table_.Text(row, column - 1) == "1" ? CellLamp::on : CellLamp::off;
+  }
   if (traitsOf_ && column > 0) traitsOf_(row, column - 1, traits);
   return traits;
 }

@@ -1,11 +1,13 @@
 #include "tables/clsHX7Jog.h"
 
 #include <array>
+#include <memory>
 
 #include "link/clsHX7Helix7.h"
 #include "platform/Numbers.h"
 #include "project/data/Schema.h"
 #include "session/Session.h"
+#include "tables/frmJog.h"
 
 namespace velmoor {
 
@@ -26,7 +28,9 @@ constexpr TableLayout kLayout{"clsJog", Jog::kTable, Jog::kJog, static_cast<int>
 
 }  // namespace
 
-clsHX7Jog::clsHX7Jog() : MotionTable(kLayout) {}
+clsHX7Jog::clsHX7Jog() : MotionTable(kLayout) {
+  TakeWindow(std::make_unique<frmJog>(*this));
+}
 
 ResultCode clsHX7Jog::UploadRow(int row) {
   std::string counts;

@@ -11,6 +11,9 @@ class clsHX7Jog final : public MotionTable {
 
   clsHX7Jog();
 
+  bool Show_Jog() { return Show(); }
+  void Unload_Jog() { Unload(); }
+
   [[nodiscard]] bool IsDataSetComplete(int /*row*/) const override { return true; }
 
  protected:

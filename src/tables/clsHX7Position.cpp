@@ -2,12 +2,14 @@
 
 #include <algorithm>
 #include <array>
+#include <memory>
 
 #include "link/clsHX7Helix7.h"
 #include "platform/MessageBoxes.h"
 #include "platform/Numbers.h"
 #include "project/data/Schema.h"
 #include "session/Session.h"
+#include "tables/frmPosition.h"
 
 namespace velmoor {
 
@@ -58,7 +60,9 @@ bool IsNewEvent(const std::string& strEvent) {
   return strEvent.find("SEL5") != std::string::npos || strEvent.find("SEL6") != std::string::npos;
 }
 
-clsHX7Position::clsHX7Position() : MotionTable(kLayout) {}
+clsHX7Position::clsHX7Position() : MotionTable(kLayout) {
+  TakeWindow(std::make_unique<frmPosition>(*this));
+}
 
 bool clsHX7Position::IsDataSetComplete(int row) const {
   for (int column = position; column <= next; ++column) {
@@ -130,13 +134,17 @@ ResultCode clsHX7Position::UploadRow(int row) {
   const ResultCode result =
       gMainForm->Helix7()->readIndexTable(Narrow<std::int16_t>(row - 1), texts);
   if (result != kSuccess) return result;
-  SetText(row, label, DefaultLabel(row));
+  std::vector<std::string> cells{DefaultLabel(row)};
   for (int column = position; column <= next; ++column) {
     const std::string text(Trim(texts[static_cast<std::size_t>(column) - 1]));
     std::string shown = FromController(kColumns[static_cast<std::size_t>(column)].kind, text);
     if (column == event) shown = ConvertPaddedTimeToTime(text);
     if (column == loop && !text.empty()) shown = NumberText(Int32FromText(text));
-    SetText(row, column, shown);
+    cells.push_back(std::move(shown));
+  }
+  // All are converted before any is shown.
+  for (int column = label; column <= next; ++column) {
+    SetText(row, column, cells[static_cast<std::size_t>(column)]);
   }
   return kSuccess;
 }

@@ -31,6 +31,9 @@ class clsHX7Position final : public MotionTable {
 
   clsHX7Position();
 
+  bool Show_Position() { return Show(); }
+  void Unload_Position() { Unload(); }
+
   // Position, speeds, registration distance, outputs, event, loop and next are there; the label is
   // not asked for.
   [[nodiscard]] bool IsDataSetComplete(int row) const override;

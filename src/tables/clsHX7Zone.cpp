@@ -1,11 +1,13 @@
 #include "tables/clsHX7Zone.h"
 
 #include <array>
+#include <memory>
 
 #include "link/clsHX7Helix7.h"
 #include "platform/Numbers.h"
 #include "project/data/Schema.h"
 #include "session/Session.h"
+#include "tables/frmZone.h"
 
 namespace velmoor {
 
@@ -28,7 +30,9 @@ constexpr TableLayout kLayout{"clsZone", Zone::kTable, Zone::kZone, static_cast<
 
 }  // namespace
 
-clsHX7Zone::clsHX7Zone() : MotionTable(kLayout) {}
+clsHX7Zone::clsHX7Zone() : MotionTable(kLayout) {
+  TakeWindow(std::make_unique<frmZone>(*this));
+}
 
 bool clsHX7Zone::IsDataSetComplete(int row) const {
   return Text(row, lower).empty() == Text(row, upper).empty();
@@ -39,10 +43,11 @@ ResultCode clsHX7Zone::UploadRow(int row) {
   const ResultCode result =
       gMainForm->Helix7()->readZoneTable(Narrow<std::int16_t>(row - 1), limits);
   if (result != kSuccess) return result;
-  for (const int column : {lower, upper}) {
-    const auto& text = limits[static_cast<std::size_t>(column)];
-    SetText(row, column, FromController(CellKind::distance, std::string(Trim(text))));
-  }
+  // Both are converted before either is shown.
+  const std::string low = FromController(CellKind::distance, std::string(Trim(limits[lower])));
+  const std::string high = FromController(CellKind::distance, std::string(Trim(limits[upper])));
+  SetText(row, lower, low);
+  SetText(row, upper, high);
   return kSuccess;
 }
 

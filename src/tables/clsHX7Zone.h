@@ -11,6 +11,9 @@ class clsHX7Zone final : public MotionTable {
 
   clsHX7Zone();
 
+  bool Show_Zone() { return Show(); }
+  void Unload_Zone() { Unload(); }
+
   // Both limits are there, or none.
   [[nodiscard]] bool IsDataSetComplete(int row) const override;
 

@@ -5,14 +5,19 @@
 
 namespace velmoor {
 
+class clsHX7Jog;
+
 class frmJog final : public LimitWindow {
  public:
-  explicit frmJog(MotionTable& jog) : LimitWindow("frmJog", jog, UnitKind::speed, "Jog") {}
+  explicit frmJog(clsHX7Jog& jog);
 
  protected:
-  [[nodiscard]] std::vector<std::string> Headings(const Project& project) const override {
-    return {"Speed (" + project.SpeedUnits() + ")", "JOG0", "JOG1", "JOG2", "JOG3"};
-  }
+  [[nodiscard]] std::vector<std::string> Headings(const Project& project) const override;
+  [[nodiscard]] std::string ExportText() const override;
+  [[nodiscard]] std::vector<std::string> ImportText(const std::string& text) override;
+
+ private:
+  clsHX7Jog& jog_;
 };
 
 }  // namespace velmoor

@@ -5,20 +5,21 @@
 
 namespace velmoor {
 
+class clsHX7Zone;
+
 class frmZone final : public LimitWindow {
  public:
-  explicit frmZone(MotionTable& zone) : LimitWindow("frmZone", zone, UnitKind::distance, "Zone") {}
+  explicit frmZone(clsHX7Zone& zone);
 
  protected:
-  [[nodiscard]] std::vector<std::string> Headings(const Project& project) const override {
-    return {"Lower (" + project.DistanceUnits() + ")",
-            "Upper (" + project.DistanceUnits() + ")",
-            "POUT0",
-            "POUT1",
-            "POUT2",
-            "POUT3",
-            "POUT4"};
-  }
+  [[nodiscard]] std::vector<std::string> Headings(const Project& project) const override;
+  [[nodiscard]] std::string ExportText() const override;
+  [[nodiscard]] std::vector<std::string> ImportText(const std::string& text) override;
+  // A zone with one limit only would be stored empty: it is told of, and refused.
+  bool MayCommit() override;
+
+ private:
+  clsHX7Zone& zone_;
 };
 
 }  // namespace velmoor

@@ -102,13 +102,13 @@ void HeadlessTerminalScreen::SetColors(std::uint32_t text, std::uint32_t bold,
 
 void HeadlessGrid::Bind(GridSource* source) {
   source_ = source;
-  row_ = column_ = -1;
+  SetCurrent(-1, -1);
   edit_.reset();
 }
 
 void HeadlessGrid::Refresh() {
   edit_.reset();
-  if (source_ == nullptr || row_ >= source_->Rows()) row_ = column_ = -1;
+  if (source_ == nullptr || row_ >= source_->Rows()) SetCurrent(-1, -1);
 }
 
 void HeadlessGrid::SetColumnHidden(int column, bool hidden) {
@@ -130,6 +130,16 @@ void HeadlessGrid::SetRowHidden(int row, bool hidden) {
 void HeadlessGrid::SetCurrent(int row, int column) {
   row_ = row;
   column_ = column;
+  block_.reset();
+}
+
+GridBlock HeadlessGrid::Selection() const {
+  return block_.value_or(GridBlock{row_, column_, row_, column_});
+}
+
+void HeadlessGrid::Select(const GridBlock& block) {
+  SetCurrent(block.top, block.left);
+  block_ = block;
 }
 
 void HeadlessGrid::BeginEdit() {

@@ -7,6 +7,7 @@
 #include <set>
 #include <utility>
 
+#include "platform/Chart.h"
 #include "platform/Controls.h"
 #include "platform/Drawing.h"
 #include "platform/Grid.h"
@@ -180,6 +181,17 @@ class HeadlessTerminalScreen final : public HeadlessControl<TerminalScreen> {
   int column_ = 1;
 };
 
+class HeadlessChart final : public HeadlessControl<Chart> {
+ public:
+  void Show(const ChartData& data, const std::string& emptyText) override {
+    shown = data;
+    shownEmptyText = emptyText;
+  }
+
+  ChartData shown;
+  std::string shownEmptyText;
+};
+
 class HeadlessGrid final : public HeadlessControl<Grid> {
  public:
   void Bind(GridSource* source) override;
@@ -195,6 +207,9 @@ class HeadlessGrid final : public HeadlessControl<Grid> {
   [[nodiscard]] int Row() const override { return row_; }
   [[nodiscard]] int Column() const override { return column_; }
   void SetCurrent(int row, int column) override;
+  [[nodiscard]] GridBlock Selection() const override;
+  void Select(const GridBlock& block) override;
+  [[nodiscard]] bool IsEditing() const override { return edit_.has_value(); }
   void BeginEdit() override;
   bool FinishEdit() override;
 
@@ -213,6 +228,7 @@ class HeadlessGrid final : public HeadlessControl<Grid> {
   GridSource* source_ = nullptr;
   int row_ = -1;
   int column_ = -1;
+  std::optional<GridBlock> block_;
   std::optional<GridEdit> edit_;
   std::set<int> hiddenColumns_;
   std::set<int> hiddenRows_;

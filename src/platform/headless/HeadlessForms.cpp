@@ -112,6 +112,9 @@ HeadlessProgressBar& HeadlessForm::progressBar(const std::string& name) {
 HeadlessGrid& HeadlessForm::grid(const std::string& name) {
   return Find<HeadlessGrid>(name);
 }
+HeadlessChart& HeadlessForm::chart(const std::string& name) {
+  return Find<HeadlessChart>(name);
+}
 HeadlessTerminalScreen& HeadlessForm::terminalScreen(const std::string& name) {
   return Find<HeadlessTerminalScreen>(name);
 }

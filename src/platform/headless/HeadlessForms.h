@@ -77,6 +77,7 @@ class HeadlessForm final : public HeadlessCommands<Form> {
   HeadlessLamp& lamp(const std::string& name) override;
   HeadlessProgressBar& progressBar(const std::string& name) override;
   HeadlessGrid& grid(const std::string& name) override;
+  HeadlessChart& chart(const std::string& name) override;
   HeadlessTerminalScreen& terminalScreen(const std::string& name) override;
   HeadlessDrawing& drawing(const std::string& name) override;
   Timer& timer(const std::string& name) override;

@@ -6,6 +6,7 @@
 
 #include "platform/World.h"
 #include "platform/headless/HeadlessBoxes.h"
+#include "platform/headless/HeadlessClipboard.h"
 #include "platform/headless/HeadlessEvents.h"
 #include "platform/headless/HeadlessForms.h"
 #include "platform/headless/HeadlessSettings.h"
@@ -21,6 +22,7 @@ class HeadlessWorld {
     world.events = &events;
     world.clock = &clock;
     world.settings = &settings;
+    world.clipboard = &clipboard;
     world.forms = &forms;
     SetWorld(&world);
   }
@@ -31,6 +33,7 @@ class HeadlessWorld {
   HeadlessClock clock;
   HeadlessEvents events;
   HeadlessSettings settings;
+  HeadlessClipboard clipboard;
   HeadlessBoxes boxes;
   HeadlessDialogs dialogs;
   HeadlessForms forms;

@@ -27,6 +27,19 @@ void DrawButton(QPainter& painter, const QStyleOptionViewItem& option) {
   QApplication::style()->drawControl(QStyle::CE_PushButton, &button, &painter);
 }
 
+void DrawLamp(QPainter& painter, const QStyleOptionViewItem& option, bool on) {
+  const QColor color = LampColor(on ? Tone::good : Tone::normal, option.palette);
+  const double side = std::min(option.rect.height(), 18) - 6.0;
+  QRectF circle(0, 0, side, side);
+  circle.moveCenter(QRectF(option.rect).center());
+  painter.save();
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(QPen(color.darker(140), 1));
+  painter.setBrush(color);
+  painter.drawEllipse(circle);
+  painter.restore();
+}
+
 }  // namespace
 
 GridDelegate::GridDelegate(const GridModel& model, Hooks hooks, QObject* parent)
@@ -51,6 +64,7 @@ void GridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     painter->fillRect(mark, LampColor(Tone::busy, option.palette));
   }
   if (traits.button) DrawButton(*painter, option);
+  if (traits.lamp != CellLamp::none) DrawLamp(*painter, option, traits.lamp == CellLamp::on);
 }
 
 QWidget* GridDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&,

@@ -12,6 +12,7 @@
 #include <QTableView>
 
 #include "platform/qt/QtAppearance.h"
+#include "platform/qt/QtChart.h"
 #include "platform/qt/QtControls.h"
 #include "platform/qt/QtDrawing.h"
 #include "platform/qt/QtForms.h"
@@ -209,6 +210,9 @@ ProgressBar& QtForm::progressBar(const std::string& name) {
 }
 Grid& QtForm::grid(const std::string& name) {
   return Find<QtGrid, QTableView>(name);
+}
+Chart& QtForm::chart(const std::string& name) {
+  return Find<QtChart, ChartWidget>(name);
 }
 TerminalScreen& QtForm::terminalScreen(const std::string& name) {
   return Find<QtTerminalScreen, TerminalWidget>(name);

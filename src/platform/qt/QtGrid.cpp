@@ -42,7 +42,7 @@ QtGrid::~QtGrid() {
 void QtGrid::SetUpView() {
   view_.setModel(model_);
   view_.setItemDelegate(delegate_);
-  view_.setSelectionMode(QAbstractItemView::SingleSelection);
+  view_.setSelectionMode(QAbstractItemView::ContiguousSelection);
   view_.setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::AnyKeyPressed |
                         QAbstractItemView::EditKeyPressed);
   view_.setTabKeyNavigation(true);
@@ -127,6 +127,26 @@ void QtGrid::SetCurrent(int row, int column) {
   view_.setCurrentIndex(row < 1 ? QModelIndex() : model_->index(row - 1, column));
 }
 
+GridBlock QtGrid::Selection() const {
+  const QItemSelection selection = view_.selectionModel()->selection();
+  if (selection.size() != 1) return {Row(), Column(), Row(), Column()};
+  const QItemSelectionRange& range = selection.first();
+  return {range.top() + 1, range.left(), range.bottom() + 1, range.right()};
+}
+
+void QtGrid::Select(const GridBlock& block) {
+  const QScopedValueRollback guard(fromCode_, true);
+  SetCurrent(block.top, block.left);
+  view_.selectionModel()->select(QItemSelection(model_->index(block.top - 1, block.left),
+                                                model_->index(block.bottom - 1, block.right)),
+                                 QItemSelectionModel::ClearAndSelect);
+}
+
+bool QtGrid::IsEditing() const {
+  const QWidget* const editor = delegate_->Editor();
+  return editor != nullptr && editor->isVisible();
+}
+
 void QtGrid::CurrentMoved() {
   if (!fromCode_) RowColChange.Raise();
 }
@@ -138,7 +158,7 @@ void QtGrid::BeginEdit() {
 
 bool QtGrid::FinishEdit() {
   QWidget* const editor = delegate_->Editor();
-  if (editor == nullptr || !editor->isVisible() || committing_) return true;
+  if (!IsEditing() || committing_) return true;
   refused_ = false;
   const QPointer<QWidget> alive(&view_);
   Q_EMIT delegate_->commitData(editor);

@@ -28,6 +28,9 @@ class QtGrid final : public QtControl<Grid> {
   [[nodiscard]] int Row() const override;
   [[nodiscard]] int Column() const override;
   void SetCurrent(int row, int column) override;
+  [[nodiscard]] GridBlock Selection() const override;
+  void Select(const GridBlock& block) override;
+  [[nodiscard]] bool IsEditing() const override;
   void BeginEdit() override;
   bool FinishEdit() override;
 

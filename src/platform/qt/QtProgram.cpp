@@ -51,6 +51,7 @@ QtProgram::~QtProgram() = default;
 void QtProgram::FillWorld(World& target) {
   target.boxes = &boxes_;
   target.dialogs = &dialogs_;
+  target.clipboard = &clipboard_;
   target.events = &events_;
   target.forms = &forms_;
 }

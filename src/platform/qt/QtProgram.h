@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "platform/World.h"
+#include "platform/qt/QtClipboard.h"
 #include "platform/qt/QtEventPump.h"
 #include "platform/qt/QtFileDialogs.h"
 #include "platform/qt/QtForms.h"
@@ -32,6 +33,7 @@ class QtProgram {
   std::unique_ptr<QApplication> application_;
   QtMessageBoxes boxes_;
   QtFileDialogs dialogs_;
+  QtClipboard clipboard_;
   QtEventPump events_;
   QtForms forms_;
 };

@@ -1,0 +1,69 @@
+// The Edit menu, which acts on the active window.
+
+#include <initializer_list>
+#include <iterator>
+
+#include "app/frmMain.h"
+#include "platform/Form.h"
+#include "platform/World.h"
+#include "tables/TableWindow.h"
+
+namespace velmoor {
+namespace {
+
+constexpr const char* kEditCommands[] = {"mnuEditCut", "mnuEditCopy", "mnuEditPaste", "mnuEditUndo",
+                                         "mnuEditRedo"};
+
+}  // namespace
+
+void frmMain::ConnectEditMenu() {
+  projectConnections_ +=
+      clsProject->ToolClosed.Connect([this](Tool) { UpdateEditIconToolButtons(); });
+  for (MotionTable* const table : std::initializer_list<MotionTable*>{
+           &clsProject->Position(), &clsProject->Jog(), &clsProject->Zone()}) {
+    projectConnections_ += table->EditStateChanged.Connect([this] { UpdateEditIconToolButtons(); });
+  }
+}
+
+EditTarget* frmMain::ActiveEditTarget() {
+  const Form* const active = world().forms->Active();
+  if (active == nullptr || !clsProject) return nullptr;
+  const std::string name = active->Name();
+  if (name == "frmPosition") return &clsProject->Position().Window();
+  if (name == "frmJog") return &clsProject->Jog().Window();
+  if (name == "frmZone") return &clsProject->Zone().Window();
+  return nullptr;
+}
+
+void frmMain::UpdateEditIconToolButtons() {
+  const EditTarget* const target = ActiveEditTarget();
+  const bool copy = target != nullptr && target->CanCopy();
+  const bool states[] = {copy, copy, target != nullptr && target->CanPaste(),
+                         target != nullptr && target->CanUndo(),
+                         target != nullptr && target->CanRedo()};
+  for (std::size_t i = 0; i < std::size(kEditCommands); ++i) {
+    window_->SetCommandEnabled(kEditCommands[i], states[i]);
+  }
+}
+
+void frmMain::mnuEditCut_Click() {
+  if (EditTarget* const target = ActiveEditTarget()) target->Cut();
+}
+
+void frmMain::mnuEditCopy_Click() {
+  if (EditTarget* const target = ActiveEditTarget()) target->Copy();
+}
+
+void frmMain::mnuEditPaste_Click() {
+  if (EditTarget* const target = ActiveEditTarget()) target->Paste();
+}
+
+void frmMain::mnuEditUndo_Click() {
+  if (EditTarget* const target = ActiveEditTarget()) target->Undo();
+}
+
+void frmMain::mnuEditRedo_Click() {
+  if (EditTarget* const target = ActiveEditTarget()) target->Redo();
+}
+
+}  // namespace velmoor

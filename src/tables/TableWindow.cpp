@@ -1,0 +1,309 @@
+#include "tables/TableWindow.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+#include "platform/Clipboard.h"
+#include "platform/FileDialogs.h"
+#include "platform/Files.h"
+#include "platform/MessageBoxes.h"
+#include "platform/Numbers.h"
+#include "platform/Trapped.h"
+#include "platform/World.h"
+#include "session/Session.h"
+
+namespace velmoor {
+namespace {
+
+constexpr std::size_t kMostFaultsShown = 12;
+constexpr const char* kCsvFilter = "Comma-separated values (*.csv)|*.csv|All files (*.*)|*.*";
+
+}  // namespace
+
+TableWindow::TableWindow(TableWindowInfo info, MotionTable& table)
+    : GridWindow(info.formName),
+      info_(std::move(info)),
+      table_(table),
+      source_(table, info_.numberHeading, info_.firstNumber) {}
+
+Project& TableWindow::project() {
+  Project* const current = gMainForm != nullptr ? gMainForm->CurrentProject() : nullptr;
+  if (current == nullptr) throw std::logic_error("No project is open");
+  return *current;
+}
+
+void TableWindow::FormLoad() {
+  source_.SetHeadings(Headings(project()));
+  grid().Bind(&source_);
+  connections_ += grid().ValidateEdit.Connect([this](GridEdit& edit) { vsFG_ValidateEdit(edit); });
+  connections_ += grid().AfterEdit.Connect([this](int, int) { EditDone(); });
+  connections_ += grid().RowColChange.Connect([this] { EditStateChanged.Raise(); });
+  connections_ += grid().KeyDown.Connect([this](KeyEvent& key) { OnKey(key); });
+  connections_ += form().CommandChosen.Connect([this](const std::string& name) {
+    Trapped(info_.formName + "." + name + "_Click: ", [&] {
+      OnCommand(name);
+      return true;
+    });
+  });
+  connections_ += form().button("cmdFind").Click.Connect([this] { FindNext(); });
+  history_.Reset(HistoryRows());
+  RowsShown();
+}
+
+void TableWindow::UpdateUnitsInHeader() {
+  if (!IsOpen()) return;
+  source_.SetHeadings(Headings(project()));
+  RefreshGrid();
+}
+
+void TableWindow::LoadFlexGrid() {
+  uploaded_ = false;
+  history_.Reset(HistoryRows());
+  if (!IsOpen()) return;
+  RefreshGrid();
+  RowsShown();
+  EditStateChanged.Raise();
+}
+
+void TableWindow::PostUpload() {
+  // An upload that failed at its first row brought nothing.
+  if (HistoryRows() == history_.Now()) return RefreshGrid();
+  uploaded_ = true;
+  SetIsDirty(true);
+  GridWindow::PostUpload();
+  if (IsOpen()) RowsShown();
+}
+
+void TableWindow::PostUploadCommitted() {
+  SetIsDirty(false);
+  GridWindow::PostUploadCommitted();
+}
+
+// ---- editing
+// ----------------------------------------------------------------------------------------
+
+void TableWindow::vsFG_ValidateEdit(GridEdit& edit) {
+  const bool checked = Trapped(info_.formName + ".vsFG_ValidateEdit: ", [&] {
+    const std::string text(Trim(edit.text));
+    const CellCheck check = Check(edit.row, edit.column - 1, text);
+    if (!check.accepted) {
+      if (!check.words.empty()) ShowExclamation(check.words);
+      edit.cancel = true;
+      return true;
+    }
+    edit.text = check.text;
+    // Leaving a cell as it is changes nothing.
+    if (edit.text == table_.Text(edit.row, edit.column - 1)) edit.cancel = true;
+    return true;
+  });
+  if (!checked) edit.cancel = true;
+}
+
+EditHistory::Rows TableWindow::HistoryRows() const {
+  EditHistory::Rows rows = table_.Cells();
+  for (int row = 1; row <= table_.RowsInArray(); ++row) {
+    rows[static_cast<std::size_t>(row) - 1].push_back(table_.DirtyCell(row));
+  }
+  return rows;
+}
+
+void TableWindow::EditDone() {
+  MotionTable::Rows before = history_.Now();
+  for (auto& row : before) row.pop_back();  // the marks
+  FollowEdits(before);
+  table_.MarkChangesSince(before);
+  if (!history_.Record(HistoryRows())) return;
+  MarkEdited();
+  RefreshGrid();
+  RowsShown();
+  EditStateChanged.Raise();
+}
+
+void TableWindow::PutBack(const std::vector<EditHistory::Assignment>& texts) {
+  if (texts.empty()) return;
+  const std::size_t marks = table_.Layout().columns.size();
+  for (const auto& text : texts) {
+    const int row = static_cast<int>(text.row) + 1;
+    if (text.column == marks) {
+      table_.SetDirtyCell(row, text.text == "1");
+    } else {
+      table_.SetText(row, static_cast<int>(text.column), text.text);
+    }
+  }
+  SetNotCommitted(uploaded_ || history_.CanUndo());
+  RefreshGrid();
+  RowsShown();
+  EditStateChanged.Raise();
+}
+
+bool TableWindow::CanUndo() const {
+  return IsOpen() && history_.CanUndo();
+}
+
+bool TableWindow::CanRedo() const {
+  return IsOpen() && history_.CanRedo();
+}
+
+void TableWindow::Undo() {
+  if (CanUndo() && grid().FinishEdit()) PutBack(history_.Undo());
+}
+
+void TableWindow::Redo() {
+  if (CanRedo() && grid().FinishEdit()) PutBack(history_.Redo());
+}
+
+bool TableWindow::Accepted(const std::vector<std::string>& faults) {
+  if (faults.empty()) return true;
+  std::string words;
+  for (std::size_t i = 0; i < std::min(faults.size(), kMostFaultsShown); ++i) {
+    words += faults[i] + "\r";
+  }
+  if (faults.size() > kMostFaultsShown) {
+    words += "and " + NumberText(faults.size() - kMostFaultsShown) + " more.\r";
+  }
+  ShowExclamation(words + "Nothing has been changed.");
+  return false;
+}
+
+CellContext TableWindow::Context() const {
+  return {[this](int row, int column, const std::string& text) {
+            return text.empty() ? CellCheck::Accept(text) : Check(row, column, text);
+          },
+          [this](int row, int column) {
+            return info_.numberHeading + " " + NumberText(row - 1 + info_.firstNumber) + ", " +
+                   source_.Text(0, column + 1);
+          }};
+}
+
+// ---- the selection
+// ----------------------------------------------------------------------------------
+
+GridBlock TableWindow::Selection() const {
+  return IsOpen() ? const_cast<TableWindow*>(this)->grid().Selection() : GridBlock{};
+}
+
+bool TableWindow::IsEditing() const {
+  return const_cast<TableWindow*>(this)->grid().IsEditing();
+}
+
+std::optional<CellBlock> TableWindow::SelectedBlock() const {
+  const GridBlock block = Selection();
+  if (block.IsEmpty() || block.right < 1) return std::nullopt;
+  return CellBlock{block.top, std::max(block.left, 1) - 1, block.bottom, block.right - 1};
+}
+
+CellPlace TableWindow::CurrentCell() const {
+  if (!IsOpen()) return {};
+  Grid& cells = const_cast<TableWindow*>(this)->grid();
+  const int row = cells.Row();
+  const int column = cells.Column();
+  if (row < 1 || column < 1 || !source_.Traits(row, column).editable) return {};
+  return {row, column - 1};
+}
+
+bool TableWindow::CanCopy() const {
+  return !Selection().IsEmpty();
+}
+
+bool TableWindow::CanPaste() const {
+  if (CurrentCell().row == 0) return false;
+  return HoldsBuffer() || (world().clipboard != nullptr && !world().clipboard->Text().empty());
+}
+
+void TableWindow::Copy() {
+  if (!grid().FinishEdit()) return;
+  const auto block = SelectedBlock();
+  const CellPlace cell = CurrentCell();
+  const bool one = Selection().IsOneCell() && cell.row > 0;
+  if (!block && !one) return;
+  const std::string text =
+      CopyBlock(table_, one ? BufferBlock(cell.row, cell.column) : block.value());
+  if (one) CopyIntoBuffer(cell.row, cell.column);
+  copied_ = one ? text : std::string();
+  if (world().clipboard != nullptr) world().clipboard->SetText(text);
+  EditStateChanged.Raise();
+}
+
+void TableWindow::Cut() {
+  if (!grid().FinishEdit()) return;
+  Copy();
+  if (!Selection().IsOneCell()) return ClearSelection();
+  const CellPlace cell = CurrentCell();
+  if (cell.row == 0) return;
+  CutIntoBuffer(cell.row, cell.column);
+  EditDone();
+}
+
+// The newest copy wins: the buffer, unless another text has come to the clipboard since.
+void TableWindow::Paste() {
+  if (!CanPaste() || !grid().FinishEdit()) return;
+  const CellPlace cell = CurrentCell();
+  const std::string text = world().clipboard != nullptr ? world().clipboard->Text() : copied_;
+  const bool fromBuffer = HoldsBuffer() && (text.empty() || text == copied_);
+  if (fromBuffer && Selection().IsOneCell()) {
+    PasteFromBuffer(cell.row, cell.column);
+    return EditDone();
+  }
+  const auto block = SelectedBlock();
+  if (block && Accepted(PasteBlock(table_, *block, text, Context()))) EditDone();
+}
+
+void TableWindow::FillSelection() {
+  const auto block = SelectedBlock();
+  if (block && Accepted(FillDown(table_, *block, Context()))) EditDone();
+}
+
+void TableWindow::ClearSelection() {
+  const auto block = SelectedBlock();
+  if (block && Accepted(ClearBlock(table_, *block, Context()))) EditDone();
+}
+
+// ---- commands
+// ---------------------------------------------------------------------------------------
+
+void TableWindow::OnKey(KeyEvent& key) {
+  if (key.AnyShift() || IsEditing()) return;
+  if (key.code == keys::kDelete) {
+    ClearSelection();
+    key.handled = true;
+  }
+  if (key.code == keys::kF1 + 2) {
+    FindNext();
+    key.handled = true;
+  }
+}
+
+void TableWindow::OnCommand(const std::string& name) {
+  if (!grid().FinishEdit()) return;
+  if (name == "mnuTableImport") ImportFile();
+  if (name == "mnuTableExport") ExportFile();
+  if (name == "mnuTableFillDown") FillSelection();
+  if (name == "mnuTableClear") ClearSelection();
+}
+
+void TableWindow::FindNext() {
+  const std::string wanted(Trim(form().textBox("txtFind").Text()));
+  if (wanted.empty()) return form().textBox("txtFind").SetFocus();
+  const CellPlace found =
+      FindText(table_, {std::max(grid().Row(), 0), grid().Column() - 1}, wanted);
+  form().label("lblFound").SetText(found.row == 0 ? "Not found" : "");
+  if (found.row == 0 || !grid().FinishEdit()) return;
+  grid().SetCurrent(found.row, found.column + 1);
+  grid().SetFocus();
+  RowsShown();
+  EditStateChanged.Raise();
+}
+
+void TableWindow::ImportFile() {
+  const auto path =
+      world().dialogs->OpenFile({"Import " + info_.caption, kCsvFilter, "csv", "", ""});
+  if (path && Accepted(ImportText(world().files->ReadAll(*path)))) EditDone();
+}
+
+void TableWindow::ExportFile() {
+  const auto path = world().dialogs->SaveFile(
+      {"Export " + info_.caption, kCsvFilter, "csv", "", info_.caption + ".csv"}, true);
+  if (path) world().files->WriteDurably(*path, ExportText());
+}
+
+}  // namespace velmoor

@@ -1,0 +1,112 @@
+// The base of the windows of the motion tables: editing as users of spreadsheets expect it.
+//
+// Beside the frame of every grid window: the check of an edit, blocks through the clipboard, fill
+// down, clear, undo and redo since the last Apply, find, and CSV files from the window's menu. Grid
+// column 0 is the row's number; grid column n + 1 is the table's column n.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "session/Project.h"
+#include "tables/MotionTable.h"
+#include "tables/TableBlock.h"
+#include "tables/TableGrid.h"
+#include "tools/CellCheck.h"
+#include "tools/EditHistory.h"
+#include "tools/EditTarget.h"
+#include "tools/GridWindow.h"
+
+namespace velmoor {
+
+struct TableWindowInfo {
+  std::string formName;
+  std::string caption;
+  std::string numberHeading;  // of the grid's first column
+  int firstNumber;            // that its first row shows
+};
+
+class TableWindow : public GridWindow, public EditTarget {
+ public:
+  bool Show(FormMode mode) { return GridWindow::Show(info_.caption, mode); }
+  // The unit's words changed.
+  void UpdateUnitsInHeader();
+  // The rows came from elsewhere: shows them; earlier edits can no longer be undone.
+  void LoadFlexGrid();
+  void PostUpload() override;
+  void PostUploadCommitted() override;
+
+  // ---- the Edit menu
+  [[nodiscard]] bool CanCopy() const override;
+  [[nodiscard]] bool CanPaste() const override;
+  [[nodiscard]] bool CanUndo() const override;
+  [[nodiscard]] bool CanRedo() const override;
+  void Cut() override;
+  void Copy() override;
+  void Paste() override;
+  void Undo() override;
+  void Redo() override;
+
+  Event<> EditStateChanged;
+
+ protected:
+  TableWindow(TableWindowInfo info, MotionTable& table);
+
+  // ---- what a table adds
+  // One heading for each column, in the project's units.
+  [[nodiscard]] virtual std::vector<std::string> Headings(const Project& project) const = 0;
+  [[nodiscard]] virtual CellCheck Check(int row, int column, const std::string& text) const = 0;
+  [[nodiscard]] virtual std::string ExportText() const = 0;
+  [[nodiscard]] virtual std::vector<std::string> ImportText(const std::string& text) = 0;
+  // Cells have changed since `before`: what hangs on them follows.
+  virtual void FollowEdits(const MotionTable::Rows& /*before*/) {}
+  // The rows that are shown may be others.
+  virtual void RowsShown() {}
+  // The user chose an entry of the window's own menu, or pressed a key outside an edit.
+  virtual void OnCommand(const std::string& name);
+  virtual void OnKey(KeyEvent& key);
+
+  // ---- the buffer of a single selection; true where it did the work
+  virtual void CopyIntoBuffer(int row, int column) = 0;
+  virtual void CutIntoBuffer(int row, int column) = 0;
+  virtual void PasteFromBuffer(int row, int column) = 0;
+  [[nodiscard]] virtual bool HoldsBuffer() const = 0;
+  // What a copy of that single cell puts on the clipboard for other programs.
+  [[nodiscard]] virtual CellBlock BufferBlock(int row, int column) const = 0;
+
+  void FormLoad() override;
+  // Ends an edit of any size: what follows it, marks, history, display.
+  void EditDone();
+  // Shows what was refused, in one box; true where nothing was.
+  static bool Accepted(const std::vector<std::string>& faults);
+  [[nodiscard]] static Project& project();
+  [[nodiscard]] TableGrid& source() { return source_; }
+  [[nodiscard]] const TableGrid& source() const { return source_; }
+  // The row and the table's column under the cursor; row 0: none.
+  [[nodiscard]] CellPlace CurrentCell() const;
+  [[nodiscard]] CellContext Context() const;
+
+ private:
+  void vsFG_ValidateEdit(GridEdit& edit);
+  [[nodiscard]] GridBlock Selection() const;
+  // The selection as cells of the table, without the number's column; nothing where it has none.
+  [[nodiscard]] std::optional<CellBlock> SelectedBlock() const;
+  [[nodiscard]] bool IsEditing() const;
+  void PutBack(const std::vector<EditHistory::Assignment>& texts);
+  [[nodiscard]] EditHistory::Rows HistoryRows() const;
+  void FillSelection();
+  void ClearSelection();
+  void FindNext();
+  void ImportFile();
+  void ExportFile();
+
+  TableWindowInfo info_;
+  MotionTable& table_;
+  TableGrid source_;
+  EditHistory history_;
+  std::string copied_;     // what the last copy of the buffer put on the clipboard
+  bool uploaded_ = false;  // rows from the hardware that were not accepted yet
+};
+
+}  // namespace velmoor

@@ -1,0 +1,189 @@
+#include "tables/frmPosition.h"
+
+#include "platform/MessageBoxes.h"
+#include "tables/CellRules.h"
+#include "tables/ProgrammeEdits.h"
+#include "tables/TableCsv.h"
+#include "tables/clsHX7Position.h"
+#include "tables/frmDialogEvent.h"
+#include "tables/frmDialogPOut.h"
+#include "tables/frmDialogPosition.h"
+
+namespace velmoor {
+namespace {
+
+using Position = clsHX7Position;
+
+bool HasDialog(int column) {
+  return column == Position::position || column == Position::outputs || column == Position::event;
+}
+
+}  // namespace
+
+frmPosition::frmPosition(Position& position)
+    : TableWindow({"frmPosition", "Index Table", "Step", 1}, position),
+      position_(position),
+      view_(position) {
+  source().SetTraitsOf(
+      [this](int row, int column, CellTraits& traits) { SetTraits(row, column, traits); });
+}
+
+frmPosition::~frmPosition() = default;
+
+std::vector<std::string> frmPosition::Headings(const Project& project) const {
+  const std::string distance = " (" + project.DistanceUnits() + ")";
+  const std::string speed = " (" + project.SpeedUnits() + ")";
+  return {"Label",         "Position" + distance,
+          "Speed" + speed, "RDST" + distance,
+          "RSPD" + speed,  "POUT",
+          "Event",         "Loop",
+          "Next"};
+}
+
+void frmPosition::SetTraits(int, int column, CellTraits& traits) const {
+  traits.button = HasDialog(column);
+  if (column == Position::next) SetComboList(traits, GetNewNextComboList(position_));
+}
+
+CellCheck frmPosition::Check(int row, int column, const std::string& text) const {
+  return CheckIndexCell(project(), position_, row, column, text);
+}
+
+std::string frmPosition::ExportText() const {
+  return ExportCsv(position_);
+}
+
+std::vector<std::string> frmPosition::ImportText(const std::string& text) {
+  return ImportCsv(project(), position_, text);
+}
+
+void frmPosition::FollowEdits(const MotionTable::Rows& before) {
+  FollowLabels(position_, before);
+}
+
+void frmPosition::FormLoad() {
+  TableWindow::FormLoad();
+  constexpr int kWidths[] = {5, 17, 17, 13, 13, 13, 11, 14, 8, 17};
+  for (int column = 0; column < source().Columns(); ++column) {
+    grid().SetColumnWidth(column, kWidths[column]);
+  }
+  connections_ += grid().CellButton.Connect([this](int row, int column) {
+    if (grid().FinishEdit()) LaunchPopUp(row, column - 1);
+  });
+  connections_ += grid().Tip.Connect([](int, int column, std::string& tip) {
+    if (HasDialog(column - 1)) tip = "Press [F9] key to invoke dialog box.";
+  });
+  connections_ += grid().RowColChange.Connect([this] { view_.Select(CurrentCell().row); });
+  view_.Bind(form(), [this](int row) {
+    if (!grid().FinishEdit()) return;
+    grid().SetCurrent(row, 1);
+  });
+}
+
+void frmPosition::RowsShown() {
+  view_.Refresh(project());
+}
+
+bool frmPosition::MayCommit() {
+  AutoFillNoDistance(position_, project().Resolution());
+  EditDone();
+  const auto fault = FindProgrammeFault(position_);
+  if (fault) ShowExclamation(*fault);
+  return !fault;
+}
+
+// ---- the dialogs
+// ------------------------------------------------------------------------------------
+
+std::optional<std::string> frmPosition::AskPosition(const std::string& cell) const {
+  frmDialogPosition dialog(project());
+  dialog.SetPositionCell(cell);
+  if (!dialog.Show()) return std::nullopt;
+  return dialog.PositionCell();
+}
+
+std::optional<std::string> frmPosition::AskPOut(const std::string& cell) const {
+  frmDialogPOut dialog;
+  dialog.SetPOutState(cell);
+  if (!dialog.Show()) return std::nullopt;
+  return dialog.POutState();
+}
+
+std::optional<std::string> frmPosition::AskEvent(const std::string& cell) const {
+  frmDialogEvent dialog;
+  dialog.SetEventCell(cell);
+  if (!dialog.Show()) return std::nullopt;
+  return dialog.EventCell();
+}
+
+void frmPosition::LaunchPopUp(int row, int column) {
+  const std::string& cell = position_.Text(row, column);
+  std::optional<std::string> answer;
+  if (column == Position::position) answer = AskPosition(cell);
+  if (column == Position::outputs) answer = AskPOut(cell);
+  if (column == Position::event) answer = AskEvent(cell);
+  if (!answer) return;
+  if (Accepted(PutTexts(position_, {{row, column, *answer}}, Context()))) EditDone();
+}
+
+void frmPosition::OnKey(KeyEvent& key) {
+  if (key.code != keys::kF9 || key.AnyShift()) return TableWindow::OnKey(key);
+  key.handled = true;
+  const CellPlace cell = CurrentCell();
+  if (cell.row > 0 && HasDialog(cell.column) && grid().FinishEdit()) {
+    LaunchPopUp(cell.row, cell.column);
+  }
+}
+
+// ---- whole steps
+// ------------------------------------------------------------------------------------
+
+void frmPosition::CopyIntoBuffer(int row, int) {
+  arTempBuffer_.clear();
+  for (int column = Position::position; column <= Position::next; ++column) {
+    arTempBuffer_.push_back(position_.Text(row, column));
+  }
+}
+
+void frmPosition::CutIntoBuffer(int row, int) {
+  for (int column = Position::position; column <= Position::next; ++column) {
+    position_.SetText(row, column, "");
+  }
+}
+
+void frmPosition::PasteFromBuffer(int row, int) {
+  std::vector<CellText> texts;
+  int column = Position::position;
+  for (const std::string& text : arTempBuffer_) texts.push_back({row, column++, text});
+  (void)Accepted(PutTexts(position_, texts, Context()));
+}
+
+CellBlock frmPosition::BufferBlock(int row, int) const {
+  return {row, Position::position, row, Position::next};
+}
+
+void frmPosition::InsertRow() {
+  const CellPlace cell = CurrentCell();
+  if (cell.row == 0) return;
+  if (!InsertStep(position_, cell.row)) {
+    ShowExclamation("The table is full: step 128 is in use!");
+    return;
+  }
+  EditDone();
+}
+
+void frmPosition::DeleteRow() {
+  const CellPlace cell = CurrentCell();
+  if (cell.row == 0) return;
+  DeleteStep(position_, cell.row);
+  EditDone();
+}
+
+void frmPosition::OnCommand(const std::string& name) {
+  TableWindow::OnCommand(name);
+  if (!grid().FinishEdit()) return;
+  if (name == "mnuTableInsert") InsertRow();
+  if (name == "mnuTableDelete") DeleteRow();
+}
+
+}  // namespace velmoor

@@ -1,0 +1,41 @@
+#include "tables/frmZone.h"
+
+#include "platform/MessageBoxes.h"
+#include "platform/Numbers.h"
+#include "tables/TableCsv.h"
+#include "tables/clsHX7Zone.h"
+
+namespace velmoor {
+
+frmZone::frmZone(clsHX7Zone& zone)
+    : LimitWindow({"frmZone", "Zone Table", "Zone", 0}, zone, UnitKind::distance), zone_(zone) {}
+
+std::vector<std::string> frmZone::Headings(const Project& project) const {
+  return {"Lower (" + project.DistanceUnits() + ")",
+          "Upper (" + project.DistanceUnits() + ")",
+          "POUT0",
+          "POUT1",
+          "POUT2",
+          "POUT3",
+          "POUT4"};
+}
+
+std::string frmZone::ExportText() const {
+  return ExportCsv(zone_);
+}
+
+std::vector<std::string> frmZone::ImportText(const std::string& text) {
+  return ImportCsv(project(), zone_, text);
+}
+
+bool frmZone::MayCommit() {
+  for (int row = 1; row <= zone_.RowsInArray(); ++row) {
+    if (zone_.IsDataSetComplete(row)) continue;
+    ShowExclamation("Definition in zone " + NumberText(row - 1) +
+                    " is incomplete!\rPlease edit definition.");
+    return false;
+  }
+  return true;
+}
+
+}  // namespace velmoor
