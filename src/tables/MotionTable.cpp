@@ -115,7 +115,12 @@ void MotionTable::ShowInWindow() {
 }
 
 void MotionTable::frm_ChangeAccepted() {
-  if (frm_->IsDirty() && !ChangeAccepted()) frm_->CommitFailed();
+  if (!frm_->IsDirty()) return;
+  if (ChangeAccepted()) {
+    frm_->EditsApplied();
+  } else {
+    frm_->CommitFailed();
+  }
 }
 
 void MotionTable::frm_ChangeCanceled() {
@@ -307,8 +312,7 @@ void MotionTable::RestoreSnapshot(const Snapshot& snapshot) {
   dirty_ = snapshot.dirty;
   blnIsDirty_ = snapshot.isDirty;
   blnNeedsSaving_ = snapshot.needsSaving;
-  frm_->SetNotCommitted(snapshot.notCommitted);
-  frm_->RefreshGrid();
+  frm_->RowsRestored(snapshot.notCommitted);
 }
 
 // ---- conversions

@@ -79,6 +79,19 @@ void TableWindow::PostUploadCommitted() {
   GridWindow::PostUploadCommitted();
 }
 
+void TableWindow::EditsApplied() {
+  uploaded_ = false;
+  history_.Reset(HistoryRows());
+  EditStateChanged.Raise();
+}
+
+void TableWindow::RowsRestored(bool notCommitted) {
+  uploaded_ = notCommitted && HistoryRows() != history_.Now();
+  SetNotCommitted(notCommitted);
+  RefreshGrid();
+  if (IsOpen()) RowsShown();
+}
+
 // ---- editing
 // ----------------------------------------------------------------------------------------
 

@@ -36,6 +36,10 @@ class TableWindow : public GridWindow, public EditTarget {
   void LoadFlexGrid();
   void PostUpload() override;
   void PostUploadCommitted() override;
+  // What was edited has been stored: undo begins anew.
+  void EditsApplied();
+  // The rows went back to an earlier state of theirs, which was committed or not.
+  void RowsRestored(bool notCommitted);
 
   // ---- the Edit menu
   [[nodiscard]] bool CanCopy() const override;

@@ -78,6 +78,7 @@ void frmPosition::FormLoad() {
     if (!grid().FinishEdit()) return;
     grid().SetCurrent(row, 1);
   });
+  RowsShown();
 }
 
 void frmPosition::RowsShown() {

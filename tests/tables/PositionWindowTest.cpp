@@ -10,10 +10,10 @@
 namespace velmoor {
 namespace {
 
+using headless::HeadlessForm;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
-using headless::HeadlessForm;
 
 // Grid columns are the table's plus one, for the step's number.
 enum GridColumn { kLabel = 1, kPosition, kSpeed, kRdst, kRspd, kPOut, kEvent, kLoop, kNext };
@@ -79,8 +79,7 @@ TEST_F(IndexWindow, ARenamedLabelIsFollowedAndAClearedOneEmptiesItsReferences) {
 TEST_F(IndexWindow, AWrongProgrammeIsNotCommitted) {
   EXPECT_TRUE(Edit(4, kLabel, "d"));
   form->Press("cmdApply");
-  EXPECT_THAT(Boxes(),
-              ElementsAre("Definition in step 4 is incomplete!\rPlease edit definition."));
+  EXPECT_THAT(Boxes(), ElementsAre("Definition in step 4 is incomplete!\rPlease edit definition."));
   EXPECT_EQ(Cell(4, kPosition), "-");
   EXPECT_EQ(Cell(4, kPOut), "");
   EXPECT_TRUE(Edit(4, kLabel, ""));
@@ -171,6 +170,7 @@ TEST_F(IndexWindow, ANewerClipboardTextWinsOverTheBuffer) {
 }
 
 TEST_F(IndexWindow, ABlockIsCopiedAsTabSeparatedText) {
+  Grid().GoTo(1, kEvent);
   Grid().Select({1, kEvent, 2, kNext});
   Main().Choose("mnuEditCopy");
   EXPECT_EQ(data.clipboard.text, "IT0\t1\tb\nT250\t3\tc\n");
@@ -268,9 +268,9 @@ TEST_F(IndexDialogs, ThePositionDialogReadsAndWritesEveryKind) {
     std::string cell;
   };
   const std::string one = FormatToResolution("1.5", Project().Resolution());
-  for (const Case& row : {Case{0, "1.5", "I+" + one}, Case{1, "-1.5", "A-" + one},
-                          Case{2, "", "+INFINITE"}, Case{3, "", "-INFINITE"}, Case{4, "", "-"},
-                          Case{5, "", "STOP"}}) {
+  for (const Case& row :
+       {Case{0, "1.5", "I+" + one}, Case{1, "-1.5", "A-" + one}, Case{2, "", "+INFINITE"},
+        Case{3, "", "-INFINITE"}, Case{4, "", "-"}, Case{5, "", "STOP"}}) {
     F9(2, kPosition, "frmDialogPosition", [&](HeadlessForm& dialog) {
       dialog.Choose("optPosition", row.option);
       EXPECT_EQ(dialog.textBox("txtDistance").Enabled(), row.option <= 1);

@@ -205,13 +205,11 @@ TEST_F(Labels, FillingUpGivesEmptyNumbersOfUsedStepsTheirDefault) {
 
 class Blocks : public Labels {
  protected:
-  CellContext context{[](int, int, const std::string& text) {
-                        return text == "bad" ? CellCheck::Refuse("It is\rbad.")
-                                             : CellCheck::Accept(text + "!");
-                      },
-                      [](int row, int column) {
-                        return std::to_string(row) + "/" + std::to_string(column);
-                      }};
+  CellContext context{
+      [](int, int, const std::string& text) {
+        return text == "bad" ? CellCheck::Refuse("It is\rbad.") : CellCheck::Accept(text + "!");
+      },
+      [](int row, int column) { return std::to_string(row) + "/" + std::to_string(column); }};
 };
 
 TEST_F(Blocks, TextsOfOtherProgramsComeWithAnyLineEnd) {

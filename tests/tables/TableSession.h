@@ -36,9 +36,9 @@ class TableSession : public AppSession {
   headless::HeadlessForm& OpenIndex() { return Open("mnuToolsIndexerPosition"); }
 
   // Puts whole steps from step 1 on, as an import does: label, position, ... next.
-  void Programme(const std::vector<std::string>& lines) {
+  void Programme(const std::vector<std::string>& steps) {
     std::string text = "label,position,speed,rdst,rspd,pout,event,loop,next\n";
-    for (const std::string& line : lines) text += line + "\n";
+    for (const std::string& step : steps) text += step + "\n";
     ASSERT_EQ(ImportCsv(Project(), Index(), text), std::vector<std::string>());
     ASSERT_TRUE(Index().ChangeAccepted());
   }
