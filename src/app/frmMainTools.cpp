@@ -63,10 +63,10 @@ bool frmMain::RunToolCommand(const std::string& name) {
        ShowTool<&P::Homing, &clsHX7Homing::Show_Homing>, BringToolToFront<&P::Homing>},
       {"mnuToolsIndexerPosition", Tool::position, ToolWindow::position, "Main.PositionOpen: ",
        ShowTool<&P::Position, &clsHX7Position::Show_Position>, BringToolToFront<&P::Position>},
-      {"mnuToolsIndexerJog", Tool::jog, ToolWindow::jog, "Main.JogOpen: ",
-       ShowTool<&P::Jog, &clsHX7Jog::Show_Jog>, BringToolToFront<&P::Jog>},
-      {"mnuToolsIndexerZone", Tool::zone, ToolWindow::zone, "Main.ZoneOpen: ",
-       ShowTool<&P::Zone, &clsHX7Zone::Show_Zone>, BringToolToFront<&P::Zone>},
+      {"mnuToolsIndexerJog", Tool::jog, ToolWindow::jog,
+       "Main.JogOpen: ", ShowTool<&P::Jog, &clsHX7Jog::Show_Jog>, BringToolToFront<&P::Jog>},
+      {"mnuToolsIndexerZone", Tool::zone, ToolWindow::zone,
+       "Main.ZoneOpen: ", ShowTool<&P::Zone, &clsHX7Zone::Show_Zone>, BringToolToFront<&P::Zone>},
   }};
   static constexpr std::array<SingleUpload, 9> kUploads{{
       {"mnuToolsUploadParameterTuning", Tool::tuning, UploadTool<&P::Tuning>, StepsOf<&P::Tuning>},
@@ -152,8 +152,9 @@ void frmMain::mnuToolsTuning_Click() {
 
 void frmMain::mnuToolsMechanicalSystem_Click() {
   if (!clsProject) return;
-  OpenModalTool(ToolWindow::mechanicalSystem, "Main.MechanicalSystemOpenModal: ",
-                [this] { clsProject->MechanicalSystem().Show_MechanicalSystem(); });
+  OpenModalTool(ToolWindow::mechanicalSystem, "Main.MechanicalSystemOpenModal: ", [this] {
+    clsProject->MechanicalSystem().Show_MechanicalSystem();
+  });
 }
 
 void frmMain::mnuToolsEditor_Click() {

@@ -119,6 +119,7 @@ void clsHX7Project::UpdateMechanicalSystemValues(bool blnIsMachineUnits) {
 
 void clsHX7Project::UpdateUnitsInToolWindows() {
   for (ParameterToolBase* const tool : ParameterTools()) tool->UpdateUnitsDisplayed();
+  for (MotionTable* const table : Tables()) table->UpdateUnitsDisplayed();
 }
 
 float clsHX7Project::GetReferenceSpeedFactor() const {

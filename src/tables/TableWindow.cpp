@@ -54,6 +54,7 @@ void TableWindow::UpdateUnitsInHeader() {
   if (!IsOpen()) return;
   source_.SetHeadings(Headings(project()));
   RefreshGrid();
+  RowsShown();
 }
 
 void TableWindow::LoadFlexGrid() {
