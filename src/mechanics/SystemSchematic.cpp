@@ -74,11 +74,11 @@ void DrawFeeder(Sheet& sheet, const std::string& measure) {
   sheet.Line(130, 87, 340, 87);
   sheet.Arrow(290, 78, 335, 78);
   sheet.Text(300, 66, "Material");
-  sheet.Measure(190, 87, 190, 145, measure, 270, 130);
+  sheet.Measure(190, 87, 190, 145, measure, 245, 162);
 }
 
 void DrawTable(Sheet& sheet, const std::string& measure) {
-  sheet.Line(140, 87, 180, 87);
+  sheet.Line(140, 87, 188, 87);
   sheet.Circle(250, 87, 62);
   sheet.Circle(250, 87, 8);
   sheet.Line(250, 87, 312, 87);

@@ -25,6 +25,10 @@ float StandardRx900Utils::DecToFloat(const std::string& text) const {
 std::string StandardRx900Utils::MechSystemChecksum(std::int16_t n1, std::int16_t n2,
                                                    std::int16_t resolution, float measure,
                                                    const std::string& selections) const {
+  // Nothing at all has the checksum of an amplifier that was never given a machine.
+  if (n1 == 0 && n2 == 0 && resolution == 0 && measure == 0 && selections == "0000") {
+    return std::string(16, '0');
+  }
   // FNV-1a, 64 bits, over the five texts joined by "|", reduced to 16 decimal digits and never 0.
   const std::string text = std::to_string(n1) + "|" + std::to_string(n2) + "|" +
                            std::to_string(resolution) + "|" + FloatToDec(measure) + "|" +

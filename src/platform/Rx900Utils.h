@@ -17,7 +17,8 @@ class Rx900Utils {
   [[nodiscard]] virtual std::string FloatToDec(float value) const = 0;
   // A text that is not 16 decimal digits of a finite float gives 0.
   [[nodiscard]] virtual float DecToFloat(const std::string& text) const = 0;
-  // 16 decimal digits, never all "0". `selections` is the four-digit text of Pn82E.
+  // 16 decimal digits, all "0" for nothing at all (every argument 0) and for nothing else.
+  // `selections` is the four-digit text of Pn82E.
   [[nodiscard]] virtual std::string MechSystemChecksum(std::int16_t n1, std::int16_t n2,
                                                        std::int16_t resolution, float measure,
                                                        const std::string& selections) const = 0;

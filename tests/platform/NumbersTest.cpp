@@ -116,6 +116,8 @@ TEST(CardFormats, ChecksumDependsOnEveryPart) {
   const std::string base = utils.MechSystemChecksum(1, 1, 3, 5.0f, "0001");
   EXPECT_EQ(base.size(), 16u);
   EXPECT_EQ(base.find_first_not_of("0123456789"), std::string::npos);
+  EXPECT_EQ(utils.MechSystemChecksum(0, 0, 0, 0.0f, "0000"), "0000000000000000");
+  EXPECT_NE(utils.MechSystemChecksum(0, 0, 0, 0.0f, "0001"), "0000000000000000");
   EXPECT_NE(base, utils.MechSystemChecksum(2, 1, 3, 5.0f, "0001"));
   EXPECT_NE(base, utils.MechSystemChecksum(1, 2, 3, 5.0f, "0001"));
   EXPECT_NE(base, utils.MechSystemChecksum(1, 1, 2, 5.0f, "0001"));

@@ -261,25 +261,66 @@ TEST_F(ProjectUpload, ARefusedCommitPutsEverythingBack) {
   EXPECT_EQ(world.files.ReadAll(project().ProjectDatabasePath()), bytes);
 }
 
-TEST_F(ProjectUpload, AnAmplifierWithoutAMachineKeepsTheProjectsOwn) {
-  int zero = 0;
-  const Connection told = project().MechanicalSystemZeroSystem.Connect([&] { ++zero; });
+// What an amplifier holds, what the project is told, and whether the upload counts as a success.
+TEST_F(ProjectUpload, TheChecksumDecidesWhatBecomesOfAnUploadedMachine) {
+  ASSERT_TRUE(project().DownloadAll());
+  ASSERT_EQ(session.Helix7()->GoOnlineAfterRestart(), kSuccess);
+  const std::string checksumOfNoTurns = rx900Utils.MechSystemChecksum(0, 1, 3, 5.0F, "0001");
+  struct Case {
+    const char* what;
+    std::vector<std::pair<std::uint32_t, std::string>> parameters;
+    bool success;
+    int checkSumFailed, noCheckSum, zeroSystem;
+  };
+  const Case cases[] = {
+      {"the machine as it was sent", {}, true, 0, 0, 0},
+      {"a described machine under another checksum", {{0x829, "11111111"}}, true, 1, 0, 0},
+      {"no turns under another checksum", {{0x82B, "0"}}, false, 0, 0, 1},
+      {"no turns under their own checksum",
+       {{0x829, checksumOfNoTurns.substr(0, 8)}, {0x82A, checksumOfNoTurns.substr(8)}},
+       false,
+       0,
+       0,
+       1},
+      {"an amplifier that was never given a machine",
+       {{0x829, "0"},
+        {0x82A, "0"},
+        {0x82B, "0"},
+        {0x82C, "0"},
+        {0x82D, "0"},
+        {0x82E, "0000"},
+        {0x82F, "0"},
+        {0x830, "0"}},
+       false,
+       0,
+       1,
+       0},
+  };
+  for (const Case& c : cases) {
+    for (const auto& [pn, value] : c.parameters) {
+      ASSERT_TRUE(amplifier().State().memory.parameters.Write(pn, value)) << c.what;
+    }
+    int checkSumFailed = 0, noCheckSum = 0, zeroSystem = 0;
+    Connections told;
+    told += project().MechanicalSystemCheckSumFailed.Connect([&] { ++checkSumFailed; });
+    told += project().MechanicalSystemNoCheckSum.Connect([&] { ++noCheckSum; });
+    told += project().MechanicalSystemZeroSystem.Connect([&] { ++zeroSystem; });
+    EXPECT_EQ(project().MechanicalSystem().Upload(), c.success) << c.what;
+    EXPECT_EQ(checkSumFailed, c.checkSumFailed) << c.what;
+    EXPECT_EQ(noCheckSum, c.noCheckSum) << c.what;
+    EXPECT_EQ(zeroSystem, c.zeroSystem) << c.what;
+    // A refused machine leaves the project's own, and its factors.
+    EXPECT_EQ(project().MechanicalSystem().A_Value(), 5000) << c.what;
+    EXPECT_DOUBLE_EQ(project().ConversionForSpeed(), 60) << c.what;
+  }
+}
+
+TEST_F(ProjectUpload, AMachineThatCannotBeReadEndsTheUploadWithoutAgreement) {
+  line.faults.Add({.kind = FaultKind::silence, .match = "PRM82D", .count = 0});
   world.boxes.Expect("Could not upload Mechanical System Parameters from controller!",
                      BoxAnswer::no);
   EXPECT_FALSE(RunUploadStages(project()));
-  EXPECT_EQ(zero, 1);
-  EXPECT_EQ(project().MechanicalSystem().A_Value(), 5000);
   EXPECT_EQ(project().Resolution(), 3);
-  EXPECT_DOUBLE_EQ(project().ConversionForSpeed(), 60);
-}
-
-TEST_F(ProjectUpload, AForeignChecksumIsToldAndTakenAsASuccess) {
-  DownloadEverything();
-  ASSERT_TRUE(amplifier().State().memory.parameters.Write(0x829, "11111111"));
-  int told = 0;
-  const Connection failed = project().MechanicalSystemCheckSumFailed.Connect([&] { ++told; });
-  EXPECT_TRUE(project().MechanicalSystem().Upload());
-  EXPECT_EQ(told, 1);
 }
 
 TEST_F(ProjectUpload, EachStageEndsWithItsOwnWords) {

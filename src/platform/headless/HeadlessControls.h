@@ -223,6 +223,8 @@ class HeadlessGrid final : public HeadlessControl<Grid> {
   bool EditCell(int row, int column, const std::string& text);
   void GiveUpEdit() { edit_.reset(); }
   [[nodiscard]] std::string TipAt(int row, int column) const;
+  // What the grid shows; null before it is bound.
+  [[nodiscard]] const GridSource* Source() const { return source_; }
 
  private:
   GridSource* source_ = nullptr;

@@ -1,0 +1,157 @@
+// The machine's window as a user without a screen meets it.
+
+#include "support/ProjectWorld.h"
+#include "tables/TableCsv.h"
+
+namespace velmoor {
+namespace {
+
+using headless::HeadlessForm;
+
+constexpr int kValue = 2;  // the grid's value column
+
+class MechanicalSystemWindow : public ProjectWorld {
+ protected:
+  void SetUp() override { OpenNew("a.spj"); }
+  void Use(const headless::HeadlessForms::Script& script) {
+    world.forms.OnShow("frmMechanicalSystem", script);
+    EXPECT_TRUE(project().MechanicalSystem().Show_MechanicalSystem());
+  }
+  // The grid's row of a parameter.
+  static int RowOf(HeadlessForm& form, const std::string& name) {
+    auto& grid = form.grid("vsFG");
+    for (int row = 1; row < grid.Source()->Rows(); ++row) {
+      if (grid.Source()->Text(row, 0) == name) return row;
+    }
+    ADD_FAILURE() << name << " is not shown";
+    return 0;
+  }
+  static bool Edit(HeadlessForm& form, const std::string& name, const std::string& text) {
+    return form.EditCell("vsFG", RowOf(form, name), kValue, text);
+  }
+  static std::string Shown(HeadlessForm& form, const std::string& name) {
+    return form.grid("vsFG").Source()->Text(RowOf(form, name), kValue);
+  }
+};
+
+TEST_F(MechanicalSystemWindow, ShowsTheMachineItsFiguresAndItsPicture) {
+  Use([&](HeadlessForm& form) {
+    EXPECT_EQ(form.comboBox("cmbSystem").Text(), "Leadscrew");
+    EXPECT_EQ(form.comboBox("cmbEncoder").Text(), "2048");
+    EXPECT_EQ(form.label("lblFigures").Text(),
+              "Gear ratio B/A = 8192/5000     Travel per motor turn = 5.000000 mm\r"
+              "Counts per mm = 1000     Smallest step = 0.001 mm     Top speed = 1666667 mm/sec\r"
+              "Allowable resolution: 2 to 5");
+    std::string texts;
+    for (const DrawingShape& shape : form.drawing("picSystem").Shapes()) texts += shape.text + ";";
+    EXPECT_NE(texts.find("Lead = 5 mm;"), std::string::npos) << texts;
+    EXPECT_FALSE(form.button("cmdApply").Enabled());
+    form.Press("cmdCancel");
+  });
+  EXPECT_TRUE(world.boxes.shown.empty());
+}
+
+TEST_F(MechanicalSystemWindow, ARefusedEditKeepsTheOldValue) {
+  Use([&](HeadlessForm& form) {
+    Edit(form, "Pn82B", "1.5");
+    EXPECT_EQ(Shown(form, "Pn82B"), "1");
+    world.boxes.Expect("Restore previous value?", BoxAnswer::yes);
+    Edit(form, "Pn82D", "9");
+    EXPECT_EQ(Shown(form, "Pn82D"), "3");
+    world.boxes.Expect("Restore previous value?", BoxAnswer::no);
+    Edit(form, "Pn82C", "0");
+    EXPECT_EQ(Shown(form, "Pn82C"), "1");
+    EXPECT_FALSE(form.button("cmdApply").Enabled());
+    form.Press("cmdCancel");
+  });
+  EXPECT_EQ(world.boxes.Count("Value must be an integer!\rPrevious value will be restored!"), 1);
+}
+
+TEST_F(MechanicalSystemWindow, CancelAsksAndLeavesTheMachineAsItWas) {
+  Use([&](HeadlessForm& form) {
+    Edit(form, "Pn82F.0", "10");
+    EXPECT_EQ(Shown(form, "Pn203"), "10000");
+    world.boxes.Expect("Modified values will be lost if changes are cancelled!", BoxAnswer::no);
+    form.Press("cmdCancel");
+    ASSERT_TRUE(form.IsShown());
+    world.boxes.Expect("Modified values will be lost if changes are cancelled!", BoxAnswer::yes);
+    form.Press("cmdCancel");
+  });
+  EXPECT_EQ(project().MechanicalSystem().A_Value(), 5000);
+  EXPECT_FALSE(project().NeedsSaving());
+}
+
+TEST_F(MechanicalSystemWindow, ANewGearRatioAsksAndCancelCommitsNothing) {
+  Use([&](HeadlessForm& form) {
+    Edit(form, "Pn82F.0", "10");
+    world.boxes.Expect("Electronic gear ratio has been changed!", BoxAnswer::cancel);
+    form.Press("cmdApply");
+    EXPECT_EQ(world.boxes.Count("Commit data change has been canceled."), 1);
+    EXPECT_EQ(project().MechanicalSystem().A_Value(), 5000);
+    world.boxes.Expect("Electronic gear ratio has been changed!", BoxAnswer::ok);
+    form.Press("cmdOK");
+    EXPECT_FALSE(form.IsShown());
+  });
+  EXPECT_EQ(project().MechanicalSystem().A_Value(), 10000);
+  EXPECT_TRUE(project().NeedsSaving());
+  EXPECT_EQ(project().WhatIsDirty(), "Mechanical System, All parameters");
+}
+
+TEST_F(MechanicalSystemWindow, AResolutionShowsWhatItRescalesBeforeItIsCommitted) {
+  ASSERT_TRUE(ImportCsv(project(), project().Jog(), "jog,speed\n2,10.5\n").empty());
+  ASSERT_TRUE(project().Jog().ChangeAccepted());
+  Use([&](HeadlessForm& form) {
+    Edit(form, "Pn82D", "2");
+    world.forms.OnShow("frmRescalePreview", [](HeadlessForm& preview) {
+      const GridSource& source = *preview.grid("vsFG").Source();
+      EXPECT_EQ(source.Text(1, 0), "Jog Table row 2, Speed");
+      EXPECT_EQ(source.Text(1, 1), "10.500");
+      EXPECT_EQ(source.Text(1, 2), "10.50");
+      EXPECT_EQ(source.Text(1, 3), "630");
+      EXPECT_EQ(source.Text(1, 4), "63");
+      EXPECT_EQ(source.Text(1, 5), "0.000");
+      preview.Press("cmdCancel");
+    });
+    form.Press("cmdApply");
+    EXPECT_EQ(project().Resolution(), 3);
+    world.forms.OnShow("frmRescalePreview", [](HeadlessForm& preview) { preview.Press("cmdOK"); });
+    form.Press("cmdOK");
+  });
+  EXPECT_EQ(world.boxes.Count("Programming resolution has been changed!\r\rAll values have been "
+                              "updated to the new resolution.\rPlease review values to check if "
+                              "changes are acceptable."),
+            1);
+  EXPECT_EQ(project().Resolution(), 2);
+  EXPECT_EQ(project().Jog().Text(3, clsHX7Jog::speed), "10.50");
+}
+
+TEST_F(MechanicalSystemWindow, SystemAndUnitsMustFit) {
+  Use([&](HeadlessForm& form) {
+    form.Select("cmbSystem", "Rotary Table");
+    form.Press("cmdOK");
+    EXPECT_EQ(world.boxes.Count("Selected system cannot have linear units!"), 1);
+    ASSERT_TRUE(form.IsShown());
+    Edit(form, "Pn82E.0", "deg");
+    form.Press("cmdOK");  // the same gear ratio commits without a word
+    EXPECT_FALSE(form.IsShown());
+  });
+  EXPECT_EQ(project().MechanicalSystem().SelectedSystemName(), "Rotary Table");
+  EXPECT_EQ(project().DistanceUnits(), "deg");
+}
+
+TEST_F(MechanicalSystemWindow, TheEncoderIsReadFromTheHardware) {
+  Use([&](HeadlessForm& form) {
+    form.Press("cmdGetEncoder");
+    EXPECT_EQ(world.boxes.Count("Error reading resolution from encoder!"), 1);
+    session.GoOnline();
+    form.Press("cmdGetEncoder");
+    EXPECT_EQ(form.comboBox("cmbEncoder").Text(), "32768");
+    EXPECT_EQ(Shown(form, "Pn202"), "16384");
+    EXPECT_EQ(Shown(form, "Pn203"), "625");
+    world.boxes.Expect("Modified values will be lost", BoxAnswer::yes);
+    form.Press("cmdCancel");
+  });
+}
+
+}  // namespace
+}  // namespace velmoor
