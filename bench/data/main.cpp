@@ -1,14 +1,10 @@
 // Times what a session does with its files: the catalogue's working copy, and opening, reading and
 // writing a project. bench_data [FOLDER] works in FOLDER, which lies on the disk to be measured.
-#include <algorithm>
-#include <chrono>
 #include <filesystem>
-#include <functional>
-#include <iomanip>
 #include <iostream>
 #include <string>
-#include <vector>
 
+#include "Timing.h"
 #include "platform/World.h"
 #include "platform/posix/PosixFiles.h"
 #include "platform/sqlcipher/SqlcipherDatabases.h"
@@ -20,21 +16,7 @@ namespace velmoor {
 namespace {
 
 namespace fs = std::filesystem;
-using Clock = std::chrono::steady_clock;
-
-// Runs `work` some times and prints the median and the worst in milliseconds.
-void Time(const std::string& what, int runs, const std::function<void()>& work) {
-  std::vector<double> times;
-  for (int i = 0; i < runs; ++i) {
-    const auto start = Clock::now();
-    work();
-    times.push_back(std::chrono::duration<double, std::milli>(Clock::now() - start).count());
-  }
-  std::ranges::sort(times);
-  std::cout << std::left << std::setw(52) << what << std::right << std::fixed
-            << std::setprecision(3) << std::setw(10) << times[times.size() / 2] << std::setw(10)
-            << times.back() << "\n";
-}
+using bench::Time;
 
 void MakeWorkingCopy() {
   CatalogueLibrary library;
@@ -69,33 +51,32 @@ void Measure(const fs::path& folder) {
   const std::string project = (folder / "bench.spj").string();
   const std::string working = (folder / "bench.tmp").string();
   const std::string catalogue = CatalogueLibrary::WorkingCopyPath();
-  std::cout << std::left << std::setw(52) << "milliseconds"
-            << "    median     worst\n";
+  bench::Heading();
 
-  Time("catalogue: copy and create, first time", 1, MakeWorkingCopy);
-  Time("catalogue: copy and create, again", 20, MakeWorkingCopy);
-  Time("catalogue: read all definitions", 50, [&] {
+  Time("catalogue: copy and create, first time", 1, "", MakeWorkingCopy);
+  Time("catalogue: copy and create, again", 20, "", MakeWorkingCopy);
+  Time("catalogue: read all definitions", 50, "", [&] {
     (void)ReadParameterDefinitions(catalogue, GetTableNames(catalogue).ParametersTable);
   });
-  Time("project: lay the template", 20, [&] {
+  Time("project: lay the template", 20, "", [&] {
     world().files->ReplaceDurably(JoinPath(world().appDirectory, "Velmoor.spt"), project);
   });
-  Time("project: lay the working copy", 20,
+  Time("project: lay the working copy", 20, "",
        [&] { world().files->LayWorkingCopy(project, working); });
-  Time("project: open cold (key derived)", 5, [&] {
+  Time("project: open cold (key derived)", 5, "", [&] {
     sqlcipher::SqlcipherDatabases fresh;
     fresh.Open(working, schema::kPassword, DatabaseAccess::readOnly);
   });
-  Time("project: open after a release (key kept)", 50, [&] {
+  Time("project: open after a release (key kept)", 50, "", [&] {
     world().databases->Release(working);
     (void)OpenForReading(working);
   });
-  Time("project: open warm", 200, [&] { (void)OpenForReading(working); });
-  Time("project: open and read all parameters", 100,
+  Time("project: open warm", 200, "", [&] { (void)OpenForReading(working); });
+  Time("project: open and read all parameters", 100, "",
        [&] { (void)OpenForReading(working)->OpenTable(schema::Parameters::kTable); });
-  Time("working file: write all parameters", 50, [&] { WriteEveryParameter(working); });
-  Time("working file: clear one mark", 100, [&] { ClearOneMark(working); });
-  Time("project: save over the project file", 20, [&] {
+  Time("working file: write all parameters", 50, "", [&] { WriteEveryParameter(working); });
+  Time("working file: clear one mark", 100, "", [&] { ClearOneMark(working); });
+  Time("project: save over the project file", 20, "", [&] {
     world().databases->Release(working);
     world().files->ReplaceDurably(working, project);
   });
