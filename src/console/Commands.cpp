@@ -4,10 +4,12 @@
 #include <functional>
 #include <ostream>
 #include <set>
+#include <span>
 
 #include "console/CommandLine.h"
 #include "console/ConsoleBoxes.h"
 #include "console/ConsoleSession.h"
+#include "console/ParameterCommands.h"
 #include "console/SystemCommand.h"
 #include "platform/Files.h"
 #include "platform/Numbers.h"
@@ -23,10 +25,12 @@ constexpr const char* kUsage =
     "\n"
     "  velmoorctl new FILE                       make a project from the template\n"
     "  velmoorctl show FILE index|zone|jog|system  print a table or the machine as CSV\n"
+    "  velmoorctl show FILE parameters           print every parameter as CSV\n"
     "  velmoorctl import FILE index|zone|jog CSV put a CSV file into a table and save\n"
     "  velmoorctl set FILE NAME=VALUE...         change the machine and save: system, measure, n1, "
     "n2,\n"
     "                                            resolution, units, time, encoder; all or nothing\n"
+    "  velmoorctl set FILE Pn81B=12.5...         change parameters and save; all or nothing\n"
     "  velmoorctl info --port DEV                tell what hardware answers\n"
     "  velmoorctl download FILE --port DEV --yes send the project to the hardware\n"
     "  velmoorctl upload FILE --port DEV --yes   read the hardware into the project and save\n"
@@ -113,7 +117,15 @@ TableAccess TableNamed(const std::string& name) {
   throw UsageError("'" + name + "' is none of index, zone and jog");
 }
 
+bool ShowParameters(const Context& context) {
+  Work work(context);
+  if (!work.Open(context.Argument(1))) return false;
+  context.program.out << ExportParameters(work.project());
+  return true;
+}
+
 bool Show(const Context& context) {
+  if (context.Argument(2) == "parameters") return ShowParameters(context);
   if (context.Argument(2) == "system") {
     Work work(context);
     if (!work.Open(context.Argument(1))) return false;
@@ -139,10 +151,23 @@ bool Import(const Context& context) {
   return true;
 }
 
-// ---- files
 // ---- values
 
+bool SetParameterValues(const Context& context) {
+  Work work(context);
+  if (!work.Open(context.Argument(1))) return false;
+  const std::vector<std::string> faults =
+      SetParameters(work.project(), std::span(context.line.Arguments()).subspan(2));
+  for (const std::string& fault : faults) context.program.err << fault << '\n';
+  if (!faults.empty()) return false;
+  work.project().Save();
+  return true;
+}
+
+// The machine or parameters, as the first assignment says; not both in one command.
 bool Set(const Context& context) {
+  const std::string& first = context.Argument(2);
+  if (!IsSystemKey(first.substr(0, first.find('=')))) return SetParameterValues(context);
   std::vector<Assignment> assignments;
   for (std::size_t i = 2; i < context.line.Arguments().size(); ++i) {
     const std::string& word = context.Argument(i);
@@ -161,6 +186,7 @@ bool Set(const Context& context) {
   return true;
 }
 
+// ---- files
 // ------------------------------------------------------------------------------------------
 
 bool New(const Context& context) {

@@ -4,6 +4,11 @@
 #include "platform/Trapped.h"
 
 namespace velmoor {
+namespace {
+
+constexpr int kValueWidth = 28;  // the last column takes what room there is beyond
+
+}  // namespace
 
 ParameterGridWindow::ParameterGridWindow(const std::string& formName, ParameterToolBase& tool,
                                          ParameterWindow rules)
@@ -18,7 +23,9 @@ void ParameterGridWindow::FormLoad() {
   connections_ += vsFG.KeyDown.Connect([this](KeyEvent& key) { vsFG_KeyDown(key); });
   connections_ +=
       vsFG.Tip.Connect([this](int row, int, std::string& tip) { vsFG_MouseMove(row, tip); });
+  vsFG.SetColumnWidth(ParameterGrid::kValue, kValueWidth);
   vsFG.SetCurrent(1, ParameterGrid::kValue);
+  vsFG.SetFocus();
   CurrentRowChanged(1);
 }
 
