@@ -63,13 +63,14 @@ bool ParameterToolBase::AcceptEdits() {
 
 bool ParameterToolBase::frm_PropertiesChangeAccepted() {
   if (!arBlockMatrix_.IsAnyTouched()) return true;
-  bool edited = frm_->IsDirty();
+  bool edited = false;
   for (int row = 1; row <= arBlockMatrix_.Rows() && !edited; ++row) {
     edited = arBlockMatrix_.IsTouched(row) && arBlockMatrix_.IsDirty(row);
   }
   if (edited) return AcceptEdits();
   // Values from the amplifier: they are stored, and none has to go back.
   blnNeedsSaving_ = true;
+  frm_->SetIsDirty(blnIsDirty_);
   const bool stored = SaveAndHandToEditor();
   Applied.Raise();
   return stored;

@@ -259,5 +259,66 @@ TEST_F(KilledProgram, ASaveThatIsKilledLeavesTheOldOrTheNewProject) {
   EXPECT_GT(killed, 10) << "most rounds must have been cut";
 }
 
+// ---- parameters
+// --------------------------------------------------------------------------------------
+
+std::string LineOf(const std::string& csv, const std::string& strPn) {
+  const std::size_t at = csv.find("\n" + strPn + ",");
+  return at == std::string::npos ? std::string()
+                                 : csv.substr(at + 1, csv.find('\n', at + 1) - at - 1);
+}
+
+TEST_F(Velmoorctl, ShowsEveryParameterInUnits) {
+  ASSERT_EQ(Run({"new", project}), 0);
+  ASSERT_EQ(Run({"show", project, "parameters"}), 0) << err.str();
+  const std::string csv = out.str();
+  EXPECT_EQ(csv.substr(0, csv.find('\n')),
+            "pn,description,value,unit,minimum,maximum,controller,dirty");
+  EXPECT_EQ(LineOf(csv, "Pn81B"),
+            "Pn81B,Positive limit,99999.999,mm,-99999.999,99999.999,99999999,0");
+  EXPECT_EQ(LineOf(csv, "Pn81A"), "Pn81A,Axis type,Linear,,,,0,0");
+  EXPECT_EQ(LineOf(csv, "Pn829"), "") << "halves of longer numbers are nobody's to edit";
+}
+
+TEST_F(Velmoorctl, SetsSeveralParametersAndADownloadSendsExactlyThose) {
+  ASSERT_EQ(Run({"new", project}), 0);
+  ASSERT_EQ(Run({"set", project, "Pn81B=12.5", "Pn81A=Rotary(Forward Only)", "Pn001=20"}), 0)
+      << err.str();
+  ASSERT_EQ(Run({"show", project, "parameters"}), 0);
+  EXPECT_EQ(LineOf(out.str(), "Pn81B"),
+            "Pn81B,Positive limit,12.500,mm,-99999.999,99999.999,12500,1");
+  EXPECT_EQ(LineOf(out.str(), "Pn81A"), "Pn81A,Axis type,Rotary(Forward Only),,,,2,1");
+  line.Amplifier('0')->ForgetWhatWasAsked();
+  ASSERT_EQ(Run({"download", project, "--port", "x", "--yes", "--new"}), 0) << err.str();
+  std::vector<std::string> writes;
+  for (const JournalEntry& entry : line.Amplifier('0')->Journal()) {
+    // Every way online sets the form of the acknowledge.
+    const bool counts = entry.line.find('=') != std::string::npos && entry.line != "0PRM802=1";
+    if (counts) writes.push_back(entry.line);
+  }
+  EXPECT_EQ(writes, (std::vector<std::string>{"0PRM001=0020", "0PRM81A=2", "0PRM81B=12500"}));
+}
+
+TEST_F(Velmoorctl, SetsAllOrNothingAndRefusesInTheEditorsWords) {
+  ASSERT_EQ(Run({"new", project}), 0);
+  const std::string before = world.files.ReadAll(project);
+  EXPECT_EQ(Run({"set", project, "Pn81B=12.5", "Pn100=x", "Pn203=1", "Pn800=RS485", "Pn999=1",
+                 "Pn81C", "Pn81D=", "Pn81B=13"}),
+            1);
+  EXPECT_EQ(
+      err.str(),
+      "Pn100: Value must be an integer in the range from 1 and 2000. Previous value has been "
+      "restored!\n"
+      "Parameter Pn203 can only be modified by changing values within the 'Mechanical System' "
+      "window!\n"
+      "Pn800: Existing version functions only with RS422+Echo Back! Value has been restored!\n"
+      "'Pn999' is no parameter of the direct parameter editor\n"
+      "'Pn81C' is no assignment such as Pn81B=12.5\n"
+      "Pn81D: A value is missing\n"
+      "'Pn81B=13' assigns to its parameter a second time\n");
+  EXPECT_EQ(world.files.ReadAll(project), before);
+  EXPECT_EQ(Run({"set", project}), 2) << "no assignment";
+}
+
 }  // namespace
 }  // namespace velmoor

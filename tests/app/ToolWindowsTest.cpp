@@ -1,0 +1,162 @@
+// Opening the parameter tools, and the transfers of a single tool.
+
+#include "AppSession.h"
+#include "tools/ParameterGrid.h"
+
+namespace velmoor {
+namespace {
+
+using headless::HeadlessForm;
+
+class ToolWindows : public AppSession {
+ protected:
+  void SetUp() override { StartOnline(); }
+
+  HeadlessForm& Window() { return data.forms.Get("frmProperties"); }
+  void Edit(HeadlessForm& form, ParameterToolBase& tool, const char* strPn,
+            const std::string& text) {
+    ASSERT_TRUE(form.EditCell("vsFG", tool.Rows().FindRow(strPn), ParameterGrid::kValue, text));
+  }
+  // The lines with a parameter, without those by which every way online begins.
+  int Exchanges(const char* beginning) {
+    const auto& journal = Amplifier().Journal();
+    return static_cast<int>(std::count_if(journal.begin(), journal.end(), [&](const auto& entry) {
+      return entry.line.starts_with(beginning) && !entry.line.starts_with("0PRM80");
+    }));
+  }
+  static std::string Shown(const ParameterToolBase& tool, const char* strPn) {
+    return tool.Rows().Text(tool.Rows().FindRow(strPn), Column::value);
+  }
+};
+
+TEST_F(ToolWindows, AToolOpensOnceAndComesToTheFrontThen) {
+  const struct {
+    const char* command;
+    ToolWindow window;
+    const char* type;
+    const char* caption;
+  } kTools[] = {
+      {"mnuToolsIndexerInterface", ToolWindow::interface, "Interface", "Interface Configuration"},
+      {"mnuToolsIndexerFlexibleIO", ToolWindow::flexibleIO, "FlexibleIO",
+       "Flexible I/O Configuration"},
+      {"mnuToolsIndexerOverTravel", ToolWindow::overTravel, "OverTravel",
+       "Over Travel Configuration"},
+      {"mnuToolsIndexerHoming", ToolWindow::homing, "Homing", "Homing Routine Configuration"}};
+  for (const auto& tool : kTools) {
+    EXPECT_FALSE(IsToolWindowOpened(tool.type));
+    Main().Choose(tool.command);
+    Main().Choose(tool.command);
+    EXPECT_EQ(data.world.forms->Shown().size(), 1u);
+    EXPECT_EQ(Window().Caption(), tool.caption);
+    EXPECT_TRUE(Form().ToolOpened(tool.window));
+    EXPECT_TRUE(IsToolWindowOpened(tool.type));
+    Window().Press("cmdCancel");
+    EXPECT_FALSE(Form().ToolOpened(tool.window));
+  }
+}
+
+TEST_F(ToolWindows, TheEditorBlocksAndClearsItsFlag) {
+  data.forms.OnShow("frmEditor", [this](HeadlessForm& form) {
+    EXPECT_TRUE(Form().ToolOpened(ToolWindow::editor));
+    form.Press("cmdOK");
+  });
+  Main().Choose("mnuToolsEditor");
+  EXPECT_FALSE(Form().ToolOpened(ToolWindow::editor));
+}
+
+TEST_F(ToolWindows, ALeftEditIsAskedForBeforeTheProjectGoes) {
+  Main().Choose("mnuToolsIndexerOverTravel");
+  Edit(Window(), Project().OverTravel(), "Pn81B", "5");
+  data.boxes.Expect("All module forms will be unloaded.\rDo you wish to proceed?", BoxAnswer::ok);
+  data.boxes.Expect("Do you wish to discard changes?", BoxAnswer::no);
+  Main().Close();
+  EXPECT_TRUE(data.forms.IsOpen("frmProperties"));
+  EXPECT_EQ(Shown(Project().OverTravel(), "Pn81B"), "5.000");
+}
+
+TEST_F(ToolWindows, EditApplyDownloadAndUploadAgree) {
+  Main().Choose("mnuToolsIndexerHoming");
+  Edit(Window(), Project().Homing(), "Pn81D", "1.25");
+  Window().Press("cmdOK");
+  Amplifier().ForgetWhatWasAsked();
+  data.boxes.Expect("The following items have been modified:\rHoming parameters\r", BoxAnswer::ok);
+  Main().Choose("mnuToolsDownloadNew");
+  EXPECT_EQ(Exchanges("0PRM"), 1);
+  EXPECT_EQ(Amplifier().State().memory.parameters.Value(0x81D), 1250);
+  EXPECT_EQ(Main().Panel(StatusPanel::pending), "");
+}
+
+TEST_F(ToolWindows, ASingleUploadAsksTwiceAndCommitsOnYesOnly) {
+  clsHX7OverTravel& tool = Project().OverTravel();
+  constexpr const char* kWarn =
+      "Existing Over Travel Parameters will be overwritten with hardware data!\r"
+      "Do you wish to continue?";
+  constexpr const char* kCommit =
+      "Over Travel Parameters successfully uploaded from controller.\r"
+      "Commit uploaded data to project?";
+  Amplifier().State().memory.parameters.Write(0x81B, "7500");
+  data.boxes.Expect(kWarn, BoxAnswer::no);
+  Main().Choose("mnuToolsUploadParameterOverTravel");
+  EXPECT_EQ(Shown(tool, "Pn81B"), "99999.999");
+  for (const BoxAnswer answer : {BoxAnswer::no, BoxAnswer::yes}) {
+    Amplifier().ForgetWhatWasAsked();
+    data.boxes.Expect(kWarn, BoxAnswer::yes);
+    data.boxes.Expect(kCommit, answer);
+    Main().Choose("mnuToolsUploadParameterOverTravel");
+    EXPECT_EQ(Exchanges("0PRM"), 4) << "and Pn80C and Pn80D";
+    EXPECT_EQ(Shown(tool, "Pn81B"), answer == BoxAnswer::yes ? "7.500" : "99999.999");
+    EXPECT_EQ(Project().NeedsSaving(), answer == BoxAnswer::yes);
+    EXPECT_EQ(Form().Procedure(), nullptr);
+  }
+  EXPECT_FALSE(tool.IsDirty());
+}
+
+TEST_F(ToolWindows, AStoppedOrFailedSingleUploadLeavesNoTrace) {
+  clsHX7OverTravel& tool = Project().OverTravel();
+  Amplifier().State().memory.parameters.Write(0x80C, "2");
+  Main().Choose("mnuToolsIndexerOverTravel");
+  Edit(Window(), tool, "Pn81C", "-3");
+  data.boxes.Expect("Do you wish to continue?", BoxAnswer::yes);
+  data.forms.OnShow("frmDialogStop", [](HeadlessForm& form) { form.Press("cmdStop"); });
+  Main().Choose("mnuToolsUploadParameterOverTravel");
+  EXPECT_EQ(data.boxes.shown.back().text, "Upload Over Travel Parameters terminated!");
+  data.boxes.Expect("Do you wish to continue?", BoxAnswer::yes);
+  line.faults.Add({.kind = FaultKind::deviceError, .match = "PRM81A"});
+  Main().Choose("mnuToolsUploadParameterOverTravel");
+  EXPECT_EQ(data.boxes.shown.back().text,
+            "Could not upload Over Travel Parameters from controller!");
+  EXPECT_EQ(Shown(tool, "Pn80C"), "Normally closed");
+  EXPECT_EQ(Shown(tool, "Pn81C"), "-3.000") << "an edit that was not applied is still there";
+  EXPECT_TRUE(Window().button("cmdApply").Enabled());
+}
+
+TEST_F(ToolWindows, TheTuningWindowSendsWhatItShowsAndTheRigidityLast) {
+  clsHX7Tuning& tool = Project().Tuning();
+  data.forms.OnShow("frmTuning", [&](HeadlessForm& form) {
+    Edit(form, tool, "Pn103", "150");
+    form.Select("cmbRigidity", "High Rigidity [8/10]");
+    Amplifier().ForgetWhatWasAsked();
+    data.boxes.Expect("Existing gain tuning parameters in hardware will be overwritten!",
+                      BoxAnswer::ok);
+    data.boxes.Expect("Rigidity setting has been changed.", BoxAnswer::ok);
+    data.boxes.Expect("Rigidity setting changed successfully.", BoxAnswer::yes);
+    form.Press("cmdDownload");
+    EXPECT_EQ(data.boxes.shown.back().text, "Download Tuning Parameters complete!");
+    EXPECT_EQ(form.label("lblRigidity").Text(), "8");
+    EXPECT_EQ(Exchanges("0PRM"), 24) << "twelve writes, and twelve reads after the rigidity";
+    // The amplifier's new gains are on show, and stored by OK.
+    EXPECT_EQ(Shown(tool, "Pn100"),
+              std::to_string(Amplifier().State().memory.parameters.Value(0x100)));
+    form.Press("cmdOK");
+  });
+  Main().Choose("mnuToolsTuning");
+  EXPECT_FALSE(tool.ChangedRigidity());
+  EXPECT_FALSE(tool.IsDirty());
+  EXPECT_EQ(tool.GetNumberOfNewRows(), 0);
+  const std::string gain = Shown(tool, "Pn100");
+  ASSERT_TRUE(tool.ReadFromDB());
+  EXPECT_EQ(Shown(tool, "Pn100"), gain);
+}
+
+}  // namespace
+}  // namespace velmoor
