@@ -166,8 +166,7 @@ bool SetParameterValues(const Context& context) {
 
 // The machine or parameters, as the first assignment says; not both in one command.
 bool Set(const Context& context) {
-  const std::string& first = context.Argument(2);
-  if (!IsSystemKey(first.substr(0, first.find('=')))) return SetParameterValues(context);
+  if (context.Argument(2).starts_with("Pn")) return SetParameterValues(context);
   std::vector<Assignment> assignments;
   for (std::size_t i = 2; i < context.line.Arguments().size(); ++i) {
     const std::string& word = context.Argument(i);
