@@ -6,7 +6,7 @@
 namespace velmoor {
 namespace {
 
-constexpr int kValueWidth = 28;  // the last column takes what room there is beyond
+constexpr int kValueWidth = 22;  // the last column takes what room there is beyond
 
 }  // namespace
 
