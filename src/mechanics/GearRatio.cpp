@@ -116,7 +116,8 @@ bool ReduceGearRatio(double& a, double& b) {
   if (!std::isfinite(target)) return false;
   double leastError = 99999999999999.0;
   double bestA = 1;
-  for (double i = 1; i <= kMostTerm; ++i) {
+  for (int term = 1; term <= static_cast<int>(kMostTerm); ++term) {
+    const double i = term;
     const double product = i * target;
     if (product > kMostTerm + 1) break;  // every later B is larger still
     const double candidate = FastRoundHalfEven(product);

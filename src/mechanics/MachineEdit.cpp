@@ -117,7 +117,7 @@ MachineCheck MachineEdit::SetWhole(const std::string& name, const std::string& t
   Machine candidate = machine_;
   (name == "Pn82B" ? candidate.n1 : name == "Pn82C" ? candidate.n2 : candidate.resolution) = value;
   GearRatio ratio;
-  const MachineCheck gear = CheckGear(candidate, ratio);
+  MachineCheck gear = CheckGear(candidate, ratio);
   if (!gear.Accepted()) return gear;
   machine_ = candidate;
   Put(name.c_str(), NumberText(value));
@@ -134,7 +134,7 @@ MachineCheck MachineEdit::SetMeasure(const std::string& text) {
   Machine candidate = machine_;
   candidate.length = static_cast<float>(number);
   GearRatio ratio;
-  const MachineCheck gear = CheckGear(candidate, ratio);
+  MachineCheck gear = CheckGear(candidate, ratio);
   if (!gear.Accepted()) return gear;
   machine_ = candidate;
   Put("Pn82F.0", NumberText(machine_.length));
@@ -172,7 +172,7 @@ MachineCheck MachineEdit::SetDistanceUnits(const std::string& word) {
   if (!index) return Restore("'" + word + "' is none of the units!");
   const std::string before = distanceUnits_;
   distanceUnits_ = word;
-  const MachineCheck fits = ValidateUnits();
+  MachineCheck fits = ValidateUnits();
   if (!fits.Accepted()) {
     distanceUnits_ = before;
     return fits;
