@@ -151,10 +151,13 @@ void clsHX7Project::OrInFlags(const ToolObject& tool) {
   blnIsDirty_ = blnIsDirty_ || tool.IsDirty();
 }
 
-void clsHX7Project::ConnectParameterTool(Tool id, ParameterToolBase& tool) {
+// The pattern that parameter tools and tables have in common.
+template <typename ToolObject>
+void clsHX7Project::ConnectTool(Tool id, ToolObject& tool) {
   connections_ += tool.Applied.Connect([this, &tool] { OrInFlags(tool); });
   connections_ += tool.Closed.Connect([this, &tool, id] {
     OrInFlags(tool);
+    // Nothing is passed on for the editor.
     if (id != Tool::editor) ToolClosed.Raise(id);
   });
   connections_ +=
@@ -165,30 +168,16 @@ void clsHX7Project::ConnectParameterTool(Tool id, ParameterToolBase& tool) {
       [this, id](std::int16_t row, std::int16_t total) { ToolUploading.Raise(id, row, total); });
 }
 
-void clsHX7Project::ConnectTable(Tool id, MotionTable& table) {
-  connections_ += table.Applied.Connect([this, &table] { OrInFlags(table); });
-  connections_ += table.Closed.Connect([this, &table, id] {
-    OrInFlags(table);
-    ToolClosed.Raise(id);
-  });
-  connections_ +=
-      table.Status.Connect([this, id](const std::string& text) { ToolStatus.Raise(id, text); });
-  connections_ += table.Downloading.Connect(
-      [this, id](std::int16_t row, std::int16_t total) { ToolDownloading.Raise(id, row, total); });
-  connections_ += table.Uploading.Connect(
-      [this, id](std::int16_t row, std::int16_t total) { ToolUploading.Raise(id, row, total); });
-}
-
 void clsHX7Project::ConnectTools() {
-  ConnectParameterTool(Tool::editor, clsEditor_);
-  ConnectParameterTool(Tool::tuning, clsTuning_);
-  ConnectParameterTool(Tool::flexibleIO, clsFlexibleIO_);
-  ConnectParameterTool(Tool::homing, clsHoming_);
-  ConnectParameterTool(Tool::interface, clsInterface_);
-  ConnectParameterTool(Tool::overTravel, clsOverTravel_);
-  ConnectTable(Tool::position, clsPosition_);
-  ConnectTable(Tool::jog, clsJog_);
-  ConnectTable(Tool::zone, clsZone_);
+  ConnectTool(Tool::editor, clsEditor_);
+  ConnectTool(Tool::tuning, clsTuning_);
+  ConnectTool(Tool::flexibleIO, clsFlexibleIO_);
+  ConnectTool(Tool::homing, clsHoming_);
+  ConnectTool(Tool::interface, clsInterface_);
+  ConnectTool(Tool::overTravel, clsOverTravel_);
+  ConnectTool(Tool::position, clsPosition_);
+  ConnectTool(Tool::jog, clsJog_);
+  ConnectTool(Tool::zone, clsZone_);
   ConnectMechanicalSystem();
   ConnectBaudRate();
   connections_ += clsTuning_.RigidityChanged.Connect([this] { RigidityChanged.Raise(); });

@@ -205,8 +205,8 @@ class clsHX7Project final : public Project {
   void ReadTools();
   void MarkPendingDownloads();
   void ConnectTools();
-  void ConnectParameterTool(Tool id, ParameterToolBase& tool);
-  void ConnectTable(Tool id, MotionTable& table);
+  template <typename ToolObject>
+  void ConnectTool(Tool id, ToolObject& tool);
   void ConnectMechanicalSystem();
   void ConnectBaudRate();
   template <typename ToolObject>
