@@ -53,7 +53,6 @@ struct Context {
 };
 
 // ---- sessions
-// ---------------------------------------------------------------------------------------
 
 // Builds the session, and opens the project named by argument 1 where the command has one.
 class Work {
@@ -93,7 +92,6 @@ void RequireAgreement(const Context& context) {
 }
 
 // ---- tables
-// -----------------------------------------------------------------------------------------
 
 struct TableAccess {
   std::function<std::string(clsHX7Project&)> show;
@@ -186,7 +184,6 @@ bool Set(const Context& context) {
 }
 
 // ---- files
-// ------------------------------------------------------------------------------------------
 
 bool New(const Context& context) {
   const std::string path = world().files->Absolute(context.Argument(1));
@@ -199,7 +196,6 @@ bool New(const Context& context) {
 }
 
 // ---- hardware
-// ---------------------------------------------------------------------------------------
 
 bool Info(const Context& context) {
   (void)context.line.Required("port");
@@ -263,7 +259,6 @@ bool Upload(const Context& context) {
 }
 
 // ---- dispatch
-// ---------------------------------------------------------------------------------------
 
 struct Command {
   std::string name;

@@ -89,7 +89,6 @@ MachineFigures MachineEdit::Figures() const {
 }
 
 // ---- cells
-// ------------------------------------------------------------------------------------------
 
 MachineCheck MachineEdit::SetValue(const std::string& name, const std::string& text) {
   const int row = rows_.FindRow(name);
@@ -165,7 +164,6 @@ MachineCheck MachineEdit::CheckGear(const Machine& candidate, GearRatio& ratio) 
 }
 
 // ---- units
-// ------------------------------------------------------------------------------------------
 
 MachineCheck MachineEdit::SetDistanceUnits(const std::string& word) {
   const auto index = IndexOfWord(word, 6, DistanceUnitsFromIndex);
@@ -238,7 +236,6 @@ void MachineEdit::MarkUnitRows() {
 }
 
 // ---- system, encoder, resolution
-// --------------------------------------------------------------------
 
 MachineCheck MachineEdit::SetSystem(std::int32_t index) {
   if (MechanicalSystemFromIndex(index).empty() || index == machine_.system) return {};
@@ -330,7 +327,6 @@ std::string MachineEdit::ValidateProperties() {
 }
 
 // ---- commit
-// -----------------------------------------------------------------------------------------
 
 bool MachineEdit::ResolutionDirty() const {
   return machine_.resolution != original_.resolution;
@@ -388,7 +384,6 @@ MechanicalSystemEdit MachineEdit::TakeForCommit() {
 }
 
 // ---- limits
-// -----------------------------------------------------------------------------------------
 
 std::string MachineEdit::MinimumText(int row) const {
   const auto kind = UnitKindOf(rows_.Text(row, Column::name));

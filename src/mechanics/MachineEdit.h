@@ -68,7 +68,6 @@ class MachineEdit {
   [[nodiscard]] MachineCheck ValidateUnits() const;
 
   // ---- commit
-  // -------------------------------------------------------------------------------------
   [[nodiscard]] bool IsDirty() const { return dirty_; }
   [[nodiscard]] bool EGRDirty() const { return egrDirty_; }
   [[nodiscard]] bool ResolutionDirty() const;

@@ -33,7 +33,6 @@ bool IsZero(const std::string& digits) {
 }  // namespace
 
 // ---- download
-// ---------------------------------------------------------------------------------------
 
 bool clsHX7MechanicalSystem::Download(bool blnOverRide) {
   return Trapped("clsMechanicalSystem.Download: ", [&] {
@@ -79,7 +78,6 @@ bool clsHX7MechanicalSystem::DownloadRecord(Database& database, RowSet& records,
 }
 
 // ---- upload
-// -----------------------------------------------------------------------------------------
 
 bool clsHX7MechanicalSystem::Upload() {
   return Trapped("clsMechanicalSystem.Upload: ", [this] {

@@ -115,7 +115,6 @@ std::string clsHX7MechanicalSystem::ValueOf(const char* name) const {
 }
 
 // ---- reading
-// ----------------------------------------------------------------------------------------
 
 bool clsHX7MechanicalSystem::ReadFromDB() {
   return Trapped("clsMechanicalSystem.ReadFromDB: ", [this] {
@@ -246,7 +245,6 @@ void clsHX7MechanicalSystem::SortBlockMatrix() {
 }
 
 // ---- digested fields
-// --------------------------------------------------------------------------------
 
 void clsHX7MechanicalSystem::DigestBits(const std::string& bits) {
   machine_.system = SelectionDigit(bits, 2);
@@ -270,129 +268,7 @@ void clsHX7MechanicalSystem::UpdateProjectMechanicalSystemValues() {
   UpdateDerivedUnits();
 }
 
-// ---- writing
-// ----------------------------------------------------------------------------------------
-
-std::string clsHX7MechanicalSystem::ControllerValueOf(int row) const {
-  const std::string& value = arBlockMatrix_.Text(row, Column::value);
-  const auto kind = UnitKindOf(arBlockMatrix_.Text(row, Column::name));
-  return kind ? UnitsToCounts(value, FactorOf(project(), *kind)) : value;
-}
-
-bool clsHX7MechanicalSystem::SaveToDB() {
-  return Trapped("clsMechanicalSystem.SaveToDB: ", [this] {
-    const auto database = OpenForWriting(strSaveDBPath_);
-    const char* words = nullptr;
-    if (!SaveEditorPnsToDB(*database)) {
-      words = "Error writing parameters to project file!";
-    } else if (!SaveOtherPnsToDB(*database)) {
-      words = "Error writing Mechanical System parameters to project file!";
-    }
-    if (words != nullptr) {
-      database->Rollback();
-      ShowExclamation(words);
-      return false;
-    }
-    database->Commit();
-    UpdateEditorBlockMatrix(true);
-    arBlockMatrix_.ClearTouched();
-    return true;
-  });
-}
-
-namespace {
-
-// Writes the touched rows that `belongs` selects; `controllerValue` gives their form on the wire.
-template <typename Belongs, typename ControllerValue>
-void WriteRows(Database& database, const BlockMatrix& rows, Belongs&& belongs,
-               ControllerValue&& controllerValue) {
-  const auto records = database.OpenTable(Parameters::kTable);
-  for (int row = 1; row <= rows.Rows(); ++row) {
-    const std::string& name = rows.Text(row, Column::name);
-    if (!belongs(name) || !rows.IsTouched(row)) continue;
-    if (!records->FindFirst(Parameters::kPn, name)) continue;
-    records->Edit();
-    records->Set(Parameters::kValue, rows.Text(row, Column::value));
-    records->Set(Parameters::kControllerValue, controllerValue(row));
-    if (rows.IsDirty(row)) records->Set(Parameters::kDirty, "1");
-    records->Update();
-  }
-}
-
-}  // namespace
-
-bool clsHX7MechanicalSystem::SaveEditorPnsToDB(Database& database) {
-  return Trapped("clsMechanicalSystem.SaveEditorPnsToDB: ", [&] {
-    WriteRows(database, arBlockMatrix_, IsSharedPn,
-              [this](int row) { return ControllerValueOf(row); });
-    return true;
-  });
-}
-
-bool clsHX7MechanicalSystem::SaveOtherPnsToDB(Database& database) {
-  return Trapped("clsMechanicalSystem.SaveOtherPnsToDB: ", [&] {
-    WriteRows(database, arBlockMatrix_, IsMechSystemPn,
-              [this](int row) { return arBlockMatrix_.Text(row, Column::value); });
-    return true;
-  });
-}
-
-// Hands the shared rows to the editor, the only tool that sends the gear terms. `withMarks` also
-// hands over the marks, and with them the editor's need of a download.
-void clsHX7MechanicalSystem::UpdateEditorBlockMatrix(bool withMarks) const {
-  SharedParameterTool& editor = project().EditorSister();
-  BlockMatrix copy;
-  editor.GetBlockMatrix(copy);
-  bool changed = false;
-  for (int row = 1; row <= arBlockMatrix_.Rows(); ++row) {
-    const std::string& name = arBlockMatrix_.Text(row, Column::name);
-    const int to = IsSharedPn(name) ? copy.FindRow(name) : 0;
-    if (to == 0) continue;
-    const std::string& value = arBlockMatrix_.Text(row, Column::value);
-    if (copy.Text(to, Column::value) != value) copy.Set(to, Column::value, value);
-    if (!withMarks || !arBlockMatrix_.IsDirty(row) || !arBlockMatrix_.IsTouched(row)) continue;
-    copy.Set(to, Column::dirty, "1");
-    changed = true;
-  }
-  editor.LetBlockMatrix(copy);
-  if (changed) project().EditorService().MarkChanged();
-}
-
-void clsHX7MechanicalSystem::UpdateFromEditorBlockMatrix() {
-  BlockMatrix editor;
-  project().EditorSister().GetBlockMatrix(editor);
-  for (int row = 1; row <= arBlockMatrix_.Rows(); ++row) {
-    const std::string& name = arBlockMatrix_.Text(row, Column::name);
-    const int from = IsSharedPn(name) ? editor.FindRow(name) : 0;
-    if (from > 0) arBlockMatrix_.Set(row, Column::value, editor.Text(from, Column::value));
-  }
-}
-
-void clsHX7MechanicalSystem::HandRowsToEditor() {
-  for (int row = 1; row <= arBlockMatrix_.Rows(); ++row) {
-    if (IsSharedPn(arBlockMatrix_.Text(row, Column::name))) {
-      arBlockMatrix_.Set(row, Column::dirty, "1");
-    }
-  }
-  SaveToDB();
-}
-
-std::int16_t clsHX7MechanicalSystem::GetNumberOfNewRows() const {
-  std::int16_t count = 0;
-  Trapped("clsMechanicalSystem.GetNumberOfNewRows: ", [&] {
-    const auto database = OpenForReading(strSaveDBPath_);
-    const auto records = database->OpenTable(Parameters::kTable);
-    for (const std::string_view strPn : kMechSystemPns) {
-      const bool found = records->FindFirst(Parameters::kPn, strPn);
-      if (found && records->Text(Parameters::kDirty) == "1") ++count;
-    }
-    return true;
-  });
-  return count;
-}
-
 // ---- commits
-// ----------------------------------------------------------------------------------------
 
 void clsHX7MechanicalSystem::ChangeAccepted(const MechanicalSystemEdit& edit) {
   Trapped("clsMechanicalSystem.ChangeAccepted: ", [&] {

@@ -39,7 +39,6 @@ class clsHX7MechanicalSystem final : public MechanicalSystemTool {
   };
 
   // ---- properties
-  // ---------------------------------------------------------------------------------
   void SetDatabasePath(const std::string& path) { strDatabasePath_ = path; }
   void SetParametersTable(const std::string& table) { strTable_ = table; }
   void SetSaveDBPath(const std::string& path) { strSaveDBPath_ = path; }
@@ -67,7 +66,6 @@ class clsHX7MechanicalSystem final : public MechanicalSystemTool {
   [[nodiscard]] const std::string& AccelerationUnits() const { return sAccelerationUnits_; }
 
   // ---- the file
-  // -----------------------------------------------------------------------------------
   bool ReadFromDB();
   // All of it or nothing.
   bool SaveToDB();
@@ -77,7 +75,6 @@ class clsHX7MechanicalSystem final : public MechanicalSystemTool {
   void UpdateProjectMechanicalSystemValues();
 
   // ---- the amplifier
-  // ------------------------------------------------------------------------------
   bool Download(bool blnOverRide);
   // Ends with the test of the checksum. False also when the amplifier holds no usable machine: then
   // the rows are what they were.
@@ -103,7 +100,6 @@ class clsHX7MechanicalSystem final : public MechanicalSystemTool {
   void HandRowsToEditor();
 
   // ---- events, in this order
-  // ----------------------------------------------------------------------
   Event<> MechanicalSystemClosed;
   Event<const std::string&> MechanicalSystemStatus;
   Event<std::int16_t, std::int16_t> MechanicalSystemDownloading;

@@ -78,7 +78,6 @@ void frmMechanicalSystem::FormLoad() {
 }
 
 // ---- the grid
-// ---------------------------------------------------------------------------------------
 
 int frmMechanicalSystem::Rows() const {
   return static_cast<int>(shown_.size()) + 1;
@@ -168,7 +167,6 @@ void frmMechanicalSystem::vsFG_Tip(int row, std::string& tip) const {
 }
 
 // ---- choices
-// ----------------------------------------------------------------------------------------
 
 void frmMechanicalSystem::AfterChoice(const MachineCheck& check) {
   if (!check.Accepted()) ShowExclamation(check.words);
@@ -204,7 +202,6 @@ void frmMechanicalSystem::cmdGetEncoder_Click() {
 }
 
 // ---- commit
-// -----------------------------------------------------------------------------------------
 
 bool frmMechanicalSystem::MayCommit() {
   bool may = false;
@@ -254,7 +251,6 @@ void frmMechanicalSystem::PostUpload() {
 }
 
 // ---- what the user sees
-// -----------------------------------------------------------------------------
 
 void frmMechanicalSystem::ShowEverything() {
   form().comboBox("cmbSystem").SetListIndex(edit_->Description().system);

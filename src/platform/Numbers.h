@@ -28,7 +28,6 @@ template <std::integral To, std::integral From>
 }
 
 // ---- rounding
-// -------------------------------------------------------------------------------------
 
 // To the nearest whole number, ties to even. Throws on NaN and infinity.
 [[nodiscard]] double RoundHalfEven(double value);
@@ -39,7 +38,6 @@ template <std::integral To, std::integral From>
 [[nodiscard]] std::int16_t ToInt16(double value);
 
 // ---- text to number
-// -------------------------------------------------------------------------------
 
 // A decimal floating-point text: sign, digits with at most one point, exponent; blanks around it
 // are allowed, separators, hexadecimal, "inf" and "nan" are not. Nothing for any other text.
@@ -55,7 +53,6 @@ template <std::integral To, std::integral From>
 [[nodiscard]] std::int32_t Int32FromCell(std::string_view text);
 
 // ---- number to text
-// -------------------------------------------------------------------------------
 
 // Up to 15 significant digits, no exponent, no trailing zeros behind the point.
 [[nodiscard]] std::string NumberText(double value);
@@ -74,7 +71,6 @@ template <std::integral Whole>
 [[nodiscard]] std::string HexText(std::uint32_t value, int digits = 1);
 
 // ---- texts
-// ----------------------------------------------------------------------------------------
 
 [[nodiscard]] std::string_view Trim(std::string_view text);
 [[nodiscard]] std::string Left(std::string_view text, std::size_t count);

@@ -50,7 +50,6 @@ MotionTable* clsHX7Project::TableOf(Tool tool) {
 }
 
 // ---- flags
-// ------------------------------------------------------------------------------------------
 
 bool clsHX7Project::ProjectNeedsSaving() const {
   return clsEditor_.NeedsSaving() || clsFlexibleIO_.NeedsSaving() || clsHoming_.NeedsSaving() ||
@@ -100,7 +99,6 @@ void clsHX7Project::ResetNeedsSaving() {
 }
 
 // ---- units
-// ------------------------------------------------------------------------------------------
 
 void clsHX7Project::GetConversionFactors() {
   UpdateConversionFactors(dblCFactor_, strTimeUnits_, intResolution_);
@@ -143,7 +141,6 @@ float clsHX7Project::GetReferenceSpeedFactor() const {
 }
 
 // ---- events of the tools
-// ----------------------------------------------------------------------------
 
 template <typename ToolObject>
 void clsHX7Project::OrInFlags(const ToolObject& tool) {
@@ -231,7 +228,6 @@ void clsHX7Project::ConnectMechanicalSystem() {
 }
 
 // ---- a change of machine
-// ----------------------------------------------------------------------------
 
 void clsHX7Project::OnResolutionChanged() {
   OrInFlags(clsMechanicalSystem_);

@@ -125,7 +125,6 @@ std::int16_t clsHX7Project::GetNumberOfNewDownloads() const {
 }
 
 // ---- uploads
-// ----------------------------------------------------------------------------------------
 
 void clsHX7Project::TakeSnapshot() {
   snapshots_ = Snapshots{};

@@ -25,7 +25,6 @@ class SessionState : public Session {
   SessionState& operator=(const SessionState&) = delete;
 
   // ---- Session
-  // ------------------------------------------------------------------------------------
   Project* CurrentProject() override { return clsProject.get(); }
   clsHX7Helix7* Helix7() override { return clsHelix7.get(); }
   [[nodiscard]] const AlarmNames* Alarm() const override { return clsAlarm.get(); }
@@ -54,7 +53,6 @@ class SessionState : public Session {
   void SetLastMotorSize(const std::string& watts) override { strLastMotorSize = watts; }
 
   // ---- the steps of a start
-  // -----------------------------------------------------------------------
   void StartHelix7();
   // Makes the catalogue's working copy for the motor that is connected, or for the last one. False
   // after a failure, of which the user was told; the start goes on all the same.

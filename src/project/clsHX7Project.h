@@ -81,7 +81,6 @@ class clsHX7Project final : public Project {
   [[nodiscard]] bool IsOpen() const { return blnOpen_; }
 
   // ---- flags
-  // --------------------------------------------------------------------------------------
   [[nodiscard]] bool IsDirty() const { return blnIsDirty_; }
   void SetIsDirty(bool dirty) { blnIsDirty_ = dirty; }
   [[nodiscard]] bool NeedsSaving() const { return blnNeedsSaving_; }
@@ -114,7 +113,6 @@ class clsHX7Project final : public Project {
   void RestoreSnapshot();
 
   // ---- units
-  // --------------------------------------------------------------------------------------
   [[nodiscard]] std::int16_t Resolution() const override { return intResolution_; }
   [[nodiscard]] std::string DistanceUnits() const override { return strDistanceUnits_; }
   [[nodiscard]] std::string SpeedUnits() const override { return strSpeedUnits_; }
@@ -137,7 +135,6 @@ class clsHX7Project final : public Project {
   [[nodiscard]] float GetReferenceSpeedFactor() const;
 
   // ---- tools
-  // --------------------------------------------------------------------------------------
   clsHX7MechanicalSystem& MechanicalSystem() { return clsMechanicalSystem_; }
   clsHX7FlexibleIO& FlexibleIO() { return clsFlexibleIO_; }
   clsHX7Homing& Homing() { return clsHoming_; }
@@ -164,7 +161,6 @@ class clsHX7Project final : public Project {
   MechanicalSystemTool& MechanicalSystemSister() override { return clsMechanicalSystem_; }
 
   // ---- events
-  // -------------------------------------------------------------------------------------
   Event<> ProjectOpened;
   Event<> ProjectClosed;  // never raised: whoever closes a project runs the handler itself
   Event<> ProjectSavedAs;

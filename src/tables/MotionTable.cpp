@@ -43,7 +43,6 @@ std::string MotionTable::Prefix(std::string_view procedure) const {
 }
 
 // ---- cells
-// ------------------------------------------------------------------------------------------
 
 std::size_t MotionTable::Index(int row) const {
   if (row < 1 || row > layout_.rows) throw std::out_of_range("Subscript out of range");
@@ -84,7 +83,6 @@ bool MotionTable::IsBlank(int row) const {
 }
 
 // ---- the window
-// -------------------------------------------------------------------------------------
 
 void MotionTable::TakeWindow(std::unique_ptr<TableWindow> window) {
   frm_ = std::move(window);
@@ -134,7 +132,6 @@ bool MotionTable::LoadFromProject() {
 }
 
 // ---- the file
-// ---------------------------------------------------------------------------------------
 
 // Cells, marks and flags come back when `work` throws.
 void MotionTable::AllOrNothing(const std::function<void()>& work) {
@@ -316,7 +313,6 @@ void MotionTable::RestoreSnapshot(const Snapshot& snapshot) {
 }
 
 // ---- conversions
-// ------------------------------------------------------------------------------------
 
 std::string MotionTable::ConvertUnitsToCounts(const std::string& text, UnitKind kind) const {
   if (text.empty() || text == "-") return text;

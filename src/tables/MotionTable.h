@@ -62,7 +62,6 @@ class MotionTable {
   MotionTable& operator=(const MotionTable&) = delete;
 
   // ---- properties
-  // ---------------------------------------------------------------------------------
   void SetDatabasePath(const std::string& path) { strDatabasePath_ = path; }
   [[nodiscard]] bool IsDirty() const { return blnIsDirty_; }
   void SetIsDirty(bool dirty) { blnIsDirty_ = dirty; }
@@ -72,7 +71,6 @@ class MotionTable {
   void ClearDataInvalidated() { blnDataInvalidated_ = false; }
 
   // ---- cells; `row` from 1, `column` in the order of the layout, from 0
-  // ------------------------------
   [[nodiscard]] int RowsInArray() const { return layout_.rows; }
   [[nodiscard]] const TableLayout& Layout() const { return layout_; }
   [[nodiscard]] const std::string& Text(int row, int column) const;
@@ -90,7 +88,6 @@ class MotionTable {
   [[nodiscard]] virtual bool IsDataSetComplete(int row) const = 0;
 
   // ---- the window, which the table owns
-  // ------------------------------------------------------------
   // False when the window cannot be had, of which the user was told.
   bool Show();
   void Unload();
@@ -100,7 +97,6 @@ class MotionTable {
   void UpdateUnitsDisplayed();
 
   // ---- the file
-  // -----------------------------------------------------------------------------------
   // Reads the rows and shows them in an open window.
   bool LoadFromProject();
   bool ReadFromDB();
@@ -115,7 +111,6 @@ class MotionTable {
   bool ChangeAccepted();
 
   // ---- the amplifier
-  // ------------------------------------------------------------------------------
   bool Upload();
   bool Download(bool blnOverRide);
   void CommitUploadedData(bool bState);
@@ -123,7 +118,6 @@ class MotionTable {
   void RestoreSnapshot(const Snapshot& snapshot);
 
   // ---- events
-  // -------------------------------------------------------------------------------------
   Event<> Applied;
   Event<> Closed;            // the window closed
   Event<> EditStateChanged;  // what the Edit menu may do with the window has changed

@@ -94,7 +94,6 @@ void TableWindow::RowsRestored(bool notCommitted) {
 }
 
 // ---- editing
-// ----------------------------------------------------------------------------------------
 
 void TableWindow::vsFG_ValidateEdit(GridEdit& edit) {
   const bool checked = Trapped(info_.formName + ".vsFG_ValidateEdit: ", [&] {
@@ -190,7 +189,6 @@ CellContext TableWindow::Context() const {
 }
 
 // ---- the selection
-// ----------------------------------------------------------------------------------
 
 GridBlock TableWindow::Selection() const {
   return IsOpen() ? const_cast<TableWindow*>(this)->grid().Selection() : GridBlock{};
@@ -273,7 +271,6 @@ void TableWindow::ClearSelection() {
 }
 
 // ---- commands
-// ---------------------------------------------------------------------------------------
 
 void TableWindow::OnKey(KeyEvent& key) {
   if (key.AnyShift() || IsEditing()) return;

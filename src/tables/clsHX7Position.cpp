@@ -72,7 +72,6 @@ bool clsHX7Position::IsDataSetComplete(int row) const {
 }
 
 // ---- conversions
-// ------------------------------------------------------------------------------------
 
 std::string clsHX7Position::ConvertPositionToCounts(const std::string& value) const {
   if (value.empty() || IsMoveWord(value)) return value;
@@ -127,7 +126,6 @@ bool clsHX7Position::TableUsesNewEvents() const {
 }
 
 // ---- the amplifier
-// ----------------------------------------------------------------------------------
 
 ResultCode clsHX7Position::UploadRow(int row) {
   IndexRow texts;

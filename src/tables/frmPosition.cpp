@@ -94,7 +94,6 @@ bool frmPosition::MayCommit() {
 }
 
 // ---- the dialogs
-// ------------------------------------------------------------------------------------
 
 std::optional<std::string> frmPosition::AskPosition(const std::string& cell) const {
   frmDialogPosition dialog(project());
@@ -137,7 +136,6 @@ void frmPosition::OnKey(KeyEvent& key) {
 }
 
 // ---- whole steps
-// ------------------------------------------------------------------------------------
 
 void frmPosition::CopyIntoBuffer(int row, int) {
   arTempBuffer_.clear();

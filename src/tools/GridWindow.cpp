@@ -71,7 +71,6 @@ void GridWindow::RefreshGrid() {
 }
 
 // ---- leaving
-// ----------------------------------------------------------------------------------------
 
 bool GridWindow::Commit() {
   // An open edit is part of what is committed; a refused one keeps the window as it is.

@@ -44,7 +44,6 @@ std::unique_ptr<Database> ParameterToolBase::OpenWorkingFile() const {
 }
 
 // ---- reading
-// ----------------------------------------------------------------------------------------
 
 bool ParameterToolBase::ReadFromDB() {
   // "ReadToDB" is how this message is spelled, on purpose.
@@ -139,7 +138,6 @@ void ParameterToolBase::SetComboLists(const ComboLists& lists) {
 }
 
 // ---- display form and controller form
-// ---------------------------------------------------------------
 
 std::optional<std::string> ParameterToolBase::GetSelectedComboListIndex(int row) {
   const std::string value = arBlockMatrix_.Text(row, Column::value);
@@ -175,7 +173,6 @@ std::string ParameterToolBase::GetSelectedComboListItem(int row, std::int32_t se
 }
 
 // ---- writing
-// ----------------------------------------------------------------------------------------
 
 bool ParameterToolBase::SaveToDB() {
   return Trapped(Prefix("SaveToDB"), [this] {
@@ -259,7 +256,6 @@ std::int16_t ParameterToolBase::GetNumberOfNewRows() const {
 }
 
 // ---- sister tools
-// -----------------------------------------------------------------------------------
 
 void ParameterToolBase::UpdateBlockMatrix() {
   BlockMatrix editor;
@@ -321,7 +317,6 @@ bool ParameterToolBase::SaveAndHandToEditor() {
 }
 
 // ---- helpers of the pattern
-// -------------------------------------------------------------------------
 
 bool NeedsNewOptionVersion(std::string_view strPn) {
   return strPn == "Pn833" || strPn == "Pn834";

@@ -39,7 +39,6 @@ class ParameterToolBase : public SharedParameterTool {
   };
 
   // ---- properties
-  // ---------------------------------------------------------------------------------
   void SetDatabasePath(const std::string& path) { strDatabasePath_ = path; }
   void SetParametersTable(const std::string& table) { strTable_ = table; }
   void SetSaveDBPath(const std::string& path) { strSaveDBPath_ = path; }
@@ -54,7 +53,6 @@ class ParameterToolBase : public SharedParameterTool {
   void ClearDataInvalidated() { blnDataInvalidated_ = false; }
 
   // ---- rows
-  // ---------------------------------------------------------------------------------------
   void GetBlockMatrix(BlockMatrix& copy) const override { copy = arBlockMatrix_; }
   void LetBlockMatrix(const BlockMatrix& copy) override { arBlockMatrix_ = copy; }
   [[nodiscard]] const BlockMatrix& Rows() const { return arBlockMatrix_; }
@@ -73,7 +71,6 @@ class ParameterToolBase : public SharedParameterTool {
   [[nodiscard]] Project& project() const;
 
   // ---- the tool's window
-  // --------------------------------------------------------------------------
   void BringToFront();
   // Closes the window without a question.
   void UnloadWindow();
@@ -107,7 +104,6 @@ class ParameterToolBase : public SharedParameterTool {
   void RestoreSnapshot(const Snapshot& snapshot);
 
   // ---- events
-  // -------------------------------------------------------------------------------------
   Event<> Applied;                                // accepted changes were saved
   Event<> Closed;                                 // the window closed
   Event<const std::string&> Status;               // "Download Complete" and the like

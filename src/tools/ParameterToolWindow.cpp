@@ -44,7 +44,6 @@ void ParameterToolBase::RefreshWindow() {
 }
 
 // ---- commits
-// ----------------------------------------------------------------------------------------
 
 void ParameterToolBase::EditValue(int row, const std::string& text) {
   if (arBlockMatrix_.Text(row, Column::value) == text) return;
@@ -87,7 +86,6 @@ void ParameterToolBase::frm_PropertiesClosed() {
 }
 
 // ---- uploads
-// ----------------------------------------------------------------------------------------
 
 void ParameterToolBase::PostUpload() {
   if (frm_ != nullptr) frm_->PostUpload();

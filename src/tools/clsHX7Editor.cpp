@@ -32,7 +32,6 @@ bool NotNonDownloadPns(std::string_view strPn) {
 }
 
 // ---- rows
-// -------------------------------------------------------------------------------------------
 
 bool clsHX7Editor::Takes(const ParameterDefinition& definition) const {
   const std::string& type = definition.edit_type;
@@ -94,7 +93,6 @@ std::string clsHX7Editor::GetParameterValue(const std::string& strPn) const {
 }
 
 // ---- display form and controller form
-// ---------------------------------------------------------------
 
 std::optional<std::string> clsHX7Editor::GetSelectedComboListIndex(int row) {
   if (!arBlockMatrix_.Text(row, Column::list).empty()) {
@@ -117,7 +115,6 @@ std::string clsHX7Editor::ConvertCountsToUnitsPublic(std::int32_t count, UnitKin
 }
 
 // ---- transfers
-// --------------------------------------------------------------------------------------
 
 void clsHX7Editor::MarkAllForDownload() {
   for (int row = 1; row <= arBlockMatrix_.Rows(); ++row) {
@@ -169,7 +166,6 @@ void clsHX7Editor::UpdateIndexerBlockMatrices() {
 }
 
 // ---- a change of machine
-// ----------------------------------------------------------------------------
 
 bool clsHX7Editor::ScalesWithResolution(int row) const {
   return IsOptionCard(row) && ParameterToolBase::ScalesWithResolution(row);

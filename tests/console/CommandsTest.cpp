@@ -209,7 +209,6 @@ TEST_F(Velmoorctl, AChangeThatEmptiesTheTablesTakesAnAgreement) {
 }
 
 // ---- the program itself
-// -----------------------------------------------------------------------------
 
 class KilledProgram : public Velmoorctl {
  protected:
@@ -260,7 +259,6 @@ TEST_F(KilledProgram, ASaveThatIsKilledLeavesTheOldOrTheNewProject) {
 }
 
 // ---- parameters
-// --------------------------------------------------------------------------------------
 
 std::string LineOf(const std::string& csv, const std::string& strPn) {
   const std::size_t at = csv.find("\n" + strPn + ",");

@@ -90,7 +90,6 @@ TEST(GearRatio, RangeStopsOneDigitShortOfExactlyAHundred) {
 }
 
 // ---- against an independent oracle that follows the rules word by word
-// --------------------------------
 
 struct Oracle {
   std::int32_t a = 0, b = 0;
@@ -278,7 +277,6 @@ TEST(GearRatio, WildNumbersNeitherHangNorPassAsValid) {
 }
 
 // ---- factors and words
-// ------------------------------------------------------------------------------
 
 TEST(ConversionFactors, FollowTimeBaseAndResolution) {
   ConversionFactors factors{1, 1, 1, 60};

@@ -23,7 +23,6 @@ class ProjectFile : public ProjectWorld {
 };
 
 // ---- opening
-// ----------------------------------------------------------------------------------------
 
 TEST_F(ProjectFile, OpensOnAWorkingCopyThatGoesWithTheProject) {
   const std::string path = OpenNew("line1.spj");
@@ -101,7 +100,6 @@ TEST_F(ProjectFile, AStaleWorkingCopyAndItsJournalAreLost) {
 }
 
 // ---- saving
-// -----------------------------------------------------------------------------------------
 
 TEST_F(ProjectFile, TheFileChangesAtSaveAndNotBefore) {
   const std::string path = OpenNew("a.spj");
@@ -163,7 +161,6 @@ TEST_F(ProjectFile, ASaveThatFailsKeepsTheNeedAndTheOldFile) {
 }
 
 // ---- flags
-// ------------------------------------------------------------------------------------------
 
 TEST_F(ProjectFile, WhatIsDirtyNamesToolsInItsOrder) {
   OpenNew("a.spj");
@@ -180,7 +177,6 @@ TEST_F(ProjectFile, WhatIsDirtyNamesToolsInItsOrder) {
 }
 
 // ---- a change of machine
-// ----------------------------------------------------------------------------
 
 class MachineChange : public ProjectFile {
  protected:

@@ -55,7 +55,6 @@ const char* const kTwoSteps =
     "two,A-2.5,20,1,2,NNAZ:,SEL0T100,2,one\n";
 
 // ---- download
-// ---------------------------------------------------------------------------------------
 
 TEST_F(ProjectTransfer, DownloadNewSendsTheDirtyRowsAndStoresThem) {
   PutIndex(kTwoSteps);
@@ -158,7 +157,6 @@ TEST_F(ProjectTransfer, ARefusedBaudRateIsToldAsSuch) {
 }
 
 // ---- upload
-// -----------------------------------------------------------------------------------------
 
 class ProjectUpload : public ProjectTransfer {
  protected:

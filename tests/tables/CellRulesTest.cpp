@@ -113,7 +113,6 @@ TEST_F(IndexCells, NextIsNotTheStepItself) {
 }
 
 // ---- whole programmes
-// -------------------------------------------------------------------------------
 
 const char* const kProgramme =
     "label,position,speed,rdst,rspd,pout,event,loop,next\n"
