@@ -170,6 +170,26 @@ TEST_F(QtGridTest, TheButtonOfACellIsHitAtItsRightEnd) {
   EXPECT_EQ(hits, std::vector<int>{1});
 }
 
+TEST_F(QtGridTest, ABlockIsSelectedByTheUserOrTheLogic) {
+  grid_.SetCurrent(1, 0);
+  EXPECT_EQ(grid_.Selection(), (GridBlock{1, 0, 1, 0}));
+  QTest::keyClick(&view_, Qt::Key_Down, Qt::ShiftModifier);
+  QTest::keyClick(&view_, Qt::Key_Right, Qt::ShiftModifier);
+  EXPECT_EQ(grid_.Selection(), (GridBlock{1, 0, 2, 1}));
+  grid_.Select({2, 1, 3, 1});
+  EXPECT_EQ(grid_.Selection(), (GridBlock{2, 1, 3, 1}));
+  EXPECT_EQ(grid_.Row(), 2);
+}
+
+TEST_F(QtGridTest, AnEditIsKnownWhileItIsOpen) {
+  grid_.SetCurrent(1, 1);
+  EXPECT_FALSE(grid_.IsEditing());
+  grid_.BeginEdit();
+  EXPECT_TRUE(grid_.IsEditing());
+  EXPECT_TRUE(grid_.FinishEdit());
+  EXPECT_FALSE(grid_.IsEditing());
+}
+
 TEST_F(QtGridTest, HiddenRowsAndColumnsCountOn) {
   grid_.SetRowHidden(2, true);
   grid_.SetColumnHidden(0, true);

@@ -43,7 +43,15 @@ void QtForms::Add(QtForm& form) {
 
 void QtForms::Forget(QtForm& form) {
   std::erase(open_, &form);
-  if (active_ == &form) active_ = nullptr;
+  if (active_ != &form) return;
+  // The window below a dialog was never told that it lost the keyboard.
+  const QMdiSubWindow* const child = area_ != nullptr ? area_->activeSubWindow() : nullptr;
+  const auto below = std::find_if(open_.rbegin(), open_.rend(), [child](const QtForm* candidate) {
+    const bool isDialog =
+        candidate->Mode() == FormMode::modal || candidate->Mode() == FormMode::blocking;
+    return isDialog || (child != nullptr && candidate->SubWindow() == child);
+  });
+  active_ = below == open_.rend() ? nullptr : *below;
 }
 
 void QtForms::NoteActive(QtForm* form) {
@@ -66,7 +74,11 @@ QMdiSubWindow* QtForms::AddChild(QWidget& content) {
   QMdiSubWindow* const child = area_->addSubWindow(&content);
   child->setAttribute(Qt::WA_DeleteOnClose, false);
   child->setWindowIcon(QApplication::windowIcon());
-  child->resize(content.sizeHint().expandedTo(content.minimumSizeHint()) + QSize(16, 32));
+  // The size of the layout where it tells one, and no more than there is room for.
+  const QSize designed =
+      content.testAttribute(Qt::WA_Resized) ? content.size() : content.sizeHint();
+  child->resize((designed.expandedTo(content.minimumSizeHint()) + QSize(16, 32))
+                    .boundedTo(area_->viewport()->size()));
   return child;
 }
 
