@@ -1,7 +1,9 @@
 #include "tools/ParameterGridWindow.h"
 
+#include "platform/Clipboard.h"
 #include "platform/MessageBoxes.h"
 #include "platform/Trapped.h"
+#include "platform/World.h"
 
 namespace velmoor {
 namespace {
@@ -84,8 +86,23 @@ void ParameterGridWindow::CurrentRowChanged(int row) {
 }
 
 void ParameterGridWindow::vsFG_KeyDown(KeyEvent& key) {
-  if (key.code != keys::kTab || !key.shift) return;
-  key.handled = true;
+  if (key.code == keys::kTab && key.shift) {
+    key.handled = true;
+    GoUp();
+    return;
+  }
+  // The other keys belong to an open edit.
+  if (grid().IsEditing()) return;
+  if (key.code == keys::kEnter && !key.AnyShift()) {
+    key.handled = true;
+    grid().BeginEdit();
+  } else if (key.code == 'C' && key.ctrl && !key.shift && !key.alt) {
+    key.handled = true;
+    CopySelection();
+  }
+}
+
+void ParameterGridWindow::GoUp() {
   if (!grid().FinishEdit()) return;
   int row = grid().Row() - 1;
   while (row >= 1 && grid().RowHidden(row)) --row;
@@ -93,6 +110,25 @@ void ParameterGridWindow::vsFG_KeyDown(KeyEvent& key) {
   grid().SetCurrent(row, ParameterGrid::kValue);
   RefreshGrid();
   CurrentRowChanged(row);
+}
+
+// Only what can be seen is copied: a filter may hide rows between others.
+void ParameterGridWindow::CopySelection() {
+  const GridBlock block = grid().Selection();
+  if (block.IsEmpty() || world().clipboard == nullptr) return;
+  std::string text;
+  for (int row = block.top; row <= block.bottom; ++row) {
+    if (grid().RowHidden(row)) continue;
+    if (!text.empty()) text += '\n';
+    std::string line;
+    for (int column = block.left; column <= block.right; ++column) {
+      if (grid().ColumnHidden(column)) continue;
+      if (column > block.left) line += '\t';
+      line += source_.Text(row, column);
+    }
+    text += line;
+  }
+  world().clipboard->SetText(text);
 }
 
 void ParameterGridWindow::vsFG_MouseMove(int row, std::string& tip) const {

@@ -40,6 +40,8 @@ class ParameterGridWindow : public GridWindow {
   void vsFG_AfterEdit(int row);
   void vsFG_RowColChange();
   void vsFG_KeyDown(KeyEvent& key);
+  void GoUp();
+  void CopySelection();
   void vsFG_MouseMove(int row, std::string& tip) const;
 
   ParameterToolBase& tool_;

@@ -136,6 +136,27 @@ TEST_F(ParameterWindows, OnlyTheValueCanBeCurrentAndShiftTabGoesUp) {
   }
 }
 
+TEST_F(ParameterWindows, EnterEditsAndCtrlCCopiesTheSelection) {
+  clsHX7Homing& tool = project().Homing();
+  ASSERT_TRUE(tool.Show_Homing());
+  auto& grid = Window().grid("vsFG");
+  grid.GoTo(2, ParameterGrid::kValue);
+  Window().PressKey("vsFG", {.code = 'C', .ctrl = true});
+  EXPECT_EQ(world.clipboard.Text(), "no zero point return");
+  grid.SetRowHidden(2, true);
+  grid.Select({1, ParameterGrid::kParameter, 3, ParameterGrid::kValue});
+  Window().PressKey("vsFG", {.code = 'C', .ctrl = true});
+  EXPECT_EQ(world.clipboard.Text(),
+            "Pn81D\tHome offset (mm)\t0.000\nPn824\tHoming direction\tForward");
+  grid.SetCurrent(1, ParameterGrid::kValue);
+  EXPECT_FALSE(grid.IsEditing());
+  Window().PressKey("vsFG", {.code = keys::kEnter});
+  EXPECT_TRUE(grid.IsEditing());
+  Window().PressKey("vsFG", {.code = 'C', .ctrl = true});
+  EXPECT_TRUE(grid.IsEditing()) << "a key within an edit is the edit's";
+  grid.GiveUpEdit();
+}
+
 // ---- what the four tools add
 
 TEST_F(ParameterWindows, TheSerialRowsKeepTheirItem) {
