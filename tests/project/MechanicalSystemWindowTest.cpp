@@ -90,7 +90,7 @@ TEST_F(MechanicalSystemWindow, ANewGearRatioAsksAndCancelCommitsNothing) {
     EXPECT_EQ(project().MechanicalSystem().A_Value(), 5000);
     world.boxes.Expect("Electronic gear ratio has been changed!", BoxAnswer::ok);
     form.Press("cmdOK");
-    EXPECT_FALSE(form.IsShown());
+    EXPECT_FALSE(world.forms.IsOpen("frmMechanicalSystem"));
   });
   EXPECT_EQ(project().MechanicalSystem().A_Value(), 10000);
   EXPECT_TRUE(project().NeedsSaving());
@@ -133,7 +133,7 @@ TEST_F(MechanicalSystemWindow, SystemAndUnitsMustFit) {
     ASSERT_TRUE(form.IsShown());
     Edit(form, "Pn82E.0", "deg");
     form.Press("cmdOK");  // the same gear ratio commits without a word
-    EXPECT_FALSE(form.IsShown());
+    EXPECT_FALSE(world.forms.IsOpen("frmMechanicalSystem"));
   });
   EXPECT_EQ(project().MechanicalSystem().SelectedSystemName(), "Rotary Table");
   EXPECT_EQ(project().DistanceUnits(), "deg");
