@@ -88,9 +88,9 @@ void DrawTable(Sheet& sheet, const std::string& measure) {
 }
 
 void DrawOther(Sheet& sheet, const std::string& measure) {
-  sheet.Box(160, 60, 330, 114);
-  sheet.Text(245, 87, "Machine");
-  sheet.Text(245, 134, measure, true);
+  sheet.Box(140, 60, 340, 114);
+  sheet.Text(240, 87, "Machine");
+  sheet.Text(240, 134, measure, true);
 }
 
 }  // namespace
