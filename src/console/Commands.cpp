@@ -6,15 +6,14 @@
 #include <set>
 #include <span>
 
-#include "console/CommandLine.h"
+#include "console/CommandContext.h"
 #include "console/ConsoleBoxes.h"
-#include "console/ConsoleSession.h"
+#include "console/HardwareCommands.h"
 #include "console/ParameterCommands.h"
 #include "console/SystemCommand.h"
 #include "platform/Files.h"
 #include "platform/Numbers.h"
 #include "platform/World.h"
-#include "project/UploadFlow.h"
 #include "tables/TableCsv.h"
 
 namespace velmoor {
@@ -34,62 +33,23 @@ constexpr const char* kUsage =
     "  velmoorctl info --port DEV                tell what hardware answers\n"
     "  velmoorctl download FILE --port DEV --yes send the project to the hardware\n"
     "  velmoorctl upload FILE --port DEV --yes   read the hardware into the project and save\n"
+    "  velmoorctl compare FILE --port DEV        print where the hardware differs, as CSV\n"
+    "  velmoorctl diff A.spj B.spj               print where two projects differ, as CSV\n"
+    "  velmoorctl scan --port DEV                print the axes that answer, as CSV\n"
+    "  velmoorctl reset WHAT --port DEV --yes    factory defaults for all, parameters, tables,\n"
+    "                                            index, zone or jog in the hardware\n"
     "\n"
     "  --axis H         axis 0 to F, 0 unless given\n"
     "  --motor-size W   rated power of the motor in watts, 30 unless given\n"
     "  --new            download only what changed since the last download\n"
+    "  --all            download or upload everything, as without it\n"
+    "  --only LIST      download or upload index, zone, jog, parameters, system alone\n"
     "  --yes            agree to what would be asked: download and upload overwrite data\n"
     "\n"
     "import: with a column \"step\", \"zone\" or \"jog\" the rows named are replaced and the "
     "others\n"
     "stay; without it the file is the whole table. One bad cell, and nothing is changed.\n"
-    "Exit status: 0 success, 1 failure, 2 wrong usage.\n";
-
-struct Context {
-  const CommandLine& line;
-  const ConsoleProgram& program;
-
-  [[nodiscard]] const std::string& Argument(std::size_t i) const { return line.Arguments().at(i); }
-};
-
-// ---- sessions
-
-// Builds the session, and opens the project named by argument 1 where the command has one.
-class Work {
- public:
-  explicit Work(const Context& context) : session_(context.program.port, context.program.progress) {
-    if (const auto axis = context.line.Value("axis")) {
-      session_.SetAxis(*axis);
-      if (session_.Axis() != UpperCase(Trim(*axis))) {
-        throw UsageError("Option --axis needs one hexadecimal digit");
-      }
-    }
-    if (const auto device = context.line.Value("port")) {
-      context.program.setDevice(context.program.port, *device);
-    }
-    const std::string size = context.line.Value("motor-size").value_or(session_.LastMotorSize());
-    if (!ParseWhole(size)) throw UsageError("Option --motor-size needs a whole number of watts");
-    started_ = session_.Start(size);
-  }
-
-  [[nodiscard]] bool Started() const { return started_; }
-  [[nodiscard]] bool Open(const std::string& fileName) {
-    return started_ && session_.Open(fileName);
-  }
-  ConsoleSession& session() { return session_; }
-  clsHX7Project& project() { return session_.project(); }
-
- private:
-  ConsoleSession session_;
-  bool started_ = false;
-};
-
-void RequireAgreement(const Context& context) {
-  if (!context.line.Has("yes")) {
-    throw UsageError("This overwrites data: say --yes to agree");
-  }
-  context.program.boxes.Agree(true);
-}
+    "Exit status: 0 success, 1 failure or a difference, 2 wrong usage.\n";
 
 // ---- tables
 
@@ -195,69 +155,6 @@ bool New(const Context& context) {
   return true;
 }
 
-// ---- hardware
-
-bool Info(const Context& context) {
-  (void)context.line.Required("port");
-  Work work(context);
-  if (!work.Started() || !work.session().GoOnline("Cannot go online!")) return false;
-  clsHX7Helix7& helix = *work.session().Helix7();
-  std::ostream& out = context.program.out;
-  bool complete = true;
-  const auto print = [&](const char* name, ResultCode (clsHX7Helix7::*read)(std::string&)) {
-    std::string text;
-    const bool read_ = (helix.*read)(text) == kSuccess;
-    complete = complete && read_;
-    if (read_) out << name << ": " << text << '\n';
-  };
-  out << "Axis: " << work.session().Axis() << '\n'
-      << "Baud rate: " << work.session().BaudRate() << '\n'
-      << "Echo: " << (work.session().Echo() == 1 ? "on" : "off") << '\n';
-  print("Servo model", &clsHX7Helix7::GetServoModel);
-  print("Servo version", &clsHX7Helix7::GetServoVersion);
-  print("Servo Y specification", &clsHX7Helix7::GetServoYSpec);
-  print("Option version", &clsHX7Helix7::GetOptionVersion);
-  print("Option Y specification", &clsHX7Helix7::GetOptionYSpec);
-  print("Motor model", &clsHX7Helix7::GetMotorModel);
-  print("Motor size (W)", &clsHX7Helix7::GetMotorSize);
-  print("Encoder type", &clsHX7Helix7::GetEncoderType);
-  print("Encoder resolution", &clsHX7Helix7::GetEncoderResolutionBits);
-  print("Alarm", &clsHX7Helix7::GetAlarm);
-  return complete;
-}
-
-bool Download(const Context& context) {
-  (void)context.line.Required("port");
-  RequireAgreement(context);
-  Work work(context);
-  if (!work.Open(context.Argument(1))) return false;
-  if (!work.session().GoOnline("Cannot go online!  Download failed!")) return false;
-  const bool onlyNew = context.line.Has("new");
-  const bool done = onlyNew ? work.project().Download() : work.project().DownloadAll();
-  // The marks of what went out are true whether or not all did.
-  work.project().Save();
-  if (!done) {
-    ShowExclamation("Error downloading data to controller!");
-    return false;
-  }
-  work.session().WaitForRestart();
-  context.program.err << (onlyNew ? "Download New complete!" : "Download All complete!") << '\n';
-  return true;
-}
-
-bool Upload(const Context& context) {
-  (void)context.line.Required("port");
-  RequireAgreement(context);
-  Work work(context);
-  if (!work.Open(context.Argument(1))) return false;
-  if (!work.session().GoOnline("Cannot go online!  Upload failed!")) return false;
-  if (!RunUploadStages(work.project())) return false;
-  AskToCommitUpload(work.project());
-  if (context.program.boxes.Failures() > 0) return false;
-  work.project().Save();
-  return true;
-}
-
 // ---- dispatch
 
 struct Command {
@@ -275,8 +172,12 @@ const std::vector<Command>& Commands() {
       {"import", 4, false, {"motor-size"}, Import},
       {"set", 3, true, {"motor-size", "yes"}, Set},
       {"info", 1, false, {"port", "axis", "motor-size"}, Info},
-      {"download", 2, false, {"port", "axis", "motor-size", "yes", "new"}, Download},
-      {"upload", 2, false, {"port", "axis", "motor-size", "yes"}, Upload},
+      {"scan", 1, false, {"port"}, Scan},
+      {"download", 2, false, {"port", "axis", "motor-size", "yes", "all", "new", "only"}, Download},
+      {"upload", 2, false, {"port", "axis", "motor-size", "yes", "all", "only"}, Upload},
+      {"compare", 2, false, {"port", "axis", "motor-size"}, Compare},
+      {"reset", 2, false, {"port", "axis", "yes"}, Reset},
+      {"diff", 3, false, {}, Diff},
   };
   return kCommands;
 }
@@ -293,7 +194,7 @@ const Command& CommandNamed(const std::string& name) {
 
 int RunCommand(const std::vector<std::string>& words, const ConsoleProgram& program) {
   try {
-    const CommandLine line(words, {"yes", "new", "help"});
+    const CommandLine line(words, {"yes", "all", "new", "help"});
     if (line.Has("help")) {
       program.out << kUsage;
       return 0;

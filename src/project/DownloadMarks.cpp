@@ -36,21 +36,25 @@ void clsHX7Project::MarkRows(MotionTable& table, const std::vector<int>& rows) {
 
 void clsHX7Project::MarkEverything() {
   for (MotionTable* const table : Tables()) MarkRows(*table, RowsToSend(*table, true));
+  MarkParameters([](const std::string& /*strPn*/) { return true; });
+  clsEditor_.SetIsDirty(true);
+  clsMechanicalSystem_.SetIsDirty(true);
+  blnIsDirty_ = true;
+}
+
+void clsHX7Project::MarkParameters(const std::function<bool(const std::string& strPn)>& concerned) {
   const auto database = OpenForWriting(strProjectDatabasePath_);
   const auto records = database->OpenTable(Parameters::kTable);
   for (records->MoveFirst(); !records->AtEnd(); records->MoveNext()) {
     const std::string strPn = records->Text(Parameters::kPn);
     // These would keep their mark for ever, or for as long as the option card is an old one.
     if (!NotNonDownloadPns(strPn) || NeedsNewOptionVersion(strPn)) continue;
-    if (records->Text(Parameters::kValue).empty()) continue;
+    if (!concerned(strPn) || records->Text(Parameters::kValue).empty()) continue;
     records->Edit();
     records->Set(Parameters::kDirty, "1");
     records->Update();
   }
   database->Commit();
-  clsEditor_.SetIsDirty(true);
-  clsMechanicalSystem_.SetIsDirty(true);
-  blnIsDirty_ = true;
 }
 
 bool clsHX7Project::DownloadWholeTable(Tool id, MotionTable& table) {

@@ -1,5 +1,7 @@
 // What of the project goes to the amplifier, in which order, and what comes back.
 
+#include <algorithm>
+
 #include "link/CommandWords.h"
 #include "link/clsHX7Helix7.h"
 #include "platform/Events.h"
@@ -117,6 +119,38 @@ bool clsHX7Project::SendEverything() {
   return true;
 }
 
+bool clsHX7Project::DownloadPart(Tool part) {
+  if (MotionTable* const table = TableOf(part)) return DownloadWholeTable(part, *table);
+  if (part == Tool::mechanicalSystem) {
+    MarkParameters(IsMechSystemPn);
+    clsMechanicalSystem_.SetIsDirty(true);
+    return clsMechanicalSystem_.Download(true);
+  }
+  MarkParameters([](const std::string& strPn) { return !IsMechSystemPn(strPn); });
+  clsEditor_.SetIsDirty(true);
+  return clsEditor_.Download(true);
+}
+
+bool clsHX7Project::DownloadParts(const std::vector<Tool>& parts) {
+  bool parameters = false;
+  for (const Tool part : parts) {
+    if (!DownloadPart(part)) {
+      blnNeedsSaving_ = true;
+      return false;
+    }
+    parameters = parameters || TableOf(part) == nullptr;
+    YieldEvents();
+  }
+  // Until here the parameters count as not in force.
+  if (parameters && gMainForm->Helix7()->ResetHardware() != kSuccess) return false;
+  for (const Tool part : parts) {
+    if (part == Tool::mechanicalSystem) clsMechanicalSystem_.SetIsDirty(false);
+    if (part == Tool::editor) clsEditor_.SetIsDirty(false);
+  }
+  DownloadComplete.Raise();
+  return true;
+}
+
 std::int16_t clsHX7Project::GetNumberOfNewDownloads() const {
   const int sum = clsPosition_.GetNumberOfNewRows() + clsJog_.GetNumberOfNewRows() +
                   clsZone_.GetNumberOfNewRows() + clsEditor_.GetNumberOfNewRows() +
@@ -134,6 +168,7 @@ void clsHX7Project::TakeSnapshot() {
   }
   for (const MotionTable* const table : Tables())
     snapshots_->tables.push_back(table->TakeSnapshot());
+  snapshots_->units = PresentUnits();
   snapshots_->isDirty = blnIsDirty_;
   snapshots_->needsSaving = blnNeedsSaving_;
 }
@@ -170,6 +205,23 @@ void clsHX7Project::CommitUploadedData() {
   clsPosition_.CommitUploadedData(true);
   clsJog_.CommitUploadedData(true);
   clsZone_.CommitUploadedData(true);
+}
+
+bool clsHX7Project::UploadPart(Tool part) {
+  if (MotionTable* const table = TableOf(part)) return table->Upload();
+  if (ParameterToolBase* const tool = ParameterToolOf(part)) return tool->Upload();
+  return clsMechanicalSystem_.Upload();
+}
+
+bool clsHX7Project::UploadParts(const std::vector<Tool>& parts) {
+  TakeSnapshot();
+  const bool all = std::ranges::all_of(parts, [this](Tool part) { return UploadPart(part); });
+  if (!all) RestoreSnapshot();
+  return all;
+}
+
+void clsHX7Project::CommitUploadedParts(const std::vector<Tool>& parts) {
+  for (const Tool part : parts) CommitUploadedTool(part);
 }
 
 void clsHX7Project::CommitUploadedTool(Tool tool) {

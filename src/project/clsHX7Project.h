@@ -48,6 +48,13 @@ enum class Tool {
   zone
 };
 
+struct PartComparison;
+
+// The units as the windows show them.
+struct ShownUnits {
+  std::string distance, speed, acceleration;
+};
+
 class clsHX7Project final : public Project {
  public:
   // Takes the catalogue's path and table names from the session.
@@ -101,6 +108,16 @@ class clsHX7Project final : public Project {
   bool Download();
   // Sends the tables, every parameter and the machine, and restarts the hardware.
   bool DownloadAll();
+  // The whole of the tools named, tables before parameters, whatever their marks; restarts the
+  // hardware when a parameter went out.
+  bool DownloadParts(const std::vector<Tool>& parts);
+  // Takes a snapshot and reads the tools named. False: stopped or failed; the snapshot is back
+  // then.
+  [[nodiscard]] bool UploadParts(const std::vector<Tool>& parts);
+  void CommitUploadedParts(const std::vector<Tool>& parts);
+  // Where the rows of now, as they are shown, differ from those of the snapshot: the project as it
+  // was is first, what was uploaded second. Empty without a snapshot.
+  [[nodiscard]] std::vector<PartComparison> CompareWithSnapshot() const;
   // One stage each, with the store of a table behind it.
   bool DownloadTable(Tool table, bool blnOverRide);
   // Sum of the marked records that Download New would send.
@@ -191,6 +208,7 @@ class clsHX7Project final : public Project {
     clsHX7MechanicalSystem::Snapshot machine;
     std::vector<ParameterToolBase::Snapshot> parameterTools;
     std::vector<MotionTable::Snapshot> tables;
+    ShownUnits units;
     bool isDirty = false, needsSaving = false;
   };
   struct DirtyTool;
@@ -219,6 +237,11 @@ class clsHX7Project final : public Project {
   // Marks all that a download of everything sends, so that Download New can complete one that is
   // cut.
   void MarkEverything();
+  // Marks the records of the parameters that `concerned` names and that are sent at all.
+  void MarkParameters(const std::function<bool(const std::string& strPn)>& concerned);
+  bool DownloadPart(Tool part);
+  [[nodiscard]] bool UploadPart(Tool part);
+  [[nodiscard]] ShownUnits PresentUnits() const;
   [[nodiscard]] static std::vector<int> RowsToSend(const MotionTable& table, bool all);
   // Marks the rows in memory and in the working file.
   void MarkRows(MotionTable& table, const std::vector<int>& rows);

@@ -1,0 +1,30 @@
+#include "console/CommandContext.h"
+
+#include "console/ConsoleBoxes.h"
+#include "platform/Numbers.h"
+
+namespace velmoor {
+
+Work::Work(const Context& context) : session_(context.program.port, context.program.progress) {
+  if (const auto axis = context.line.Value("axis")) {
+    session_.SetAxis(*axis);
+    if (session_.Axis() != UpperCase(Trim(*axis))) {
+      throw UsageError("Option --axis needs one hexadecimal digit");
+    }
+  }
+  if (const auto device = context.line.Value("port")) {
+    context.program.setDevice(context.program.port, *device);
+  }
+  const std::string size = context.line.Value("motor-size").value_or(session_.LastMotorSize());
+  if (!ParseWhole(size)) throw UsageError("Option --motor-size needs a whole number of watts");
+  started_ = session_.Start(size);
+}
+
+void RequireAgreement(const Context& context) {
+  if (!context.line.Has("yes")) {
+    throw UsageError("This overwrites data: say --yes to agree");
+  }
+  context.program.boxes.Agree(true);
+}
+
+}  // namespace velmoor

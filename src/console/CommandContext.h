@@ -1,0 +1,40 @@
+// What every command of velmoorctl gets, and the session it works in.
+#pragma once
+
+#include <string>
+
+#include "console/CommandLine.h"
+#include "console/Commands.h"
+#include "console/ConsoleSession.h"
+
+namespace velmoor {
+
+struct Context {
+  const CommandLine& line;
+  const ConsoleProgram& program;
+
+  // The command's own name is argument 0.
+  [[nodiscard]] const std::string& Argument(std::size_t i) const { return line.Arguments().at(i); }
+};
+
+// Builds the session by the options --axis, --port and --motor-size. Throws UsageError.
+class Work {
+ public:
+  explicit Work(const Context& context);
+
+  [[nodiscard]] bool Started() const { return started_; }
+  [[nodiscard]] bool Open(const std::string& fileName) {
+    return started_ && session_.Open(fileName);
+  }
+  ConsoleSession& session() { return session_; }
+  clsHX7Project& project() { return session_.project(); }
+
+ private:
+  ConsoleSession session_;
+  bool started_ = false;
+};
+
+// Agrees to every question, by --yes. Throws UsageError without it.
+void RequireAgreement(const Context& context);
+
+}  // namespace velmoor

@@ -1,0 +1,264 @@
+#include "console/HardwareCommands.h"
+
+#include <algorithm>
+#include <array>
+#include <ostream>
+#include <vector>
+
+#include "console/CommandContext.h"
+#include "console/ConsoleBoxes.h"
+#include "link/AxisScan.h"
+#include "link/BaudRates.h"
+#include "link/CommandWords.h"
+#include "link/DisplayError.h"
+#include "platform/Csv.h"
+#include "platform/Files.h"
+#include "platform/Numbers.h"
+#include "platform/World.h"
+#include "project/ProjectCompare.h"
+#include "project/ToolNames.h"
+#include "project/UploadFlow.h"
+
+namespace velmoor {
+namespace {
+
+// ---- the items of --only
+
+struct Item {
+  const char* name;
+  Tool tool;
+};
+constexpr std::array<Item, 5> kItems{{{"system", Tool::mechanicalSystem},
+                                      {"parameters", Tool::editor},
+                                      {"jog", Tool::jog},
+                                      {"zone", Tool::zone},
+                                      {"index", Tool::position}}};
+
+// The items of "index,zone" in the order of an upload.
+std::vector<Tool> ItemsNamed(const std::string& list) {
+  std::vector<bool> wanted(kItems.size(), false);
+  for (std::size_t begin = 0; begin <= list.size();) {
+    const std::size_t end = std::min(list.find(',', begin), list.size());
+    const std::string name = list.substr(begin, end - begin);
+    const auto* const item = std::ranges::find(kItems, name, &Item::name);
+    if (item == kItems.end()) {
+      throw UsageError("'" + name + "' is none of index, zone, jog, parameters and system");
+    }
+    wanted[static_cast<std::size_t>(item - kItems.begin())] = true;
+    begin = end + 1;
+  }
+  std::vector<Tool> tools;
+  for (std::size_t i = 0; i < kItems.size(); ++i) {
+    if (wanted[i]) tools.push_back(kItems[i].tool);
+  }
+  return tools;
+}
+
+// Throws UsageError when more than one of the options is given.
+void AllowOneOf(const Context& context, std::initializer_list<const char*> options) {
+  const auto given =
+      std::ranges::count_if(options, [&](const char* option) { return context.line.Has(option); });
+  if (given > 1) throw UsageError("Only one of --all, --new and --only makes sense");
+}
+
+bool PrintDifferences(const Context& context, const std::vector<PartComparison>& parts,
+                      const char* first, const char* second) {
+  bool equal = true;
+  context.program.out << CsvLine({"part", "row", "field", first, second});
+  for (const PartComparison& part : parts) {
+    equal = equal && part.differences.empty();
+    for (const ProjectDifference& d : part.differences) {
+      context.program.out << CsvLine({d.part, d.row, d.field, d.first, d.second});
+    }
+  }
+  return equal;
+}
+
+}  // namespace
+
+// ---- looking
+// ----------------------------------------------------------------------------------------
+
+bool Info(const Context& context) {
+  (void)context.line.Required("port");
+  Work work(context);
+  if (!work.Started() || !work.session().GoOnline("Cannot go online!")) return false;
+  clsHX7Helix7& helix = *work.session().Helix7();
+  std::ostream& out = context.program.out;
+  bool complete = true;
+  const auto print = [&](const char* name, ResultCode (clsHX7Helix7::*read)(std::string&)) {
+    std::string text;
+    const bool read_ = (helix.*read)(text) == kSuccess;
+    complete = complete && read_;
+    if (read_) out << name << ": " << text << '\n';
+  };
+  out << "Axis: " << work.session().Axis() << '\n'
+      << "Baud rate: " << work.session().BaudRate() << '\n'
+      << "Echo: " << (work.session().Echo() == 1 ? "on" : "off") << '\n';
+  print("Servo model", &clsHX7Helix7::GetServoModel);
+  print("Servo version", &clsHX7Helix7::GetServoVersion);
+  print("Servo Y specification", &clsHX7Helix7::GetServoYSpec);
+  print("Option version", &clsHX7Helix7::GetOptionVersion);
+  print("Option Y specification", &clsHX7Helix7::GetOptionYSpec);
+  print("Motor model", &clsHX7Helix7::GetMotorModel);
+  print("Motor size (W)", &clsHX7Helix7::GetMotorSize);
+  print("Encoder type", &clsHX7Helix7::GetEncoderType);
+  print("Encoder resolution", &clsHX7Helix7::GetEncoderResolutionBits);
+  print("Alarm", &clsHX7Helix7::GetAlarm);
+  return complete;
+}
+
+bool Scan(const Context& context) {
+  (void)context.line.Required("port");
+  Work work(context);
+  if (!work.Started()) return false;
+  clsHX7Helix7& helix = *work.session().Helix7();
+  helix.SetEcho(true);
+  if (!helix.GoOnlineManually()) {
+    ShowExclamation(work.session().Comm().LastError());
+    return false;
+  }
+  bool any = false;
+  context.program.out << CsvLine({"axis", "baud"});
+  for (const std::int32_t rate : kBaudRates) {
+    helix.SetBaudRate(rate);
+    const auto found = ScanAxes(helix, [&](int queried) {
+      if (context.program.progress == nullptr) return;
+      *context.program.progress << '\r' << rate << " bit/s: " << queried << " of " << kAxisCount
+                                << " Axes Queried " << std::flush;
+    });
+    for (const std::string& axis : found) {
+      context.program.out << CsvLine({axis, NumberText(rate)});
+      any = true;
+    }
+  }
+  if (context.program.progress != nullptr) *context.program.progress << '\n';
+  if (!any) ShowExclamation("No axes found in system!");
+  return any;
+}
+
+// ---- transfers
+// --------------------------------------------------------------------------------------
+
+bool Download(const Context& context) {
+  (void)context.line.Required("port");
+  RequireAgreement(context);
+  AllowOneOf(context, {"all", "new", "only"});
+  const auto only = context.line.Value("only");
+  const std::vector<Tool> items = only ? ItemsNamed(*only) : std::vector<Tool>();
+  Work work(context);
+  if (!work.Open(context.Argument(1))) return false;
+  if (!work.session().GoOnline("Cannot go online!  Download failed!")) return false;
+  const bool onlyNew = context.line.Has("new");
+  const bool done = only      ? work.project().DownloadParts(items)
+                    : onlyNew ? work.project().Download()
+                              : work.project().DownloadAll();
+  // The marks of what went out are true whether or not all did.
+  work.project().Save();
+  if (!done) {
+    ShowExclamation("Error downloading data to controller!");
+    return false;
+  }
+  work.session().WaitForRestart();
+  context.program.err << (only      ? "Download complete!"
+                          : onlyNew ? "Download New complete!"
+                                    : "Download All complete!")
+                      << '\n';
+  return true;
+}
+
+bool Upload(const Context& context) {
+  (void)context.line.Required("port");
+  RequireAgreement(context);
+  AllowOneOf(context, {"all", "only"});
+  const auto only = context.line.Value("only");
+  const std::vector<Tool> items = only ? ItemsNamed(*only) : std::vector<Tool>();
+  Work work(context);
+  if (!work.Open(context.Argument(1))) return false;
+  if (!work.session().GoOnline("Cannot go online!  Upload failed!")) return false;
+  if (only) {
+    if (!work.project().UploadParts(items)) {
+      ShowExclamation("Error uploading data from controller!");
+      return false;
+    }
+    work.project().CommitUploadedParts(items);
+  } else {
+    if (!RunUploadStages(work.project())) return false;
+    AskToCommitUpload(work.project());
+  }
+  if (context.program.boxes.Failures() > 0) return false;
+  work.project().Save();
+  return true;
+}
+
+bool Reset(const Context& context) {
+  struct Kind {
+    const char* name;
+    std::vector<SimpleCommand> commands;
+    const char* failure;
+  };
+  using enum SimpleCommand;
+  static const std::array<Kind, 6> kKinds{{
+      {"all",
+       {indexInit, jogInit, zoneInit, parametersInit},
+       "Error resetting hardware to factory default values!"},
+      {"parameters", {parametersInit}, "Error resetting parameters to factory default values!"},
+      {"tables",
+       {indexInit, jogInit, zoneInit},
+       "Error resetting tables to factory default values!"},
+      {"index", {indexInit}, "Error resetting index table to factory default values!"},
+      {"zone", {zoneInit}, "Error resetting zone table to factory default values!"},
+      {"jog", {jogInit}, "Error resetting jog table to factory default values!"},
+  }};
+  const auto* const kind = std::ranges::find(kKinds, context.Argument(1), &Kind::name);
+  if (kind == kKinds.end()) {
+    throw UsageError("'" + context.Argument(1) +
+                     "' is none of all, parameters, tables, index, zone and jog");
+  }
+  (void)context.line.Required("port");
+  RequireAgreement(context);
+  Work work(context);
+  if (!work.Started() || !work.session().GoOnline("Cannot go online!")) return false;
+  clsHX7Helix7& helix = *work.session().Helix7();
+  const Connection told =
+      helix.ResetStatus.Connect([&](const std::string& type, const std::string& status) {
+        context.program.err << "Reset " << type << " Defaults " << status << '\n';
+      });
+  const bool parametersToo = kind->commands.back() == parametersInit;
+  const ResultCode off = parametersToo ? helix.DisableServo() : kSuccess;
+  if (off != kSuccess) {
+    DisplayError(off, "Error turning servo off!");
+    return false;
+  }
+  for (const SimpleCommand command : kind->commands) {
+    const ResultCode result = helix.ResetDefaults(static_cast<std::int32_t>(command));
+    if (result == kSuccess) continue;
+    DisplayError(result, kind->failure);
+    return false;
+  }
+  // Nobody stands beside it who could be asked.
+  if (parametersToo) context.program.err << "The servo stays off.\n";
+  return true;
+}
+
+// ---- comparing
+// --------------------------------------------------------------------------------------
+
+bool Compare(const Context& context) {
+  (void)context.line.Required("port");
+  // A machine that cannot be used is a difference like any other.
+  context.program.boxes.Agree(true);
+  Work work(context);
+  if (!work.Open(context.Argument(1))) return false;
+  if (!work.session().GoOnline("Cannot go online!")) return false;
+  if (!RunUploadStages(work.project())) return false;
+  return PrintDifferences(context, work.project().CompareWithSnapshot(), "project", "hardware");
+}
+
+bool Diff(const Context& context) {
+  const std::string first = world().files->Absolute(context.Argument(1));
+  const std::string second = world().files->Absolute(context.Argument(2));
+  return PrintDifferences(context, CompareProjects(first, second), "first", "second");
+}
+
+}  // namespace velmoor
