@@ -105,6 +105,7 @@ const std::vector<frmMain::CommandEntry>& frmMain::Commands() {
       {"mnuToolsUploadAll", &frmMain::mnuToolsUploadAll_Click},
       {"mnuToolsDownloadAll", &frmMain::mnuToolsDownloadAll_Click},
       {"mnuToolsDownloadNew", &frmMain::mnuToolsDownloadNew_Click},
+      {"mnuToolsCompare", &frmMain::mnuToolsCompare_Click},
       {"mnuToolsResetDefaultsAll", &frmMain::mnuToolsResetDefaultsAll_Click},
       {"mnuToolsResetParametersAll", &frmMain::mnuToolsResetParametersAll_Click},
       {"mnuToolsResetTablesAll", &frmMain::mnuToolsResetTablesAll_Click},

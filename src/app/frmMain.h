@@ -86,8 +86,12 @@ class frmMain final : public SessionState {
     const char* name;
     void (frmMain::*handler)();
   };
-  struct TransferTexts;
-  struct SingleUpload;
+  // The words at the end of a download.
+  struct TransferTexts {
+    const char* complete;
+    const char* stopped;
+  };
+  struct ItemTransfer;
   struct ToolOpener;
   struct ResetStep;
 
@@ -153,6 +157,17 @@ class frmMain final : public SessionState {
   // Goes offline when the port is gone, or when a transfer failed and the amplifier is silent.
   void LeaveIfLineLost();
 
+  // ---- single items, comparing (frmMainItems.cpp)
+  // The commands that move one tool or one group. False: no such command.
+  bool RunItemCommand(const std::string& name);
+  [[nodiscard]] int StepsOf(const ItemTransfer& item) const;
+  void UploadItems(const ItemTransfer& item);
+  void DownloadItems(const ItemTransfer& item);
+  void LaunchUploadedToolWindows(const std::vector<Tool>& tools);
+  // Shows what an upload would change, before the question whether to commit it.
+  void ShowUploadedDifferences();
+  void mnuToolsCompare_Click();
+
   // ---- factory defaults (frmMainResets.cpp)
   void mnuToolsResetDefaultsAll_Click();
   void mnuToolsResetParametersAll_Click();
@@ -175,7 +190,6 @@ class frmMain final : public SessionState {
   void mnuToolsUploadAll_Click();
   void mnuToolsDownloadAll_Click();
   void mnuToolsDownloadNew_Click();
-  void UploadOne(const SingleUpload& item);
   void TuningDownload();
   bool GoOnlineForTransfer(const std::string& failure);
   void BeginProcedure(const std::string& strCaption, int steps);

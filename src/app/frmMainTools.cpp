@@ -1,11 +1,9 @@
-// Opening the tools' windows, and reading a single tool from the amplifier.
+// Opening the tools' windows.
 
 #include <algorithm>
 
 #include "app/frmMain.h"
-#include "platform/MessageBoxes.h"
 #include "platform/Trapped.h"
-#include "project/ToolNames.h"
 
 namespace velmoor {
 
@@ -19,13 +17,6 @@ struct frmMain::ToolOpener {
   void (*bringToFront)(clsHX7Project& project);
 };
 
-struct frmMain::SingleUpload {
-  const char* command;
-  Tool tool;
-  bool (*upload)(clsHX7Project& project);
-  int (*steps)(clsHX7Project& project);
-};
-
 namespace {
 
 // The functions that do to a project's tool what the table entry says.
@@ -37,15 +28,6 @@ template <auto tool>
 void BringToolToFront(clsHX7Project& project) {
   (project.*tool)().BringToFront();
 }
-template <auto tool>
-bool UploadTool(clsHX7Project& project) {
-  return (project.*tool)().Upload();
-}
-template <auto tool>
-int StepsOf(clsHX7Project& project) {
-  return (project.*tool)().RowsInArray();
-}
-
 }  // namespace
 
 bool frmMain::RunToolCommand(const std::string& name) {
@@ -68,22 +50,6 @@ bool frmMain::RunToolCommand(const std::string& name) {
       {"mnuToolsIndexerZone", Tool::zone, ToolWindow::zone,
        "Main.ZoneOpen: ", ShowTool<&P::Zone, &clsHX7Zone::Show_Zone>, BringToolToFront<&P::Zone>},
   }};
-  static constexpr std::array<SingleUpload, 9> kUploads{{
-      {"mnuToolsUploadParameterTuning", Tool::tuning, UploadTool<&P::Tuning>, StepsOf<&P::Tuning>},
-      {"mnuToolsUploadParameterMechanicalSystem", Tool::mechanicalSystem,
-       UploadTool<&P::MechanicalSystem>,
-       [](P& project) { return int{project.MechanicalSystem().NumPns()}; }},
-      {"mnuToolsUploadParameterInterface", Tool::interface, UploadTool<&P::Interface>,
-       StepsOf<&P::Interface>},
-      {"mnuToolsUploadParameterFlexibleIO", Tool::flexibleIO, UploadTool<&P::FlexibleIO>,
-       StepsOf<&P::FlexibleIO>},
-      {"mnuToolsUploadParameterHoming", Tool::homing, UploadTool<&P::Homing>, StepsOf<&P::Homing>},
-      {"mnuToolsUploadParameterOverTravel", Tool::overTravel, UploadTool<&P::OverTravel>,
-       StepsOf<&P::OverTravel>},
-      {"mnuToolsUploadTableIndex", Tool::position, UploadTool<&P::Position>, StepsOf<&P::Position>},
-      {"mnuToolsUploadTableJog", Tool::jog, UploadTool<&P::Jog>, StepsOf<&P::Jog>},
-      {"mnuToolsUploadTableZone", Tool::zone, UploadTool<&P::Zone>, StepsOf<&P::Zone>},
-  }};
   if (!clsProject) return false;
   const auto isNamed = [&name](const auto& entry) { return entry.command == name; };
   const auto* const opener = std::find_if(kOpeners.begin(), kOpeners.end(), isNamed);
@@ -91,10 +57,7 @@ bool frmMain::RunToolCommand(const std::string& name) {
     OpenTool(*opener);
     return true;
   }
-  const auto* const upload = std::find_if(kUploads.begin(), kUploads.end(), isNamed);
-  if (upload == kUploads.end()) return false;
-  UploadOne(*upload);
-  return true;
+  return RunItemCommand(name);
 }
 
 // ---- windows
@@ -161,40 +124,6 @@ void frmMain::mnuToolsEditor_Click() {
   if (!clsProject) return;
   OpenModalTool(ToolWindow::editor,
                 "Main.EditorOpenModal: ", [this] { clsProject->Editor().Show_Editor(); });
-}
-
-// ---- single transfers
-
-// What a failed or stopped upload has read leaves no trace: one tool's rows would be half the
-// file's and half the amplifier's.
-void frmMain::UploadOne(const SingleUpload& item) {
-  const std::string name = ToolName(item.tool);
-  Trapped("Upload " + name + " failed!\r", [&] {
-    if (!GoOnlineForTransfer("Upload failed!")) return false;
-    if (!AskYesNo("Existing " + name +
-                  " will be overwritten with hardware data!\rDo you wish to continue?")) {
-      return false;
-    }
-    clsProject->TakeSnapshot();
-    BeginProcedure("Upload " + name, item.steps(*clsProject));
-    const bool ok = item.upload(*clsProject);
-    UnloadProcedureDialog();
-    if (!ok) {
-      ShowExclamation(blnStopProcedure ? "Upload " + name + " terminated!"
-                                       : "Could not upload " + name + " from controller!");
-      blnStopProcedure = false;
-      clsProject->RestoreSnapshot();
-      return false;
-    }
-    if (AskYesNo(name +
-                 " successfully uploaded from controller.\rCommit uploaded data to project?")) {
-      clsProject->CommitUploadedTool(item.tool);
-    } else {
-      clsProject->RestoreSnapshot();
-    }
-    return true;
-  });
-  UnloadProcedureDialog();
 }
 
 }  // namespace velmoor

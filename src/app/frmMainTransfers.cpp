@@ -9,12 +9,6 @@
 
 namespace velmoor {
 
-// The words of a download.
-struct frmMain::TransferTexts {
-  const char* complete;
-  const char* stopped;
-};
-
 namespace {
 
 constexpr const char* kDownloadFailed = "Error downloading data to controller!";
@@ -79,7 +73,10 @@ void frmMain::UploadAll() {
   }
   BeginProcedure("Upload All Data", clsProject->Editor().RowsInArray() +
                                         clsProject->MechanicalSystem().NumMechSystemPns());
-  if (RunUploadStages(*clsProject)) AskToCommitUpload(*clsProject);
+  if (!RunUploadStages(*clsProject)) return;
+  UnloadProcedureDialog();
+  ShowUploadedDifferences();
+  AskToCommitUpload(*clsProject);
 }
 
 // ---- download

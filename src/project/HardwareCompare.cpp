@@ -11,8 +11,10 @@
 namespace velmoor {
 namespace {
 
+// Words such as "STOP" and "-" have no unit.
 std::string WithUnit(const std::string& text, const std::string& unit) {
-  return text.empty() || unit.empty() ? text : text + " " + unit;
+  const bool isNumber = text.find_first_of("0123456789") != std::string::npos;
+  return isNumber && !unit.empty() ? text + " " + unit : text;
 }
 
 // Counts are what the amplifier holds: a text is the same only in the same unit.

@@ -207,6 +207,12 @@ void clsHX7Project::CommitUploadedData() {
   clsZone_.CommitUploadedData(true);
 }
 
+int clsHX7Project::RowsOf(Tool part) {
+  if (const MotionTable* const table = TableOf(part)) return table->RowsInArray();
+  if (const ParameterToolBase* const tool = ParameterToolOf(part)) return tool->RowsInArray();
+  return clsMechanicalSystem_.NumPns();
+}
+
 bool clsHX7Project::UploadPart(Tool part) {
   if (MotionTable* const table = TableOf(part)) return table->Upload();
   if (ParameterToolBase* const tool = ParameterToolOf(part)) return tool->Upload();

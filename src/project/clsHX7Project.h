@@ -118,6 +118,8 @@ class clsHX7Project final : public Project {
   // Where the rows of now, as they are shown, differ from those of the snapshot: the project as it
   // was is first, what was uploaded second. Empty without a snapshot.
   [[nodiscard]] std::vector<PartComparison> CompareWithSnapshot() const;
+  // How many rows a transfer of the tool announces.
+  [[nodiscard]] int RowsOf(Tool part);
   // One stage each, with the store of a table behind it.
   bool DownloadTable(Tool table, bool blnOverRide);
   // Sum of the marked records that Download New would send.

@@ -18,6 +18,7 @@ constexpr const char* kDownloadAll =
 class Transfers : public AppSession {
  protected:
   void SetUp() override { StartOnline(); }
+  int commits = 0;  // questions whether to commit so far
 };
 
 TEST_F(Transfers, DownloadNewWithNothingNewOpensNoDialog) {
@@ -59,7 +60,14 @@ TEST_F(Transfers, UploadAllAsksWarnsAndCommitsOnYesOnly) {
         "Do you wish to continue with upload?",
         BoxAnswer::yes);
     data.boxes.Expect(kCommit, answer);
+    // The project's values that the amplifier does not hold are shown before the question.
+    data.forms.OnShow("frmCompare", [this](headless::HeadlessForm& form) {
+      EXPECT_EQ(data.boxes.Count(kCommit), commits);
+      EXPECT_EQ(form.label("lblSummary").Text(), "Values that differ.  Parameters: 8");
+      form.Press("cmdCancel");
+    });
     Main().Choose("mnuToolsUploadAll");
+    ++commits;
     EXPECT_EQ(Project().NeedsSaving(), answer == BoxAnswer::yes);
     EXPECT_FALSE(data.forms.IsOpen("frmDialogStop"));
   }

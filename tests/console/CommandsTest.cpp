@@ -208,6 +208,99 @@ TEST_F(Velmoorctl, AChangeThatEmptiesTheTablesTakesAnAgreement) {
   EXPECT_NE(out.str().find("\n1,,,,,,,,,,1\n"), std::string::npos);
 }
 
+// ---- comparing, single items, resets
+// -----------------------------------------------------------------------------
+
+TEST_F(Velmoorctl, ComparesWithTheHardwareAndChangesNeither) {
+  ASSERT_EQ(Run({"new", project}), 0);
+  ASSERT_EQ(Run({"import", project, "jog", WriteFile("j.csv", "jog,speed\n0,1\n1,2\n")}), 0);
+  ASSERT_EQ(Run({"download", project, "--port", "x", "--yes", "--all"}), 0) << err.str();
+  EXPECT_EQ(Run({"compare", project, "--port", "x"}), 0) << out.str();
+  EXPECT_EQ(out.str(), "part,row,field,project,hardware\n");
+  const std::string bytes = world.files.ReadAll(project);
+  SimulatedAmplifier& amplifier = *line.Amplifier('0');
+  amplifier.State().memory.jog.working[1] = "00000180";
+  ASSERT_TRUE(amplifier.State().memory.parameters.Write(0x100, "77"));
+  amplifier.ForgetWhatWasAsked();
+  EXPECT_EQ(Run({"compare", project, "--port", "x"}), 1);
+  EXPECT_EQ(out.str(),
+            "part,row,field,project,hardware\n"
+            "Parameters,Pn100,Speed loop gain,40,77\n"
+            "Jog Table,1,Speed,2.000 mm/sec,3.000 mm/sec\n");
+  EXPECT_EQ(world.files.ReadAll(project), bytes);
+  EXPECT_EQ(amplifier.Asked("PRM="), 1) << "the echo of a search, and nothing else";
+}
+
+TEST_F(Velmoorctl, TellsWhereTwoProjectsDiffer) {
+  const std::string other = world.folder.At("b.spj");
+  ASSERT_EQ(Run({"new", project}), 0);
+  ASSERT_EQ(Run({"new", other}), 0);
+  EXPECT_EQ(Run({"diff", project, other}), 0);
+  ASSERT_EQ(Run({"import", other, "zone", WriteFile("z.csv", "zone,lower,upper\n4,1,2\n")}), 0);
+  EXPECT_EQ(Run({"diff", project, other}), 1);
+  EXPECT_EQ(out.str(),
+            "part,row,field,first,second\nZone Table,4,ControllerLowerLimit,,1000\n"
+            "Zone Table,4,ControllerUpperLimit,,2000\n");
+}
+
+TEST_F(Velmoorctl, MovesTheItemsThatAreNamed) {
+  ASSERT_EQ(Run({"new", project}), 0);
+  ASSERT_EQ(Run({"import", project, "jog", WriteFile("j.csv", "jog,speed\n0,1\n1,2\n")}), 0);
+  SimulatedAmplifier& amplifier = *line.Amplifier('0');
+  EXPECT_EQ(Run({"download", project, "--port", "x", "--yes", "--only", "zone,jog"}), 0)
+      << err.str();
+  EXPECT_EQ(amplifier.Asked("JSPDT="), 16);
+  EXPECT_EQ(amplifier.Asked("ZONENT="), 32);
+  EXPECT_EQ(amplifier.Asked("POST="), 0);
+  EXPECT_EQ(amplifier.Asked("RES"), 0);
+  EXPECT_EQ(Run({"download", project, "--port", "x", "--yes", "--only", "parameters"}), 0);
+  EXPECT_EQ(amplifier.Asked("RES"), 1);
+  amplifier.State().memory.jog.working[1] = "00000180";
+  ASSERT_TRUE(amplifier.State().memory.parameters.Write(0x100, "77"));
+  EXPECT_EQ(Run({"upload", project, "--port", "x", "--yes", "--only", "jog"}), 0) << err.str();
+  EXPECT_EQ(Run({"compare", project, "--port", "x"}), 1);
+  EXPECT_EQ(out.str().find("Jog Table"), std::string::npos);
+  EXPECT_NE(out.str().find("Pn100"), std::string::npos) << "parameters were not uploaded";
+  for (const char* const list : {"", "song", "jog,", "jog,,zone"}) {
+    EXPECT_EQ(Run({"upload", project, "--port", "x", "--yes", "--only", list}), 2) << list;
+  }
+  EXPECT_EQ(Run({"download", project, "--port", "x", "--yes", "--new", "--all"}), 2);
+}
+
+TEST_F(Velmoorctl, AFailedUploadOfAnItemSavesNothing) {
+  ASSERT_EQ(Run({"new", project}), 0);
+  const std::string bytes = world.files.ReadAll(project);
+  line.faults.Add({.kind = FaultKind::silence, .match = "JSPDT9"});
+  EXPECT_EQ(Run({"upload", project, "--port", "x", "--yes", "--only", "zone,jog"}), 1);
+  EXPECT_EQ(world.files.ReadAll(project), bytes);
+}
+
+TEST_F(Velmoorctl, ScansEverySpeedAndResetsWhatIsNamed) {
+  AmplifierSettings fast;
+  fast.axis = 'C';
+  fast.baud = 38400;
+  line.AddAmplifier(fast);
+  EXPECT_EQ(Run({"scan", "--port", "x"}), 0);
+  EXPECT_EQ(out.str(), "axis,baud\n0,9600\nC,38400\n");
+  SimulatedAmplifier& amplifier = *line.Amplifier('0');
+  amplifier.State().memory.jog.working[1] = "00000180";
+  amplifier.State().memory.jog.Store();
+  EXPECT_EQ(Run({"reset", "jog", "--port", "x"}), 2) << "without --yes";
+  EXPECT_EQ(Run({"reset", "everything", "--port", "x", "--yes"}), 2);
+  EXPECT_EQ(amplifier.Asked("JSPDINIT"), 0);
+  EXPECT_EQ(Run({"reset", "jog", "--port", "x", "--yes"}), 0) << err.str();
+  EXPECT_EQ(amplifier.State().memory.jog.stored[1], "");
+  EXPECT_EQ(amplifier.Asked("SVOFF"), 0);
+  EXPECT_EQ(Run({"reset", "all", "--port", "x", "--yes"}), 0) << err.str();
+  EXPECT_EQ(amplifier.Asked("SVOFF"), 1);
+  EXPECT_EQ(amplifier.Asked("PRMINIT"), 1);
+  line.faults.Add({.kind = FaultKind::deviceError, .match = "SVOFF", .count = 0});
+  EXPECT_EQ(Run({"reset", "parameters", "--port", "x", "--yes"}), 1);
+  EXPECT_EQ(amplifier.Asked("PRMINIT"), 1);
+  port.Unplug();
+  EXPECT_EQ(Run({"scan", "--port", "x"}), 1);
+}
+
 // ---- the program itself
 
 class KilledProgram : public Velmoorctl {

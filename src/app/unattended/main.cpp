@@ -75,6 +75,8 @@ class UnattendedSession {
     Step("Upload all", [this] {
       Answer("All existing table data and parameter data will be overwritten", BoxAnswer::yes);
       Answer("Commit uploaded data to project?", BoxAnswer::yes);
+      headless_.forms.OnShow("frmCompare",
+                             [](headless::HeadlessForm& form) { form.Press("cmdCancel"); });
       Choose("mnuToolsUploadAll");
       Choose("mnuFileSave");
     });

@@ -1,0 +1,30 @@
+// The window that shows where the hardware differs from the project: changed rows only, tool by
+// tool. It changes nothing and blocks while it is open.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "platform/Grid.h"
+#include "project/ProjectCompare.h"
+
+namespace velmoor {
+
+class frmCompare final : public GridSource {
+ public:
+  explicit frmCompare(const std::vector<PartComparison>& parts);
+  // Returns when the window has closed.
+  void Show();
+
+  [[nodiscard]] int Rows() const override { return static_cast<int>(rows_.size()) + 1; }
+  [[nodiscard]] int Columns() const override;
+  [[nodiscard]] std::string Text(int row, int column) const override;
+  void SetText(int /*row*/, int /*column*/, const std::string& /*text*/) override {}
+  [[nodiscard]] CellTraits Traits(int /*row*/, int /*column*/) const override { return {}; }
+
+ private:
+  std::vector<ProjectDifference> rows_;
+  std::string strSummary_;
+};
+
+}  // namespace velmoor

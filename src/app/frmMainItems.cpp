@@ -1,0 +1,179 @@
+// Moving one item of a project, or one group of them, to the amplifier and back; and comparing.
+
+#include <algorithm>
+
+#include "app/frmCompare.h"
+#include "app/frmMain.h"
+#include "platform/MessageBoxes.h"
+#include "platform/Trapped.h"
+#include "project/ProjectCompare.h"
+#include "project/UploadFlow.h"
+
+namespace velmoor {
+
+struct frmMain::ItemTransfer {
+  const char* command;
+  std::size_t name;  // in arTransferItemNames
+  std::vector<Tool> tools;
+};
+
+namespace {
+
+bool Differs(const std::vector<PartComparison>& parts) {
+  return std::ranges::any_of(parts,
+                             [](const PartComparison& part) { return !part.differences.empty(); });
+}
+
+// The command that opens the tool's window beside the main window; null for one that blocks.
+const char* WindowCommandOf(Tool tool) {
+  switch (tool) {
+    case Tool::interface:
+      return "mnuToolsIndexerInterface";
+    case Tool::flexibleIO:
+      return "mnuToolsIndexerFlexibleIO";
+    case Tool::overTravel:
+      return "mnuToolsIndexerOverTravel";
+    case Tool::homing:
+      return "mnuToolsIndexerHoming";
+    case Tool::position:
+      return "mnuToolsIndexerPosition";
+    case Tool::jog:
+      return "mnuToolsIndexerJog";
+    case Tool::zone:
+      return "mnuToolsIndexerZone";
+    default:
+      return nullptr;
+  }
+}
+
+}  // namespace
+
+bool frmMain::RunItemCommand(const std::string& name) {
+  static const std::vector<ItemTransfer> kUploads{
+      {"mnuToolsUploadParametersAll", 1, {Tool::editor}},
+      {"mnuToolsUploadParameterTuning", 2, {Tool::tuning}},
+      {"mnuToolsUploadParameterMechanicalSystem", 3, {Tool::mechanicalSystem}},
+      {"mnuToolsUploadParameterInterface", 4, {Tool::interface}},
+      {"mnuToolsUploadParameterFlexibleIO", 5, {Tool::flexibleIO}},
+      {"mnuToolsUploadParameterHoming", 6, {Tool::homing}},
+      {"mnuToolsUploadParameterOverTravel", 7, {Tool::overTravel}},
+      {"mnuToolsUploadTablesAll", 8, {Tool::jog, Tool::zone, Tool::position}},
+      {"mnuToolsUploadTableIndex", 9, {Tool::position}},
+      {"mnuToolsUploadTableJog", 10, {Tool::jog}},
+      {"mnuToolsUploadTableZone", 11, {Tool::zone}},
+  };
+  // The machine's description travels with the parameters that it is made of.
+  static const std::vector<ItemTransfer> kDownloads{
+      {"mnuToolsDownloadParametersAll", 1, {Tool::editor, Tool::mechanicalSystem}},
+      {"mnuToolsDownloadTablesAll", 8, {Tool::position, Tool::jog, Tool::zone}},
+      {"mnuToolsDownloadTableIndex", 9, {Tool::position}},
+      {"mnuToolsDownloadTableJog", 10, {Tool::jog}},
+      {"mnuToolsDownloadTableZone", 11, {Tool::zone}},
+  };
+  const auto named = [&name](const ItemTransfer& item) { return item.command == name; };
+  const auto upload = std::ranges::find_if(kUploads, named);
+  const auto download = std::ranges::find_if(kDownloads, named);
+  if (upload != kUploads.end()) {
+    UploadItems(*upload);
+  } else if (download != kDownloads.end()) {
+    DownloadItems(*download);
+  } else {
+    return false;
+  }
+  UnloadProcedureDialog();
+  return true;
+}
+
+int frmMain::StepsOf(const ItemTransfer& item) const {
+  int steps = 0;
+  for (const Tool tool : item.tools) steps += clsProject->RowsOf(tool);
+  return steps;
+}
+
+// What a failed or stopped upload has read leaves no trace: one tool's rows would be half the
+// file's and half the amplifier's.
+void frmMain::UploadItems(const ItemTransfer& item) {
+  const std::string name = arTransferItemNames.at(item.name);
+  Trapped("Upload " + name + " failed!\r", [&] {
+    if (!GoOnlineForTransfer("Upload failed!")) return false;
+    if (!AskYesNo("Existing " + name +
+                  " will be overwritten with hardware data!\rDo you wish to continue?")) {
+      return false;
+    }
+    BeginProcedure("Upload " + name, StepsOf(item));
+    const bool ok = clsProject->UploadParts(item.tools);
+    UnloadProcedureDialog();
+    if (!ok) {
+      ShowExclamation(blnStopProcedure ? "Upload " + name + " terminated!"
+                                       : "Could not upload " + name + " from controller!");
+      blnStopProcedure = false;
+      return false;
+    }
+    ShowUploadedDifferences();
+    if (!AskYesNo(name +
+                  " successfully uploaded from controller.\rCommit uploaded data to project?")) {
+      clsProject->RestoreSnapshot();
+      return true;
+    }
+    clsProject->CommitUploadedParts(item.tools);
+    LaunchUploadedToolWindows(item.tools);
+    return true;
+  });
+}
+
+// The windows of the indexer's tools, where these are at home.
+void frmMain::LaunchUploadedToolWindows(const std::vector<Tool>& tools) {
+  if (eSelectedModule != Module::indexer) return;
+  for (const Tool tool : tools) {
+    const char* const command = WindowCommandOf(tool);
+    if (command != nullptr && window_->CommandEnabled(command)) RunToolCommand(command);
+  }
+}
+
+void frmMain::DownloadItems(const ItemTransfer& item) {
+  const std::string name = arTransferItemNames.at(item.name);
+  Trapped("Download " + name + " failed!\r", [&] {
+    if (!GoOnlineForTransfer("Download failed!")) return false;
+    if (!AskOkCancel(name + " of the project will be downloaded to the controller.\r"
+                            "Do you wish to proceed?")) {
+      return false;
+    }
+    BeginProcedure("Download " + name, StepsOf(item));
+    const bool ok = clsProject->DownloadParts(item.tools);
+    const std::string complete = "Download " + name + " complete!";
+    const std::string stopped = "Download " + name + " terminated!";
+    FinishDownload(ok, {complete.c_str(), stopped.c_str()});
+    return ok;
+  });
+}
+
+// ---- comparing
+
+void frmMain::ShowUploadedDifferences() {
+  const std::vector<PartComparison> parts = clsProject->CompareWithSnapshot();
+  if (Differs(parts)) frmCompare(parts).Show();
+}
+
+void frmMain::mnuToolsCompare_Click() {
+  if (!clsProject) return;
+  Trapped("Compare with Hardware failed!\r", [this] {
+    if (!GoOnlineForTransfer("Comparison failed!")) return false;
+    BeginProcedure("Compare with Hardware", clsProject->Editor().RowsInArray() +
+                                                clsProject->MechanicalSystem().NumMechSystemPns());
+    const bool read = RunUploadStages(*clsProject);
+    UnloadProcedureDialog();
+    const std::vector<PartComparison> parts = clsProject->CompareWithSnapshot();
+    // What was read serves the comparison alone.
+    clsProject->RestoreSnapshot();
+    if (!read) return false;
+    if (Differs(parts)) {
+      frmCompare(parts).Show();
+    } else {
+      ShowInformation("The hardware holds what the project holds.");
+    }
+    return true;
+  });
+  UnloadProcedureDialog();
+}
+
+}  // namespace velmoor

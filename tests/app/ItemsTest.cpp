@@ -1,0 +1,150 @@
+// Single items, groups, and the comparison.
+
+#include "AppSession.h"
+#include "app/frmCompare.h"
+#include "project/ProjectCompare.h"
+
+namespace velmoor {
+namespace {
+
+constexpr int kSpeed = 0;
+
+class Items : public AppSession {
+ protected:
+  void SetUp() override {
+    StartOnline();
+    Project().ResetAllIsDirty();
+  }
+  void Apply(int row, const std::string& speed) {
+    Project().Jog().SetText(row, kSpeed, speed);
+    Project().Jog().SetDirtyCell(row, true);
+    ASSERT_TRUE(Project().Jog().ChangeAccepted());
+  }
+  std::string Held(std::size_t row) { return Amplifier().State().memory.jog.working.at(row); }
+  void DownloadEverything() {
+    data.boxes.Expect("All parameter and table data will be downloaded", BoxAnswer::ok);
+    Main().Choose("mnuToolsDownloadAll");
+    data.boxes.shown.clear();
+    PauseInSec(1);
+    Amplifier().ForgetWhatWasAsked();
+  }
+};
+
+TEST_F(Items, OneTableGoesOutWholeAndIsStored) {
+  Apply(1, "12.000");
+  data.boxes.Expect(
+      "Jog Table of the project will be downloaded to the controller.\rDo you wish to proceed?",
+      BoxAnswer::ok);
+  Main().Choose("mnuToolsDownloadTableJog");
+  EXPECT_EQ(data.boxes.shown.back().text, "Download Jog Table complete!");
+  EXPECT_EQ(Amplifier().Asked("JSPDT="), 16);
+  EXPECT_EQ(Amplifier().Asked("JSPDSTORE"), 1);
+  EXPECT_EQ(Amplifier().Asked("RES"), 0);
+  EXPECT_EQ(Held(0), "720");
+  EXPECT_EQ(Project().WhatIsDirty(), "");
+}
+
+TEST_F(Items, GroupsGoOutInOrderAndParametersRestart) {
+  data.boxes.Expect("All Tables of the project will be downloaded", BoxAnswer::ok);
+  Main().Choose("mnuToolsDownloadTablesAll");
+  EXPECT_EQ(Amplifier().Asked("POST="), 128);
+  EXPECT_EQ(Amplifier().Asked("ZONENT="), 32);
+  EXPECT_EQ(Amplifier().Asked("RES"), 0);
+  data.boxes.Expect("All Parameters of the project will be downloaded", BoxAnswer::ok);
+  Main().Choose("mnuToolsDownloadParametersAll");
+  EXPECT_EQ(data.boxes.shown.back().text, "Download All Parameters complete!");
+  EXPECT_EQ(Amplifier().Asked("PRM82F="), 0) << "counted under its word";
+  EXPECT_EQ(Amplifier().Asked("RES"), 1);
+}
+
+TEST_F(Items, AnUploadOfOneTableIsCommittedOrPutBack) {
+  DownloadEverything();
+  Apply(1, "12.000");
+  for (const BoxAnswer answer : {BoxAnswer::no, BoxAnswer::yes}) {
+    data.boxes.Expect(
+        "Existing Jog Table will be overwritten with hardware data!\rDo you wish to continue?",
+        BoxAnswer::yes);
+    data.boxes.Expect(
+        "Jog Table successfully uploaded from controller.\rCommit uploaded data to project?",
+        answer);
+    data.forms.OnShow("frmCompare", [](headless::HeadlessForm& form) {
+      EXPECT_EQ(form.label("lblSummary").Text(), "Values that differ.  Jog Table: 1");
+      form.Press("cmdCancel");
+    });
+    Main().Choose("mnuToolsUploadTableJog");
+    EXPECT_EQ(Project().Jog().Text(1, kSpeed), answer == BoxAnswer::no ? "12.000" : "");
+  }
+}
+
+TEST_F(Items, AFailedUploadOfATableLeavesItAsItWas) {
+  Apply(1, "12.000");
+  line.faults.Add({.kind = FaultKind::deviceError, .match = "JSPDT5"});
+  data.boxes.Expect("Existing Jog Table will be overwritten", BoxAnswer::yes);
+  Main().Choose("mnuToolsUploadTableJog");
+  EXPECT_EQ(data.boxes.shown.back().text, "Could not upload Jog Table from controller!");
+  EXPECT_EQ(Project().Jog().Text(1, kSpeed), "12.000");
+  EXPECT_EQ(Project().WhatIsDirty(), "Jog table");
+  EXPECT_TRUE(Form().IsOnline());
+}
+
+TEST_F(Items, ComparingShowsTheChangedRowsAndChangesNothing) {
+  DownloadEverything();
+  Main().Choose("mnuToolsCompare");
+  EXPECT_EQ(Boxes(), Texts{"The hardware holds what the project holds."});
+  Apply(3, "7.500");
+  ASSERT_TRUE(Amplifier().State().memory.parameters.Write(0x100, "77"));
+  const std::string bytes = data.files.ReadAll(Project().ProjectDatabasePath());
+  data.forms.OnShow("frmCompare", [](headless::HeadlessForm& form) {
+    EXPECT_EQ(form.label("lblSummary").Text(), "Values that differ.  Parameters: 1, Jog Table: 1");
+    form.Press("cmdCancel");
+  });
+  Main().Choose("mnuToolsCompare");
+  EXPECT_EQ(Boxes(), Texts{});
+  EXPECT_EQ(data.files.ReadAll(Project().ProjectDatabasePath()), bytes);
+  EXPECT_EQ(Project().Jog().Text(3, kSpeed), "7.500");
+  EXPECT_EQ(Project().WhatIsDirty(), "Jog table");
+  EXPECT_EQ(Amplifier().Asked("PRM100="), 0);
+  const std::vector<PartComparison> none = Project().CompareWithSnapshot();
+  EXPECT_TRUE(none.empty()) << "the snapshot is gone";
+}
+
+TEST(CompareWindow, ShowsToolRowItemAndBothValues) {
+  const PartComparison equal{"Zone Table", 32, {}};
+  const PartComparison jog{"Jog Table", 16, {{"Jog Table", "2", "Speed", "7.500 mm/sec", ""}}};
+  const frmCompare window({equal, jog});
+  ASSERT_EQ(window.Rows(), 2);
+  const char* const expected[2][5] = {{"Tool", "Row", "Item", "Project", "Hardware"},
+                                      {"Jog Table", "2", "Speed", "7.500 mm/sec", ""}};
+  for (int row = 0; row < 2; ++row) {
+    for (int column = 0; column < 5; ++column) {
+      EXPECT_EQ(window.Text(row, column), expected[row][column]);
+    }
+  }
+}
+
+// ---- one at a time
+
+TEST_F(Items, NoClickStartsASecondTransferOrTouchesTheProjectUnderOne) {
+  data.boxes.Expect("All parameter and table data will be downloaded", BoxAnswer::ok);
+  const auto* const before = &Project();
+  data.forms.OnShow("frmDialogStop", [this](headless::HeadlessForm&) {
+    EXPECT_TRUE(data.forms.InputBlocked()) << "the real window lets no click through";
+    for (const char* const command :
+         {"mnuToolsDownloadAll", "mnuToolsDownloadNew", "mnuToolsUploadAll", "mnuToolsCompare",
+          "mnuToolsUploadTableJog", "mnuToolsResetTableJog", "mnuToolsOffline", "mnuFileSave",
+          "mnuFileOpen", "mnuFileNew", "mnuModuleTuning", "mnuToolsEditor"}) {
+      Main().CommandChosen.Raise(command);
+    }
+    Main().RecentChosen.Raise(0);
+    EXPECT_FALSE(Main().Close());
+  });
+  Main().Choose("mnuToolsDownloadAll");
+  EXPECT_EQ(data.boxes.shown.size(), 2u);
+  EXPECT_EQ(data.boxes.shown.back().text, "Download All complete!");
+  EXPECT_EQ(Amplifier().Asked("POST="), 128);
+  EXPECT_EQ(&Project(), before);
+  EXPECT_EQ(Form().SelectedModule(), Module::indexer);
+}
+
+}  // namespace
+}  // namespace velmoor
