@@ -40,7 +40,7 @@ TEST_F(Items, OneTableGoesOutWholeAndIsStored) {
   EXPECT_EQ(Amplifier().Asked("JSPDT="), 16);
   EXPECT_EQ(Amplifier().Asked("JSPDSTORE"), 1);
   EXPECT_EQ(Amplifier().Asked("RES"), 0);
-  EXPECT_EQ(Held(0), "720");
+  EXPECT_EQ(Held(0), "00000720");
   EXPECT_EQ(Project().WhatIsDirty(), "");
 }
 
@@ -53,7 +53,7 @@ TEST_F(Items, GroupsGoOutInOrderAndParametersRestart) {
   data.boxes.Expect("All Parameters of the project will be downloaded", BoxAnswer::ok);
   Main().Choose("mnuToolsDownloadParametersAll");
   EXPECT_EQ(data.boxes.shown.back().text, "Download All Parameters complete!");
-  EXPECT_EQ(Amplifier().Asked("PRM82F="), 0) << "counted under its word";
+  EXPECT_EQ(Amplifier().Asked("PRM="), 160);
   EXPECT_EQ(Amplifier().Asked("RES"), 1);
 }
 
