@@ -5,16 +5,17 @@
 #include <vector>
 
 #include "app/frmMain.h"
+#include "link/AxisScan.h"
 #include "link/BaudRates.h"
 #include "platform/Events.h"
 #include "platform/MessageBoxes.h"
 #include "platform/Numbers.h"
+#include "platform/Trapped.h"
 #include "platform/World.h"
 
 namespace velmoor {
 namespace {
 
-constexpr int kAxes = 16;
 constexpr int kProtocols = 8;
 constexpr int kImplementedProtocol = 1;
 constexpr std::array<int, 5> kEchoProtocols{1, 3, 4, 6, 7};
@@ -24,8 +25,21 @@ constexpr int kAttempts = 2;
 
 std::vector<std::string> AllAxes() {
   std::vector<std::string> axes;
-  for (std::uint32_t i = 0; i < kAxes; ++i) axes.push_back(HexText(i));
+  for (std::uint32_t i = 0; i < kAxisCount; ++i) axes.push_back(HexText(i));
   return axes;
+}
+
+const char* StateWord(PortState state) {
+  switch (state) {
+    case PortState::free:
+      return "free";
+    case PortState::missing:
+      return "absent";
+    case PortState::busy:
+      return "in use";
+    default:
+      return "no access";
+  }
 }
 
 }  // namespace
@@ -53,11 +67,13 @@ void frmCommunications::Form_Load() {
   cmbAxes.SetListIndex(static_cast<int>(ParseHex(main_.Axis()).value_or(0)));
   sAxis = cmbAxes.Text();
   form_->label("lblQuery").SetText("");
+  ShowPorts();
 }
 
 void frmCommunications::Connect() {
   connections_ += form_->optionGroup("optComPort").Click.Connect([this](int index) {
     iIndexCOM = static_cast<std::int16_t>(index);
+    ShowChosenPort();
   });
   connections_ += form_->optionGroup("optBaudRate").Click.Connect([this](int index) {
     iIndexBaudRate = static_cast<std::int16_t>(index);
@@ -69,6 +85,8 @@ void frmCommunications::Connect() {
       [this] { sAxis = form_->comboBox("cmbAxes").Text(); });
   connections_ += form_->button("cmdGetAxes").Click.Connect([this] { cmdGetAxes_Click(); });
   connections_ += form_->button("cmdConnect").Click.Connect([this] { cmdConnect_Click(); });
+  connections_ += form_->button("cmdRefresh").Click.Connect([this] { ShowPorts(); });
+  connections_ += form_->button("cmdBind").Click.Connect([this] { cmdBind_Click(); });
   connections_ += form_->button("cmdCancel").Click.Connect([this] { cmdCancel_Click(); });
 }
 
@@ -78,24 +96,97 @@ void frmCommunications::DisableUnimplementedOptions() {
   }
 }
 
+// ---- the ports and what stands behind them
+
+void frmCommunications::ShowPorts() {
+  SerialPorts* const ports = world().serialPorts;
+  OptionGroup& choices = form_->optionGroup("optComPort");
+  choices.SetChoiceEnabled(kSimulatedPort, ports != nullptr);
+  if (ports == nullptr) return;
+  for (std::int16_t com = 0; com < kSerialPorts; ++com) {
+    choices.SetChoiceCaption(
+        com, "COM" + std::to_string(com + 1) + ": " + StateWord(ports->Look(com).state));
+  }
+  adapters_ = ports->Adapters();
+  std::vector<std::string> names;
+  for (const SerialAdapter& adapter : adapters_) {
+    names.push_back(adapter.device + "  " + adapter.name);
+  }
+  ComboBox& cmbAdapters = form_->comboBox("cmbAdapters");
+  cmbAdapters.SetItems(names);
+  cmbAdapters.SetListIndex(names.empty() ? -1 : 0);
+  cmbAdapters.SetEnabled(!names.empty());
+  ShowChosenPort();
+}
+
+void frmCommunications::ShowChosenPort() {
+  SerialPorts* const ports = world().serialPorts;
+  if (ports == nullptr) return;
+  const bool simulated = iIndexCOM == kSimulatedPort;
+  const PortLook look =
+      simulated ? PortLook{.device = {},
+                           .state = PortState::free,
+                           .words =
+                               "An amplifier without hardware, to learn and to try.  It "
+                               "forgets everything when Velmoor ends."}
+                : ports->Look(iIndexCOM);
+  Label& lblPort = form_->label("lblPort");
+  lblPort.SetText(look.words);
+  lblPort.SetTone(look.state == PortState::free ? Tone::normal : Tone::busy);
+  Button& cmdBind = form_->button("cmdBind");
+  cmdBind.SetEnabled(!simulated && !adapters_.empty());
+  cmdBind.SetCaption(simulated ? "&Assign" : "&Assign to COM" + std::to_string(iIndexCOM + 1));
+}
+
+void frmCommunications::cmdBind_Click() {
+  const int chosen = form_->comboBox("cmbAdapters").ListIndex();
+  if (chosen < 0) return;
+  Trapped("frmCommunications.cmdBind_Click: ", [&] {
+    world().serialPorts->Bind(iIndexCOM, adapters_.at(static_cast<std::size_t>(chosen)).device);
+    return true;
+  });
+  ShowPorts();
+}
+
 // ---- the search for axes
 
+bool frmCommunications::OpenForSearch() {
+  if (!StartSimulatorIfChosen()) return false;
+  clsHX7Helix7& helix = *main_.Helix7();
+  helix.SetEcho(GetEcho(iIndexProtocol) != 0);
+  helix.SetCOMPort(static_cast<std::int16_t>(iIndexCOM + 1));
+  helix.SetBaudRate(GetBaudRate(iIndexBaudRate));
+  helix.SetTimeOut(kSearchTimeOut);
+  if (helix.GoOnlineManually()) return true;
+  ShowExclamation(main_.Comm().LastError());
+  return false;
+}
+
+bool frmCommunications::StartSimulatorIfChosen() {
+  if (iIndexCOM != kSimulatedPort || world().serialPorts == nullptr) return true;
+  const BusyPointer busy;
+  const std::string reason = world().serialPorts->StartSimulator();
+  if (!reason.empty()) ShowExclamation(reason);
+  return reason.empty();
+}
+
 void frmCommunications::cmdGetAxes_Click() {
+  // Online the line is in use as it is; offline it is opened for the search alone.
+  const bool opens = !main_.IsOnline();
+  if (opens && !OpenForSearch()) return;
   std::vector<std::string> strAxes;
   {
     const BusyPointer busy;
-    for (int i = 0; i < kAxes; ++i) {
-      const std::string axis = HexText(static_cast<std::uint32_t>(i));
-      main_.Helix7()->SetTimeOut(kSearchTimeOut);
-      if (main_.Helix7()->GetAxis(axis)) strAxes.push_back(axis);
-      form_->progressBar("pgbAxes").SetProgress(i + 1, kAxes);
+    form_->button("cmdGetAxes").SetEnabled(false);
+    strAxes = ScanAxes(*main_.Helix7(), [this](int queried) {
+      form_->progressBar("pgbAxes").SetProgress(queried, kAxisCount);
       form_->label("lblQuery")
-          .SetText(i + 1 == kAxes ? "Query Finished"
-                                  : std::to_string(i + 1) + " of 16 Axes Queried");
-      YieldEvents();
-    }
-    main_.Helix7()->SetTimeOut(kTimeOut);
+          .SetText(queried == kAxisCount ? "Query Finished"
+                                         : std::to_string(queried) + " of 16 Axes Queried");
+    });
+    form_->button("cmdGetAxes").SetEnabled(true);
   }
+  if (opens) main_.Helix7()->GoOffline();
   if (strAxes.empty()) {
     ShowExclamation("No axes found in system!  Please manually choose a default axis.");
     return;
@@ -105,7 +196,7 @@ void frmCommunications::cmdGetAxes_Click() {
   cmbAxes.SetItems(strAxes);
   cmbAxes.SetListIndex(0);
   sAxis = cmbAxes.Text();
-  form_->progressBar("pgbAxes").SetProgress(0, kAxes);
+  form_->progressBar("pgbAxes").SetProgress(0, kAxisCount);
 }
 
 void frmCommunications::RemoveAllAxes() {
@@ -137,6 +228,7 @@ void frmCommunications::cmdCancel_Click() {
 
 frmCommunications::Outcome frmCommunications::ChangeSettingsAndConnect(std::string& strError) {
   if (main_.IsOnline() && !LeaveOnline()) return Outcome::cancelled;
+  if (!StartSimulatorIfChosen()) return Outcome::cancelled;
   main_.Helix7()->SetTimeOut(kSearchTimeOut);
   bool connected = false;
   for (int attempt = 0; attempt < kAttempts && !connected; ++attempt) {

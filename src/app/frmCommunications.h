@@ -1,14 +1,17 @@
 // The window in which the user sets port, speed, protocol and axis, and connects by hand.
 //
-// Blocks while it is open. Changes nothing of the session until Connect.
+// Blocks while it is open. Changes nothing of the session until Connect; the device behind a port
+// is kept at once. Where the world has no SerialPorts, the window shows bare port names.
 #pragma once
 
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "link/ResultCode.h"
 #include "platform/Form.h"
+#include "platform/SerialPorts.h"
 
 namespace velmoor {
 
@@ -28,6 +31,13 @@ class frmCommunications {
   void Form_Load();
   void Connect();
   void cmdGetAxes_Click();
+  // Puts the chosen port, speed and echo on the line for a search. False after an exclamation.
+  bool OpenForSearch();
+  // False after an exclamation.
+  bool StartSimulatorIfChosen();
+  void ShowPorts();
+  void ShowChosenPort();
+  void cmdBind_Click();
   void cmdConnect_Click();
   void cmdCancel_Click();
 
@@ -49,6 +59,7 @@ class frmCommunications {
   std::int16_t iIndexBaudRate = 0;
   std::int16_t iIndexProtocol = 1;
   std::string sAxis;
+  std::vector<SerialAdapter> adapters_;
   Connections connections_;
 };
 

@@ -6,6 +6,7 @@
 #include "platform/Form.h"
 #include "platform/MessageBoxes.h"
 #include "platform/Numbers.h"
+#include "platform/SerialPorts.h"
 #include "platform/Settings.h"
 #include "platform/Trapped.h"
 #include "platform/World.h"
@@ -193,7 +194,9 @@ void frmMain::UpdatePanels() {
   window_->SetPanel(StatusPanel::pending,
                     items == 0 ? std::string() : "To download: " + std::to_string(items));
   window_->SetPanel(StatusPanel::axis, "Axis " + strAxis);
-  window_->SetPanel(StatusPanel::port, "COM" + std::to_string(intCOM + 1));
+  window_->SetPanel(StatusPanel::port, intCOM == kSimulatedPort
+                                           ? "Simulated amplifier"
+                                           : "COM" + std::to_string(intCOM + 1));
   window_->SetPanel(StatusPanel::baudRate, std::to_string(lngBaudRate) + " bit/s");
 }
 
@@ -267,6 +270,8 @@ void frmMain::ReadFromRegistryWindowSettings() {
 }
 
 void frmMain::WriteToRegistryCommunicationsSettings() {
+  // A simulated amplifier is for the session: the next one looks for the real one again.
+  if (intCOM == kSimulatedPort) return;
   Trapped("frmMain.WriteToRegistryCommunicationsSettings: ", [this] {
     world().settings->Write("Port", std::to_string(intCOM));
     world().settings->Write("Rate", std::to_string(lngBaudRate));

@@ -30,14 +30,10 @@ constexpr const char* kOnlineCommands[] = {
 };
 // Entries whose tool is not part of the program.
 constexpr const char* kMissingCommands[] = {
-    "mnuFilePageSetup",
-    "mnuFilePrint",
-    "mnuToolsServoJog",
-    "mnuToolsMonitoring",
-    "mnuToolsTerminal",
-    "mnuToolsInertiaRatio",
-    "mnuToolsHomePosition",
-    "mnuToolsProductInformation",
+    "mnuFilePageSetup",     "mnuFilePrint",
+    "mnuToolsServoJog",     "mnuToolsMonitoring",
+    "mnuToolsTerminal",     "mnuToolsInertiaRatio",
+    "mnuToolsHomePosition", "mnuToolsProductInformation",
     "mnuHelpContents",
 };
 

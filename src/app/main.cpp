@@ -3,15 +3,18 @@
 #include <string>
 
 #include "app/MainModule.h"
+#include "platform/Files.h"
 #include "platform/Rx900Utils.h"
 #include "platform/World.h"
 #include "platform/posix/IniSettings.h"
 #include "platform/posix/PosixClock.h"
 #include "platform/posix/PosixFiles.h"
 #include "platform/posix/PosixSerialPort.h"
+#include "platform/posix/PosixSerialPorts.h"
 #include "platform/posix/PosixSingleInstance.h"
 #include "platform/posix/ProgramPlaces.h"
 #include "platform/qt/QtProgram.h"
+#include "platform/qt/QtSerialAdapters.h"
 #include "platform/sqlcipher/SqlcipherDatabases.h"
 #include "project/data/CatalogueLibrary.h"
 
@@ -22,17 +25,6 @@ std::string CommandLine(int argc, char** argv) {
   std::string line;
   for (int i = 1; i < argc; ++i) line += (i > 1 ? " " : "") + std::string(argv[i]);
   return line;
-}
-
-velmoor::posix::DeviceMap ReadDeviceMap(const velmoor::Settings& settings) {
-  constexpr int kPorts = 8;
-  velmoor::posix::DeviceMap map;
-  for (int number = 1; number <= kPorts; ++number) {
-    const std::string name = "COM" + std::to_string(number);
-    const std::string device = settings.ReadText(name, "");
-    if (!device.empty()) map[name] = device;
-  }
-  return map;
 }
 
 }  // namespace
@@ -62,7 +54,9 @@ int main(int argc, char** argv) {
   SetWorld(&adapters);
 
   posix::PosixSerialPort comm;
-  comm.SetDeviceMap(ReadDeviceMap(settings));
+  posix::PosixSerialPorts serialPorts(
+      comm, settings, JoinPath(posix::ProgramDirectory(), "velmoor-simulator"), qt::SerialAdapters);
+  adapters.serialPorts = &serialPorts;
   posix::PosixSingleInstance instance(qt::WatchDescriptor);
   MainModule module(comm, instance, CommandLine(argc, argv));
   bool gone = false;

@@ -16,6 +16,7 @@ class Forms;
 class Mcatbase;
 class MessageBoxes;
 class Rx900Utils;
+class SerialPorts;
 class Settings;
 
 struct World {
@@ -26,10 +27,11 @@ struct World {
   Settings* settings = nullptr;
   Files* files = nullptr;
   Databases* databases = nullptr;
-  Clipboard* clipboard = nullptr;    // null where a program has none
-  Forms* forms = nullptr;            // windows; null where a program has none
-  Rx900Utils* rx900Utils = nullptr;  // the card's number formats and checksum
-  Mcatbase* catalogue = nullptr;     // the catalogue library
+  Clipboard* clipboard = nullptr;      // null where a program has none
+  SerialPorts* serialPorts = nullptr;  // null where a program has none to choose from
+  Forms* forms = nullptr;              // windows; null where a program has none
+  Rx900Utils* rx900Utils = nullptr;    // the card's number formats and checksum
+  Mcatbase* catalogue = nullptr;       // the catalogue library
 
   // Where the program's own files lie: "IdeInfo.mdb" and "Velmoor.spt". Never the current
   // directory.

@@ -73,10 +73,10 @@ std::string OpenFailure(const std::string& path, int error) {
 
 }  // namespace
 
-std::string PosixSerialPort::DevicePath() const {
-  if (const auto entry = deviceMap_.find(name_); entry != deviceMap_.end()) return entry->second;
-  if (name_.rfind("COM", 0) != 0) return {};
-  const auto number = ParseWhole(name_.substr(3));
+std::string PosixSerialPort::DeviceOf(const std::string& name) const {
+  if (const auto entry = deviceMap_.find(name); entry != deviceMap_.end()) return entry->second;
+  if (name.rfind("COM", 0) != 0) return {};
+  const auto number = ParseWhole(name.substr(3));
   if (!number || *number < 1 || *number > kHighestPort) return {};
   return "/dev/ttyS" + NumberText(*number - 1);
 }

@@ -25,7 +25,9 @@ class PosixSerialPort final : public SerialPort {
   void SetDeviceMap(DeviceMap map) { deviceMap_ = std::move(map); }
   // The device that the present port name stands for; empty for a name that is neither in the map
   // nor "COM" and a number from 1.
-  [[nodiscard]] std::string DevicePath() const;
+  [[nodiscard]] std::string DevicePath() const { return DeviceOf(name_); }
+  // The same for another name.
+  [[nodiscard]] std::string DeviceOf(const std::string& name) const;
 
   void SetSettings(const std::string& settings) override;
   [[nodiscard]] std::string Settings() const override { return settings_; }
