@@ -102,6 +102,7 @@ TEST_F(ToolWindows, ASingleUploadAsksTwiceAndCommitsOnYesOnly) {
     Amplifier().ForgetWhatWasAsked();
     data.boxes.Expect(kWarn, BoxAnswer::yes);
     data.boxes.Expect(kCommit, answer);
+    data.forms.OnShow("frmCompare", [](headless::HeadlessForm& form) { form.Press("cmdCancel"); });
     Main().Choose("mnuToolsUploadParameterOverTravel");
     EXPECT_EQ(Exchanges("0PRM"), 4) << "and Pn80C and Pn80D";
     EXPECT_EQ(Shown(tool, "Pn81B"), answer == BoxAnswer::yes ? "7.500" : "99999.999");
