@@ -77,7 +77,6 @@ bool PrintDifferences(const Context& context, const std::vector<PartComparison>&
 }  // namespace
 
 // ---- looking
-// ----------------------------------------------------------------------------------------
 
 bool Info(const Context& context) {
   (void)context.line.Required("port");
@@ -138,7 +137,6 @@ bool Scan(const Context& context) {
 }
 
 // ---- transfers
-// --------------------------------------------------------------------------------------
 
 bool Download(const Context& context) {
   (void)context.line.Required("port");
@@ -242,7 +240,6 @@ bool Reset(const Context& context) {
 }
 
 // ---- comparing
-// --------------------------------------------------------------------------------------
 
 bool Compare(const Context& context) {
   (void)context.line.Required("port");

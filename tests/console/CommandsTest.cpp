@@ -209,7 +209,6 @@ TEST_F(Velmoorctl, AChangeThatEmptiesTheTablesTakesAnAgreement) {
 }
 
 // ---- comparing, single items, resets
-// -----------------------------------------------------------------------------
 
 TEST_F(Velmoorctl, ComparesWithTheHardwareAndChangesNeither) {
   ASSERT_EQ(Run({"new", project}), 0);
