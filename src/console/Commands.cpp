@@ -75,25 +75,20 @@ TableAccess TableNamed(const std::string& name) {
   throw UsageError("'" + name + "' is none of index, zone and jog");
 }
 
-bool ShowParameters(const Context& context) {
-  Work work(context);
-  if (!work.Open(context.Argument(1))) return false;
-  context.program.out << ExportParameters(work.project());
-  return true;
+// Gives a project's data as CSV.
+using Shown = std::function<std::string(clsHX7Project&)>;
+
+Shown ShownAs(const std::string& name) {
+  if (name == "parameters") return ExportParameters;
+  if (name == "system") return SystemCsv;
+  return TableNamed(name).show;
 }
 
 bool Show(const Context& context) {
-  if (context.Argument(2) == "parameters") return ShowParameters(context);
-  if (context.Argument(2) == "system") {
-    Work work(context);
-    if (!work.Open(context.Argument(1))) return false;
-    context.program.out << SystemCsv(work.project());
-    return true;
-  }
-  const TableAccess table = TableNamed(context.Argument(2));
+  const Shown show = ShownAs(context.Argument(2));
   Work work(context);
   if (!work.Open(context.Argument(1))) return false;
-  context.program.out << table.show(work.project());
+  context.program.out << show(work.project());
   return true;
 }
 

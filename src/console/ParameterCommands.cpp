@@ -5,6 +5,7 @@
 
 #include "platform/Csv.h"
 #include "platform/Database.h"
+#include "platform/MessageBoxes.h"
 #include "platform/Numbers.h"
 #include "project/clsHX7Project.h"
 #include "project/data/Schema.h"
@@ -32,12 +33,6 @@ CsvRow RowOf(const Project& project, const ParameterRow& row, RowSet& records) {
           limited ? MaximumText(project, row) : std::string(),
           stored ? records.Text(Parameters::kControllerValue) : std::string(),
           stored ? records.Text(Parameters::kDirty) : std::string()};
-}
-
-// The words of a box on one line.
-std::string OneLine(std::string words) {
-  std::replace(words.begin(), words.end(), '\r', ' ');
-  return words;
 }
 
 // Reads one assignment into `taken`. Returns what is wrong with it, or an empty text.

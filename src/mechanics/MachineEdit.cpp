@@ -9,6 +9,7 @@
 #include "platform/Rx900Utils.h"
 #include "platform/Utility.h"
 #include "platform/World.h"
+#include "session/Project.h"
 #include "tools/UnitConversion.h"
 
 namespace velmoor {

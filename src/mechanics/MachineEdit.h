@@ -54,7 +54,8 @@ class MachineEdit {
   [[nodiscard]] MachineFigures Figures() const;
 
   // ---- edits: checked, and carried through when accepted
-  // ------------------------------------------- A cell of the grid; rows that cannot be edited are
+
+  // A cell of the grid; rows that cannot be edited are
   // refused.
   MachineCheck SetValue(const std::string& name, const std::string& text);
   // By their indexes. The resolution follows into its allowable range; a gear ratio that is invalid

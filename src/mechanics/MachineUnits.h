@@ -8,9 +8,6 @@
 
 namespace velmoor {
 
-// The system index of a rotary table.
-inline constexpr std::int32_t kRotaryTable = 3;
-
 // "Leadscrew" to "Other"; empty outside 0 to 4.
 [[nodiscard]] std::string MechanicalSystemFromIndex(std::int32_t index);
 // "Lead", "Pitch Diameter" and so on: the label of the system's measure; empty outside 0 to 4.

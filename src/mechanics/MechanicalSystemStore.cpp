@@ -4,6 +4,7 @@
 #include "mechanics/clsHX7MechanicalSystem.h"
 #include "platform/Trapped.h"
 #include "project/data/Schema.h"
+#include "session/Session.h"
 #include "tools/UnitConversion.h"
 
 namespace velmoor {
@@ -13,7 +14,7 @@ using schema::Parameters;
 std::string clsHX7MechanicalSystem::ControllerValueOf(int row) const {
   const std::string& value = arBlockMatrix_.Text(row, Column::value);
   const auto kind = UnitKindOf(arBlockMatrix_.Text(row, Column::name));
-  return kind ? UnitsToCounts(value, FactorOf(project(), *kind)) : value;
+  return kind ? UnitsToCounts(value, FactorOf(OpenedProject(), *kind)) : value;
 }
 
 bool clsHX7MechanicalSystem::SaveToDB() {
@@ -77,7 +78,7 @@ bool clsHX7MechanicalSystem::SaveOtherPnsToDB(Database& database) {
 // Hands the shared rows to the editor, the only tool that sends the gear terms. `withMarks` also
 // hands over the marks, and with them the editor's need of a download.
 void clsHX7MechanicalSystem::UpdateEditorBlockMatrix(bool withMarks) const {
-  SharedParameterTool& editor = project().EditorSister();
+  SharedParameterTool& editor = OpenedProject().EditorSister();
   BlockMatrix copy;
   editor.GetBlockMatrix(copy);
   bool changed = false;
@@ -85,19 +86,18 @@ void clsHX7MechanicalSystem::UpdateEditorBlockMatrix(bool withMarks) const {
     const std::string& name = arBlockMatrix_.Text(row, Column::name);
     const int to = IsSharedPn(name) ? copy.FindRow(name) : 0;
     if (to == 0) continue;
-    const std::string& value = arBlockMatrix_.Text(row, Column::value);
-    if (copy.Text(to, Column::value) != value) copy.Set(to, Column::value, value);
+    copy.ChangeValue(to, arBlockMatrix_.Text(row, Column::value));
     if (!withMarks || !arBlockMatrix_.IsDirty(row) || !arBlockMatrix_.IsTouched(row)) continue;
     copy.Set(to, Column::dirty, "1");
     changed = true;
   }
   editor.LetBlockMatrix(copy);
-  if (changed) project().EditorService().MarkChanged();
+  if (changed) OpenedProject().EditorService().MarkChanged();
 }
 
 void clsHX7MechanicalSystem::UpdateFromEditorBlockMatrix() {
   BlockMatrix editor;
-  project().EditorSister().GetBlockMatrix(editor);
+  OpenedProject().EditorSister().GetBlockMatrix(editor);
   for (int row = 1; row <= arBlockMatrix_.Rows(); ++row) {
     const std::string& name = arBlockMatrix_.Text(row, Column::name);
     const int from = IsSharedPn(name) ? editor.FindRow(name) : 0;

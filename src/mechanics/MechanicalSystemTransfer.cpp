@@ -170,7 +170,7 @@ void clsHX7MechanicalSystem::UpdateUploadedParameter(int row, const std::string&
   const std::string& name = arBlockMatrix_.Text(row, Column::name);
   std::string value;
   if (const auto kind = UnitKindOf(name)) {
-    value = CountsToUnits(Int32FromText(strValue), FactorOf(project(), *kind));
+    value = CountsToUnits(Int32FromText(strValue), FactorOf(OpenedProject(), *kind));
   } else if (name == "Pn829" || name == "Pn82A" || name == "Pn82F" || name == "Pn830") {
     value = Half(strValue);
   } else if (name == "Pn82E") {

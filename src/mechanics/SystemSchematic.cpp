@@ -1,6 +1,7 @@
 #include "mechanics/SystemSchematic.h"
 
 #include "mechanics/MachineUnits.h"
+#include "session/Project.h"
 
 namespace velmoor {
 namespace {

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <stdexcept>
 
 #include "mechanics/MachineUnits.h"
 #include "mechanics/frmMechanicalSystem.h"
@@ -93,12 +92,6 @@ bool clsHX7MechanicalSystem::Show_MechanicalSystem() {
 
 void clsHX7MechanicalSystem::Unload_MechanicalSystem() {
   frm_->Unload();
-}
-
-Project& clsHX7MechanicalSystem::project() const {
-  Project* const current = gMainForm != nullptr ? gMainForm->CurrentProject() : nullptr;
-  if (current == nullptr) throw std::logic_error("No project is open");
-  return *current;
 }
 
 std::int16_t clsHX7MechanicalSystem::RowsInArray() const {
@@ -294,7 +287,7 @@ void clsHX7MechanicalSystem::ChangeAccepted(const MechanicalSystemEdit& edit) {
     }
     YieldEvents();
     if (edit.needUpdateOverTravel) {
-      project().OverTravelLimits().UpdateOverTravel(machine_.resolution, machine_.length);
+      OpenedProject().OverTravelLimits().UpdateOverTravel(machine_.resolution, machine_.length);
     }
     return true;
   });

@@ -90,7 +90,8 @@ class clsHX7MechanicalSystem final : public MechanicalSystemTool {
   void Unload_MechanicalSystem();
 
   // ---- commits and cross-updates
-  // ------------------------------------------------------------------ The window accepted its
+
+  // The window accepted its
   // changes, or dropped them.
   void ChangeAccepted(const MechanicalSystemEdit& edit);
   void ChangeCanceled();
@@ -141,7 +142,6 @@ class clsHX7MechanicalSystem final : public MechanicalSystemTool {
   bool DecideUpload(const UploadedTexts& texts, const BlockMatrix& before);
   bool RefuseUpload(const BlockMatrix& before, const Event<>& reason);
   void UpdateUploadedParameter(int row, const std::string& strValue);
-  [[nodiscard]] Project& project() const;
 
   BlockMatrix arBlockMatrix_;
   std::string strTable_, strDatabasePath_, strSaveDBPath_;

@@ -20,6 +20,9 @@ class MessageBoxes {
                          const std::string& title) = 0;
 };
 
+// A box's text on one line, for logs and lists: its line breaks become blanks.
+[[nodiscard]] std::string OneLine(std::string text);
+
 // The boxes of the running program, in the four kinds that the logic uses.
 void ShowCritical(const std::string& text);
 void ShowExclamation(const std::string& text);

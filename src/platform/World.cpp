@@ -46,6 +46,11 @@ void ShowPlain(const std::string& text, const std::string& title) {
   Show(BoxKind::plain, BoxButtons::ok, text, title);
 }
 
+std::string OneLine(std::string text) {
+  std::ranges::replace(text, '\r', ' ');
+  return text;
+}
+
 bool AskOkCancel(const std::string& text) {
   return Show(BoxKind::question, BoxButtons::okCancel, text) == BoxAnswer::ok;
 }

@@ -57,9 +57,9 @@ void clsHX7Project::MarkParameters(const std::function<bool(const std::string& s
   database->Commit();
 }
 
-bool clsHX7Project::DownloadWholeTable(Tool id, MotionTable& table) {
-  if (!DownloadTable(id, true)) return false;
-  table.SetIsDirty(false);
+bool clsHX7Project::DownloadWholeTable(Tool table) {
+  if (!DownloadTable(table, true)) return false;
+  TableOf(table)->SetIsDirty(false);
   return true;
 }
 

@@ -98,9 +98,9 @@ bool clsHX7Project::DownloadAll() {
 
 bool clsHX7Project::SendEverything() {
   const auto steps = std::initializer_list<std::function<bool()>>{
-      [this] { return DownloadWholeTable(Tool::position, clsPosition_); },
-      [this] { return DownloadWholeTable(Tool::jog, clsJog_); },
-      [this] { return DownloadWholeTable(Tool::zone, clsZone_); },
+      [this] { return DownloadWholeTable(Tool::position); },
+      [this] { return DownloadWholeTable(Tool::jog); },
+      [this] { return DownloadWholeTable(Tool::zone); },
       [this] { return clsEditor_.Download(true); },
       [this] { return clsMechanicalSystem_.Download(true); },
       [this] { return clsTuning_.PerformRigidityChange() == kSuccess; },
@@ -120,7 +120,7 @@ bool clsHX7Project::SendEverything() {
 }
 
 bool clsHX7Project::DownloadPart(Tool part) {
-  if (MotionTable* const table = TableOf(part)) return DownloadWholeTable(part, *table);
+  if (TableOf(part) != nullptr) return DownloadWholeTable(part);
   if (part == Tool::mechanicalSystem) {
     MarkParameters(IsMechSystemPn);
     clsMechanicalSystem_.SetIsDirty(true);

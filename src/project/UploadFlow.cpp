@@ -1,7 +1,6 @@
 #include "project/UploadFlow.h"
 
 #include <array>
-#include <functional>
 
 #include "platform/MessageBoxes.h"
 #include "project/clsHX7Project.h"
@@ -11,7 +10,7 @@ namespace velmoor {
 namespace {
 
 struct Stage {
-  std::function<bool(clsHX7Project&)> upload;
+  Tool tool;
   const char* onFailure;
   const char* whenStopped;
   bool mayGoOn;  // the failure is a question whose Yes goes on
@@ -19,22 +18,21 @@ struct Stage {
 
 const std::array<Stage, 5>& Stages() {
   static const std::array<Stage, 5> kStages{{
-      {[](clsHX7Project& project) { return project.MechanicalSystem().Upload(); },
+      {Tool::mechanicalSystem,
        "Could not upload Mechanical System Parameters from controller!\r"
        "Do you wish to continue with upload?",
        "Upload Mechanical System Parameters terminated!", true},
-      {[](clsHX7Project& project) { return project.Editor().Upload(); },
+      {Tool::editor,
        "Could not upload Hardware Parameters from controller!\r"
        "Only Mechanical System Parameters were uploaded!",
        "Upload Hardware Parameters terminated!", false},
-      {[](clsHX7Project& project) { return project.Jog().Upload(); },
-       "Could not upload Jog Table from controller!\rOnly Parameters were uploaded!",
+      {Tool::jog, "Could not upload Jog Table from controller!\rOnly Parameters were uploaded!",
        "Upload Jog Table terminated!", false},
-      {[](clsHX7Project& project) { return project.Zone().Upload(); },
+      {Tool::zone,
        "Could not upload Zone Table from controller!\r"
        "Only Parameters plus Jog Table were uploaded!",
        "Upload Zone Table terminated!", false},
-      {[](clsHX7Project& project) { return project.Position().Upload(); },
+      {Tool::position,
        "Could not upload Index Table from controller!\r"
        "Only Parameters plus Jog and Zone Tables were uploaded!",
        "Upload Index Table terminated!", false},
@@ -47,7 +45,7 @@ const std::array<Stage, 5>& Stages() {
 bool RunUploadStages(clsHX7Project& project) {
   project.TakeSnapshot();
   for (const Stage& stage : Stages()) {
-    if (stage.upload(project)) continue;
+    if (project.UploadPart(stage.tool)) continue;
     if (gMainForm->StopProcedure()) {
       gMainForm->SetStopProcedure(false);
       ShowExclamation(stage.whenStopped);

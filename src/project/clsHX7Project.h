@@ -63,7 +63,8 @@ class clsHX7Project final : public Project {
   ~clsHX7Project() override;
 
   // ---- the file
-  // ----------------------------------------------------------------------------------- Opens
+
+  // Opens
   // `strFileName`, whose title is `strFileTitle`, on a fresh working copy in WorkingDirectory,
   // which must be set. False puts the reason into `strError`; the project then holds no data.
   bool OpenProject(const std::string& strFileName, const std::string& strFileTitle,
@@ -102,7 +103,8 @@ class clsHX7Project final : public Project {
   void ResetNeedsSaving();
 
   // ---- transfers
-  // ---------------------------------------------------------------------------------- Sends what
+
+  // Sends what
   // is dirty, in a fixed order, and stores it; restarts the hardware when a parameter went out.
   // False at the first failure: what ran is clean, the rest stays dirty.
   bool Download();
@@ -111,6 +113,8 @@ class clsHX7Project final : public Project {
   // The whole of the tools named, tables before parameters, whatever their marks; restarts the
   // hardware when a parameter went out.
   bool DownloadParts(const std::vector<Tool>& parts);
+  // Reads one tool's rows into memory. False: stopped or failed.
+  [[nodiscard]] bool UploadPart(Tool part);
   // Takes a snapshot and reads the tools named. False: stopped or failed; the snapshot is back
   // then.
   [[nodiscard]] bool UploadParts(const std::vector<Tool>& parts);
@@ -235,14 +239,13 @@ class clsHX7Project final : public Project {
   [[nodiscard]] std::vector<MotionTable*> Tables();
   [[nodiscard]] std::vector<DirtyTool> DownloadOrder();
   bool SendEverything();
-  bool DownloadWholeTable(Tool id, MotionTable& table);
+  bool DownloadWholeTable(Tool table);
   // Marks all that a download of everything sends, so that Download New can complete one that is
   // cut.
   void MarkEverything();
   // Marks the records of the parameters that `concerned` names and that are sent at all.
   void MarkParameters(const std::function<bool(const std::string& strPn)>& concerned);
   bool DownloadPart(Tool part);
-  [[nodiscard]] bool UploadPart(Tool part);
   [[nodiscard]] ShownUnits PresentUnits() const;
   [[nodiscard]] static std::vector<int> RowsToSend(const MotionTable& table, bool all);
   // Marks the rows in memory and in the working file.

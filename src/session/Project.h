@@ -52,17 +52,20 @@ class OverTravelTool {
   virtual void UpdateOverTravel(std::int16_t digits, float length) = 0;
 };
 
+// The system index of a rotary table.
+inline constexpr std::int32_t kRotaryTable = 3;
+
 class MechanicalSystemTool {
  public:
   virtual ~MechanicalSystemTool() = default;
-  [[nodiscard]] virtual std::int32_t SelectedSystem() const = 0;  // 3 is the rotary table
+  [[nodiscard]] virtual std::int32_t SelectedSystem() const = 0;  // kRotaryTable among others
   [[nodiscard]] virtual std::int16_t Resolution() const = 0;
   // Takes column 4 of the rows that the editor holds too, after an upload of the editor.
   virtual void UpdateFromEditorBlockMatrix() = 0;
 };
 
-// One value that a change of resolution or time base rescales: the number that the user sees, and what
-// goes to the amplifier.
+// One value that a change of resolution or time base rescales: the number that the user sees, and
+// what goes to the amplifier.
 struct RescaledValue {
   std::string place;  // "Index Table, step 3, speed"
   std::string oldText, newText;
@@ -74,8 +77,8 @@ class Project {
  public:
   virtual ~Project() = default;
 
-  // What a commit of the machine with that resolution and these conversion factors would make of every
-  // value that it rescales; nothing is changed.
+  // What a commit of the machine with that resolution and these conversion factors would make of
+  // every value that it rescales; nothing is changed.
   [[nodiscard]] virtual std::vector<RescaledValue> PreviewRescale(
       std::int16_t digits, const std::array<double, 4>& factors) const = 0;
 

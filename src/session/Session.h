@@ -74,4 +74,7 @@ class Session {
 // The one global reference to the session. Set in one place a program; null before and after.
 extern Session* gMainForm;
 
+// The open project. Throws std::logic_error where there is none.
+[[nodiscard]] Project& OpenedProject();
+
 }  // namespace velmoor

@@ -1,11 +1,12 @@
 #include "tables/LimitWindow.h"
 
+#include "session/Session.h"
 #include "tables/CellRules.h"
 
 namespace velmoor {
 
 CellCheck LimitWindow::Check(int, int, const std::string& text) const {
-  return CheckLimit(project(), kind_, text);
+  return CheckLimit(OpenedProject(), kind_, text);
 }
 
 void LimitWindow::PasteFromBuffer(int row, int column) {

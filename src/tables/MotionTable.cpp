@@ -32,12 +32,6 @@ MotionTable::MotionTable(const TableLayout& layout)
 
 MotionTable::~MotionTable() = default;
 
-Project& MotionTable::project() const {
-  Project* const current = gMainForm != nullptr ? gMainForm->CurrentProject() : nullptr;
-  if (current == nullptr) throw std::logic_error("No project is open");
-  return *current;
-}
-
 std::string MotionTable::Prefix(std::string_view procedure) const {
   return std::string(layout_.className) + "." + std::string(procedure) + ": ";
 }
@@ -316,14 +310,14 @@ void MotionTable::RestoreSnapshot(const Snapshot& snapshot) {
 
 std::string MotionTable::ConvertUnitsToCounts(const std::string& text, UnitKind kind) const {
   if (text.empty() || text == "-") return text;
-  return UnitsToCounts(text, FactorOf(project(), kind));
+  return UnitsToCounts(text, FactorOf(OpenedProject(), kind));
 }
 
 std::string MotionTable::ConvertCountsToUnits(const std::string& counts, UnitKind kind) const {
   if (counts.empty() || counts == "-") return counts;
   const auto number = ParseFloat(counts);
   if (!number) throw NumberError("Type mismatch: '" + counts + "' is not a number");
-  return CountsToUnits(*number, FactorOf(project(), kind), project().Resolution());
+  return CountsToUnits(*number, FactorOf(OpenedProject(), kind), OpenedProject().Resolution());
 }
 
 std::string MotionTable::ToController(CellKind kind, const std::string& text) const {
@@ -342,7 +336,8 @@ std::string MotionTable::ReformattedNumber(UnitKind kind, const std::string& tex
                                            std::int16_t digits) {
   if (text == "-") return text;
   const std::string formatted = FormatToResolution(text, digits);
-  const LimitedCounts counts = UnitsToLimitedCounts(formatted, FactorOf(project(), kind), digits);
+  const LimitedCounts counts =
+      UnitsToLimitedCounts(formatted, FactorOf(OpenedProject(), kind), digits);
   if (counts.clamped) blnDataInvalidated_ = true;
   return counts.text;
 }

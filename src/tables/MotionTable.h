@@ -157,7 +157,6 @@ class MotionTable {
   [[nodiscard]] std::string ConvertCountsToUnits(const std::string& counts, UnitKind kind) const;
   [[nodiscard]] std::string ConvertUnitsToCounts(const std::string& text, UnitKind kind) const;
 
-  [[nodiscard]] Project& project() const;
   [[nodiscard]] bool IsTouched(int row) const { return touched_.at(Index(row)); }
 
  private:

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/MessageBoxes.h"
 #include "platform/Numbers.h"
 
 namespace velmoor {
@@ -15,11 +16,6 @@ const TableColumn& ColumnOf(const MotionTable& table, int column) {
 
 bool IsFixed(const MotionTable& table, int column) {
   return ColumnOf(table, column).kind == CellKind::fixed;
-}
-
-std::string OneLine(std::string words) {
-  std::ranges::replace(words, '\r', ' ');
-  return words;
 }
 
 // Lines end in LF, CRLF or CR; a line break at the very end makes no row of its own.

@@ -6,6 +6,7 @@
 #include <span>
 
 #include "platform/Csv.h"
+#include "platform/MessageBoxes.h"
 #include "platform/Numbers.h"
 #include "tables/CellRules.h"
 #include "tables/clsHX7Jog.h"
@@ -47,11 +48,6 @@ std::string Export(const Shape& shape, const MotionTable& table) {
     text += CsvLine(fields);
   }
   return text;
-}
-
-std::string OneLine(std::string words) {
-  std::replace(words.begin(), words.end(), '\r', ' ');
-  return words;
 }
 
 // One import: finds the columns, places the texts, checks them, and undoes everything on a fault.

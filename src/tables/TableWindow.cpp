@@ -1,7 +1,6 @@
 #include "tables/TableWindow.h"
 
 #include <algorithm>
-#include <stdexcept>
 
 #include "platform/Clipboard.h"
 #include "platform/FileDialogs.h"
@@ -26,14 +25,8 @@ TableWindow::TableWindow(TableWindowInfo info, MotionTable& table)
       table_(table),
       source_(table, info_.numberHeading, info_.firstNumber) {}
 
-Project& TableWindow::project() {
-  Project* const current = gMainForm != nullptr ? gMainForm->CurrentProject() : nullptr;
-  if (current == nullptr) throw std::logic_error("No project is open");
-  return *current;
-}
-
 void TableWindow::FormLoad() {
-  source_.SetHeadings(Headings(project()));
+  source_.SetHeadings(Headings(OpenedProject()));
   grid().Bind(&source_);
   connections_ += grid().ValidateEdit.Connect([this](GridEdit& edit) { vsFG_ValidateEdit(edit); });
   connections_ += grid().AfterEdit.Connect([this](int, int) { EditDone(); });
@@ -52,7 +45,7 @@ void TableWindow::FormLoad() {
 
 void TableWindow::UpdateUnitsInHeader() {
   if (!IsOpen()) return;
-  source_.SetHeadings(Headings(project()));
+  source_.SetHeadings(Headings(OpenedProject()));
   RefreshGrid();
   RowsShown();
 }

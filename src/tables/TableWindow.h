@@ -84,7 +84,6 @@ class TableWindow : public GridWindow, public EditTarget {
   void EditDone();
   // Shows what was refused, in one box; true where nothing was.
   static bool Accepted(const std::vector<std::string>& faults);
-  [[nodiscard]] static Project& project();
   [[nodiscard]] TableGrid& source() { return source_; }
   [[nodiscard]] const TableGrid& source() const { return source_; }
   // The row and the table's column under the cursor; row 0: none.

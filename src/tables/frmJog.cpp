@@ -1,5 +1,6 @@
 #include "tables/frmJog.h"
 
+#include "session/Session.h"
 #include "tables/TableCsv.h"
 #include "tables/clsHX7Jog.h"
 
@@ -17,7 +18,7 @@ std::string frmJog::ExportText() const {
 }
 
 std::vector<std::string> frmJog::ImportText(const std::string& text) {
-  return ImportCsv(project(), jog_, text);
+  return ImportCsv(OpenedProject(), jog_, text);
 }
 
 }  // namespace velmoor

@@ -1,6 +1,7 @@
 #include "tables/frmPosition.h"
 
 #include "platform/MessageBoxes.h"
+#include "session/Session.h"
 #include "tables/CellRules.h"
 #include "tables/ProgrammeEdits.h"
 #include "tables/TableCsv.h"
@@ -46,7 +47,7 @@ void frmPosition::SetTraits(int, int column, CellTraits& traits) const {
 }
 
 CellCheck frmPosition::Check(int row, int column, const std::string& text) const {
-  return CheckIndexCell(project(), position_, row, column, text);
+  return CheckIndexCell(OpenedProject(), position_, row, column, text);
 }
 
 std::string frmPosition::ExportText() const {
@@ -54,7 +55,7 @@ std::string frmPosition::ExportText() const {
 }
 
 std::vector<std::string> frmPosition::ImportText(const std::string& text) {
-  return ImportCsv(project(), position_, text);
+  return ImportCsv(OpenedProject(), position_, text);
 }
 
 void frmPosition::FollowEdits(const MotionTable::Rows& before) {
@@ -82,11 +83,11 @@ void frmPosition::FormLoad() {
 }
 
 void frmPosition::RowsShown() {
-  view_.Refresh(project());
+  view_.Refresh(OpenedProject());
 }
 
 bool frmPosition::MayCommit() {
-  AutoFillNoDistance(position_, project().Resolution());
+  AutoFillNoDistance(position_, OpenedProject().Resolution());
   EditDone();
   const auto fault = FindProgrammeFault(position_);
   if (fault) ShowExclamation(*fault);
@@ -96,7 +97,7 @@ bool frmPosition::MayCommit() {
 // ---- the dialogs
 
 std::optional<std::string> frmPosition::AskPosition(const std::string& cell) const {
-  frmDialogPosition dialog(project());
+  frmDialogPosition dialog(OpenedProject());
   dialog.SetPositionCell(cell);
   if (!dialog.Show()) return std::nullopt;
   return dialog.PositionCell();

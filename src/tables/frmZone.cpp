@@ -2,6 +2,7 @@
 
 #include "platform/MessageBoxes.h"
 #include "platform/Numbers.h"
+#include "session/Session.h"
 #include "tables/TableCsv.h"
 #include "tables/clsHX7Zone.h"
 
@@ -25,7 +26,7 @@ std::string frmZone::ExportText() const {
 }
 
 std::vector<std::string> frmZone::ImportText(const std::string& text) {
-  return ImportCsv(project(), zone_, text);
+  return ImportCsv(OpenedProject(), zone_, text);
 }
 
 bool frmZone::MayCommit() {

@@ -35,6 +35,10 @@ void BlockMatrix::Set(int row, Column column, std::string_view text) {
   if (column == Column::value || column == Column::dirty) target.touched = true;
 }
 
+void BlockMatrix::ChangeValue(int row, const std::string& text) {
+  if (Text(row, Column::value) != text) Set(row, Column::value, text);
+}
+
 void BlockMatrix::Mark(int row, std::string_view mark) {
   At(row).cells[CellIndex(Column::dirty)] = mark;
 }

@@ -33,6 +33,8 @@ class BlockMatrix {
 
   [[nodiscard]] const std::string& Text(int row, Column column) const;
   void Set(int row, Column column, std::string_view text);
+  // Sets the value, unless it is that already: an equal value does not touch the row.
+  void ChangeValue(int row, const std::string& text);
 
   // The first row of that parameter, or 0.
   [[nodiscard]] int FindRow(std::string_view parameter) const;

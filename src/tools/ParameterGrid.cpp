@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "session/Session.h"
 #include "tools/ParameterRules.h"
 
 namespace velmoor {
@@ -30,7 +31,7 @@ std::string ParameterGrid::Text(int row, int column) const {
     case kParameter:
       return rows.Text(row, Column::name);
     case kDescription:
-      return DescriptionInUnits(tool_.project(), rows, row);
+      return DescriptionInUnits(OpenedProject(), rows, row);
     default:
       return rows.Text(row, Column::value);
   }

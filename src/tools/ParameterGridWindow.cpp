@@ -4,6 +4,7 @@
 #include "platform/MessageBoxes.h"
 #include "platform/Trapped.h"
 #include "platform/World.h"
+#include "session/Session.h"
 
 namespace velmoor {
 namespace {
@@ -34,7 +35,7 @@ void ParameterGridWindow::FormLoad() {
 // A sister tool may have stored newer values, and the units may be others, since the window was in
 // front. Nothing else is read again: that would give up an open edit.
 void ParameterGridWindow::FormActivate() {
-  const Project& project = tool_.project();
+  const Project& project = OpenedProject();
   const std::string units =
       project.DistanceUnits() + '|' + project.SpeedUnits() + '|' + project.AccelerationUnits();
   if (tool_.ReadUntouchedRows() || units != shownUnits_) UpdateUnitsInDescription();
@@ -44,7 +45,7 @@ void ParameterGridWindow::FormActivate() {
 bool ParameterGridWindow::Accept(int row, std::string& text) {
   return Trapped(trapPrefix_ + ".vsFG_ValidateEdit: ", [&] {
     const ParameterRow described = tool_.Describe(row);
-    const CellCheck check = CheckParameter(tool_.project(), rules_, described, text);
+    const CellCheck check = CheckParameter(OpenedProject(), rules_, described, text);
     if (!check.accepted) {
       if (!check.words.empty()) ShowExclamation(check.words);
       return false;
@@ -133,7 +134,7 @@ void ParameterGridWindow::CopySelection() {
 
 void ParameterGridWindow::vsFG_MouseMove(int row, std::string& tip) const {
   if (row < 1 || tool_.Rows().Text(row, Column::name).empty()) return;
-  tip = ParameterTip(tool_.project(), tool_.Describe(row));
+  tip = ParameterTip(OpenedProject(), tool_.Describe(row));
   const std::string reason = source_.LockedBecause(row);
   if (!reason.empty()) tip += "\n" + reason;
 }

@@ -1,12 +1,11 @@
 #include "tools/ParameterToolBase.h"
 
-#include <stdexcept>
-
 #include "platform/Events.h"
 #include "platform/Numbers.h"
 #include "platform/Trapped.h"
 #include "platform/World.h"
 #include "project/data/Schema.h"
+#include "session/Session.h"
 #include "tools/ComboListText.h"
 #include "tools/ParameterRules.h"
 #include "tools/UnitConversion.h"
@@ -15,24 +14,8 @@ namespace velmoor {
 
 using schema::Parameters;
 
-namespace {
-
-// An equal value is left alone, so that the row does not count as touched.
-void CopyValue(const BlockMatrix& source, int from, BlockMatrix& target, int to) {
-  const std::string& value = source.Text(from, Column::value);
-  if (target.Text(to, Column::value) != value) target.Set(to, Column::value, value);
-}
-
-}  // namespace
-
 std::int16_t ParameterToolBase::RowsInArray() const {
   return Narrow<std::int16_t>(arBlockMatrix_.Rows());
-}
-
-Project& ParameterToolBase::project() const {
-  Project* const current = gMainForm != nullptr ? gMainForm->CurrentProject() : nullptr;
-  if (current == nullptr) throw std::logic_error("No project is open");
-  return *current;
 }
 
 std::string ParameterToolBase::Prefix(std::string_view procedure) const {
@@ -150,7 +133,7 @@ std::optional<std::string> ParameterToolBase::GetSelectedComboListIndex(int row)
 std::optional<std::string> ParameterToolBase::ConvertUnitsToCounts(int row, UnitKind kind) {
   const std::string value = arBlockMatrix_.Text(row, Column::value);
   const LimitedCounts counts =
-      UnitsToLimitedCounts(value, FactorOf(project(), kind), project().Resolution());
+      UnitsToLimitedCounts(value, FactorOf(OpenedProject(), kind), OpenedProject().Resolution());
   if (!counts.valid) {
     const std::string& strPn = arBlockMatrix_.Text(row, Column::name);
     ShowExclamation("Overflow error while converting " + strPn +
@@ -169,7 +152,7 @@ std::string ParameterToolBase::GetSelectedComboListItem(int row, std::int32_t se
   if (!list.empty()) return ComboListItem(list, selected);
   const auto kind = UnitKindOf(arBlockMatrix_.Text(row, Column::name));
   if (!kind) return NumberText(selected);
-  return CountsToUnits(selected, FactorOf(project(), *kind), project().Resolution());
+  return CountsToUnits(selected, FactorOf(OpenedProject(), *kind), OpenedProject().Resolution());
 }
 
 // ---- writing
@@ -259,10 +242,10 @@ std::int16_t ParameterToolBase::GetNumberOfNewRows() const {
 
 void ParameterToolBase::UpdateBlockMatrix() {
   BlockMatrix editor;
-  project().EditorSister().GetBlockMatrix(editor);
+  OpenedProject().EditorSister().GetBlockMatrix(editor);
   for (int row = 1; row <= arBlockMatrix_.Rows(); ++row) {
     const int from = editor.FindRow(arBlockMatrix_.Text(row, Column::name));
-    if (from > 0) CopyValue(editor, from, arBlockMatrix_, row);
+    if (from > 0) arBlockMatrix_.ChangeValue(row, editor.Text(from, Column::value));
   }
 }
 
@@ -272,7 +255,7 @@ void ParameterToolBase::CopyValuesInto(SharedParameterTool& sister) const {
   for (int row = 1; row <= arBlockMatrix_.Rows(); ++row) {
     if (!arBlockMatrix_.IsTouched(row)) continue;
     const int to = copy.FindRow(arBlockMatrix_.Text(row, Column::name));
-    if (to > 0) CopyValue(arBlockMatrix_, row, copy, to);
+    if (to > 0) copy.ChangeValue(to, arBlockMatrix_.Text(row, Column::value));
   }
   sister.LetBlockMatrix(copy);
 }
@@ -292,7 +275,7 @@ void ParameterToolBase::CopyEditsInto(SharedParameterTool& sister) const {
 }
 
 void ParameterToolBase::UpdateEditorBlockMatrix() const {
-  CopyValuesInto(project().EditorSister());
+  CopyValuesInto(OpenedProject().EditorSister());
 }
 
 bool ParameterToolBase::SaveAndHandToEditor() {
@@ -303,7 +286,7 @@ bool ParameterToolBase::SaveAndHandToEditor() {
   if (!SaveToDB()) return false;
   if (!HandsRowsToEditor()) return true;
   BlockMatrix editor;
-  SharedParameterTool& sister = project().EditorSister();
+  SharedParameterTool& sister = OpenedProject().EditorSister();
   sister.GetBlockMatrix(editor);
   for (const int row : touched) {
     const int to = editor.FindRow(arBlockMatrix_.Text(row, Column::name));

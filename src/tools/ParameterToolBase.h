@@ -67,8 +67,6 @@ class ParameterToolBase : public SharedParameterTool {
   // Stores what was edited and hands it to the editor, as Apply does. False: the working file could
   // not be written, of which the user was told.
   bool AcceptEdits();
-  // The project that is open. Throws std::logic_error where none is.
-  [[nodiscard]] Project& project() const;
 
   // ---- the tool's window
   void BringToFront();
@@ -78,7 +76,8 @@ class ParameterToolBase : public SharedParameterTool {
   void UpdateUnitsDisplayed();
 
   // ---- the two databases
-  // -------------------------------------------------------------------------- Rebuilds the rows in
+
+  // Rebuilds the rows in
   // place: marks, lists and the values of rows without a record stay.
   bool ReadFromDB();
   // Takes the stored values of the rows that were not touched since they were read: a sister tool
@@ -92,7 +91,8 @@ class ParameterToolBase : public SharedParameterTool {
   [[nodiscard]] std::int16_t GetNumberOfNewRows() const;
 
   // ---- the amplifier
-  // ------------------------------------------------------------------------------ Reads every row
+
+  // Reads every row
   // into memory; the working file changes at the commit only.
   bool Upload();
   // Ends an upload that the user has accepted or refused.
@@ -142,7 +142,8 @@ class ParameterToolBase : public SharedParameterTool {
   std::optional<std::string> ConvertUnitsToCounts(int row, UnitKind kind);
 
   // ---- transfer hooks
-  // ----------------------------------------------------------------------------- With
+
+  // With
   // `blnOverRide`, every row goes that the tool sends at all.
   bool DownloadRows(bool blnOverRide);
   virtual void MarkAllForDownload();

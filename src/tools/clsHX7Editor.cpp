@@ -7,6 +7,7 @@
 #include "platform/Trapped.h"
 #include "platform/Utility.h"
 #include "project/data/Schema.h"
+#include "session/Session.h"
 #include "tools/UnitConversion.h"
 #include "tools/clsHX7OverTravel.h"
 
@@ -14,7 +15,6 @@ namespace velmoor {
 namespace {
 
 constexpr const char* kOptionCard = "RX900";
-constexpr std::int32_t kRotarySystem = 3;
 
 // "RX900-Input Signals" is filed under "RX900".
 std::string ShortCategory(const std::string& categoryName) {
@@ -111,7 +111,7 @@ std::string clsHX7Editor::GetSelectedComboListItem(int row, std::int32_t selecte
 }
 
 std::string clsHX7Editor::ConvertCountsToUnitsPublic(std::int32_t count, UnitKind kind) const {
-  return CountsToUnits(count, FactorOf(project(), kind), project().Resolution());
+  return CountsToUnits(count, FactorOf(OpenedProject(), kind), OpenedProject().Resolution());
 }
 
 // ---- transfers
@@ -156,7 +156,7 @@ void clsHX7Editor::AfterUpload() {
 }
 
 void clsHX7Editor::UpdateIndexerBlockMatrices() {
-  Project& current = project();
+  Project& current = OpenedProject();
   current.InterfaceSister().UpdateBlockMatrix();
   current.FlexibleIOSister().UpdateBlockMatrix();
   current.OverTravelSister().UpdateBlockMatrix();
@@ -177,7 +177,7 @@ bool clsHX7Editor::ChangeResolution(std::int16_t digits) {
 
 bool clsHX7Editor::ResetDefaults(std::int16_t digits, float length) {
   return Trapped(Prefix("ResetDefaults"), [&] {
-    const bool rotary = project().MechanicalSystemSister().SelectedSystem() == kRotarySystem;
+    const bool rotary = OpenedProject().MechanicalSystemSister().SelectedSystem() == kRotaryTable;
     RewriteRows([&](int row) -> std::optional<std::string> {
       const std::string& strPn = arBlockMatrix_.Text(row, Column::name);
       if (rotary && strPn == "Pn81B") return RotaryUpperLimit(length, digits);

@@ -1,4 +1,5 @@
 #include "tools/clsHX7FlexibleIO.h"
+#include "session/Session.h"
 
 namespace velmoor {
 
@@ -14,20 +15,20 @@ bool clsHX7FlexibleIO::Takes(const ParameterDefinition& definition) const {
 }
 
 void clsHX7FlexibleIO::UpdateOverTravelBlockMatrix() const {
-  CopyValuesInto(project().OverTravelSister());
+  CopyValuesInto(OpenedProject().OverTravelSister());
 }
 
 void clsHX7FlexibleIO::UpdateOtherBlockMatrices() {
   UpdateEditorBlockMatrix();
   UpdateOverTravelBlockMatrix();
   PostUpload();
-  project().OverTravelSister().PostUpload();
+  OpenedProject().OverTravelSister().PostUpload();
 }
 
 // The sister shows the limits at once, before any Apply; a Cancel does not call them back.
 void clsHX7FlexibleIO::frm_PropertiesOverTravelChanged() {
-  CopyEditsInto(project().OverTravelSister());
-  project().OverTravelSister().PostUpload();
+  CopyEditsInto(OpenedProject().OverTravelSister());
+  OpenedProject().OverTravelSister().PostUpload();
 }
 
 }  // namespace velmoor

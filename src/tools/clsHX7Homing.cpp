@@ -6,6 +6,7 @@
 #include "platform/Utility.h"
 #include "project/data/MiscSettings.h"
 #include "project/data/Schema.h"
+#include "session/Session.h"
 #include "tools/UnitConversion.h"
 
 namespace velmoor {
@@ -47,7 +48,7 @@ std::string clsHX7Homing::GetHomingOffset() const {
   Trapped(Prefix("GetHomingOffset"), [&] {
     const auto value = ReadMiscSetting(WorkingFile(), schema::Misc::kHomingOffset);
     if (value && !value->empty()) {
-      offset = RoundTextToDigits(*value, project().MechanicalSystemSister().Resolution());
+      offset = RoundTextToDigits(*value, OpenedProject().MechanicalSystemSister().Resolution());
     }
     return true;
   });

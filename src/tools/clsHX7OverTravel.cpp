@@ -7,12 +7,11 @@
 #include "platform/Numbers.h"
 #include "platform/Trapped.h"
 #include "platform/Utility.h"
+#include "session/Session.h"
 #include "tools/UnitConversion.h"
 
 namespace velmoor {
 namespace {
-
-constexpr std::int32_t kRotarySystem = 3;
 
 bool BeginsWith(const std::string& text, std::string_view lowerCase) {
   return LowerCase(Left(text, lowerCase.size())) == lowerCase;
@@ -40,8 +39,8 @@ std::string clsHX7OverTravel::InitialLimit(const std::string& strPn) const {
   const int row = arBlockMatrix_.FindRow(strPn);
   if (row == 0) return {};
   return CountsToUnits(Int32FromCell(arBlockMatrix_.Text(row, Column::initial)),
-                       FactorOf(project(), UnitKind::distance),
-                       project().MechanicalSystemSister().Resolution());
+                       FactorOf(OpenedProject(), UnitKind::distance),
+                       OpenedProject().MechanicalSystemSister().Resolution());
 }
 
 void clsHX7OverTravel::InitOverTravelLimits() {
@@ -56,7 +55,7 @@ clsHX7OverTravel::Limits clsHX7OverTravel::LimitsFor(std::int16_t digits, float 
                                                      const std::string& axisKind) const {
   Limits limits;
   limits.axisKind = Trim(axisKind);
-  if (project().MechanicalSystemSister().SelectedSystem() == kRotarySystem) {
+  if (OpenedProject().MechanicalSystemSister().SelectedSystem() == kRotaryTable) {
     if (limits.axisKind.empty() || BeginsWith(limits.axisKind, "linear")) {
       limits.axisKind = "Rotary(Shortest Path)";
     }
@@ -108,7 +107,7 @@ bool clsHX7OverTravel::ChangeResolution(std::int16_t digits) {
 
 bool clsHX7OverTravel::ResetDefaults(std::int16_t digits, float length) {
   return Trapped(Prefix("ResetDefaults"), [&] {
-    const bool rotary = project().MechanicalSystemSister().SelectedSystem() == kRotarySystem;
+    const bool rotary = OpenedProject().MechanicalSystemSister().SelectedSystem() == kRotaryTable;
     RewriteRows([&](int row) -> std::optional<std::string> {
       const std::string& strPn = arBlockMatrix_.Text(row, Column::name);
       if (rotary && strPn == "Pn81B") return RotaryUpperLimit(length, digits);
@@ -124,20 +123,20 @@ bool clsHX7OverTravel::ResetDefaults(std::int16_t digits, float length) {
 }
 
 void clsHX7OverTravel::UpdateFlexibleIOBlockMatrix() const {
-  CopyValuesInto(project().FlexibleIOSister());
+  CopyValuesInto(OpenedProject().FlexibleIOSister());
 }
 
 void clsHX7OverTravel::UpdateOtherBlockMatrices() {
   UpdateEditorBlockMatrix();
   UpdateFlexibleIOBlockMatrix();
   PostUpload();
-  project().FlexibleIOSister().PostUpload();
+  OpenedProject().FlexibleIOSister().PostUpload();
 }
 
 // The sister shows the limits at once, before any Apply; a Cancel does not call them back.
 void clsHX7OverTravel::frm_PropertiesOverTravelChanged() {
-  CopyEditsInto(project().FlexibleIOSister());
-  project().FlexibleIOSister().PostUpload();
+  CopyEditsInto(OpenedProject().FlexibleIOSister());
+  OpenedProject().FlexibleIOSister().PostUpload();
 }
 
 }  // namespace velmoor

@@ -143,29 +143,30 @@ TEST_F(ProjectFiles, ARefusedRecentProjectStaysInTheList) {
 TEST(RecentFilesTest, TheSixthDropsTheOldestAndAListedOneMovesToTheFront) {
   const TestWorld test;
   RecentFiles list;
-  for (const char name : std::string("abcdef")) list.Add(std::string("/work/") + name + ".spj");
-  list.Add("/work/d.spj");
+  for (const char name : std::string("abcdef")) list.Add(std::string("/projects/") + name + ".spj");
+  list.Add("/projects/d.spj");
   list.Add("");
-  EXPECT_EQ(list.Captions(),
-            (std::vector<std::string>{"&1 /work/d.spj", "&2 /work/f.spj", "&3 /work/e.spj",
-                                      "&4 /work/c.spj", "&5 /work/b.spj"}));
+  EXPECT_EQ(list.Captions(), (std::vector<std::string>{"&1 /projects/d.spj", "&2 /projects/f.spj",
+                                                       "&3 /projects/e.spj", "&4 /projects/c.spj",
+                                                       "&5 /projects/b.spj"}));
   list.Remove(1);
   RecentFiles again;
   again.Load();
-  EXPECT_EQ(again.Captions(), (std::vector<std::string>{"&1 /work/d.spj", "&2 /work/e.spj",
-                                                        "&3 /work/c.spj", "&4 /work/b.spj", ""}));
+  EXPECT_EQ(again.Captions(),
+            (std::vector<std::string>{"&1 /projects/d.spj", "&2 /projects/e.spj",
+                                      "&3 /projects/c.spj", "&4 /projects/b.spj", ""}));
 }
 
 TEST(RecentFilesTest, OnlyProjectPathsOfEightCharactersAreTaken) {
   TestWorld test;
   test.settings.values = {{"RecentFile1", "n/a"},
-                          {"RecentFile2", "/work/notes.txt"},
+                          {"RecentFile2", "/projects/notes.txt"},
                           {"RecentFile3", "/w/A.SPJ"},
                           {"RecentFile4", "/aa.spj"}};
   RecentFiles list;
   list.Load();
   EXPECT_EQ(list.Captions(), (std::vector<std::string>{"", "", "&3 /w/A.SPJ", "", ""}));
-  list.Add("/work/b.spj");
+  list.Add("/projects/b.spj");
   EXPECT_EQ(test.settings.values["RecentFile2"], "n/a");
 }
 
