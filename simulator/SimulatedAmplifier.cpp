@@ -9,23 +9,33 @@
 namespace velmoor {
 namespace {
 
-constexpr std::size_t kHistoryLength = 10;
 constexpr std::size_t kJournalLength = 10000;
 constexpr std::uint32_t kEchoParameter = 0x800;
 constexpr std::uint32_t kSpeedParameter = 0x801;
 constexpr std::uint32_t kAcknowledgeParameter = 0x802;
 constexpr std::int32_t kSpeeds[] = {9600, 19200, 38400};
 
+// The type of an encoder is hexadecimal: its bits in the low byte, bit 8 for an absolute one.
+std::uint32_t EncoderCode(const std::string& encoder) {
+  return ParseHex(encoder).value_or(0);
+}
+int EncoderBits(const std::string& encoder) {
+  constexpr int kMostBits = 24;
+  return std::min(static_cast<int>(EncoderCode(encoder) & 0xFFU), kMostBits);
+}
+bool IsAbsolute(const std::string& encoder) {
+  return (EncoderCode(encoder) & 0x100U) != 0;
+}
+
 }  // namespace
 
-SimulatedAmplifier::SimulatedAmplifier(AmplifierSettings settings) {
-  const auto speed = std::ranges::find(kSpeeds, settings.baud);
+AmplifierState::AmplifierState(AmplifierSettings amplifierSettings)
+    : settings(std::move(amplifierSettings)), axis(memory, alarm, EncoderBits(settings.encoder)) {}
+
+SimulatedAmplifier::SimulatedAmplifier(AmplifierSettings settings) : state_(std::move(settings)) {
+  const auto speed = std::ranges::find(kSpeeds, state_.settings.baud);
   const auto index = speed != std::end(kSpeeds) ? speed - std::begin(kSpeeds) : 0;
-  state_.settings = std::move(settings);
   state_.memory.parameters.Write(kSpeedParameter, NumberText(index));
-  state_.values["STIFF"] = 4;
-  state_.values["INERTIA"] = 300;
-  state_.values["STS"] = 0b1000001;  // in position, main power on
   Restart(Micros(0));
   deafUntil_ = Micros::min();
 }
@@ -35,9 +45,8 @@ void SimulatedAmplifier::Restart(Micros now) {
   memory.index.Load();
   memory.zones.Load();
   memory.jog.Load();
-  state_.motion = {};
-  state_.alarm.current.clear();
-  state_.alarm.error = "0000";
+  state_.alarm.Reset();
+  state_.axis.PowerOn(IsAbsolute(state_.settings.encoder));
   const std::int64_t line = memory.parameters.Value(kEchoParameter);
   state_.echo = line != 0 && line != 2 && line != 5;
   const auto speed = static_cast<std::size_t>(memory.parameters.Value(kSpeedParameter));
@@ -47,6 +56,7 @@ void SimulatedAmplifier::Restart(Micros now) {
 
 Reply SimulatedAmplifier::Execute(std::string_view command, Micros now) {
   const bool acknowledged = state_.memory.parameters.Value(kAcknowledgeParameter) != 0;
+  AdvanceTo(now);
   Reply reply = ExecuteWord(state_, command);
   Count(command);
   // A write that turns the acknowledge off is still answered.
@@ -75,22 +85,26 @@ void SimulatedAmplifier::ForgetWhatWasAsked() {
   journal_.clear();
 }
 
-void SimulatedAmplifier::RaiseAlarm(const std::string& display) {
-  state_.alarm.current = display;
-  state_.alarm.history.push_front(display);
-  if (state_.alarm.history.size() > kHistoryLength) state_.alarm.history.pop_back();
-  state_.motion = {};
-}
-
 bool SimulatedAmplifier::SetValue(std::string_view word, std::int32_t value) {
   if (!IsValueWord(word)) return false;
-  state_.values[std::string(word)] = value;
+  if (word == "INERTIA") {
+    DrivenLoad load = state_.axis.Load();
+    load.inertiaRatio = value / 100.0;
+    state_.axis.SetLoad(load);
+  } else if (word == "STIFF") {
+    state_.rigidity = value;
+  } else {
+    state_.values[std::string(word)] = value;
+  }
   return true;
 }
 
 bool SimulatedAmplifier::SetBit(std::string_view word, int bit, bool on) {
   if (bit < 0 || bit >= BitsOf(word)) return false;
-  std::int32_t& value = state_.values[std::string(word)];
+  if (state_.axis.SetInput(word, bit, on)) return true;
+  std::int32_t& value =
+      state_.values.try_emplace(std::string(word), state_.axis.Value(word).value_or(0))
+          .first->second;
   const std::int32_t mask = std::int32_t{1} << bit;
   value = on ? value | mask : value & ~mask;
   return true;

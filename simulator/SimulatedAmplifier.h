@@ -14,11 +14,10 @@
 #include <string_view>
 #include <vector>
 
-#include "simulator/AmplifierMemory.h"
+#include "simulator/axis/SimulatedAxis.h"
+#include "simulator/memory/AmplifierMemory.h"
 
 namespace velmoor {
-
-using Micros = std::chrono::microseconds;
 
 // What the amplifier is, and how long its slow commands take.
 struct AmplifierSettings {
@@ -34,28 +33,20 @@ struct AmplifierSettings {
   Micros storeTime{0};  // of each store and initialise command
 };
 
-// What the axis does. Nothing moves by itself yet: positions and speeds are what was set.
-struct MotionState {
-  bool servoOn = false;
-  int jogDirection = 0;  // 1 forward, -1 reverse, 0 stands
-  std::int32_t jogSpeed = 0;
-};
-
-struct AlarmState {
-  std::string current;              // panel display such as "A.9F"; empty in the normal state
-  std::string error = "0000";       // four characters
-  std::deque<std::string> history;  // newest first, ten at most
-};
-
-// The answers to the value words, by their word.
-using LiveValues = std::map<std::string, std::int32_t, std::less<>>;
+// The answers to value words that were set by hand, by their word.
+using FixedValues = std::map<std::string, std::int32_t, std::less<>>;
 
 struct AmplifierState {
+  explicit AmplifierState(AmplifierSettings amplifierSettings);
+  AmplifierState(const AmplifierState&) = delete;
+  AmplifierState& operator=(const AmplifierState&) = delete;
+
   AmplifierSettings settings;
   AmplifierMemory memory;
-  MotionState motion;
   AlarmState alarm;
-  LiveValues values;
+  SimulatedAxis axis;
+  FixedValues values;
+  std::int32_t rigidity = 4;
   bool echo = true;
 };
 
@@ -91,13 +82,18 @@ class SimulatedAmplifier {
   // Off and on again: the tables come from the stored copies, the servo is off.
   void Restart(Micros now);
 
+  // Lets the axis move until `now`.
+  void AdvanceTo(Micros now) { state_.axis.AdvanceTo(now); }
   // "A.9F": shown, kept in the history, and the servo goes off.
-  void RaiseAlarm(const std::string& display);
+  void RaiseAlarm(const std::string& display) { state_.axis.Trip(display); }
   // Four characters such as "E5A1", told until the alarm is reset; "0000" for none.
   void SetError(const std::string& code) { state_.alarm.error = code; }
-  // False for a word that is no value word.
+  // The answer to a value word from now on, whatever the axis does; of INERTIA and STIFF what they
+  // really are. False for a word that is no value word.
   bool SetValue(std::string_view word, std::int32_t value);
-  // One line of "IN1", "IN2", "OUT1" or "OUT2".
+  // The answer follows the axis again.
+  void FreeValue(const std::string& word) { state_.values.erase(word); }
+  // One line of "IN1" or "IN2"; one of "OUT1" or "OUT2" is fixed like a value.
   bool SetBit(std::string_view word, int bit, bool on);
 
   [[nodiscard]] AmplifierState& State() { return state_; }

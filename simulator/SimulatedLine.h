@@ -29,6 +29,7 @@ class SimulatedLine {
   // Null where no amplifier has that axis.
   [[nodiscard]] SimulatedAmplifier* Amplifier(char axis);
   [[nodiscard]] std::deque<SimulatedAmplifier>& Amplifiers() { return amplifiers_; }
+  [[nodiscard]] const std::deque<SimulatedAmplifier>& Amplifiers() const { return amplifiers_; }
 
   // Takes bytes of the host, complete at `now`, sent at `hostBaudRate`. A line ends at CR; LF means
   // nothing. An amplifier of another speed hears nothing, and none answers to a foreign axis.

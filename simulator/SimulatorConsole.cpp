@@ -39,6 +39,10 @@ std::optional<bool> OnOff(std::string_view text) {
   return std::nullopt;
 }
 
+// The words that "state" shows.
+constexpr const char* kShownWords[] = {"PUN", "POS", "PER",  "NFB",  "TREF",
+                                       "IN1", "IN2", "OUT1", "OUT2", "STS"};
+
 std::string_view Named(bool on) {
   return on ? "on" : "off";
 }
@@ -86,9 +90,14 @@ std::span<const SimulatorConsole::Command> SimulatorConsole::Commands() {
       {"axis", "H", "chooses the axis for the other commands", 1, &SimulatorConsole::ChooseAxis},
       {"send", "COMMAND", "executes a command as if it came over the line", 1,
        &SimulatorConsole::SendLine},
-      {"set", "WORD VALUE", "the answer to a value word", 2, &SimulatorConsole::SetValue},
+      {"set", "WORD VALUE|live", "fixes the answer to a value word, or lets it follow the axis", 2,
+       &SimulatorConsole::SetValue},
       {"input", "IN1|IN2|OUT1|OUT2 BIT on|off", "one input or output", 3,
        &SimulatorConsole::SetInput},
+      {"load", "PERCENT", "torque that pulls in reverse, of the rated one", 1,
+       &SimulatorConsole::SetLoad},
+      {"ends", "REVERSE FORWARD|none", "where the end switches are, in turns of the motor", 1,
+       &SimulatorConsole::SetEnds},
       {"alarm", "A.XX", "raises an alarm", 1, &SimulatorConsole::RaiseAlarm},
       {"error", "EXXX|0000", "the error code", 1, &SimulatorConsole::SetError},
       {"echo", "on|off", "repeats each command line or not", 1, &SimulatorConsole::SetEcho},
@@ -116,6 +125,7 @@ Outcome SimulatorConsole::Execute(std::string_view line, Micros now) {
   if (words.size() - 1 < command->leastArguments) {
     return Failed("Usage: " + words[0] + " " + std::string(command->arguments));
   }
+  for (SimulatedAmplifier& amplifier : line_.Amplifiers()) amplifier.AdvanceTo(now);
   return (this->*command->handler)(Words(words).subspan(1), now);
 }
 
@@ -134,11 +144,18 @@ Outcome SimulatorConsole::ShowState(Words /*words*/, Micros now) {
   std::string text = "axis " + std::string(1, amplifier_->Axis()) + ", " +
                      NumberText(amplifier_->BaudRate()) + " bits/s, echo ";
   text.append(Named(amplifier_->Echo())).append(amplifier_->Listens(now) ? "\n" : ", restarting\n");
-  text.append("servo ").append(Named(state.motion.servoOn));
-  text += ", jog " + NumberText(state.motion.jogDirection * state.motion.jogSpeed);
-  text += ", alarm " + (state.alarm.current.empty() ? "none" : state.alarm.current) + ", error " +
-          state.alarm.error + "\n";
-  for (const auto& [word, value] : state.values) text += word + " " + NumberText(value) + "\n";
+  text.append("servo ").append(Named(state.axis.IsServoOn()));
+  text.append(state.axis.IsMoving() ? ", moves" : ", stands");
+  if (state.axis.IsProgrammeRunning()) {
+    text += ", program at row " + NumberText(state.axis.Programme().Row());
+  }
+  text += ", state " + state.axis.StateText() + ", error " + state.alarm.error + "\n";
+  for (const char* const word : kShownWords) {
+    text += std::string(word) + " " + NumberText(state.axis.Value(word).value_or(0)) + "\n";
+  }
+  for (const auto& [word, value] : state.values) {
+    text += word + " fixed at " + NumberText(value) + "\n";
+  }
   return Done(text);
 }
 
@@ -175,6 +192,10 @@ Outcome SimulatorConsole::SendLine(Words words, Micros now) {
 }
 
 Outcome SimulatorConsole::SetValue(Words words, Micros /*now*/) {
+  if (words[1] == "live") {
+    amplifier_->FreeValue(words[0]);
+    return Done();
+  }
   const auto value = Number(words[1]);
   if (!value || !amplifier_->SetValue(words[0], *value)) {
     return Failed("No such value word, or no number.");
@@ -188,6 +209,31 @@ Outcome SimulatorConsole::SetInput(Words words, Micros /*now*/) {
   if (!bit || !on || !amplifier_->SetBit(words[0], *bit, *on)) {
     return Failed("No such input or output.");
   }
+  return Done();
+}
+
+Outcome SimulatorConsole::SetLoad(Words words, Micros /*now*/) {
+  const auto percent = Number(words[0]);
+  if (!percent) return Failed("How many percent?");
+  SimulatedAxis& axis = amplifier_->State().axis;
+  DrivenLoad load = axis.Load();
+  load.loadTorque = *percent / 100.0;
+  axis.SetLoad(load);
+  return Done();
+}
+
+Outcome SimulatorConsole::SetEnds(Words words, Micros /*now*/) {
+  SimulatedAxis& axis = amplifier_->State().axis;
+  MachineSwitches switches = axis.Switches();
+  switches.reverseEnd = switches.forwardEnd = std::nullopt;
+  if (words[0] != "none") {
+    const auto reverse = ParseFloat(words[0]);
+    const auto forward = words.size() > 1 ? ParseFloat(words[1]) : std::nullopt;
+    if (!reverse || !forward) return Failed("Two numbers of turns, or none?");
+    switches.reverseEnd = reverse;
+    switches.forwardEnd = forward;
+  }
+  axis.SetSwitches(switches);
   return Done();
 }
 

@@ -41,6 +41,8 @@ class SimulatorConsole {
   Outcome SendLine(Words words, Micros now);
   Outcome SetValue(Words words, Micros now);
   Outcome SetInput(Words words, Micros now);
+  Outcome SetLoad(Words words, Micros now);
+  Outcome SetEnds(Words words, Micros now);
   Outcome RaiseAlarm(Words words, Micros now);
   Outcome SetError(Words words, Micros now);
   Outcome SetEcho(Words words, Micros now);

@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "platform/Numbers.h"
-#include "simulator/TableForms.h"
+#include "simulator/memory/TableForms.h"
 
 namespace velmoor {
 namespace {
@@ -24,8 +24,8 @@ constexpr Rigidity kRigidities[] = {{15, 6000, 15, 250}, {20, 4500, 20, 200}, {3
                                     {120, 800, 120, 30}, {160, 600, 160, 20}, {200, 500, 200, 15},
                                     {250, 400, 250, 10}};
 
-Reply Refuse() {
-  return {.text = "E210 ERR", .accepted = false};
+Reply Refuse(const std::string& code = "E210") {
+  return {.text = code + " ERR", .accepted = false};
 }
 Reply Acknowledge() {
   return {.text = "OK", .acknowledges = true};
@@ -122,10 +122,15 @@ Reply Parameter(AmplifierState& state, const Entry& /*entry*/, std::string_view 
   return value ? Tell("Pn" + HexText(*pn, 3), *value) : Refuse();
 }
 
+std::int32_t ValueOf(const AmplifierState& state, std::string_view word) {
+  if (word == "STIFF") return state.rigidity;
+  const auto fixed = state.values.find(word);
+  return fixed != state.values.end() ? fixed->second : state.axis.Value(word).value_or(0);
+}
+
 Reply Value(AmplifierState& state, const Entry& entry, std::string_view argument) {
   if (!argument.empty()) return Refuse();
-  const auto found = state.values.find(entry.word);
-  const std::int32_t value = found != state.values.end() ? found->second : 0;
+  const std::int32_t value = ValueOf(state, entry.word);
   if (entry.detail == 0) return Tell(entry.word, PaddedNumber(value, 8));
   std::string bits(entry.detail, '0');
   for (std::size_t bit = 0; bit < entry.detail; ++bit) {
@@ -145,7 +150,7 @@ Reply RigidityLevel(AmplifierState& state, const Entry& entry, std::string_view 
   parameters.Write(0x101, NumberText(gains.integralTime));
   parameters.Write(0x102, NumberText(gains.positionGain));
   parameters.Write(0x401, NumberText(gains.torqueFilter));
-  state.values["STIFF"] = static_cast<std::int32_t>(*level);
+  state.rigidity = static_cast<std::int32_t>(*level);
   return Acknowledge();
 }
 
@@ -177,7 +182,7 @@ Reply ErrorCode(AmplifierState& state, const Entry& /*entry*/, std::string_view 
 Reply Alarm(AmplifierState& state, const Entry& /*entry*/, std::string_view argument) {
   const AlarmState& alarm = state.alarm;
   if (argument.empty()) {
-    return {.text = "ALM " + (alarm.current.empty() ? "INPOS" : alarm.current)};
+    return {.text = "ALM " + state.axis.StateText()};
   }
   const auto index = RowOf(argument, 10);
   if (!index) return Refuse();
@@ -185,17 +190,40 @@ Reply Alarm(AmplifierState& state, const Entry& /*entry*/, std::string_view argu
               *index < alarm.history.size() ? alarm.history[*index] : std::string());
 }
 
+// Motion is refused with the servo off, and while something else moves the axis.
+Reply AcknowledgeMotion(const AmplifierState& state, bool accepted) {
+  if (accepted) return Acknowledge();
+  return Refuse(state.axis.IsServoOn() ? "E215" : "E214");
+}
+
 Reply Jog(AmplifierState& state, const Entry& entry, std::string_view argument) {
   const auto speed = NumberArgument(argument);
-  if (!speed || *speed < 0 || !state.motion.servoOn) return Refuse();
-  state.motion.jogDirection = entry.detail == 0 ? 1 : -1;
-  state.motion.jogSpeed = static_cast<std::int32_t>(*speed);
-  return Acknowledge();
+  if (!speed || *speed < 0) return Refuse();
+  const int direction = entry.detail == 0 ? 1 : -1;
+  return AcknowledgeMotion(state, state.axis.Jog(direction, static_cast<std::int32_t>(*speed)));
 }
 
 Reply HomeOffset(AmplifierState& state, const Entry& /*entry*/, std::string_view argument) {
-  return AcknowledgeIf(NumberArgument(argument) &&
-                       state.memory.parameters.Write(kHomeOffset, argument));
+  const auto offset = NumberArgument(argument);
+  if (!offset || !state.memory.parameters.Write(kHomeOffset, argument)) return Refuse();
+  state.axis.SetHomeOffset(static_cast<std::int32_t>(*offset));
+  return Acknowledge();
+}
+
+// From the row named, or from where the parameters say.
+Reply StartProgramme(AmplifierState& state, const Entry& /*entry*/, std::string_view argument) {
+  const auto row = RowOf(argument, kIndexRows);
+  if (!row && !argument.empty()) return Refuse();
+  return AcknowledgeMotion(state, state.axis.StartProgramme(row));
+}
+
+Reply ReturnToZero(AmplifierState& state, const Entry& /*entry*/, std::string_view argument) {
+  return argument.empty() ? AcknowledgeMotion(state, state.axis.ReturnToZero()) : Refuse();
+}
+
+Reply ServoOn(AmplifierState& state, const Entry& /*entry*/, std::string_view argument) {
+  if (!argument.empty()) return Refuse();
+  return state.axis.SwitchServo(true) ? Acknowledge() : Refuse("E216");
 }
 
 // ---- words without an argument
@@ -218,24 +246,26 @@ Reply DoSlowly(AmplifierState& state, const Entry& entry, std::string_view argum
 }
 
 void Nothing(AmplifierState& /*state*/) {}
-void ServoOn(AmplifierState& state) {
-  state.motion.servoOn = state.alarm.current.empty();
-}
 void ServoOff(AmplifierState& state) {
-  state.motion = {};
+  state.axis.SwitchServo(false);
 }
 void StopMotion(AmplifierState& state) {
-  state.motion.jogDirection = 0;
+  state.axis.Skip();
+}
+void HaltProgramme(AmplifierState& state) {
+  state.axis.HaltProgramme();
+}
+void ResetProgramme(AmplifierState& state) {
+  state.axis.ResetProgramme();
 }
 void ResetAlarm(AmplifierState& state) {
-  state.alarm.current.clear();
-  state.alarm.error = "0000";
+  state.alarm.Reset();
 }
 void ClearHistory(AmplifierState& state) {
   state.alarm.history.clear();
 }
 void StoreInertia(AmplifierState& state) {
-  state.memory.parameters.Write(kInertiaRatio, NumberText(state.values["INERTIA"]));
+  state.memory.parameters.Write(kInertiaRatio, NumberText(ValueOf(state, "INERTIA")));
 }
 void InitParameters(AmplifierState& state) {
   // The speed stays until the restart that has to follow.
@@ -312,10 +342,13 @@ constexpr Entry kWords[] = {{"PRM", Parameter},
                             {"JOGN", Jog, 1},
                             {"ZSET", HomeOffset},
                             {"ARES", Do<ResetAlarm>},
-                            {"SVON", Do<ServoOn>},
+                            {"SVON", ServoOn},
                             {"SVOFF", Do<ServoOff>},
                             {"SKIP", Do<StopMotion>},
-                            {"ZRN", Do<Nothing>},
+                            {"ZRN", ReturnToZero},
+                            {"START", StartProgramme},
+                            {"STOP", Do<HaltProgramme>},
+                            {"PGMRES", Do<ResetProgramme>},
                             {"ALMTRCCLR", Do<ClearHistory>},
                             {"ABSPGRES", DoSlowly<Nothing>},
                             {"TUNESTORE", Do<StoreInertia>},

@@ -16,6 +16,7 @@ namespace velmoor {
 namespace {
 
 volatile sig_atomic_t gSignalled = 0;
+constexpr Micros kAxisLook = std::chrono::milliseconds(20);
 
 Micros Now() {
   return std::chrono::duration_cast<Micros>(std::chrono::steady_clock::now().time_since_epoch());
@@ -108,6 +109,9 @@ void SimulatorProgram::Schedule(const Transmission& transmission) {
 
 void SimulatorProgram::ServeDue() {
   const Micros now = Now();
+  for (SimulatedAmplifier& amplifier : line_.Amplifiers()) {
+    if (amplifier.State().axis.IsBusy()) amplifier.AdvanceTo(now);
+  }
   while (!incoming_.empty() && incoming_.front().when <= now) {
     const Due due = std::move(incoming_.front());
     incoming_.pop_front();
@@ -131,6 +135,13 @@ std::optional<Micros> SimulatorProgram::NextDue() const {
   std::optional<Micros> next;
   if (!incoming_.empty()) next = incoming_.front().when;
   if (!outgoing_.empty()) next = std::min(next.value_or(Micros::max()), outgoing_.front().when);
+  const auto isBusy = [](const SimulatedAmplifier& amplifier) {
+    return amplifier.State().axis.IsBusy();
+  };
+  // An axis that moves must not fall behind by more than it can make up for at once.
+  if (std::ranges::any_of(line_.Amplifiers(), isBusy)) {
+    next = std::min(next.value_or(Micros::max()), Now() + kAxisLook);
+  }
   return next;
 }
 

@@ -109,7 +109,7 @@ TEST_F(Resets, ParametersNeedTheServoOffAndComeBackAtTheFactorySpeed) {
   Main().Choose("mnuToolsResetParametersAll");
   EXPECT_EQ(data.boxes.shown.back().text, "Reset to factory defaults aborted!");
   EXPECT_EQ(Sent(), Texts{});
-  Amplifier().State().motion.servoOn = true;
+  Amplifier().State().axis.SwitchServo(true);
   ASSERT_TRUE(Amplifier().State().memory.parameters.Write(0x81D, "777"));
   data.boxes.Expect(caution, BoxAnswer::yes);
   data.boxes.Expect(servoOff, BoxAnswer::ok);

@@ -28,11 +28,11 @@ TEST_F(Amplifier, TellsWhatItIs) {
                                                        {"YSPEC", "0YSPEC=00000000"},
                                                        {"SVYSPEC", "0SVYSPEC=00000000"},
                                                        {"ERR", "0ERR 0000"},
-                                                       {"ALM", "0ALM INPOS"},
+                                                       {"ALM", "0ALM BB"},
                                                        {"ALM0", "0ALM0="},
                                                        {"ALM9", "0ALM9="},
                                                        {"PUN", "0PUN=00000000"},
-                                                       {"STS", "0STS=1000001"},
+                                                       {"STS", "0STS=1000000"},
                                                        {"STIFF", "0STIFF=00000004"},
                                                        {"INERTIA", "0INERTIA=00000300"}};
   for (const auto& [command, answer] : cases) EXPECT_EQ(Ask(command), answer);
@@ -164,16 +164,14 @@ TEST_F(Amplifier, LineSettingsActWhenTheyShould) {
 }
 
 TEST_F(Amplifier, MovesWithItsServoOnly) {
-  EXPECT_EQ(Ask("JOGP500"), "0E210 ERR");
+  for (const char* const word : {"JOGP500", "START", "ZRN"}) EXPECT_EQ(Ask(word), "0E214 ERR");
   EXPECT_EQ(Ask("SVON"), "0OK");
   EXPECT_EQ(Ask("JOGN500"), "0OK");
-  EXPECT_EQ(amplifier.State().motion.jogDirection, -1);
-  EXPECT_EQ(amplifier.State().motion.jogSpeed, 500);
+  EXPECT_EQ(Ask("START"), "0E215 ERR");
   EXPECT_EQ(Ask("SKIP"), "0OK");
-  EXPECT_EQ(amplifier.State().motion.jogDirection, 0);
-  EXPECT_TRUE(amplifier.State().motion.servoOn);
+  EXPECT_TRUE(amplifier.State().axis.IsServoOn());
   EXPECT_EQ(Ask("RES"), "0OK");
-  EXPECT_FALSE(amplifier.State().motion.servoOn);
+  EXPECT_FALSE(amplifier.State().axis.IsServoOn());
 }
 
 TEST_F(Amplifier, AlarmsStopItAndStayInTheHistory) {
@@ -184,9 +182,10 @@ TEST_F(Amplifier, AlarmsStopItAndStayInTheHistory) {
   EXPECT_EQ(Ask("ALM"), "0ALM A.E1");
   EXPECT_EQ(Ask("ERR"), "0ERR E5A1");
   EXPECT_EQ(Ask("ALM1"), "0ALM1=A.9F");
-  EXPECT_FALSE(amplifier.State().motion.servoOn);
+  EXPECT_FALSE(amplifier.State().axis.IsServoOn());
+  EXPECT_EQ(Ask("SVON"), "0E216 ERR");
   EXPECT_EQ(Ask("ARES"), "0OK");
-  EXPECT_EQ(Ask("ALM"), "0ALM INPOS");
+  EXPECT_EQ(Ask("ALM"), "0ALM BB");
   EXPECT_EQ(Ask("ERR"), "0ERR 0000");
   EXPECT_EQ(Ask("ALM0"), "0ALM0=A.E1");
   EXPECT_EQ(Ask("ALMTRCCLR"), "0OK");

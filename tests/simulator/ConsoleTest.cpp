@@ -29,10 +29,13 @@ class Console : public testing::Test {
 TEST_F(Console, ChangesWhatTheAmplifierTells) {
   const std::tuple<const char*, const char*, const char*> cases[] = {
       {"set PUN -5", "PUN", "0PUN=-00000005"},
-      {"input IN1 2 on", "IN1", "0IN1=00000100"},
+      {"input IN1 0 on", "IN1", "0IN1=00001101"},
       {"alarm A.9F", "ALM", "0ALM A.9F"},
       {"error E5A1", "ERR", "0ERR E5A1"},
-      {"power", "ALM", "0ALM INPOS"}};
+      {"power", "ALM", "0ALM BB"},
+      {"ends -5 0", "ALM", "0ALM P-OT"},
+      {"ends none", "ALM", "0ALM BB"},
+      {"set PUN live", "PUN", "0PUN=00000000"}};
   for (const auto& [typed, command, answer] : cases) {
     EXPECT_FALSE(Type(typed).failed) << typed;
     EXPECT_EQ(Ask('0', command), answer) << typed;
@@ -40,7 +43,7 @@ TEST_F(Console, ChangesWhatTheAmplifierTells) {
   EXPECT_FALSE(Type("axis C").failed);
   EXPECT_FALSE(Type("set PUN 7").failed);
   EXPECT_EQ(Ask('C', "PUN"), "CPUN=00000007");
-  EXPECT_EQ(Ask('0', "PUN"), "0PUN=-00000005");
+  EXPECT_EQ(Ask('0', "PUN"), "0PUN=00000000");
 }
 
 TEST_F(Console, ShowsWhatHappened) {

@@ -1,4 +1,4 @@
-#include "simulator/TableForms.h"
+#include "simulator/memory/TableForms.h"
 
 #include <algorithm>
 #include <array>

@@ -1,7 +1,7 @@
-#include "simulator/AmplifierMemory.h"
+#include "simulator/memory/AmplifierMemory.h"
 
 #include "platform/Numbers.h"
-#include "simulator/TableForms.h"
+#include "simulator/memory/TableForms.h"
 
 namespace velmoor {
 namespace {

@@ -11,7 +11,7 @@
 #include <string>
 #include <string_view>
 
-#include "simulator/FactoryValues.h"
+#include "simulator/memory/FactoryValues.h"
 
 namespace velmoor {
 

@@ -1,4 +1,4 @@
-#include "simulator/FactoryValues.h"
+#include "simulator/memory/FactoryValues.h"
 
 namespace velmoor {
 namespace {
