@@ -23,7 +23,9 @@ bool SimulatedAxis::IsProgrammeRunning() const {
 }
 
 bool SimulatedAxis::IsAtRest() const {
-  return calmSteps_ >= kCalmSteps && !IsProgrammeRunning() && !homing_.IsRunning();
+  // A torque that heats the motor does so while it stands, too.
+  return calmSteps_ >= kCalmSteps && std::abs(plant_.Torque()) < 1 && !IsProgrammeRunning() &&
+         !homing_.IsRunning();
 }
 
 // ---- time
