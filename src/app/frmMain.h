@@ -162,7 +162,13 @@ class frmMain final : public SessionState {
   bool RunItemCommand(const std::string& name);
   [[nodiscard]] int StepsOf(const ItemTransfer& item) const;
   void UploadItems(const ItemTransfer& item);
-  void DownloadItems(const ItemTransfer& item);
+  // `prepare` runs between the question and the transfer, which it may refuse.
+  void DownloadItems(const ItemTransfer& item, const std::function<bool()>& prepare);
+  // The buttons of a parameter window. What is sent is what the window shows.
+  void UploadFromWindow(Tool tool);
+  void DownloadFromWindow(Tool tool);
+  void RunWindowCommand(const std::string& name, const std::function<void()>& work);
+  void DownloadTuningItem();
   void LaunchUploadedToolWindows(const std::vector<Tool>& tools);
   // Shows what an upload would change, before the question whether to commit it.
   void ShowUploadedDifferences();

@@ -7,6 +7,7 @@
 #include "platform/Form.h"
 #include "platform/World.h"
 #include "tables/TableWindow.h"
+#include "tools/ParameterGridWindow.h"
 
 namespace velmoor {
 namespace {
@@ -19,6 +20,8 @@ constexpr const char* kEditCommands[] = {"mnuEditCut", "mnuEditCopy", "mnuEditPa
 void frmMain::ConnectEditMenu() {
   projectConnections_ +=
       clsProject->ToolClosed.Connect([this](Tool) { UpdateEditIconToolButtons(); });
+  projectConnections_ +=
+      clsProject->EditStateChanged.Connect([this](Tool) { UpdateEditIconToolButtons(); });
   for (MotionTable* const table : std::initializer_list<MotionTable*>{
            &clsProject->Position(), &clsProject->Jog(), &clsProject->Zone()}) {
     projectConnections_ += table->EditStateChanged.Connect([this] { UpdateEditIconToolButtons(); });
@@ -32,15 +35,18 @@ EditTarget* frmMain::ActiveEditTarget() {
   if (name == "frmPosition") return &clsProject->Position().Window();
   if (name == "frmJog") return &clsProject->Jog().Window();
   if (name == "frmZone") return &clsProject->Zone().Window();
+  for (ParameterToolBase* const tool : clsProject->ParameterTools()) {
+    if (tool->Window().IsActive()) return &tool->Window();
+  }
   return nullptr;
 }
 
 void frmMain::UpdateEditIconToolButtons() {
   const EditTarget* const target = ActiveEditTarget();
   const bool copy = target != nullptr && target->CanCopy();
-  const bool states[] = {copy, copy, target != nullptr && target->CanPaste(),
-                         target != nullptr && target->CanUndo(),
-                         target != nullptr && target->CanRedo()};
+  const bool states[] = {
+      target != nullptr && target->CanCut(), copy, target != nullptr && target->CanPaste(),
+      target != nullptr && target->CanUndo(), target != nullptr && target->CanRedo()};
   for (std::size_t i = 0; i < std::size(kEditCommands); ++i) {
     window_->SetCommandEnabled(kEditCommands[i], states[i]);
   }

@@ -8,6 +8,7 @@
 #include "platform/Trapped.h"
 #include "project/ProjectCompare.h"
 #include "project/UploadFlow.h"
+#include "tools/ParameterGridWindow.h"
 
 namespace velmoor {
 
@@ -15,6 +16,9 @@ struct frmMain::ItemTransfer {
   const char* command;
   std::size_t name;  // in arTransferItemNames
   std::vector<Tool> tools;
+
+  static const std::vector<ItemTransfer>& Uploads();
+  static const std::vector<ItemTransfer>& Downloads();
 };
 
 namespace {
@@ -48,7 +52,7 @@ const char* WindowCommandOf(Tool tool) {
 
 }  // namespace
 
-bool frmMain::RunItemCommand(const std::string& name) {
+const std::vector<frmMain::ItemTransfer>& frmMain::ItemTransfer::Uploads() {
   static const std::vector<ItemTransfer> kUploads{
       {"mnuToolsUploadParametersAll", 1, {Tool::editor}},
       {"mnuToolsUploadParameterTuning", 2, {Tool::tuning}},
@@ -62,26 +66,87 @@ bool frmMain::RunItemCommand(const std::string& name) {
       {"mnuToolsUploadTableJog", 10, {Tool::jog}},
       {"mnuToolsUploadTableZone", 11, {Tool::zone}},
   };
-  // The machine's description travels with the parameters that it is made of.
+  return kUploads;
+}
+
+// The machine's description travels with the parameters that it is made of.
+const std::vector<frmMain::ItemTransfer>& frmMain::ItemTransfer::Downloads() {
   static const std::vector<ItemTransfer> kDownloads{
       {"mnuToolsDownloadParametersAll", 1, {Tool::editor, Tool::mechanicalSystem}},
+      {"mnuToolsDownloadParameterTuning", 2, {Tool::tuning}},
+      {"mnuToolsDownloadParameterInterface", 4, {Tool::interface}},
+      {"mnuToolsDownloadParameterFlexibleIO", 5, {Tool::flexibleIO}},
+      {"mnuToolsDownloadParameterHoming", 6, {Tool::homing}},
+      {"mnuToolsDownloadParameterOverTravel", 7, {Tool::overTravel}},
       {"mnuToolsDownloadTablesAll", 8, {Tool::position, Tool::jog, Tool::zone}},
       {"mnuToolsDownloadTableIndex", 9, {Tool::position}},
       {"mnuToolsDownloadTableJog", 10, {Tool::jog}},
       {"mnuToolsDownloadTableZone", 11, {Tool::zone}},
   };
+  return kDownloads;
+}
+
+bool frmMain::RunItemCommand(const std::string& name) {
   const auto named = [&name](const ItemTransfer& item) { return item.command == name; };
-  const auto upload = std::ranges::find_if(kUploads, named);
-  const auto download = std::ranges::find_if(kDownloads, named);
-  if (upload != kUploads.end()) {
+  const auto upload = std::ranges::find_if(ItemTransfer::Uploads(), named);
+  const auto download = std::ranges::find_if(ItemTransfer::Downloads(), named);
+  if (upload != ItemTransfer::Uploads().end()) {
     UploadItems(*upload);
-  } else if (download != kDownloads.end()) {
-    DownloadItems(*download);
-  } else {
+  } else if (download == ItemTransfer::Downloads().end()) {
     return false;
+  } else if (download->tools.front() == Tool::tuning) {
+    DownloadTuningItem();
+  } else {
+    DownloadItems(*download, [] { return true; });
   }
   UnloadProcedureDialog();
   return true;
+}
+
+// ---- from a window's buttons
+
+// A window that blocks the main window is a command of its own already.
+void frmMain::RunWindowCommand(const std::string& name, const std::function<void()>& work) {
+  const auto run = [this, &work] {
+    work();
+    UnloadProcedureDialog();
+    return true;
+  };
+  if (inCommand_) {
+    run();
+  } else {
+    RunCommand("frmMain." + name + "_Click: ", run);
+  }
+}
+
+void frmMain::UploadFromWindow(Tool tool) {
+  const auto item = std::ranges::find_if(ItemTransfer::Uploads(), [tool](const ItemTransfer& each) {
+    return each.tools.front() == tool;
+  });
+  RunWindowCommand(item->command, [this, &item] { UploadItems(*item); });
+}
+
+void frmMain::DownloadFromWindow(Tool tool) {
+  // This window has asked and accepted by itself.
+  if (tool == Tool::tuning) return TuningDownload();
+  const auto item =
+      std::ranges::find_if(ItemTransfer::Downloads(),
+                           [tool](const ItemTransfer& each) { return each.tools.front() == tool; });
+  RunWindowCommand(item->command, [this, &item, tool] {
+    DownloadItems(*item, [this, tool] {
+      return clsProject->ParameterToolOf(tool)->Window().CommitPending();
+    });
+  });
+}
+
+void frmMain::DownloadTuningItem() {
+  if (!AskOkCancel("Existing gain tuning parameters in hardware will be overwritten!\r"
+                   "Do you wish to proceed?")) {
+    return;
+  }
+  clsHX7Tuning& tuning = clsProject->Tuning();
+  if (tuning.ChangedRigidity() && !AskRigidity()) tuning.SetChangedRigidity(false);
+  TuningDownload();
 }
 
 int frmMain::StepsOf(const ItemTransfer& item) const {
@@ -130,12 +195,13 @@ void frmMain::LaunchUploadedToolWindows(const std::vector<Tool>& tools) {
   }
 }
 
-void frmMain::DownloadItems(const ItemTransfer& item) {
+void frmMain::DownloadItems(const ItemTransfer& item, const std::function<bool()>& prepare) {
   const std::string name = arTransferItemNames.at(item.name);
   Trapped("Download " + name + " failed!\r", [&] {
     if (!GoOnlineForTransfer("Download failed!")) return false;
     if (!AskOkCancel(name + " of the project will be downloaded to the controller.\r"
-                            "Do you wish to proceed?")) {
+                            "Do you wish to proceed?") ||
+        !prepare()) {
       return false;
     }
     BeginProcedure("Download " + name, StepsOf(item));

@@ -53,7 +53,9 @@ void frmMain::ConnectTransfers() {
       [this] { clsProject_MechanicalSystemNoCheckSum(); });
   held += clsProject->MechanicalSystemZeroSystem.Connect(
       [this] { clsProject_MechanicalSystemZeroSystem(); });
-  held += clsProject->TuningDownloadRequested.Connect([this] { TuningDownload(); });
+  held += clsProject->ToolUploadRequested.Connect([this](Tool tool) { UploadFromWindow(tool); });
+  held +=
+      clsProject->ToolDownloadRequested.Connect([this](Tool tool) { DownloadFromWindow(tool); });
   held += clsProject->RigidityChanged.Connect([this] { clsProject_RigidityChanged(); });
 }
 

@@ -132,15 +132,13 @@ void frmMain::mnuToolsDownloadNew_Click() {
   UnloadProcedureDialog();
 }
 
-// Within the tuning window, which is a command of its own: the box of the agreement was there.
+// The box of the agreement was there.
 void frmMain::TuningDownload() {
   if (!clsProject) return;
   RunTransfer("Download Tuning Parameters failed!", [this] {
     if (!GoOnlineForTransfer("Download failed!")) return;
-    clsHX7Tuning& tuning = clsProject->Tuning();
-    BeginProcedure("Download Tuning Parameters", tuning.RowsInArray());
-    const bool ok = tuning.Download(true);
-    if (ok) tuning.SetIsDirty(false);
+    BeginProcedure("Download Tuning Parameters", clsProject->Tuning().RowsInArray());
+    const bool ok = clsProject->DownloadParts({Tool::tuning});
     FinishDownload(
         ok, {"Download Tuning Parameters complete!", "Download Tuning Parameters terminated!"});
   });

@@ -76,6 +76,9 @@ class Grid : public Control {
   // In characters of average width; 0: as wide as the contents. The last visible column takes the
   // room that is left.
   virtual void SetColumnWidth(int column, int characters) = 0;
+  // Shows in the heading that the rows lie sorted by that column; -1: by none. The sorting itself
+  // is the source's affair.
+  virtual void SetSortMark(int column, bool descending) = 0;
 
   [[nodiscard]] virtual int Row() const = 0;  // -1: none
   [[nodiscard]] virtual int Column() const = 0;
@@ -97,6 +100,7 @@ class Grid : public Control {
   Event<> RowColChange;               // the current cell moved
   Event<KeyEvent&> KeyDown;           // in the grid and in an open edit
   Event<int, int> CellButton;         // row, column
+  Event<int> HeadingClick;            // column
   Event<int, int, std::string&> Tip;  // row, column under the pointer, the tip to fill
 };
 

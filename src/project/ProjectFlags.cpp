@@ -177,8 +177,14 @@ void clsHX7Project::ConnectTools() {
   ConnectTool(Tool::zone, clsZone_);
   ConnectMechanicalSystem();
   ConnectBaudRate();
+  for (const Tool id : {Tool::editor, Tool::tuning, Tool::flexibleIO, Tool::homing, Tool::interface,
+                        Tool::overTravel}) {
+    ParameterToolBase& tool = *ParameterToolOf(id);
+    connections_ += tool.EditStateChanged.Connect([this, id] { EditStateChanged.Raise(id); });
+    connections_ += tool.UploadRequested.Connect([this, id] { ToolUploadRequested.Raise(id); });
+    connections_ += tool.DownloadRequested.Connect([this, id] { ToolDownloadRequested.Raise(id); });
+  }
   connections_ += clsTuning_.RigidityChanged.Connect([this] { RigidityChanged.Raise(); });
-  connections_ += clsTuning_.DownloadRequested.Connect([this] { TuningDownloadRequested.Raise(); });
   connections_ += clsServoJog_.ServoJogClosed.Connect([this] { ServoJogClosed.Raise(); });
   connections_ += clsMonitoring_.MonitoringClosed.Connect([this] { MonitoringClosed.Raise(); });
   connections_ += clsTerminal_.TerminalClosed.Connect([this] { TerminalClosed.Raise(); });

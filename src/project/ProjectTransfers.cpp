@@ -126,27 +126,32 @@ bool clsHX7Project::DownloadPart(Tool part) {
     clsMechanicalSystem_.SetIsDirty(true);
     return clsMechanicalSystem_.Download(true);
   }
-  MarkParameters([](const std::string& strPn) { return !IsMechSystemPn(strPn); });
-  clsEditor_.SetIsDirty(true);
-  return clsEditor_.Download(true);
+  ParameterToolBase& tool = *ParameterToolOf(part);
+  MarkParameters([&tool](const std::string& strPn) {
+    return !IsMechSystemPn(strPn) && tool.Rows().FindRow(strPn) > 0;
+  });
+  tool.SetIsDirty(true);
+  return tool.DownloadWhole();
 }
 
 bool clsHX7Project::DownloadParts(const std::vector<Tool>& parts) {
-  bool parameters = false;
+  bool restart = false;
   for (const Tool part : parts) {
     if (!DownloadPart(part)) {
       blnNeedsSaving_ = true;
       return false;
     }
-    parameters = parameters || TableOf(part) == nullptr;
+    // Gains are in force at once.
+    restart = restart || (TableOf(part) == nullptr && part != Tool::tuning);
     YieldEvents();
   }
   // Until here the parameters count as not in force.
-  if (parameters && gMainForm->Helix7()->ResetHardware() != kSuccess) return false;
+  if (restart && gMainForm->Helix7()->ResetHardware() != kSuccess) return false;
   for (const Tool part : parts) {
     if (part == Tool::mechanicalSystem) clsMechanicalSystem_.SetIsDirty(false);
-    if (part == Tool::editor) clsEditor_.SetIsDirty(false);
   }
+  // Edits of the sisters may have gone out with these parts.
+  for (ParameterToolBase* const tool : ParameterTools()) tool->SettleSentRows();
   DownloadComplete.Raise();
   return true;
 }

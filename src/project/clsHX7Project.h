@@ -172,6 +172,9 @@ class clsHX7Project final : public Project {
   clsHX7InertiaRatio& InertiaRatio() { return clsInertiaRatio_; }
   clsHX7Monitoring& Monitoring() { return clsMonitoring_; }
   clsHX7Terminal& Terminal() { return clsTerminal_; }
+  [[nodiscard]] std::vector<ParameterToolBase*> ParameterTools();
+  // Null for a tool that holds no parameters of this kind.
+  [[nodiscard]] ParameterToolBase* ParameterToolOf(Tool tool);
 
   SharedParameterTool& EditorSister() override { return clsEditor_; }
   EditorTool& EditorService() override { return clsEditor_; }
@@ -194,13 +197,15 @@ class clsHX7Project final : public Project {
   Event<> DownloadComplete;
   Event<> UploadComplete;  // never raised
   Event<> RigidityChanged;
-  Event<> TuningDownloadRequested;  // the tuning window asks for a download of all its rows
   Event<const std::string&> ResolutionDataInvalidated;  // the tables and tools concerned
   Event<> MechanicalSystemCheckSumFailed;
   Event<> MechanicalSystemNoCheckSum;
   Event<> MechanicalSystemZeroSystem;
   // The tools' own, passed on: one event for each kind, with the tool in front.
   Event<Tool> ToolClosed;
+  Event<Tool> EditStateChanged;     // of its window: what the Edit menu may offer
+  Event<Tool> ToolUploadRequested;  // by the buttons of a parameter tool's window
+  Event<Tool> ToolDownloadRequested;
   Event<> ServoJogClosed;
   Event<> MonitoringClosed;
   Event<> TerminalClosed;
@@ -233,8 +238,6 @@ class clsHX7Project final : public Project {
   void OrInFlags(const ToolObject& tool);
   [[nodiscard]] std::string WorkingFileOf(const std::string& directory,
                                           const std::string& title) const;
-  [[nodiscard]] std::vector<ParameterToolBase*> ParameterTools();
-  [[nodiscard]] ParameterToolBase* ParameterToolOf(Tool tool);
   [[nodiscard]] MotionTable* TableOf(Tool tool);
   [[nodiscard]] std::vector<MotionTable*> Tables();
   [[nodiscard]] std::vector<DirtyTool> DownloadOrder();

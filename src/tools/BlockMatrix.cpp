@@ -66,6 +66,12 @@ void BlockMatrix::ClearTouched(int row) {
   At(row).touched = false;
 }
 
+void BlockMatrix::PutBack(int row, std::string_view value, std::string_view mark, bool touched) {
+  Set(row, Column::value, value);
+  Mark(row, mark);
+  At(row).touched = touched;
+}
+
 void BlockMatrix::MoveToFront(std::string_view parameter) {
   const int row = FindRow(parameter);
   if (row > 0) std::rotate(rows_.begin(), rows_.begin() + row - 1, rows_.begin() + row);

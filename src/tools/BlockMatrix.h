@@ -50,6 +50,8 @@ class BlockMatrix {
   void Mark(int row, std::string_view mark);
   void ClearTouched();
   void ClearTouched(int row);
+  // Puts back an earlier state of a row.
+  void PutBack(int row, std::string_view value, std::string_view mark, bool touched);
 
   // Moves a row to the top or the bottom; the rows between shift. An unknown name changes nothing.
   void MoveToFront(std::string_view parameter);

@@ -7,7 +7,8 @@ namespace velmoor {
 class EditTarget {
  public:
   virtual ~EditTarget() = default;
-  [[nodiscard]] virtual bool CanCopy() const = 0;  // and cut
+  [[nodiscard]] virtual bool CanCopy() const = 0;
+  [[nodiscard]] virtual bool CanCut() const { return CanCopy(); }
   [[nodiscard]] virtual bool CanPaste() const = 0;
   [[nodiscard]] virtual bool CanUndo() const = 0;
   [[nodiscard]] virtual bool CanRedo() const = 0;

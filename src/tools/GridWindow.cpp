@@ -22,6 +22,7 @@ bool GridWindow::Show(const std::string& caption, FormMode mode) {
     connections_ += form_->Unloaded.Connect([this] { OnUnloaded(); });
     connections_ += form_->button("cmdApply").Click.Connect([this] { cmdApply_Click(); });
     connections_ += form_->button("cmdOK").Click.Connect([this] { cmdOK_Click(); });
+    form_->button("cmdHelp").SetEnabled(false);
     connections_ += form_->button("cmdCancel").Click.Connect([this] { form_->Unload(); });
     FormLoad();
     SetApplyButton();
@@ -39,6 +40,10 @@ void GridWindow::Unload() {
 
 void GridWindow::BringToFront() {
   if (form_) form_->Activate();
+}
+
+bool GridWindow::IsActive() const {
+  return form_ && world().forms->Active() == form_.get();
 }
 
 void GridWindow::SetNotCommitted(bool notCommitted) {

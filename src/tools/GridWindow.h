@@ -26,6 +26,8 @@ class GridWindow {
   void Unload();
   void BringToFront();
   [[nodiscard]] bool IsOpen() const { return form_ != nullptr; }
+  // It takes the keyboard.
+  [[nodiscard]] bool IsActive() const;
 
   // The user changed something since the last transfer.
   [[nodiscard]] bool IsDirty() const { return blnIsDirty_; }
@@ -49,7 +51,8 @@ class GridWindow {
   Event<> Closed;
 
  protected:
-  // `formName` is the layout's, with the controls vsFG, cmdApply, cmdOK, cmdCancel and cmdHelp.
+  // `formName` is the layout's, with the controls vsFG, cmdApply, cmdOK, cmdCancel and cmdHelp,
+  // which waits for topics to show.
   explicit GridWindow(std::string formName) : formName_(std::move(formName)) {}
 
   // Binds the form's other controls; runs once each time the window opens.

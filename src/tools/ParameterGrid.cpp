@@ -1,22 +1,46 @@
 #include "tools/ParameterGrid.h"
 
+#include <algorithm>
 #include <array>
 
+#include "platform/Numbers.h"
 #include "session/Session.h"
 #include "tools/ParameterRules.h"
 
 namespace velmoor {
 
-void ParameterGrid::SetLocked(int row, const std::string& reason) {
+int ParameterGrid::ToolRow(int gridRow) const {
+  if (gridRow < 1 || order_.empty()) return gridRow;
+  return order_.at(static_cast<std::size_t>(gridRow) - 1);
+}
+
+int ParameterGrid::GridRow(int toolRow) const {
+  if (toolRow < 1 || order_.empty()) return toolRow;
+  return static_cast<int>(std::ranges::find(order_, toolRow) - order_.begin()) + 1;
+}
+
+void ParameterGrid::SortBy(int column, bool descending) {
+  std::vector<std::pair<std::string, int>> keys;
+  for (int row = 1; row <= tool_.RowsInArray(); ++row) {
+    keys.emplace_back(LowerCase(ToolText(row, column)), row);
+  }
+  std::ranges::stable_sort(keys, [descending](const auto& left, const auto& right) {
+    return descending ? right.first < left.first : left.first < right.first;
+  });
+  order_.clear();
+  for (const auto& key : keys) order_.push_back(key.second);
+}
+
+void ParameterGrid::SetLocked(int toolRow, const std::string& reason) {
   if (reason.empty()) {
-    locked_.erase(row);
+    locked_.erase(toolRow);
   } else {
-    locked_[row] = reason;
+    locked_[toolRow] = reason;
   }
 }
 
-std::string ParameterGrid::LockedBecause(int row) const {
-  const auto found = locked_.find(row);
+std::string ParameterGrid::LockedBecause(int toolRow) const {
+  const auto found = locked_.find(toolRow);
   return found == locked_.end() ? std::string() : found->second;
 }
 
@@ -24,31 +48,36 @@ std::string ParameterGrid::Text(int row, int column) const {
   static constexpr std::array<const char*, 4> kHeadings{"Category", "Parameter", "Description",
                                                         "Value"};
   if (row == 0) return kHeadings.at(static_cast<std::size_t>(column));
+  return ToolText(ToolRow(row), column);
+}
+
+std::string ParameterGrid::ToolText(int toolRow, int column) const {
   const BlockMatrix& rows = tool_.Rows();
   switch (column) {
     case kCategory:
-      return rows.Text(row, Column::category);
+      return rows.Text(toolRow, Column::category);
     case kParameter:
-      return rows.Text(row, Column::name);
+      return rows.Text(toolRow, Column::name);
     case kDescription:
-      return DescriptionInUnits(OpenedProject(), rows, row);
+      return DescriptionInUnits(OpenedProject(), rows, toolRow);
     default:
-      return rows.Text(row, Column::value);
+      return rows.Text(toolRow, Column::value);
   }
 }
 
 void ParameterGrid::SetText(int row, int column, const std::string& text) {
-  if (column == kValue) tool_.EditValue(row, text);
+  if (column == kValue) tool_.EditValue(ToolRow(row), text);
 }
 
 CellTraits ParameterGrid::Traits(int row, int column) const {
   CellTraits traits;
   if (row == 0 || column != kValue) return traits;
   const BlockMatrix& rows = tool_.Rows();
-  traits.locked = rows.Text(row, Column::name).empty() || locked_.contains(row);
+  const int toolRow = ToolRow(row);
+  traits.locked = rows.Text(toolRow, Column::name).empty() || locked_.contains(toolRow);
   traits.editable = !traits.locked;
-  traits.changed = rows.IsDirty(row);
-  SetComboList(traits, rows.Text(row, Column::list));
+  traits.changed = rows.IsDirty(toolRow);
+  SetComboList(traits, rows.Text(toolRow, Column::list));
   return traits;
 }
 

@@ -1,11 +1,12 @@
 // Shows a parameter tool's rows in a grid.
 //
-// Grid row r is the tool's row r; the columns are those below. Edits land in the tool's rows at
-// once.
+// The columns are those below. The grid's rows are the tool's, in the tool's order or sorted by a
+// column; a sorting changes nothing in the tool. Edits land in the tool's rows at once.
 #pragma once
 
 #include <map>
 #include <string>
+#include <vector>
 
 #include "platform/Grid.h"
 #include "tools/ParameterToolBase.h"
@@ -22,10 +23,17 @@ class ParameterGrid final : public GridSource {
   // The tool must outlive the grid.
   explicit ParameterGrid(ParameterToolBase& tool) : tool_(tool) {}
 
-  // Keeps the user out of a row, and why; an empty reason opens it.
-  void SetLocked(int row, const std::string& reason);
+  // Sorts by the texts of a column, those of equal texts in the tool's order.
+  void SortBy(int column, bool descending);
+  // Between a row of the grid, the heading being 0, and the tool's; the same until a sorting. A
+  // number below 1 stays as it is.
+  [[nodiscard]] int ToolRow(int gridRow) const;
+  [[nodiscard]] int GridRow(int toolRow) const;
+
+  // Keeps the user out of a row of the tool, and why; an empty reason opens it.
+  void SetLocked(int toolRow, const std::string& reason);
   // Empty for an open row.
-  [[nodiscard]] std::string LockedBecause(int row) const;
+  [[nodiscard]] std::string LockedBecause(int toolRow) const;
 
   [[nodiscard]] int Rows() const override { return tool_.RowsInArray() + 1; }
   [[nodiscard]] int Columns() const override { return kValue + 1; }
@@ -34,8 +42,11 @@ class ParameterGrid final : public GridSource {
   [[nodiscard]] CellTraits Traits(int row, int column) const override;
 
  private:
+  [[nodiscard]] std::string ToolText(int toolRow, int column) const;
+
   ParameterToolBase& tool_;
   std::map<int, std::string> locked_;
+  std::vector<int> order_;  // the tool's rows as the grid shows them; empty: as they lie
 };
 
 }  // namespace velmoor

@@ -1,5 +1,7 @@
 #include "tools/ParameterGridWindow.h"
 
+#include <utility>
+
 #include "platform/Clipboard.h"
 #include "platform/MessageBoxes.h"
 #include "platform/Trapped.h"
@@ -10,6 +12,7 @@ namespace velmoor {
 namespace {
 
 constexpr int kValueWidth = 22;  // the last column takes what room there is beyond
+constexpr const char* kTouched = "1";
 
 }  // namespace
 
@@ -20,16 +23,20 @@ ParameterGridWindow::ParameterGridWindow(const std::string& formName, ParameterT
 void ParameterGridWindow::FormLoad() {
   Grid& vsFG = grid();
   vsFG.Bind(&source_);
+  history_.Reset(HistoryRows());
   connections_ += vsFG.ValidateEdit.Connect([this](GridEdit& edit) { vsFG_ValidateEdit(edit); });
-  connections_ += vsFG.AfterEdit.Connect([this](int row, int) { vsFG_AfterEdit(row); });
+  connections_ +=
+      vsFG.AfterEdit.Connect([this](int row, int) { vsFG_AfterEdit(source_.ToolRow(row)); });
   connections_ += vsFG.RowColChange.Connect([this] { vsFG_RowColChange(); });
   connections_ += vsFG.KeyDown.Connect([this](KeyEvent& key) { vsFG_KeyDown(key); });
-  connections_ +=
-      vsFG.Tip.Connect([this](int row, int, std::string& tip) { vsFG_MouseMove(row, tip); });
+  connections_ += vsFG.Tip.Connect(
+      [this](int row, int, std::string& tip) { vsFG_MouseMove(source_.ToolRow(row), tip); });
+  connections_ += form().button("cmdUpload").Click.Connect([this] { UploadRequested.Raise(); });
+  connections_ += form().button("cmdDownload").Click.Connect([this] { cmdDownload_Click(); });
   vsFG.SetColumnWidth(ParameterGrid::kValue, kValueWidth);
   vsFG.SetCurrent(1, ParameterGrid::kValue);
   vsFG.SetFocus();
-  CurrentRowChanged(1);
+  CurrentRowChanged(CurrentRow());
 }
 
 // A sister tool may have stored newer values, and the units may be others, since the window was in
@@ -51,6 +58,7 @@ bool ParameterGridWindow::Accept(int row, std::string& text) {
       return false;
     }
     text = check.text;
+    BeforeEdit();
     if (text != described.value) MarkEdited();
     return true;
   });
@@ -58,19 +66,20 @@ bool ParameterGridWindow::Accept(int row, std::string& text) {
 
 bool ParameterGridWindow::PutValue(int row, std::string text) {
   if (!Accept(row, text)) return false;
-  source_.SetText(row, ParameterGrid::kValue, text);
-  grid().RefreshRow(row);
+  tool_.EditValue(row, text);
+  RefreshRow(row);
   vsFG_AfterEdit(row);
   return true;
 }
 
 void ParameterGridWindow::vsFG_ValidateEdit(GridEdit& edit) {
-  edit.cancel = !Accept(edit.row, edit.text);
+  edit.cancel = !Accept(source_.ToolRow(edit.row), edit.text);
 }
 
 void ParameterGridWindow::vsFG_AfterEdit(int row) {
+  EditDone();
   AfterEdit(row);
-  if (grid().Row() == row) CurrentRowChanged(row);
+  if (CurrentRow() == row) CurrentRowChanged(row);
 }
 
 void ParameterGridWindow::vsFG_RowColChange() {
@@ -78,13 +87,77 @@ void ParameterGridWindow::vsFG_RowColChange() {
   if (row < 1) return;
   // Only the value can be current.
   if (grid().Column() != ParameterGrid::kValue) grid().SetCurrent(row, ParameterGrid::kValue);
-  CurrentRowChanged(row);
+  CurrentRowChanged(CurrentRow());
+  EditStateChanged.Raise();
 }
 
 void ParameterGridWindow::CurrentRowChanged(int row) {
   if (row < 1 || row > tool_.RowsInArray()) return;
   form().label("lblHelp").SetText(tool_.Help(row));
 }
+
+// ---- undo and redo
+
+EditHistory::Rows ParameterGridWindow::HistoryRows() const {
+  EditHistory::Rows rows;
+  const BlockMatrix& matrix = tool_.Rows();
+  for (int row = 1; row <= matrix.Rows(); ++row) {
+    rows.push_back({matrix.Text(row, Column::value), matrix.Text(row, Column::dirty),
+                    matrix.IsTouched(row) ? kTouched : ""});
+  }
+  return rows;
+}
+
+// What came from elsewhere since the last edit, from a sister, the amplifier or a commit, is no
+// step of the user's: the history begins anew behind it.
+void ParameterGridWindow::BeforeEdit() {
+  EditHistory::Rows now = HistoryRows();
+  if (now != history_.Now()) history_.Reset(std::move(now));
+}
+
+void ParameterGridWindow::EditDone() {
+  (void)history_.Record(HistoryRows());
+  EditStateChanged.Raise();
+}
+
+bool ParameterGridWindow::CanUndo() const {
+  return IsOpen() && history_.CanUndo() && HistoryRows() == history_.Now();
+}
+
+bool ParameterGridWindow::CanRedo() const {
+  return IsOpen() && history_.CanRedo() && HistoryRows() == history_.Now();
+}
+
+void ParameterGridWindow::Undo() {
+  if (IsOpen() && grid().FinishEdit() && CanUndo()) PutBack(history_.Undo());
+}
+
+void ParameterGridWindow::Redo() {
+  if (IsOpen() && grid().FinishEdit() && CanRedo()) PutBack(history_.Redo());
+}
+
+void ParameterGridWindow::PutBack(const std::vector<EditHistory::Assignment>& cells) {
+  const auto place = cells.front().row;
+  const int row = static_cast<int>(place) + 1;
+  const auto& state = history_.Now()[place];
+  // A sister that follows edits of the row follows this one too.
+  tool_.EditValue(row, state[0]);
+  AfterEdit(row);
+  tool_.PutBackRow(row, state[0], state[1], state[2] == kTouched);
+  SetIsDirty(tool_.IsDirty() || tool_.HoldsEdits());
+  SetNotCommitted(tool_.Rows().IsAnyTouched() || HoldsMore());
+  ShowRow(row);
+  RefreshGrid();
+  CurrentRowChanged(CurrentRow());
+  EditStateChanged.Raise();
+}
+
+void ParameterGridWindow::ShowRow(int row) {
+  const int gridRow = source_.GridRow(row);
+  if (!grid().RowHidden(gridRow)) grid().SetCurrent(gridRow, ParameterGrid::kValue);
+}
+
+// ---- keys
 
 void ParameterGridWindow::vsFG_KeyDown(KeyEvent& key) {
   if (key.code == keys::kTab && key.shift) {
@@ -93,14 +166,26 @@ void ParameterGridWindow::vsFG_KeyDown(KeyEvent& key) {
     return;
   }
   // The other keys belong to an open edit.
-  if (grid().IsEditing()) return;
+  if (!grid().IsEditing()) key.handled = RunKey(key);
+}
+
+bool ParameterGridWindow::RunKey(const KeyEvent& key) {
   if (key.code == keys::kEnter && !key.AnyShift()) {
-    key.handled = true;
     grid().BeginEdit();
-  } else if (key.code == 'C' && key.ctrl && !key.shift && !key.alt) {
-    key.handled = true;
-    CopySelection();
+    return true;
   }
+  if (!key.ctrl || key.alt) return false;
+  // In a window that blocks the main window its menu cannot be reached.
+  if (key.code == 'C' && !key.shift) {
+    Copy();
+  } else if (key.code == 'Z' && !key.shift) {
+    Undo();
+  } else if ((key.code == 'Z' && key.shift) || (key.code == 'Y' && !key.shift)) {
+    Redo();
+  } else {
+    return false;
+  }
+  return true;
 }
 
 void ParameterGridWindow::GoUp() {
@@ -110,11 +195,15 @@ void ParameterGridWindow::GoUp() {
   if (row < 1) return;
   grid().SetCurrent(row, ParameterGrid::kValue);
   RefreshGrid();
-  CurrentRowChanged(row);
+  CurrentRowChanged(CurrentRow());
+}
+
+bool ParameterGridWindow::CanCopy() const {
+  return IsOpen() && !const_cast<ParameterGridWindow*>(this)->grid().Selection().IsEmpty();
 }
 
 // Only what can be seen is copied: a filter may hide rows between others.
-void ParameterGridWindow::CopySelection() {
+void ParameterGridWindow::Copy() {
   const GridBlock block = grid().Selection();
   if (block.IsEmpty() || world().clipboard == nullptr) return;
   std::string text;

@@ -1,22 +1,46 @@
 // The base of the windows that show a parameter tool's rows: checking of edits, tips, the text
-// about the current parameter, and the keys.
+// about the current parameter, undo and redo since the last Apply, the keys, and the buttons of the
+// transfers.
+//
+// Rows are the tool's rows throughout; the grid may show them in another order.
 #pragma once
 
 #include <string>
 
+#include "tools/EditHistory.h"
+#include "tools/EditTarget.h"
 #include "tools/GridWindow.h"
 #include "tools/ParameterGrid.h"
 #include "tools/ParameterRules.h"
 
 namespace velmoor {
 
-class ParameterGridWindow : public GridWindow {
+class ParameterGridWindow : public GridWindow, public EditTarget {
  public:
   // The units' words changed.
   void UpdateUnitsInDescription() { RefreshGrid(); }
+  // Accepts what was not accepted yet, as Apply does. False: refused; the window stays as it was.
+  bool CommitPending() { return !IsOpen() || (NotCommitted() ? Commit() : MayCommit()); }
+
+  // ---- the Edit menu: values are copied and put back, and never emptied
+  [[nodiscard]] bool CanCopy() const override;
+  [[nodiscard]] bool CanCut() const override { return false; }
+  [[nodiscard]] bool CanPaste() const override { return false; }
+  [[nodiscard]] bool CanUndo() const override;
+  [[nodiscard]] bool CanRedo() const override;
+  void Cut() override {}
+  void Copy() override;
+  void Paste() override {}
+  void Undo() override;
+  void Redo() override;
+
+  Event<> EditStateChanged;
+  Event<> UploadRequested;
+  Event<> DownloadRequested;
 
  protected:
-  // `tool` owns the window. The form has a label lblHelp beside what GridWindow needs.
+  // `tool` owns the window. The form has a label lblHelp and the buttons cmdUpload and cmdDownload
+  // beside what GridWindow needs.
   ParameterGridWindow(const std::string& formName, ParameterToolBase& tool, ParameterWindow rules);
 
   void FormLoad() override;
@@ -26,6 +50,18 @@ class ParameterGridWindow : public GridWindow {
   virtual void CurrentRowChanged(int row);
   // An edit of the row was written.
   virtual void AfterEdit(int /*row*/) {}
+  virtual void cmdDownload_Click() { DownloadRequested.Raise(); }
+  // The window holds changes beside its rows that were not accepted yet.
+  [[nodiscard]] virtual bool HoldsMore() const { return false; }
+  // Brings a row that was changed into sight.
+  virtual void ShowRow(int row);
+
+  // The row under the cursor; below 1: none.
+  [[nodiscard]] int CurrentRow() { return source_.ToolRow(grid().Row()); }
+  void RefreshRow(int row) { grid().RefreshRow(source_.GridRow(row)); }
+  // Before and after an edit of a row: what lies between is one step that can be undone.
+  void BeforeEdit();
+  void EditDone();
 
   // Checks the text as an edit of the row's value; a refusal is shown. True: `text` is what the
   // cell takes, and a change was noted.
@@ -40,13 +76,16 @@ class ParameterGridWindow : public GridWindow {
   void vsFG_AfterEdit(int row);
   void vsFG_RowColChange();
   void vsFG_KeyDown(KeyEvent& key);
+  bool RunKey(const KeyEvent& key);
   void GoUp();
-  void CopySelection();
+  [[nodiscard]] EditHistory::Rows HistoryRows() const;
+  void PutBack(const std::vector<EditHistory::Assignment>& cells);
   void vsFG_MouseMove(int row, std::string& tip) const;
 
   ParameterToolBase& tool_;
   ParameterWindow rules_;
   ParameterGrid source_;
+  EditHistory history_;  // of each row: value, mark, touched
   std::string trapPrefix_;
   std::string shownUnits_;
 };

@@ -24,7 +24,7 @@
 
 namespace velmoor {
 
-class GridWindow;
+class ParameterGridWindow;
 struct ParameterRow;
 
 class ParameterToolBase : public SharedParameterTool {
@@ -64,11 +64,18 @@ class ParameterToolBase : public SharedParameterTool {
   [[nodiscard]] const std::string& Help(int row) const;
   // Takes a checked text as the row's value and marks the row, unless it is the value already.
   void EditValue(int row, const std::string& text);
+  // A row was edited and not accepted yet.
+  [[nodiscard]] bool HoldsEdits() const;
+  // Puts back an earlier state of a row, of before an edit.
+  void PutBackRow(int row, const std::string& value, const std::string& mark, bool touched) {
+    arBlockMatrix_.PutBack(row, value, mark, touched);
+  }
   // Stores what was edited and hands it to the editor, as Apply does. False: the working file could
   // not be written, of which the user was told.
   bool AcceptEdits();
 
   // ---- the tool's window
+  [[nodiscard]] ParameterGridWindow& Window() { return *frm_; }
   void BringToFront();
   // Closes the window without a question.
   void UnloadWindow();
@@ -97,9 +104,15 @@ class ParameterToolBase : public SharedParameterTool {
   bool Upload();
   // Ends an upload that the user has accepted or refused.
   void CommitUploadedData(bool bState);
+  // Sends every row that the tool sends at all.
+  virtual bool DownloadWhole() { return DownloadRows(true); }
+  // Something is marked to be sent.
+  [[nodiscard]] virtual bool HasMoreToSend() const { return GetNumberOfNewRows() > 0; }
   // A sister's commit has stored what was copied here: such rows are no longer changes of this
   // tool.
   void SettleStoredRows();
+  // A sister has sent what was marked here: such rows, and a tool without others, are clean.
+  void SettleSentRows();
   [[nodiscard]] Snapshot TakeSnapshot() const;
   void RestoreSnapshot(const Snapshot& snapshot);
 
@@ -109,6 +122,9 @@ class ParameterToolBase : public SharedParameterTool {
   Event<const std::string&> Status;               // "Download Complete" and the like
   Event<std::int16_t, std::int16_t> Downloading;  // count, total; before each parameter sent
   Event<std::int16_t, std::int16_t> Uploading;    // row, total; before each parameter read
+  Event<> EditStateChanged;                       // what the Edit menu may offer has changed
+  Event<> UploadRequested;                        // by the window's buttons
+  Event<> DownloadRequested;
 
  protected:
   // `className` heads the boxes about trapped errors: "clsFlexibleIO".
@@ -116,7 +132,7 @@ class ParameterToolBase : public SharedParameterTool {
 
   // ---- the window
   // Follows the window's events from now on. The window is a member of the tool.
-  void AttachWindow(GridWindow& frm);
+  void AttachWindow(ParameterGridWindow& frm);
   bool ShowWindow(const std::string& caption, FormMode mode);
   void RefreshWindow();
   virtual bool frm_PropertiesChangeAccepted();
@@ -204,7 +220,7 @@ class ParameterToolBase : public SharedParameterTool {
   bool blnNeedsSaving_ = false;
   bool blnDataInvalidated_ = false;
   std::vector<std::string> help_;  // per row, from 0
-  GridWindow* frm_ = nullptr;
+  ParameterGridWindow* frm_ = nullptr;
   Connections connections_;
 };
 

@@ -2,18 +2,21 @@
 
 #include "platform/Trapped.h"
 #include "project/data/Schema.h"
-#include "tools/GridWindow.h"
+#include "tools/ParameterGridWindow.h"
 #include "tools/ParameterToolBase.h"
 
 namespace velmoor {
 
-void ParameterToolBase::AttachWindow(GridWindow& frm) {
+void ParameterToolBase::AttachWindow(ParameterGridWindow& frm) {
   frm_ = &frm;
   connections_ += frm.ChangeAccepted.Connect([this] {
     if (!frm_PropertiesChangeAccepted()) frm_->CommitFailed();
   });
   connections_ += frm.ChangeCanceled.Connect([this] { frm_PropertiesChangeCanceled(); });
   connections_ += frm.Closed.Connect([this] { frm_PropertiesClosed(); });
+  connections_ += frm.EditStateChanged.Connect([this] { EditStateChanged.Raise(); });
+  connections_ += frm.UploadRequested.Connect([this] { UploadRequested.Raise(); });
+  connections_ += frm.DownloadRequested.Connect([this] { DownloadRequested.Raise(); });
 }
 
 bool ParameterToolBase::ShowWindow(const std::string& caption, FormMode mode) {
@@ -51,6 +54,13 @@ void ParameterToolBase::EditValue(int row, const std::string& text) {
   arBlockMatrix_.Set(row, Column::dirty, "1");
 }
 
+bool ParameterToolBase::HoldsEdits() const {
+  for (int row = 1; row <= arBlockMatrix_.Rows(); ++row) {
+    if (arBlockMatrix_.IsTouched(row) && arBlockMatrix_.IsDirty(row)) return true;
+  }
+  return false;
+}
+
 bool ParameterToolBase::AcceptEdits() {
   MarkDirty();
   const bool stored = SaveAndHandToEditor();
@@ -62,11 +72,7 @@ bool ParameterToolBase::AcceptEdits() {
 
 bool ParameterToolBase::frm_PropertiesChangeAccepted() {
   if (!arBlockMatrix_.IsAnyTouched()) return true;
-  bool edited = false;
-  for (int row = 1; row <= arBlockMatrix_.Rows() && !edited; ++row) {
-    edited = arBlockMatrix_.IsTouched(row) && arBlockMatrix_.IsDirty(row);
-  }
-  if (edited) return AcceptEdits();
+  if (HoldsEdits()) return AcceptEdits();
   // Values from the amplifier: they are stored, and none has to go back.
   blnNeedsSaving_ = true;
   frm_->SetIsDirty(blnIsDirty_);

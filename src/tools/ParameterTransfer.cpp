@@ -52,6 +52,8 @@ bool ParameterToolBase::DownloadRow(Transfer& transfer, int row) {
   if (NeedsNewOptionVersion(strPn) && !transfer.newOptionVersion) {
     // Counted so that the progress reaches its total; the row stays dirty.
     if (!transfer.overRide) Downloading.Raise(++transfer.count, transfer.total);
+    // Marked for this transfer alone.
+    if (transfer.overRide) arBlockMatrix_.Mark(row, transfer.records.Text(Parameters::kDirty));
     return true;
   }
   if (transfer.records.Text(Parameters::kValue).empty()) return true;
@@ -75,6 +77,22 @@ bool ParameterToolBase::DownloadRow(Transfer& transfer, int row) {
   }
   YieldEvents();
   return true;
+}
+
+void ParameterToolBase::SettleSentRows() {
+  Trapped(Prefix("ReadToDB"), [this] {
+    const auto database = OpenForReading(strSaveDBPath_);
+    const auto records = database->OpenTable(Parameters::kTable);
+    for (int row = 1; row <= arBlockMatrix_.Rows(); ++row) {
+      if (!arBlockMatrix_.IsDirty(row) || arBlockMatrix_.IsTouched(row)) continue;
+      const bool found =
+          records->FindFirst(Parameters::kPn, arBlockMatrix_.Text(row, Column::name));
+      if (found && records->Text(Parameters::kDirty) == "0") arBlockMatrix_.Mark(row, "0");
+    }
+    return true;
+  });
+  if (blnIsDirty_ && !HasMoreToSend()) SetIsDirty(false);
+  RefreshWindow();
 }
 
 void ParameterToolBase::MarkAllForDownload() {

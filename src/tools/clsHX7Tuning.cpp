@@ -12,7 +12,6 @@ clsHX7Tuning::clsHX7Tuning() : ParameterToolBase("clsTuning") {
   AttachWindow(frm_);
   windowConnections_ +=
       frm_.RigidityChanged.Connect([this] { blnChangedRigidity_ = frm_.ChangedRigidity(); });
-  windowConnections_ += frm_.DownloadRequested.Connect([this] { DownloadRequested.Raise(); });
 }
 
 void clsHX7Tuning::SetChangedRigidity(bool changed) {

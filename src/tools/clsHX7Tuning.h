@@ -23,6 +23,10 @@ class clsHX7Tuning final : public ParameterToolBase {
   // Sends the dirty rows, or all of them with `blnOverRide`; the rigidity goes last. The result
   // does not depend on the rigidity.
   bool Download(bool blnOverRide);
+  bool DownloadWhole() override { return Download(true); }
+  [[nodiscard]] bool HasMoreToSend() const override {
+    return blnChangedRigidity_ || ParameterToolBase::HasMoreToSend();
+  }
 
   // The user chose another rigidity, which goes out with the next download.
   [[nodiscard]] bool ChangedRigidity() const { return blnChangedRigidity_; }
@@ -34,8 +38,7 @@ class clsHX7Tuning final : public ParameterToolBase {
   // amplifier's. Success without a change.
   [[nodiscard]] ResultCode PerformRigidityChange();
 
-  Event<> RigidityChanged;    // the amplifier has taken another level
-  Event<> DownloadRequested;  // the window asks for a download of all rows
+  Event<> RigidityChanged;  // the amplifier has taken another level
 
  protected:
   [[nodiscard]] bool Takes(const ParameterDefinition& definition) const override;

@@ -15,12 +15,14 @@ constexpr const char* kAllCategories = "All categories";
 void frmEditor::FormLoad() {
   DisableCells();
   digits_.Bind(form(), connections_, [this](const std::string& text) {
-    const int row = grid().Row();
+    const int row = CurrentRow();
     // A refused digit goes back to what the row holds.
     if (row > 0 && !PutValue(row, text)) CurrentRowChanged(row);
   });
   FillCategories();
   ParameterGridWindow::FormLoad();
+  grid().SetSortMark(sortedBy_, descending_);
+  connections_ += grid().HeadingClick.Connect([this](int column) { SortBy(column); });
   connections_ += grid().RowColChange.Connect([this] { TellWhyLocked(); });
   connections_ += form().textBox("txtFilter").Change.Connect([this] { ApplyFilter(); });
   connections_ += form().checkBox("chkChangedOnly").Click.Connect([this] { ApplyFilter(); });
@@ -52,7 +54,8 @@ bool frmEditor::IsWanted(int row, const std::string& filter, const std::string& 
   if (form().checkBox("chkChangedOnly").Value() && !tool().Rows().IsDirty(row)) return false;
   if (!category.empty() && tool().Rows().Text(row, Column::category) != category) return false;
   const auto holds = [&](int column) {
-    return LowerCase(source().Text(row, column)).find(filter) != std::string::npos;
+    return LowerCase(source().Text(source().GridRow(row), column)).find(filter) !=
+           std::string::npos;
   };
   return holds(ParameterGrid::kParameter) || holds(ParameterGrid::kDescription);
 }
@@ -63,15 +66,29 @@ void frmEditor::ApplyFilter() {
   const std::string category = combo.ListIndex() > 0 ? combo.Text() : std::string();
   for (int row = 1; row <= tool().RowsInArray(); ++row) {
     const bool hidden = !IsWanted(row, filter, category);
-    if (hidden != grid().RowHidden(row)) grid().SetRowHidden(row, hidden);
+    const int gridRow = source().GridRow(row);
+    if (hidden != grid().RowHidden(gridRow)) grid().SetRowHidden(gridRow, hidden);
   }
+}
+
+// A second click on the same heading turns the order round.
+void frmEditor::SortBy(int column) {
+  if (!grid().FinishEdit()) return;
+  descending_ = column == sortedBy_ && !descending_;
+  sortedBy_ = column;
+  const int row = CurrentRow();
+  source().SortBy(column, descending_);
+  grid().SetSortMark(sortedBy_, descending_);
+  RefreshGrid();
+  ApplyFilter();
+  if (row > 0) grid().SetCurrent(source().GridRow(row), ParameterGrid::kValue);
 }
 
 void frmEditor::PostUpload() {
   ParameterGridWindow::PostUpload();
   if (!IsOpen()) return;
   ApplyFilter();
-  CurrentRowChanged(grid().Row());
+  CurrentRowChanged(CurrentRow());
 }
 
 // ---- the current row
@@ -84,11 +101,16 @@ void frmEditor::CurrentRowChanged(int row) {
 
 // An edited row stays in sight although the filter would hide it: nothing is looked for anew.
 void frmEditor::AfterEdit(int row) {
-  grid().RefreshRow(row);
+  RefreshRow(row);
+}
+
+void frmEditor::ShowRow(int row) {
+  grid().SetRowHidden(source().GridRow(row), false);
+  ParameterGridWindow::ShowRow(row);
 }
 
 void frmEditor::TellWhyLocked() {
-  const std::string reason = grid().Row() > 0 ? source().LockedBecause(grid().Row()) : "";
+  const std::string reason = source().LockedBecause(CurrentRow());
   if (!reason.empty()) ShowInformation(reason);
 }
 

@@ -20,15 +20,19 @@ class frmEditor final : public ParameterGridWindow {
   void FormLoad() override;
   void CurrentRowChanged(int row) override;
   void AfterEdit(int row) override;
+  void ShowRow(int row) override;
 
  private:
   void DisableCells();
   void FillCategories();
   void ApplyFilter();
+  void SortBy(int column);
   [[nodiscard]] bool IsWanted(int row, const std::string& filter, const std::string& category);
   void TellWhyLocked();
 
   DigitPanel digits_;
+  int sortedBy_ = -1;  // the column; -1: as the catalogue has the rows
+  bool descending_ = false;
 };
 
 }  // namespace velmoor

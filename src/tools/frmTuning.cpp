@@ -23,7 +23,7 @@ std::vector<std::string> RigidityTexts() {
 
 void frmTuning::FormLoad() {
   digits_.Bind(form(), connections_, [this](const std::string& text) {
-    const int row = grid().Row();
+    const int row = CurrentRow();
     if (row > 0 && !PutValue(row, text)) CurrentRowChanged(row);
   });
   ParameterGridWindow::FormLoad();
@@ -40,7 +40,6 @@ void frmTuning::FormLoad() {
     (void)CheckNotchFilterFrequency();
   });
   connections_ += form().comboBox("cmbRigidity").Click.Connect([this] { cmbRigidity_Click(); });
-  connections_ += form().button("cmdDownload").Click.Connect([this] { cmdDownload_Click(); });
   connections_ += ChangeCanceled.Connect([this] { TakeBackRigidity(); });
 }
 
@@ -76,8 +75,10 @@ void frmTuning::ShowNotchFilter() {
 void frmTuning::PutSetting(const char* strPn, const std::string& value) {
   const int row = tool().Rows().FindRow(strPn);
   if (row == 0) return;
+  BeforeEdit();
   tool().EditValue(row, value);
   MarkEdited();
+  EditDone();
 }
 
 void frmTuning::chkNotchFilter_Click() {
@@ -153,6 +154,10 @@ void frmTuning::TakeBackRigidity() {
   RigidityChanged.Raise();
 }
 
+bool frmTuning::HoldsMore() const {
+  return blnChangedRigidity_ != changedBefore_ || iRigidity_ != rigidityBefore_;
+}
+
 bool frmTuning::MayCommit() {
   if (!CheckNotchFilterFrequency()) return false;
   QueryToResetChangedRigidity();
@@ -167,7 +172,7 @@ void frmTuning::cmdDownload_Click() {
     return;
   }
   // What is sent is what the window shows.
-  if (NotCommitted() ? !Commit() : !MayCommit()) return;
+  if (!CommitPending()) return;
   DownloadRequested.Raise();
   changedBefore_ = blnChangedRigidity_;
   UpdateRigidity();

@@ -23,13 +23,14 @@ class frmTuning final : public ParameterGridWindow {
 
   void RefreshGrid() override;
 
-  Event<> RigidityChanged;    // the user chose a level, or took it back
-  Event<> DownloadRequested;  // the user agreed to send all rows
+  Event<> RigidityChanged;  // the user chose a level, or took it back
 
  protected:
   void FormLoad() override;
   void CurrentRowChanged(int row) override;
   bool MayCommit() override;
+  void cmdDownload_Click() override;
+  [[nodiscard]] bool HoldsMore() const override;
 
  private:
   void HideRows();
@@ -40,7 +41,6 @@ class frmTuning final : public ParameterGridWindow {
   void cmbRigidity_Click();
   void UpdateRigidity();
   void QueryToResetChangedRigidity();
-  void cmdDownload_Click();
   void TakeBackRigidity();
 
   DigitPanel digits_;

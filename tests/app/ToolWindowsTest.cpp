@@ -159,5 +159,140 @@ TEST_F(ToolWindows, TheTuningWindowSendsWhatItShowsAndTheRigidityLast) {
   EXPECT_EQ(Shown(tool, "Pn100"), gain);
 }
 
+// ---- downloads of a single tool
+
+class SingleDownloads : public ToolWindows {
+ protected:
+  void SetUp() override {
+    ToolWindows::SetUp();
+    Project().ResetAllIsDirty();
+    Amplifier().ForgetWhatWasAsked();
+  }
+  std::string Sent(const char* number) {
+    const std::string beginning = std::string("0PRM") + number + "=";
+    for (const auto& entry : Amplifier().Journal()) {
+      if (entry.line.starts_with(beginning)) return entry.line.substr(beginning.size());
+    }
+    return "nothing";
+  }
+  int Writes() { return Amplifier().Asked("PRM="); }
+};
+
+TEST_F(SingleDownloads, EachToolSendsItsRowsAndNoOthersAndRestartsWhereNeeded) {
+  // Going online writes Pn802 itself.
+  const struct {
+    const char* command;
+    const char* name;
+    int rows;
+    int restarts;
+  } kTools[] = {{"mnuToolsDownloadParameterInterface", "Interface Parameters", 3, 1},
+                {"mnuToolsDownloadParameterFlexibleIO", "Flexible I/O Parameters", 24, 1},
+                {"mnuToolsDownloadParameterHoming", "Homing Parameters", 7, 1},
+                {"mnuToolsDownloadParameterOverTravel", "Over Travel Parameters", 6, 1},
+                {"mnuToolsDownloadParameterTuning", "Tuning Parameters", 12, 0}};
+  for (const auto& tool : kTools) {
+    Main().Choose("mnuToolsOnline");
+    Amplifier().ForgetWhatWasAsked();
+    data.boxes.Expect("Do you wish to proceed?", BoxAnswer::ok);
+    Main().Choose(tool.command);
+    EXPECT_EQ(data.boxes.shown.back().text, "Download " + std::string(tool.name) + " complete!");
+    const int own = Writes() - (Amplifier().Asked("PRM=") > tool.rows ? 1 : 0);
+    EXPECT_EQ(own, tool.rows) << tool.name;
+    EXPECT_EQ(Amplifier().Asked("RES"), tool.restarts) << tool.name;
+    EXPECT_EQ(Project().WhatIsDirty(), "");
+    PauseInSec(1);
+  }
+}
+
+TEST_F(SingleDownloads, TheWindowsButtonAcceptsWhatItShowsAfterTheQuestion) {
+  clsHX7Homing& tool = Project().Homing();
+  Main().Choose("mnuToolsIndexerHoming");
+  Edit(Window(), tool, "Pn81D", "1.25");
+  data.boxes.Expect(
+      "Homing Parameters of the project will be downloaded to the controller.\r"
+      "Do you wish to proceed?",
+      BoxAnswer::cancel);
+  Window().Press("cmdDownload");
+  EXPECT_TRUE(Window().button("cmdApply").Enabled()) << "a Cancel accepts nothing";
+  EXPECT_EQ(Sent("81D"), "nothing");
+  data.boxes.Expect("Homing Parameters of the project", BoxAnswer::ok);
+  Window().Press("cmdDownload");
+  EXPECT_EQ(Sent("81D"), "1250");
+  EXPECT_FALSE(Window().button("cmdApply").Enabled());
+  EXPECT_FALSE(tool.Rows().IsDirty(tool.Rows().FindRow("Pn81D")));
+  EXPECT_EQ(Project().WhatIsDirty(), "");
+}
+
+TEST_F(SingleDownloads, WhatASisterHadToSendIsSentAndWhatIsLeftStaysMarked) {
+  data.forms.OnShow("frmEditor", [this](HeadlessForm& form) {
+    Edit(form, Project().Editor(), "Pn825", "6");
+    Edit(form, Project().Editor(), "Pn100", "41");
+    form.Press("cmdOK");
+  });
+  Main().Choose("mnuToolsEditor");
+  data.boxes.Expect("Homing Parameters of the project", BoxAnswer::ok);
+  Main().Choose("mnuToolsDownloadParameterHoming");
+  EXPECT_EQ(Sent("825"), "360");
+  EXPECT_EQ(Sent("100"), "nothing");
+  const clsHX7Editor& editor = Project().Editor();
+  EXPECT_FALSE(editor.Rows().IsDirty(editor.Rows().FindRow("Pn825")));
+  EXPECT_TRUE(editor.Rows().IsDirty(editor.Rows().FindRow("Pn100")));
+  EXPECT_EQ(Project().WhatIsDirty(), "All parameters");
+}
+
+TEST_F(SingleDownloads, ACutOneIsCompletedByDownloadNew) {
+  line.faults.Add({.kind = FaultKind::deviceError, .match = "PRM826="});
+  data.boxes.Expect("Homing Parameters of the project", BoxAnswer::ok);
+  Main().Choose("mnuToolsDownloadParameterHoming");
+  EXPECT_EQ(data.boxes.shown.back().text, "Error downloading data to controller!");
+  EXPECT_EQ(Project().WhatIsDirty(), "Homing parameters");
+  EXPECT_EQ(Project().Homing().GetNumberOfNewRows(), 3) << "from the refused one on";
+  EXPECT_TRUE(Project().NeedsSaving()) << "the marks outlive the session";
+  data.forms.OnShow("frmDialogStop", [](HeadlessForm& form) { form.Press("cmdStop"); });
+  data.boxes.Expect("Homing Parameters of the project", BoxAnswer::ok);
+  Main().Choose("mnuToolsDownloadParameterHoming");
+  EXPECT_EQ(data.boxes.shown.back().text, "Download Homing Parameters terminated!");
+}
+
+TEST_F(SingleDownloads, TheEditorsButtonsMoveAllParametersWithinTheWindow) {
+  data.forms.OnShow("frmEditor", [this](HeadlessForm& form) {
+    Edit(form, Project().Editor(), "Pn100", "41");
+    data.boxes.Expect("All Parameters of the project will be downloaded", BoxAnswer::ok);
+    form.Press("cmdDownload");
+    EXPECT_EQ(data.boxes.shown.back().text, "Download All Parameters complete!");
+    EXPECT_FALSE(form.button("cmdApply").Enabled());
+    PauseInSec(1);
+    ASSERT_TRUE(Amplifier().State().memory.parameters.Write(0x100, "77"));
+    data.boxes.Expect("Existing All Parameters will be overwritten", BoxAnswer::yes);
+    data.boxes.Expect("Commit uploaded data to project?", BoxAnswer::yes);
+    form.Press("cmdUpload");
+    EXPECT_EQ(Shown(Project().Editor(), "Pn100"), "77");
+    form.Press("cmdCancel");
+  });
+  data.forms.OnShow("frmCompare", [](HeadlessForm& form) { form.Press("cmdCancel"); });
+  Main().Choose("mnuToolsEditor");
+  EXPECT_EQ(Sent("100"), "41");
+  EXPECT_EQ(Project().WhatIsDirty(), "");
+}
+
+// ---- the Edit menu
+
+TEST_F(ToolWindows, TheEditMenuActsOnTheParameterWindowInFront) {
+  clsHX7Homing& tool = Project().Homing();
+  Main().Choose("mnuToolsIndexerHoming");
+  EXPECT_FALSE(Main().CommandEnabled("mnuEditUndo"));
+  Edit(Window(), tool, "Pn81D", "1.25");
+  EXPECT_TRUE(Main().CommandEnabled("mnuEditUndo"));
+  EXPECT_TRUE(Main().CommandEnabled("mnuEditCopy"));
+  EXPECT_FALSE(Main().CommandEnabled("mnuEditCut")) << "a value is never emptied";
+  Main().Choose("mnuEditUndo");
+  EXPECT_EQ(Shown(tool, "Pn81D"), "0.000");
+  EXPECT_FALSE(Main().CommandEnabled("mnuEditUndo"));
+  Main().Choose("mnuEditRedo");
+  EXPECT_EQ(Shown(tool, "Pn81D"), "1.250");
+  Main().Choose("mnuEditCopy");
+  EXPECT_EQ(data.clipboard.Text(), "1.250");
+}
+
 }  // namespace
 }  // namespace velmoor

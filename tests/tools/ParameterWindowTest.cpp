@@ -157,6 +157,149 @@ TEST_F(ParameterWindows, EnterEditsAndCtrlCCopiesTheSelection) {
   grid.GiveUpEdit();
 }
 
+// ---- undo
+
+TEST_F(ParameterWindows, UndoGoesBackToAWindowThatClosesWithoutAQuestion) {
+  clsHX7OverTravel& tool = project().OverTravel();
+  ASSERT_TRUE(tool.Show_OverTravel());
+  ASSERT_TRUE(Type(Window(), tool, "Pn81B", "12.5"));
+  ASSERT_TRUE(Type(Window(), tool, "Pn819", "Stop at once and hold"));
+  const auto press = [this](bool shift) {
+    Window().PressKey("vsFG", {.code = 'Z', .shift = shift, .ctrl = true});
+  };
+  press(false);
+  EXPECT_EQ(Shown(tool, "Pn819"), "Decelerate and hold");
+  EXPECT_EQ(Window().grid("vsFG").Row(), RowOf(tool, "Pn819")) << "the row is brought into sight";
+  EXPECT_TRUE(Window().button("cmdApply").Enabled()) << "the other edit stands";
+  press(false);
+  press(false);
+  EXPECT_EQ(Shown(tool, "Pn81B"), "99999.999");
+  EXPECT_FALSE(tool.Rows().IsDirty(RowOf(tool, "Pn81B")));
+  EXPECT_FALSE(tool.Rows().IsAnyTouched());
+  EXPECT_FALSE(Window().button("cmdApply").Enabled());
+  press(true);
+  EXPECT_EQ(Shown(tool, "Pn81B"), "12.500");
+  EXPECT_TRUE(tool.Rows().IsDirty(RowOf(tool, "Pn81B")));
+  press(false);
+  Window().Press("cmdCancel");
+  EXPECT_TRUE(Boxes().empty());
+  EXPECT_FALSE(tool.IsDirty());
+}
+
+TEST_F(ParameterWindows, UndoEndsAtTheLastApplyAndAtWhatCameFromElsewhere) {
+  clsHX7Homing& tool = project().Homing();
+  ASSERT_TRUE(tool.Show_Homing());
+  Type(Window(), tool, "Pn81D", "1");
+  Window().Press("cmdApply");
+  EXPECT_FALSE(tool.Window().CanUndo());
+  Type(Window(), tool, "Pn81D", "2");
+  EXPECT_TRUE(tool.Window().CanUndo());
+  session.GoOnline();
+  ASSERT_TRUE(tool.Upload());
+  EXPECT_FALSE(tool.Window().CanUndo());
+  Type(Window(), tool, "Pn81D", "3");
+  tool.Window().Undo();
+  EXPECT_EQ(Shown(tool, "Pn81D"), "0.000") << "what the upload has brought";
+  EXPECT_TRUE(Window().button("cmdApply").Enabled()) << "which was not accepted";
+}
+
+TEST_F(ParameterWindows, UndoneChoicesReachTheSisterTheLocksAndTheNotchFilter) {
+  clsHX7FlexibleIO& io = project().FlexibleIO();
+  ASSERT_TRUE(io.Show_FlexibleIO());
+  ASSERT_TRUE(Type(Window(), io, "Pn80C", "Disabled"));
+  EXPECT_EQ(Shown(project().OverTravel(), "Pn80C"), "Disabled");
+  io.Window().Undo();
+  EXPECT_EQ(Shown(project().OverTravel(), "Pn80C"), "Normally closed");
+  io.Unload_FlexibleIO();
+  clsHX7Homing& homing = project().Homing();
+  ASSERT_TRUE(homing.Show_Homing());
+  ASSERT_TRUE(Type(Window(), homing, "Pn823", "dec and c-phase"));
+  homing.Window().Undo();
+  EXPECT_EQ(Locked(Window(), homing), "824 825 826 827 828 ");
+  clsHX7Tuning& tuning = project().Tuning();
+  world.forms.OnShow("frmTuning", [&](HeadlessForm& form) {
+    form.Check("chkNotchFilter", true);
+    form.PressKey("vsFG", {.code = 'Z', .ctrl = true});
+    EXPECT_FALSE(form.checkBox("chkNotchFilter").Value());
+    EXPECT_FALSE(form.button("cmdApply").Enabled());
+    EXPECT_TRUE(form.grid("vsFG").RowHidden(RowOf(tuning, "Pn408")));
+    form.Press("cmdCancel");
+  });
+  tuning.Show_Tuning();
+}
+
+// ---- two windows on one parameter
+
+// Homing holds an edit of Pn825 that was not applied while the editor applies another value, or an
+// upload of all parameters brings one.
+TEST_F(ParameterWindows, TheLastAcceptedOfTwoWindowsStandsAndACancelKeepsTheOthers) {
+  clsHX7Homing& homing = project().Homing();
+  clsHX7Editor& editor = project().Editor();
+  session.GoOnline();
+  const auto stored = [&] {
+    BlockMatrix before;
+    homing.GetBlockMatrix(before);
+    EXPECT_TRUE(homing.ReadFromDB());
+    const std::string value = Shown(homing, "Pn825");
+    homing.LetBlockMatrix(before);
+    return value;
+  };
+  const struct {
+    const char* button;
+    bool upload;
+    const char* value;
+  } kCases[] = {{"cmdApply", false, "6.000"},
+                {"cmdOK", false, "6.000"},
+                {"cmdCancel", false, "7.000"},
+                {"cmdOK", true, "8.000"},
+                {"cmdCancel", true, "8.000"}};
+  for (const auto& entry : kCases) {
+    SCOPED_TRACE(std::string(entry.button) + (entry.upload ? " after an upload" : ""));
+    ASSERT_TRUE(homing.Show_Homing());
+    ASSERT_TRUE(Type(Window(), homing, "Pn823", "dec and c-phase"));
+    ASSERT_TRUE(Type(Window(), homing, "Pn825", "6"));
+    OpenEditor([&](HeadlessForm& form) {
+      ASSERT_TRUE(Type(form, editor, "Pn825", "7"));
+      form.Press("cmdOK");
+    });
+    if (entry.upload) {
+      amplifier().State().memory.parameters.Write(0x825, "480");
+      ASSERT_TRUE(project().UploadParts({Tool::editor}));
+      project().CommitUploadedParts({Tool::editor});
+    }
+    Window().Activate();
+    EXPECT_EQ(Shown(homing, "Pn825"), entry.upload ? "8.000" : "6.000");
+    const bool asks = std::string(entry.button) == "cmdCancel" && !entry.upload;
+    if (asks) world.boxes.Expect(kDiscard, BoxAnswer::yes);
+    Window().Press(entry.button);
+    EXPECT_EQ(stored(), entry.value);
+    EXPECT_EQ(Shown(homing, "Pn825"), entry.value);
+    homing.Unload_Homing();
+    OpenEditor([&](HeadlessForm& form) {
+      EXPECT_EQ(Shown(editor, "Pn825"), entry.value);
+      form.Press("cmdCancel");
+    });
+    amplifier().State().memory.parameters.Write(0x825, "300");
+    ASSERT_TRUE(project().UploadParts({Tool::editor}));
+    project().CommitUploadedParts({Tool::editor});
+    world.boxes.shown.clear();
+  }
+}
+
+TEST_F(ParameterWindows, ARefusedUploadBringsBackTheEditsOfEveryOpenWindow) {
+  clsHX7Homing& homing = project().Homing();
+  session.GoOnline();
+  ASSERT_TRUE(homing.Show_Homing());
+  ASSERT_TRUE(Type(Window(), homing, "Pn81D", "6"));
+  ASSERT_TRUE(project().UploadParts({Tool::editor}));
+  EXPECT_EQ(Shown(homing, "Pn81D"), "0.000");
+  project().RestoreSnapshot();
+  EXPECT_EQ(Shown(homing, "Pn81D"), "6.000");
+  EXPECT_TRUE(Window().button("cmdApply").Enabled());
+  Window().Press("cmdOK");
+  EXPECT_EQ(homing.GetNumberOfNewRows(), 1);
+}
+
 // ---- what the four tools add
 
 TEST_F(ParameterWindows, TheSerialRowsKeepTheirItem) {
@@ -278,6 +421,33 @@ TEST_F(ParameterWindows, TheEditorFindsByNameAndDescriptionAndShowsWhatChanged) 
   });
   EXPECT_TRUE(tool.IsDirty());
   EXPECT_EQ(tool.GetNumberOfNewRows(), 1);
+}
+
+TEST_F(ParameterWindows, AHeadingSortsTheEditorAndEditsKeepToTheirRow) {
+  clsHX7Editor& tool = project().Editor();
+  OpenEditor([&](HeadlessForm& form) {
+    auto& grid = form.grid("vsFG");
+    const auto first = [&] { return grid.Source()->Text(1, ParameterGrid::kParameter); };
+    grid.GoTo(RowOf(tool, "Pn100"), ParameterGrid::kValue);
+    grid.HeadingClick.Raise(ParameterGrid::kCategory);
+    EXPECT_EQ(first(), "Pn800") << "RX900 before VKLM";
+    grid.HeadingClick.Raise(ParameterGrid::kParameter);
+    EXPECT_EQ(first(), "Pn000");
+    grid.HeadingClick.Raise(ParameterGrid::kParameter);
+    EXPECT_EQ(first(), "Pn834") << "a second click turns it round";
+    EXPECT_EQ(grid.Source()->Text(grid.Row(), ParameterGrid::kParameter), "Pn100");
+    EXPECT_EQ(form.label("lblHelp").Text(), tool.Help(RowOf(tool, "Pn100")));
+    ASSERT_TRUE(form.EditCell("vsFG", grid.Row(), ParameterGrid::kValue, "41"));
+    EXPECT_EQ(Shown(tool, "Pn100"), "41");
+    form.Type("txtFilter", "pn81b");
+    EXPECT_FALSE(grid.RowHidden(tool.RowsInArray() + 1 - RowOf(tool, "Pn81B")));
+    form.PressKey("vsFG", {.code = 'Z', .ctrl = true});
+    EXPECT_EQ(Shown(tool, "Pn100"), "40");
+    EXPECT_EQ(grid.Source()->Text(grid.Row(), ParameterGrid::kParameter), "Pn100")
+        << "an undone edit is shown although the filter had hidden it";
+    form.Press("cmdCancel");
+  });
+  EXPECT_TRUE(Boxes().empty());
 }
 
 TEST_F(ParameterWindows, TheEditorTellsWhyARowIsLocked) {

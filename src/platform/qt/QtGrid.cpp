@@ -32,6 +32,8 @@ QtGrid::QtGrid(QTableView& view)
                    [this] { CurrentMoved(); });
   QObject::connect(&view, &QTableView::clicked, &context_,
                    [this](const QModelIndex& index) { CellClicked(index); });
+  QObject::connect(view.horizontalHeader(), &QHeaderView::sectionClicked, &context_,
+                   [this](int column) { HeadingClick.Raise(column); });
 }
 
 QtGrid::~QtGrid() {
@@ -95,6 +97,14 @@ void QtGrid::SetColumnWidth(int column, int characters) {
   if (widths_.size() <= at) widths_.resize(at + 1, 0);
   widths_[at] = characters;
   FitColumns();
+}
+
+void QtGrid::SetSortMark(int column, bool descending) {
+  QHeaderView& heading = *view_.horizontalHeader();
+  // A heading that sorts does not select its column.
+  QObject::disconnect(&heading, &QHeaderView::sectionPressed, &view_, nullptr);
+  heading.setSortIndicatorShown(column >= 0);
+  heading.setSortIndicator(column, descending ? Qt::DescendingOrder : Qt::AscendingOrder);
 }
 
 void QtGrid::FitColumns() {
