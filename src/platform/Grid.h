@@ -76,6 +76,8 @@ class Grid : public Control {
   // In characters of average width; 0: as wide as the contents. The last visible column takes the
   // room that is left.
   virtual void SetColumnWidth(int column, int characters) = 0;
+  // Keeps room for so many rows, so that the window opens no smaller and no larger than it must.
+  virtual void SetRowsInSight(int rows) = 0;
   // Shows in the heading that the rows lie sorted by that column; -1: by none. The sorting itself
   // is the source's affair.
   virtual void SetSortMark(int column, bool descending) = 0;

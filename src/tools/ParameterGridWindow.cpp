@@ -94,6 +94,10 @@ void ParameterGridWindow::vsFG_RowColChange() {
 void ParameterGridWindow::CurrentRowChanged(int row) {
   if (row < 1 || row > tool_.RowsInArray()) return;
   form().label("lblHelp").SetText(tool_.Help(row));
+  const std::string reason = source_.LockedBecause(row);
+  Label& limits = form().label("lblLimits");
+  limits.SetText(reason.empty() ? LimitsInWords(OpenedProject(), tool_.Describe(row)) : reason);
+  limits.SetTone(Tone::faint);
 }
 
 // ---- undo and redo

@@ -39,8 +39,8 @@ class ParameterGridWindow : public GridWindow, public EditTarget {
   Event<> DownloadRequested;
 
  protected:
-  // `tool` owns the window. The form has a label lblHelp and the buttons cmdUpload and cmdDownload
-  // beside what GridWindow needs.
+  // `tool` owns the window. The form has the labels lblHelp and lblLimits and the buttons cmdUpload
+  // and cmdDownload beside what GridWindow needs.
   ParameterGridWindow(const std::string& formName, ParameterToolBase& tool, ParameterWindow rules);
 
   void FormLoad() override;

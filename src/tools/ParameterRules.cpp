@@ -175,10 +175,15 @@ std::string MaximumText(const Project& project, const ParameterRow& row) {
   return LimitText(project, row, row.maximum);
 }
 
+std::string LimitsInWords(const Project& project, const ParameterRow& row) {
+  if (!row.list.empty()) return {};
+  return "Minimum value is " + MinimumText(project, row) + "; Maximum value is " +
+         MaximumText(project, row);
+}
+
 std::string ParameterTip(const Project& project, const ParameterRow& row) {
-  if (!row.list.empty()) return row.description;
-  return row.description + ": Minimum value is " + MinimumText(project, row) +
-         "; Maximum value is " + MaximumText(project, row);
+  const std::string limits = LimitsInWords(project, row);
+  return limits.empty() ? row.description : row.description + ": " + limits;
 }
 
 std::string LockedReason(const std::string& strPn) {

@@ -50,6 +50,8 @@ enum class ParameterWindow {
 // The row's limits as the user reads them: in user units, as digits, or plain.
 [[nodiscard]] std::string MinimumText(const Project& project, const ParameterRow& row);
 [[nodiscard]] std::string MaximumText(const Project& project, const ParameterRow& row);
+// "Minimum value is ...; Maximum value is ..."; empty for a list row.
+[[nodiscard]] std::string LimitsInWords(const Project& project, const ParameterRow& row);
 // "In Position Window: Minimum value is ...; Maximum value is ...", or the description of a list
 // row.
 [[nodiscard]] std::string ParameterTip(const Project& project, const ParameterRow& row);

@@ -9,6 +9,7 @@ namespace velmoor {
 namespace {
 
 constexpr int kHomingRows = 7;
+constexpr int kMostRowsInSight = 12;
 
 // What a homing method does with a row.
 enum class RowState { asItIs, locked, open };
@@ -36,6 +37,7 @@ bool frmProperties::IsType(const char* lowerCase) const {
 void frmProperties::FormLoad() {
   ParameterGridWindow::FormLoad();
   grid().SetColumnHidden(ParameterGrid::kCategory, true);
+  grid().SetRowsInSight(std::min<int>(tool().RowsInArray(), kMostRowsInSight));
   connections_ +=
       grid().ChangeEdit.Connect([this](const GridEdit& edit) { vsFG_ChangeEdit(edit); });
   if (IsType("homing")) UpdateHomingGrid(GetPnValueFromGrid("Pn823"));

@@ -205,6 +205,7 @@ class HeadlessGrid final : public HeadlessControl<Grid> {
   [[nodiscard]] bool RowHidden(int row) const override { return hiddenRows_.contains(row); }
   void SetColumnWidth(int, int) override {}
   void SetSortMark(int, bool) override {}
+  void SetRowsInSight(int) override {}
   [[nodiscard]] int Row() const override { return row_; }
   [[nodiscard]] int Column() const override { return column_; }
   void SetCurrent(int row, int column) override;

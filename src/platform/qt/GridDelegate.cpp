@@ -54,7 +54,7 @@ void GridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
   const CellTraits traits = model_.Traits(index);
   QStyleOptionViewItem cell(option);
   if (traits.locked) {
-    painter->fillRect(option.rect, option.palette.color(QPalette::Window));
+    painter->fillRect(option.rect, option.palette.color(QPalette::Midlight));
     cell.palette.setColor(QPalette::Text, TextColor(Tone::faint, option.palette));
   }
   if (traits.changed) cell.font.setBold(true);

@@ -99,6 +99,12 @@ void QtGrid::SetColumnWidth(int column, int characters) {
   FitColumns();
 }
 
+void QtGrid::SetRowsInSight(int rows) {
+  view_.setMinimumHeight(view_.horizontalHeader()->sizeHint().height() +
+                         rows * view_.verticalHeader()->defaultSectionSize() +
+                         2 * view_.frameWidth());
+}
+
 void QtGrid::SetSortMark(int column, bool descending) {
   QHeaderView& heading = *view_.horizontalHeader();
   // A heading that sorts does not select its column.
