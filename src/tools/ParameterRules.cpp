@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <optional>
 
 #include "platform/Numbers.h"
@@ -51,6 +52,14 @@ std::optional<double> UnitFactor(const Project& project, const ParameterRow& row
   return FactorOf(project, *kind);
 }
 
+// The limit as it is shown may lie beyond the quotient by the last bit of a double.
+bool IsShownLimit(const Project& project, const ParameterRow& row, double value, double factor) {
+  const double counts = std::round(value * factor);
+  return (value == ParseFloat(MinimumText(project, row)) ||
+          value == ParseFloat(MaximumText(project, row))) &&
+         counts >= Int32FromCell(row.minimum) && counts <= Int32FromCell(row.maximum);
+}
+
 CellCheck CheckFloat(const Project& project, const ParameterRow& row, const std::string& text) {
   if (!IsFloatText(text)) {
     return CellCheck::Refuse("Value must be a float number in the range from " +
@@ -62,7 +71,10 @@ CellCheck CheckFloat(const Project& project, const ParameterRow& row, const std:
   const double low = Int32FromCell(row.minimum) / *factor;
   const double high = Int32FromCell(row.maximum) / *factor;
   const double value = ParseFloat(text).value_or(0);
-  if (value < low || value > high) return RefuseRange(text, NumberText(low), NumberText(high));
+  const bool inRange = value >= low && value <= high;
+  if (!inRange && !IsShownLimit(project, row, value, *factor)) {
+    return RefuseRange(text, NumberText(low), NumberText(high));
+  }
   return CellCheck::Accept(RoundTextToDigits(text, project.Resolution()));
 }
 

@@ -228,24 +228,34 @@ TEST(ParameterRules, TheUnitsFollowTheDescription) {
 
 // ---- conversions
 
+// The counts of a parameter's whole range, both ends first.
+std::int32_t SomeCount(std::mt19937& random, int place) {
+  if (place < 2) return place == 0 ? kMostCounts : -kMostCounts;
+  const std::int32_t most = place % 2 == 0 ? kMostCounts : 200000;
+  return std::uniform_int_distribution<std::int32_t>(-most, most)(random);
+}
+
 TEST(UnitConversion, WhatIsShownForACountComesBackAsTheSameText) {
   std::mt19937 random(4711);
-  std::uniform_int_distribution<std::int32_t> wide(-kMostCounts, kMostCounts);
-  std::uniform_int_distribution<std::int32_t> narrow(-200000, 200000);
-  for (const char* const time : {"seconds", "minutes"}) {
-    for (std::int16_t digits = 0; digits <= 6; ++digits) {
-      const FakeProject project(digits, time);
-      for (const UnitKind kind : {UnitKind::distance, UnitKind::speed, UnitKind::acceleration}) {
-        const double factor = FactorOf(project, kind);
-        for (int i = 0; i < 4000; ++i) {
-          std::int32_t count = i % 2 == 0 ? wide(random) : narrow(random);
-          if (i == 0) count = kMostCounts;
-          if (i == 2) count = -kMostCounts;
+  for (const char* const strPn : {"Pn81B", "Pn81C", "Pn81D", "Pn81E", "Pn81F", "Pn820", "Pn821",
+                                  "Pn822", "Pn825", "Pn826", "Pn827", "Pn828"}) {
+    ParameterRow row = UnitRow();
+    row.name = strPn;
+    row.minimum = "-99999999";
+    row.maximum = "99999999";
+    for (const char* const time : {"seconds", "minutes"}) {
+      for (std::int16_t digits = 0; digits <= 6; ++digits) {
+        const FakeProject project(digits, time);
+        const double factor = FactorOf(project, UnitKindOf(strPn).value());
+        for (int i = 0; i < 300; ++i) {
+          const std::int32_t count = SomeCount(random, i);
           const std::string shown = CountsToUnits(count, factor, digits);
-          const LimitedCounts back = UnitsToLimitedCounts(shown, factor, digits);
+          const CellCheck check = CheckParameter(project, Window::editor, row, shown);
+          ASSERT_EQ(check.text, shown) << check.words;
+          const LimitedCounts back = UnitsToLimitedCounts(check.text, factor, digits);
           ASSERT_TRUE(back.valid);
           ASSERT_EQ(CountsToUnits(back.counts, factor, digits), shown)
-              << count << " counts at " << digits << " digits, " << time;
+              << strPn << ": " << count << " counts at " << digits << " digits, " << time;
         }
       }
     }
