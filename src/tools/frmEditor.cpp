@@ -69,6 +69,18 @@ void frmEditor::ApplyFilter() {
     const int gridRow = source().GridRow(row);
     if (hidden != grid().RowHidden(gridRow)) grid().SetRowHidden(gridRow, hidden);
   }
+  LeaveHiddenRow();
+}
+
+// The cursor goes to the first row in sight where its own was hidden.
+void frmEditor::LeaveHiddenRow() {
+  const int rows = tool().RowsInArray();
+  if (grid().Row() < 1 || !grid().RowHidden(grid().Row())) return;
+  int row = 1;
+  while (row <= rows && grid().RowHidden(row)) ++row;
+  if (row > rows) return;
+  grid().SetCurrent(row, ParameterGrid::kValue);
+  CurrentRowChanged(CurrentRow());
 }
 
 // A second click on the same heading turns the order round.

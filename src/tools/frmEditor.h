@@ -26,6 +26,7 @@ class frmEditor final : public ParameterGridWindow {
   void DisableCells();
   void FillCategories();
   void ApplyFilter();
+  void LeaveHiddenRow();
   void SortBy(int column);
   [[nodiscard]] bool IsWanted(int row, const std::string& filter, const std::string& category);
   void TellWhyLocked();

@@ -407,6 +407,8 @@ TEST_F(ParameterWindows, TheEditorFindsByNameAndDescriptionAndShowsWhatChanged) 
     form.Type("txtFilter", "pn81b");
     EXPECT_EQ(visible(), 1);
     EXPECT_FALSE(grid.RowHidden(RowOf(tool, "Pn81B")));
+    EXPECT_EQ(form.label("lblHelp").Text(), tool.Help(RowOf(tool, "Pn81B")))
+        << "the cursor does not stay in a hidden row";
     form.Type("txtFilter", " POSITIVE limit ");
     EXPECT_EQ(visible(), 1);
     ASSERT_TRUE(Type(form, tool, "Pn81B", "9"));

@@ -196,6 +196,11 @@ void QtGrid::Commit(GridEdit edit) {
 }
 
 void QtGrid::CellClicked(const QModelIndex& index) {
+  // The logic has led the cursor to another cell of the row: the selection follows.
+  QItemSelectionModel& selection = *view_.selectionModel();
+  if (selection.selectedIndexes() == QModelIndexList{index} && view_.currentIndex() != index) {
+    selection.select(view_.currentIndex(), QItemSelectionModel::ClearAndSelect);
+  }
   const CellTraits traits = model_->Traits(index);
   if (traits.editable && !traits.comboItems.empty()) view_.edit(index);
 }
