@@ -101,6 +101,7 @@ const std::vector<frmMain::CommandEntry>& frmMain::Commands() {
       {"mnuToolsOffline", &frmMain::mnuToolsOffline_Click},
       {"mnuToolsCommunicationsSettings", &frmMain::CommunicationsSettingsOpen},
       {"mnuToolsTuning", &frmMain::mnuToolsTuning_Click},
+      {"mnuToolsMonitoring", &frmMain::mnuToolsMonitoring_Click},
       {"mnuToolsEditor", &frmMain::mnuToolsEditor_Click},
       {"mnuToolsMechanicalSystem", &frmMain::mnuToolsMechanicalSystem_Click},
       {"mnuToolsUploadAll", &frmMain::mnuToolsUploadAll_Click},

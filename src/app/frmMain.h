@@ -154,6 +154,8 @@ class frmMain final : public SessionState {
 
   // Looks whether the line broke while nothing was asked; tells of it once.
   void WatchLine();
+  // Goes offline, with one box.
+  void TellLineLost(const std::string& reason);
   // Goes offline when the port is gone, or when a transfer failed and the amplifier is silent.
   void LeaveIfLineLost();
 
@@ -229,6 +231,9 @@ class frmMain final : public SessionState {
   void OpenTool(const ToolOpener& opener);
   void mnuToolsTuning_Click();
   void mnuToolsEditor_Click();
+  // ---- tools on the live hardware (frmMainOnlineTools.cpp)
+  void ConnectOnlineTools();
+  void mnuToolsMonitoring_Click();
   // The commands that open a tool beside the main window or upload one tool. False: no such
   // command.
   bool RunToolCommand(const std::string& name);

@@ -30,11 +30,9 @@ constexpr const char* kOnlineCommands[] = {
 };
 // Entries whose tool is not part of the program.
 constexpr const char* kMissingCommands[] = {
-    "mnuFilePageSetup",     "mnuFilePrint",
-    "mnuToolsServoJog",     "mnuToolsMonitoring",
-    "mnuToolsTerminal",     "mnuToolsInertiaRatio",
-    "mnuToolsHomePosition", "mnuToolsProductInformation",
-    "mnuHelpContents",
+    "mnuFilePageSetup",           "mnuFilePrint",         "mnuToolsServoJog",
+    "mnuToolsTerminal",           "mnuToolsInertiaRatio", "mnuToolsHomePosition",
+    "mnuToolsProductInformation", "mnuHelpContents",
 };
 
 }  // namespace

@@ -104,6 +104,10 @@ void frmMain::WatchLine() {
   } catch (const SerialPortError& error) {
     reason = error.what();
   }
+  TellLineLost(reason);
+}
+
+void frmMain::TellLineLost(const std::string& reason) {
   CommunicationDown();
   ShowExclamation("The connection to the hardware was lost!\r" + reason +
                   "\rThe project is unchanged.");

@@ -201,6 +201,7 @@ void frmMain::ConnectProject() {
   held += clsProject->ToolClosed.Connect([this](Tool tool) { clsProject_ToolClosed(tool); });
   ConnectTransfers();
   ConnectEditMenu();
+  ConnectOnlineTools();
 }
 
 void frmMain::clsProject_ProjectOpened() {

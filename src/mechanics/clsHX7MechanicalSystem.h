@@ -57,7 +57,7 @@ class clsHX7MechanicalSystem final : public MechanicalSystemTool {
   [[nodiscard]] std::string SelectedSystemName() const;
   [[nodiscard]] const Machine& Description() const { return machine_; }
   [[nodiscard]] std::int32_t EncoderCount() const { return machine_.encoderCount; }
-  [[nodiscard]] double FeedConstant() const { return FeedConstantOf(machine_); }
+  [[nodiscard]] double FeedConstant() const override { return FeedConstantOf(machine_); }
   [[nodiscard]] std::int32_t A_Value() const { return ratio_.a; }
   [[nodiscard]] std::int32_t B_Value() const { return ratio_.b; }
   [[nodiscard]] const std::string& DistanceUnits() const { return sDistanceUnits_; }

@@ -28,11 +28,11 @@ class clsHX7Alarm final : public AlarmNames {
   [[nodiscard]] std::string GetAlarmID(const std::string& strDisplay) const;
   // The panel display of a code given as it stands in the table, in decimal: intended, though
   // GetErrorName takes the other form.
-  [[nodiscard]] std::string GetErrorPanelDisplay(const std::string& strCode) const;
+  [[nodiscard]] std::string GetErrorPanelDisplay(const std::string& strCode) const override;
   // The code to show for a panel display: the display's first four characters, or, for the four
   // alarms that have a code of their own, that code in hexadecimal. A text that is no alarm comes
   // back unchanged.
-  [[nodiscard]] std::string GetAlarmCode(const std::string& strDisplay) const;
+  [[nodiscard]] std::string GetAlarmCode(const std::string& strDisplay) const override;
 
  private:
   struct Row {

@@ -14,6 +14,7 @@
 #include "platform/Drawing.h"
 #include "platform/Event.h"
 #include "platform/Grid.h"
+#include "platform/TimeChart.h"
 
 namespace velmoor {
 
@@ -70,6 +71,7 @@ class Form : public CommandSet {
   virtual ProgressBar& progressBar(const std::string& name) = 0;
   virtual Grid& grid(const std::string& name) = 0;
   virtual Chart& chart(const std::string& name) = 0;
+  virtual TimeChart& timeChart(const std::string& name) = 0;
   virtual TerminalScreen& terminalScreen(const std::string& name) = 0;
   virtual Drawing& drawing(const std::string& name) = 0;
   virtual Timer& timer(const std::string& name) = 0;

@@ -187,6 +187,9 @@ void clsHX7Project::ConnectTools() {
   connections_ += clsTuning_.RigidityChanged.Connect([this] { RigidityChanged.Raise(); });
   connections_ += clsServoJog_.ServoJogClosed.Connect([this] { ServoJogClosed.Raise(); });
   connections_ += clsMonitoring_.MonitoringClosed.Connect([this] { MonitoringClosed.Raise(); });
+  connections_ += clsMonitoring_.MonitoringStatus.Connect(
+      [this](const std::string& status) { OnlineStatus.Raise(status); });
+  connections_ += clsMonitoring_.CommunicationDown.Connect([this] { LineLost.Raise(); });
   connections_ += clsTerminal_.TerminalClosed.Connect([this] { TerminalClosed.Raise(); });
   connections_ += clsTerminal_.CommunicationDown.Connect([this] { CommunicationDown.Raise(); });
 }

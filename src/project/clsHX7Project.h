@@ -208,6 +208,8 @@ class clsHX7Project final : public Project {
   Event<Tool> ToolDownloadRequested;
   Event<> ServoJogClosed;
   Event<> MonitoringClosed;
+  Event<const std::string&> OnlineStatus;  // "Monitoring Stand By" and the like
+  Event<> LineLost;                        // the amplifier stopped to answer a live tool
   Event<> TerminalClosed;
   Event<Tool, const std::string&> ToolStatus;
   Event<Tool, std::int16_t, std::int16_t> ToolDownloading;  // row, total

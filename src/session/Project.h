@@ -60,6 +60,7 @@ class MechanicalSystemTool {
   virtual ~MechanicalSystemTool() = default;
   [[nodiscard]] virtual std::int32_t SelectedSystem() const = 0;  // kRotaryTable among others
   [[nodiscard]] virtual std::int16_t Resolution() const = 0;
+  [[nodiscard]] virtual double FeedConstant() const = 0;  // distance units for a load turn
   // Takes column 4 of the rows that the editor holds too, after an upload of the editor.
   virtual void UpdateFromEditorBlockMatrix() = 0;
 };

@@ -21,6 +21,11 @@ class AlarmNames {
   [[nodiscard]] virtual std::string GetAlarmName(const std::string& strDisplay) const = 0;
   // The readable name of a code given in hexadecimal, such as "E210".
   [[nodiscard]] virtual std::string GetErrorName(const std::string& strDisplay) const = 0;
+  // The panel display of a code given in decimal: intended, though GetErrorName takes the other
+  // form.
+  [[nodiscard]] virtual std::string GetErrorPanelDisplay(const std::string& strCode) const = 0;
+  // The code to show for a panel display; a text that is no alarm comes back unchanged.
+  [[nodiscard]] virtual std::string GetAlarmCode(const std::string& strDisplay) const = 0;
 };
 
 // The combo lists of the catalogue: entry i (from 0) is the list with the key i + 1, its items

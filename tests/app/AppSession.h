@@ -4,6 +4,7 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "app/MainModule.h"
 #include "platform/Rx900Utils.h"
@@ -49,8 +50,9 @@ class AppSession : public testing::Test {
   AppSession() : port(line) {
     data.world.rx900Utils = &rx900Utils;
     line.AddAmplifier();
-    port.OnTimePassing([this](Micros time) {
-      data.clock.Advance(std::chrono::duration_cast<std::chrono::milliseconds>(time));
+    port.OnTimePassing([this](Micros) {
+      const auto now = std::chrono::duration_cast<std::chrono::milliseconds>(port.Now());
+      data.clock.Advance(now - std::exchange(portTime, now));
     });
   }
   ~AppSession() override {
@@ -94,6 +96,7 @@ class AppSession : public testing::Test {
   Connection closed;
   int closings = 0;
   std::string path;
+  std::chrono::milliseconds portTime{0};  // of the clock of the port, as far as ours has followed
 };
 
 }  // namespace velmoor

@@ -45,6 +45,12 @@ class LinkSession final : public Session, public AlarmNames {
   [[nodiscard]] std::string GetAlarmName(const std::string& display) const override {
     return NameOf(display);
   }
+  [[nodiscard]] std::string GetErrorPanelDisplay(const std::string& /*code*/) const override {
+    return {};
+  }
+  [[nodiscard]] std::string GetAlarmCode(const std::string& display) const override {
+    return display;
+  }
   [[nodiscard]] std::string GetErrorName(const std::string& display) const override {
     return NameOf(display);
   }

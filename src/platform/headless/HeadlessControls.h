@@ -11,6 +11,7 @@
 #include "platform/Controls.h"
 #include "platform/Drawing.h"
 #include "platform/Grid.h"
+#include "platform/TimeChart.h"
 
 namespace velmoor::headless {
 
@@ -179,6 +180,19 @@ class HeadlessTerminalScreen final : public HeadlessControl<TerminalScreen> {
   std::vector<std::string> rows_;
   int row_ = 1;
   int column_ = 1;
+};
+
+class HeadlessTimeChart final : public HeadlessControl<TimeChart> {
+ public:
+  void Show(const TimeChartData& data, const std::string& /*emptyText*/) override {
+    shown = data;
+    ++shows;
+  }
+  [[nodiscard]] std::string Picture() const override { return "picture"; }
+  [[nodiscard]] int WidthInPoints() const override { return 800; }
+
+  TimeChartData shown;
+  int shows = 0;
 };
 
 class HeadlessChart final : public HeadlessControl<Chart> {

@@ -115,6 +115,9 @@ HeadlessGrid& HeadlessForm::grid(const std::string& name) {
 HeadlessChart& HeadlessForm::chart(const std::string& name) {
   return Find<HeadlessChart>(name);
 }
+HeadlessTimeChart& HeadlessForm::timeChart(const std::string& name) {
+  return Find<HeadlessTimeChart>(name);
+}
 HeadlessTerminalScreen& HeadlessForm::terminalScreen(const std::string& name) {
   return Find<HeadlessTerminalScreen>(name);
 }

@@ -78,6 +78,7 @@ class HeadlessForm final : public HeadlessCommands<Form> {
   HeadlessProgressBar& progressBar(const std::string& name) override;
   HeadlessGrid& grid(const std::string& name) override;
   HeadlessChart& chart(const std::string& name) override;
+  HeadlessTimeChart& timeChart(const std::string& name) override;
   HeadlessTerminalScreen& terminalScreen(const std::string& name) override;
   HeadlessDrawing& drawing(const std::string& name) override;
   Timer& timer(const std::string& name) override;

@@ -18,6 +18,7 @@
 #include "platform/qt/QtForms.h"
 #include "platform/qt/QtGrid.h"
 #include "platform/qt/QtTerminalScreen.h"
+#include "platform/qt/QtTimeChart.h"
 
 namespace velmoor::qt {
 
@@ -213,6 +214,9 @@ Grid& QtForm::grid(const std::string& name) {
 }
 Chart& QtForm::chart(const std::string& name) {
   return Find<QtChart, ChartWidget>(name);
+}
+TimeChart& QtForm::timeChart(const std::string& name) {
+  return Find<QtTimeChart, TimeChartWidget>(name);
 }
 TerminalScreen& QtForm::terminalScreen(const std::string& name) {
   return Find<QtTerminalScreen, TerminalWidget>(name);

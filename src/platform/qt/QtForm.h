@@ -42,6 +42,7 @@ class QtForm final : public QtCommands<Form> {
   ProgressBar& progressBar(const std::string& name) override;
   Grid& grid(const std::string& name) override;
   Chart& chart(const std::string& name) override;
+  TimeChart& timeChart(const std::string& name) override;
   TerminalScreen& terminalScreen(const std::string& name) override;
   Drawing& drawing(const std::string& name) override;
   Timer& timer(const std::string& name) override;

@@ -1,0 +1,246 @@
+// What the user ticks in the monitoring window, its alarms, and its chart.
+
+#include <algorithm>
+#include <exception>
+
+#include "link/DisplayError.h"
+#include "link/clsHX7Helix7.h"
+#include "online/frmMonitoring.h"
+#include "platform/FileDialogs.h"
+#include "platform/Files.h"
+#include "platform/MessageBoxes.h"
+#include "platform/Numbers.h"
+#include "platform/Trapped.h"
+#include "platform/World.h"
+#include "session/Session.h"
+
+namespace velmoor {
+namespace {
+
+// The chart is drawn between the exchanges, so not too often.
+constexpr double kChartPause = 0.25;  // s
+
+std::string GetState(bool bState) {
+  return bState ? "starting" : "stopping";
+}
+
+std::string Numbered(const std::string& name, int number) {
+  return name + NumberText(number);
+}
+
+}  // namespace
+
+// ---- ticks
+
+void frmMonitoring::Tick(int item, bool bState) {
+  std::string strError;
+  const bool isLine = item > kStatusItem;
+  const bool done =
+      isLine ? MonitorIO(item % 2 != 0 ? Hardware::VKLM : Hardware::RX900,
+                         item < 13 ? Direction::input : Direction::output, bState, strError)
+             : MonitorItem(item, bState, strError);
+  if (!done) ShowExclamation(strError);
+}
+
+bool frmMonitoring::MonitorItem(int Index, bool bState, std::string& strError) {
+  try {
+    blnUpdate_.at(static_cast<std::size_t>(Index)) = bState;
+    if (Index >= kStatusItem) {
+      EnableLamps(Index, bState);
+    } else {
+      EnableMonitorOption(Index, bState);
+    }
+    return true;
+  } catch (const std::exception& error) {
+    strError = std::string(error.what()) + "\rError " + GetState(bState) + " monitoring!";
+    return false;
+  }
+}
+
+bool frmMonitoring::MonitorIO(Hardware eHW, Direction eIO, bool bState, std::string& strError) {
+  const int item = 11 + static_cast<int>(eHW) + 2 * static_cast<int>(eIO);
+  try {
+    EnableLamps(item, bState);
+    blnUpdate_.at(static_cast<std::size_t>(item)) = bState;
+    return true;
+  } catch (const std::exception& error) {
+    const std::string hardware = eHW == Hardware::VKLM ? "VKLM" : "RX900";
+    const std::string direction = eIO == Direction::input ? "input" : "output";
+    strError = std::string(error.what()) + "\rError " + GetState(bState) + " " + hardware + " " +
+               direction + " monitoring!";
+    return false;
+  }
+}
+
+void frmMonitoring::EnableMonitorOption(int item, bool bState) {
+  form().label(Numbered("lblValue_", item)).SetEnabled(bState);
+  form().label(Numbered("lblUnit_", item)).SetEnabled(bState);
+}
+
+void frmMonitoring::EnableLamps(int item, bool bState) {
+  const MonitoredItem& group = MonitoredItems()[static_cast<std::size_t>(item)];
+  for (int bit = 0; bit < group.bits; ++bit) {
+    const std::string lamp = Numbered(std::string(group.lamps), bit);
+    form().lamp(lamp).SetEnabled(bState);
+    form().label("lbl" + lamp.substr(3)).SetEnabled(bState);
+  }
+}
+
+// ---- alarms
+
+void frmMonitoring::EnableAlarmButtons(bool bState) {
+  for (int i = 0; i < 3; ++i) form().button(Numbered("cmdAlarm_", i)).SetEnabled(bState);
+}
+
+ResultCode frmMonitoring::GetAlarm() {
+  AlarmReading reading;
+  const ResultCode result = ReadAlarm(reading);
+  if (result < 0) {
+    const auto token = Token();
+    LookWhetherLineIsLost(result);
+    if (!token.expired() && gMainForm->IsOnline()) {
+      DisplayError(result, "Cannot retrieve current alarm from hardware!");
+    }
+    return result;
+  }
+  form().label("lblAlarm").SetText(reading.display);
+  form().label("lblStatus").SetText(reading.code);
+  form().label("lblComment").SetText(reading.name);
+  const bool isAlarm = reading.display.starts_with('A') || reading.display.starts_with('E');
+  form().label("lblAlarm").SetTone(isAlarm ? Tone::alarm : Tone::normal);
+  if (isAlarm) GetAlarmHistory();
+  return result;
+}
+
+void frmMonitoring::GetAlarmHistory() {
+  const auto token = Token();
+  const ResultCode result = ReadAlarmHistory(history_);
+  form().grid("vsHistory").Refresh();
+  UpdateAlarmHistoryComment();
+  if (result >= 0) return;
+  LookWhetherLineIsLost(result);
+  if (!token.expired() && gMainForm->IsOnline()) ShowExclamation("Error getting alarm history!");
+}
+
+void frmMonitoring::GetError() {
+  std::string strError;
+  const ResultCode result = ReadError(strError);
+  if (result != kSuccess) {
+    DisplayError(result, "Cannot retrieve current error from hardware!");
+    return;
+  }
+  Label& label = form().label("lblError");
+  label.SetText(strError);
+  label.SetTone(strError.starts_with('E') ? Tone::alarm : Tone::normal);
+  form().label("lblErrorComment").SetText(gMainForm->Alarm()->GetErrorName(strError));
+}
+
+void frmMonitoring::cmdAlarm_Click(int Index) {
+  clsHX7Helix7& helix = *gMainForm->Helix7();
+  const auto token = Token();
+  const auto report = [](ResultCode result, const char* words) {
+    if (result != kSuccess) DisplayError(result, words);
+  };
+  switch (Index) {
+    case 0:
+      return report(helix.ResetHardware(), "Error resetting system!");
+    case 1:
+      return report(helix.ResetDefaults(static_cast<std::int32_t>(SimpleCommand::resetAlarm)),
+                    "Error resetting current alarm!");
+    default:
+      break;
+  }
+  const ResultCode result = helix.ClearAlarmHistory();
+  report(result, "Error resetting alarm history!");
+  if (result != kSuccess || token.expired()) return;
+  ClearAlarmHistoryGrid();
+  blnNotInitialAlarm_ = false;
+}
+
+void frmMonitoring::ClearAlarmHistoryGrid() {
+  history_.clear();
+  form().grid("vsHistory").Refresh();
+  UpdateAlarmHistoryComment();
+}
+
+// What the panel's display of the chosen entry means.
+void frmMonitoring::UpdateAlarmHistoryComment() {
+  const int row = form().grid("vsHistory").Row();
+  const bool isEntry = row >= 1 && row <= static_cast<int>(history_.size());
+  std::string text;
+  if (isEntry) {
+    const AlarmReading& entry = history_[static_cast<std::size_t>(row) - 1];
+    text = entry.display + ": " + (entry.name.empty() ? "without a description" : entry.name);
+  } else if (history_.empty()) {
+    text = "No alarms.";
+  }
+  form().label("lblHistoryComment").SetText(text);
+}
+
+// ---- the chart
+
+void frmMonitoring::ConnectChart() {
+  TimeChart& chart = form().timeChart("chtValues");
+  connections_ += chart.Zoom.Connect([this](double time, double factor) {
+    chart_.Zoom(time, factor);
+    ShowChart(true);
+  });
+  connections_ += chart.Pan.Connect([this](double seconds) {
+    chart_.Pan(seconds);
+    ShowChart(true);
+  });
+  connections_ += form().checkBox("chkPauseChart").Click.Connect([this] {
+    chart_.Pause(form().checkBox("chkPauseChart").Value());
+    ShowChart(true);
+  });
+  connections_ += form().button("cmdClearChart").Click.Connect([this] {
+    chart_.Clear();
+    opened_ += Seconds();
+    ShowChart(true);
+  });
+  connections_ += form().button("cmdSaveChart").Click.Connect([this] { cmdSaveChart_Click(); });
+  connections_ += form().button("cmdSavePicture").Click.Connect([this] { cmdSavePicture_Click(); });
+  ShowChart(true);
+}
+
+void frmMonitoring::ShowChart(bool atOnce) {
+  const double now = Seconds();
+  if (!atOnce && now - chartShown_ < kChartPause) return;
+  chartShown_ = now;
+  TimeChart& chart = form().timeChart("chtValues");
+  chart.Show(chart_.Visible(units_, chart.WidthInPoints()),
+             "Tick items and press Begin Monitor: their values are drawn here over time.");
+  form().checkBox("chkPauseChart").SetValue(chart_.IsPaused());
+  form().button("cmdSaveChart").SetEnabled(!chart_.IsEmpty());
+  form().button("cmdSavePicture").SetEnabled(!chart_.IsEmpty());
+}
+
+void frmMonitoring::cmdSaveChart_Click() {
+  Trapped("frmMonitoring.SaveChart: ", [this] {
+    const auto path = world().dialogs->SaveFile({.title = "Save Values",
+                                                     .filter = "Values (*.csv)|*.csv",
+                                                     .defaultSuffix = "csv",
+                                                     .initialDirectory = {},
+                                                     .initialName = "monitoring.csv"},
+                                                    true);
+    if (path) world().files->WriteDurably(*path, chart_.Csv(units_));
+    return true;
+  });
+}
+
+void frmMonitoring::cmdSavePicture_Click() {
+  Trapped("frmMonitoring.SavePicture: ", [this] {
+    // As it is seen now, whatever is read while the dialog is open.
+    const std::string picture = form().timeChart("chtValues").Picture();
+    const auto path = world().dialogs->SaveFile({.title = "Save Picture",
+                                                     .filter = "Picture (*.png)|*.png",
+                                                     .defaultSuffix = "png",
+                                                     .initialDirectory = {},
+                                                     .initialName = "monitoring.png"},
+                                                    true);
+    if (path) world().files->WriteDurably(*path, picture);
+    return true;
+  });
+}
+
+}  // namespace velmoor

@@ -1,0 +1,301 @@
+#include "online/frmMonitoring.h"
+
+#include "link/DisplayError.h"
+#include "link/clsHX7Helix7.h"
+#include "platform/Events.h"
+#include "platform/MessageBoxes.h"
+#include "platform/Numbers.h"
+#include "platform/Trapped.h"
+#include "platform/World.h"
+#include "session/Project.h"
+#include "session/Session.h"
+
+namespace velmoor {
+namespace {
+
+constexpr std::chrono::milliseconds kIdle{10};  // a pass that reads nothing waits so long
+
+std::string Numbered(const std::string& name, int number) {
+  return name + NumberText(number);
+}
+
+}  // namespace
+
+// The history as the grid shows it.
+class frmMonitoring::HistoryGrid final : public GridSource {
+ public:
+  explicit HistoryGrid(const std::vector<AlarmReading>& rows) : rows_(rows) {}
+  [[nodiscard]] int Rows() const override { return static_cast<int>(rows_.size()) + 1; }
+  [[nodiscard]] int Columns() const override { return 3; }
+  [[nodiscard]] std::string Text(int row, int column) const override {
+    static constexpr const char* kHeadings[] = {"Alarm", "Status Code", "Panel Display"};
+    if (row == 0) return kHeadings[column];
+    const AlarmReading& entry = rows_.at(static_cast<std::size_t>(row) - 1);
+    return column == 0 ? entry.name : column == 1 ? entry.code : entry.display;
+  }
+  void SetText(int /*row*/, int /*column*/, const std::string& /*text*/) override {}
+  [[nodiscard]] CellTraits Traits(int /*row*/, int /*column*/) const override { return {}; }
+
+ private:
+  const std::vector<AlarmReading>& rows_;
+};
+
+frmMonitoring::frmMonitoring()
+    : OnlineWindow("frmMonitoring"), historyGrid_(std::make_unique<HistoryGrid>(history_)) {}
+frmMonitoring::~frmMonitoring() = default;
+
+double frmMonitoring::Seconds() const {
+  return std::chrono::duration<double>(world().clock->Monotonic()).count() - opened_;
+}
+
+// ---- loading
+
+void frmMonitoring::FormLoad() {
+  opened_ = 0;
+  opened_ = Seconds();
+  chartShown_ = 0;
+  blnMonitor_ = blnNotDone_ = blnNotInitialAlarm_ = false;
+  chart_ = {};
+  ClearMonitoredList();
+  form().textBox("txtPollingTime").SetText(sngUpdateTime_ = "2.0");
+  LoadUnits();
+  SetPinLabels();
+  SetUnitsFields();
+  for (const char* const name : {"lblAlarm", "lblStatus", "lblComment", "lblError", "lblErrorComment"}) {
+    form().label(name).SetText("");
+  }
+  history_.clear();
+  form().grid("vsHistory").Bind(historyGrid_.get());
+  UpdateAlarmHistoryComment();
+  for (int item = 0; item <= kStatusItem; ++item) {
+    CheckBox& tick = form().checkBox(Numbered("chkOption_", item));
+    connections_ += tick.Click.Connect([this, item, &tick] { Tick(item, tick.Value()); });
+  }
+  for (const auto& [name, first] : {std::pair{"chkInput_", 11}, std::pair{"chkOutput_", 13}}) {
+    for (int hardware = 0; hardware < 2; ++hardware) {
+      CheckBox& tick = form().checkBox(Numbered(name, hardware));
+      const int item = first + hardware;
+      connections_ += tick.Click.Connect([this, item, &tick] { Tick(item, tick.Value()); });
+    }
+  }
+  CheckBox& alarm = form().checkBox("chkAlarm");
+  connections_ += alarm.Click.Connect(
+      [this, &alarm] { blnUpdate_[static_cast<std::size_t>(kAlarmItem)] = alarm.Value(); });
+  for (int i = 0; i < 3; ++i) {
+    connections_ +=
+        form().button(Numbered("cmdAlarm_", i)).Click.Connect([this, i] { cmdAlarm_Click(i); });
+  }
+  connections_ += form().optionGroup("optUnits").Click.Connect([this](int index) {
+    units_.SetMachineUnits(index == 1);
+    SetUnitsFields();
+    ShowValues();
+  });
+  connections_ +=
+      form().grid("vsHistory").RowColChange.Connect([this] { UpdateAlarmHistoryComment(); });
+  connections_ += form().textBox("txtPollingTime").Change.Connect([this] {
+    sngUpdateTime_ = form().textBox("txtPollingTime").Text();
+  });
+  connections_ += form().button("cmdMonitoring").Click.Connect([this] { cmdMonitoring_Click(); });
+  connections_ += form().button("cmdExit").Click.Connect([this] { cmdExit_Click(); });
+  ConnectChart();
+}
+
+// A pass or loop that is under way ends without another look at this object.
+void frmMonitoring::FormUnload() {
+  blnMonitor_ = blnNotDone_ = looping_ = false;
+}
+
+void frmMonitoring::LoadUnits() {
+  Project& project = OpenedProject();
+  const bool machineUnits = units_.AreMachineUnits();
+  units_ =
+      MonitoredUnits(project, static_cast<float>(project.MechanicalSystemSister().FeedConstant()));
+  units_.SetMachineUnits(machineUnits);
+  form().optionGroup("optUnits").SetValue(machineUnits ? 1 : 0);
+}
+
+void frmMonitoring::SetPinLabels() {
+  const auto flags = StatusFlags();
+  for (std::size_t i = 0; i < flags.size(); ++i) {
+    form().label(Numbered("lblStatus_", static_cast<int>(i))).SetText(std::string(flags[i]));
+  }
+  static constexpr const char* kLabels[] = {"lblVKLMInput_", "lblRX900Input_", "lblVKLMOutput_",
+                                            "lblRX900Output_"};
+  const bool isNew = gMainForm->Helix7()->IsOptionVersionNew();
+  for (int group = 0; group < 4; ++group) {
+    const auto names = LineNames(kStatusItem + 1 + group, isNew);
+    for (std::size_t i = 0; i < names.size(); ++i) {
+      form().label(Numbered(kLabels[group], static_cast<int>(i))).SetText(names[i]);
+    }
+  }
+}
+
+void frmMonitoring::SetUnitsFields() {
+  for (int item = 0; item < kMonitoredValues; ++item) {
+    form()
+        .label(Numbered("lblUnit_", item))
+        .SetText(units_.UnitOf(MonitoredItems()[static_cast<std::size_t>(item)].kind));
+  }
+}
+
+void frmMonitoring::ClearMonitoredList() {
+  blnUpdate_.fill(false);
+  raw_.fill(0);
+  for (int item = 0; item < kMonitoredValues; ++item) {
+    form().label(Numbered("lblValue_", item)).SetText("0");
+    EnableMonitorOption(item, false);
+  }
+  for (int item = kStatusItem; item < kAlarmItem; ++item) EnableLamps(item, false);
+}
+
+// ---- the loop
+
+void frmMonitoring::cmdMonitoring_Click() {
+  if (!gMainForm->IsOnline()) {
+    ShowOffline();
+    ShowExclamation("System is offline.");
+    return;
+  }
+  blnMonitor_ = !blnMonitor_;
+  const auto token = Token();
+  YieldEvents();
+  if (token.expired()) return;
+  if (!blnMonitor_) return ShowStandBy();
+  form().button("cmdMonitoring").SetCaption("Stop &Monitor");
+  EnableAlarmButtons(false);
+  Status.Raise("Monitoring In Progress");
+  // A stop and a new start within one yield go on in the loop that runs already.
+  if (!looping_) RunLoop();
+}
+
+void frmMonitoring::RunLoop() {
+  const auto token = Token();
+  looping_ = true;
+  while (blnMonitor_) {
+    UpdateData();
+    if (token.expired()) return;
+    if (!gMainForm->IsOnline()) {
+      ShowOffline();
+      break;
+    }
+    // Without an exchange nothing slows the loop down.
+    if (IsAnythingTicked()) {
+      YieldEvents();
+    } else {
+      world().events->WaitForEvents(kIdle);
+    }
+    if (token.expired()) return;
+  }
+  looping_ = false;
+}
+
+void frmMonitoring::ShowStandBy() {
+  form().button("cmdMonitoring").SetCaption("Begin &Monitor");
+  EnableAlarmButtons(true);
+  Status.Raise("Monitoring Stand By");
+  ShowChart(true);
+}
+
+void frmMonitoring::ShowOffline() {
+  blnMonitor_ = false;
+  form().button("cmdMonitoring").SetCaption("Begin &Monitor");
+  form().button("cmdAlarm_0").SetEnabled(true);
+  Status.Raise("Offline");
+  ShowChart(true);
+}
+
+bool frmMonitoring::IsAnythingTicked() const {
+  for (const bool ticked : blnUpdate_) {
+    if (ticked) return true;
+  }
+  return false;
+}
+
+void frmMonitoring::UpdateData() {
+  if (!gMainForm->IsOnline()) return;
+  const auto token = Token();
+  blnNotDone_ = true;
+  for (int item = 0; item < kMonitoredItems && blnMonitor_ && gMainForm->IsOnline(); ++item) {
+    if (!blnUpdate_[static_cast<std::size_t>(item)]) continue;
+    const bool stays = item == kAlarmItem ? UpdateAlarm() : UpdateItem(item);
+    if (!stays) return;
+    ShowChart(false);
+    // Between the items the line is free: nobody who needs it has to wait.
+    blnNotDone_ = false;
+    YieldEvents();
+    if (token.expired()) return;
+    blnNotDone_ = true;
+  }
+  blnNotDone_ = false;
+}
+
+bool frmMonitoring::UpdateItem(int item) {
+  const auto token = Token();
+  std::int32_t lngValue = 0;
+  const auto command = MonitoredItems()[static_cast<std::size_t>(item)].command;
+  const ResultCode result =
+      gMainForm->Helix7()->GetHelixValue(static_cast<std::int32_t>(command), lngValue);
+  if (result == kSuccess) {
+    ShowValue(item, lngValue);
+    return true;
+  }
+  LookWhetherLineIsLost(result);
+  if (!token.expired() && gMainForm->IsOnline()) GetError();
+  return !token.expired();
+}
+
+bool frmMonitoring::UpdateAlarm() {
+  const auto token = Token();
+  if (!blnNotInitialAlarm_) {
+    GetAlarmHistory();
+    blnNotInitialAlarm_ = true;
+  }
+  if (token.expired()) return false;
+  const ResultCode result = GetAlarm();
+  if (token.expired()) return false;
+  if (result < 1 && gMainForm->IsOnline()) GetError();
+  return !token.expired();
+}
+
+// A silent line would cost a whole time-out for each item.
+void frmMonitoring::LookWhetherLineIsLost(ResultCode result) {
+  if (result != kPortNotOpen && result != kNoResponse) return;
+  if (gMainForm->Comm().IsOpen() && gMainForm->Helix7()->Answers()) return;
+  blnMonitor_ = false;
+  CommunicationDown.Raise();
+}
+
+void frmMonitoring::ShowValue(int item, std::int32_t raw) {
+  if (item >= kStatusItem) return DisplayLEDs(item, raw);
+  raw_[static_cast<std::size_t>(item)] = raw;
+  chart_.Add(item, Seconds(), raw);
+  const ValueKind kind = MonitoredItems()[static_cast<std::size_t>(item)].kind;
+  form().label(Numbered("lblValue_", item)).SetText(units_.Text(raw, kind));
+}
+
+// After a change of units.
+void frmMonitoring::ShowValues() {
+  for (int item = 0; item < kMonitoredValues; ++item) {
+    const ValueKind kind = MonitoredItems()[static_cast<std::size_t>(item)].kind;
+    form()
+        .label(Numbered("lblValue_", item))
+        .SetText(units_.Text(raw_[static_cast<std::size_t>(item)], kind));
+  }
+  ShowChart(true);
+}
+
+void frmMonitoring::DisplayLEDs(int eOption, std::int32_t lngValue) {
+  const MonitoredItem& item = MonitoredItems()[static_cast<std::size_t>(eOption)];
+  const auto bits = static_cast<std::uint32_t>(lngValue);
+  for (int bit = 0; bit < item.bits; ++bit) {
+    const bool isSet = ((bits >> static_cast<unsigned>(bit)) & 1U) != 0;
+    form().lamp(Numbered(std::string(item.lamps), bit)).SetTone(isSet ? Tone::good : Tone::normal);
+  }
+}
+
+void frmMonitoring::cmdExit_Click() {
+  Status.Raise("Monitoring Exited");
+  Unload();
+}
+
+}  // namespace velmoor

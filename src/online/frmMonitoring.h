@@ -1,0 +1,105 @@
+// The monitoring window: reads the ticked items over and over and shows them, with the alarms and a
+// chart of what was read.
+//
+// The loop runs within the click that began it and serves events between the items; any of them may
+// stop it, close the window or go offline.
+#pragma once
+
+#include <array>
+#include <string>
+#include <vector>
+
+#include "link/ResultCode.h"
+#include "online/AlarmReadings.h"
+#include "online/MonitoredItems.h"
+#include "online/OnlineWindow.h"
+#include "online/StripChart.h"
+
+namespace velmoor {
+
+class frmMonitoring final : public OnlineWindow {
+ public:
+  frmMonitoring();
+  ~frmMonitoring() override;
+
+  // A pass over the items is under way.
+  [[nodiscard]] bool NotDone() const { return blnNotDone_; }
+  [[nodiscard]] bool IsMonitoring() const { return blnMonitor_; }
+  void StopTimer() { blnMonitor_ = false; }
+  // One pass over the ticked items.
+  void UpdateData();
+
+  Event<const std::string&> Status;  // "Monitoring In Progress"
+  Event<> CommunicationDown;         // the amplifier does not answer any more
+
+ protected:
+  void FormLoad() override;
+  void FormUnload() override;
+
+ private:
+  class HistoryGrid;
+  enum class Hardware { VKLM = 0, RX900 = 1 };
+  enum class Direction { input = 0, output = 1 };
+
+  // ---- loading
+  void LoadUnits();
+  void SetPinLabels();
+  void SetUnitsFields();
+  void ClearMonitoredList();
+  void ConnectChart();
+
+  // ---- the loop
+  void cmdMonitoring_Click();
+  void RunLoop();
+  void ShowStandBy();
+  void ShowOffline();
+  // Reads and shows one item. False: the window is gone.
+  bool UpdateItem(int item);
+  bool UpdateAlarm();
+  void ShowValue(int item, std::int32_t raw);
+  void ShowValues();
+  void DisplayLEDs(int eOption, std::int32_t lngValue);
+  // A read failed: where nobody answers any more, monitoring has lost the line.
+  void LookWhetherLineIsLost(ResultCode result);
+  [[nodiscard]] bool IsAnythingTicked() const;
+
+  // ---- ticks
+  void Tick(int item, bool bState);
+  bool MonitorItem(int Index, bool bState, std::string& strError);
+  bool MonitorIO(Hardware eHW, Direction eIO, bool bState, std::string& strError);
+  void EnableMonitorOption(int item, bool bState);
+  void EnableLamps(int item, bool bState);
+  void EnableAlarmButtons(bool bState);
+
+  // ---- alarms
+  ResultCode GetAlarm();
+  void GetAlarmHistory();
+  void GetError();
+  void cmdAlarm_Click(int Index);
+  void ClearAlarmHistoryGrid();
+  void UpdateAlarmHistoryComment();
+
+  // ---- the chart
+  void ShowChart(bool atOnce);
+  void cmdSaveChart_Click();
+  void cmdSavePicture_Click();
+
+  void cmdExit_Click();
+  [[nodiscard]] double Seconds() const;  // since the window opened
+
+  MonitoredUnits units_;
+  std::string sngUpdateTime_ = "2.0";  // kept and shown, and nothing else, deliberately
+  bool blnMonitor_ = false;
+  bool blnNotInitialAlarm_ = false;
+  bool blnNotDone_ = false;
+  bool looping_ = false;
+  std::array<bool, kMonitoredItems> blnUpdate_{};
+  std::array<std::int32_t, kMonitoredValues> raw_{};
+  std::vector<AlarmReading> history_;
+  std::unique_ptr<HistoryGrid> historyGrid_;
+  StripChart chart_;
+  double opened_ = 0;      // s of the monotonic clock
+  double chartShown_ = 0;  // s since opened
+};
+
+}  // namespace velmoor

@@ -1,0 +1,37 @@
+// Port: values over time, one lane for each below the other, over one time axis.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "platform/Chart.h"
+
+namespace velmoor {
+
+struct TimeLane {
+  std::string name;                // "Motor Speed"
+  std::string unit;                // may be empty
+  int decimals = 0;                // of the values that are told
+  std::vector<ChartPoint> points;  // x in seconds, ascending
+};
+
+struct TimeChartData {
+  std::vector<TimeLane> lanes;
+  double from = 0, to = 1;  // s: the stretch that is shown
+};
+
+class TimeChart : public Control {
+ public:
+  // Without lanes only `emptyText` is drawn. The user sees the values under the pointer.
+  virtual void Show(const TimeChartData& data, const std::string& emptyText) = 0;
+  // What is drawn, as a PNG file's bytes. Throws std::runtime_error.
+  [[nodiscard]] virtual std::string Picture() const = 0;
+  // The stretch that fits on the screen, one point for each of these: more would not be seen.
+  [[nodiscard]] virtual int WidthInPoints() const = 0;
+
+  // The user asks for another stretch.
+  Event<double, double> Zoom;  // s under the pointer, factor for the length: below 1 is closer
+  Event<double> Pan;           // s towards later times
+};
+
+}  // namespace velmoor

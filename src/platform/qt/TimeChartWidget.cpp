@@ -1,0 +1,238 @@
+#include "platform/qt/TimeChartWidget.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QPainterPath>
+#include <QWheelEvent>
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+#include "platform/qt/QtAppearance.h"
+#include "platform/qt/QtText.h"
+
+namespace velmoor::qt {
+namespace {
+
+constexpr int kGap = 6;
+constexpr double kWheelFactor = 1.25;  // for a notch
+constexpr double kArrowPart = 0.1;     // of the shown stretch
+
+QColor Faded(const QColor& color, int alpha) {
+  QColor faded(color);
+  faded.setAlpha(alpha);
+  return faded;
+}
+
+// Apart from each other for colour-blind eyes too, and readable on light and dark.
+QColor LaneColor(std::size_t lane) {
+  static const std::array<QColor, 5> kLight{QColor(0x1f, 0x6f, 0xb5), QColor(0xc2, 0x5a, 0x00),
+                                            QColor(0x1d, 0x85, 0x5b), QColor(0xa0, 0x3a, 0x8c),
+                                            QColor(0x7a, 0x62, 0x00)};
+  static const std::array<QColor, 5> kDark{QColor(0x6c, 0xb4, 0xf0), QColor(0xf2, 0x9a, 0x4a),
+                                           QColor(0x5c, 0xd0, 0xa0), QColor(0xe0, 0x8a, 0xcf),
+                                           QColor(0xd8, 0xc0, 0x50)};
+  return (IsDark() ? kDark : kLight)[lane % kLight.size()];
+}
+
+// The last value at or before `time`; nothing before the first.
+const ChartPoint* ValueAt(const TimeLane& lane, double time) {
+  const auto after = std::ranges::upper_bound(lane.points, time, {}, &ChartPoint::x);
+  return after == lane.points.begin() ? nullptr : &*std::prev(after);
+}
+
+}  // namespace
+
+TimeChartWidget::TimeChartWidget(QWidget* parent) : QWidget(parent) {
+  setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+  setMouseTracking(true);
+  setFocusPolicy(Qt::StrongFocus);
+  setAccessibleName(QStringLiteral("Values over time"));
+}
+
+void TimeChartWidget::SetData(const TimeChartData& shown, const QString& emptyText) {
+  data_ = shown;
+  emptyText_ = emptyText;
+  update();
+}
+
+// ---- places
+
+QRectF TimeChartWidget::Area() const {
+  const QFontMetrics metrics = fontMetrics();
+  const int scale = metrics.horizontalAdvance(QStringLiteral("-00000000")) + 2 * kGap;
+  return QRectF(rect()).adjusted(scale, kGap, -2 * kGap, -metrics.height() - 2 * kGap);
+}
+
+double TimeChartWidget::TimeAt(double x) const {
+  const QRectF area = Area();
+  return data_.from + (x - area.left()) / area.width() * (data_.to - data_.from);
+}
+
+double TimeChartWidget::PlaceOf(double time) const {
+  const QRectF area = Area();
+  return area.left() + (time - data_.from) / (data_.to - data_.from) * area.width();
+}
+
+double TimeChartWidget::SecondsFor(double pixels) const {
+  return pixels / Area().width() * (data_.to - data_.from);
+}
+
+// ---- drawing
+
+void TimeChartWidget::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  painter.fillRect(rect(), palette().color(QPalette::Base));
+  const QRectF area = Area();
+  if (data_.lanes.empty() || area.width() < 1 || area.height() < 1) {
+    painter.setPen(TextColor(Tone::faint, palette()));
+    painter.drawText(rect().adjusted(kGap, kGap, -kGap, -kGap), Qt::AlignCenter | Qt::TextWordWrap,
+                     emptyText_);
+    return;
+  }
+  DrawTimes(painter);
+  const double height = area.height() / static_cast<double>(data_.lanes.size());
+  const double head = fontMetrics().height() + kGap / 2.0;
+  for (std::size_t i = 0; i < data_.lanes.size(); ++i) {
+    const QRectF whole(area.left(), area.top() + static_cast<double>(i) * height, area.width(),
+                       height);
+    const QColor color = LaneColor(i);
+    DrawHead(painter, data_.lanes[i], whole.adjusted(0, 0, 0, head - height), color);
+    DrawLane(painter, data_.lanes[i], whole.adjusted(0, head, 0, -kGap), color);
+  }
+  if (cursor_ && area.contains(QPointF(*cursor_, area.center().y()))) {
+    painter.setPen(QPen(palette().color(QPalette::Text), 1, Qt::DashLine));
+    painter.drawLine(QPointF(*cursor_, area.top()), QPointF(*cursor_, area.bottom()));
+  }
+  if (hasFocus()) {
+    painter.setPen(palette().color(QPalette::Highlight));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRect(rect().adjusted(0, 0, -1, -1));
+  }
+}
+
+void TimeChartWidget::DrawTimes(QPainter& painter) const {
+  const QRectF area = Area();
+  const int line = fontMetrics().height();
+  const QColor text = TextColor(Tone::faint, palette());
+  const ChartScale scale = ChartScale::Over(
+      data_.from, data_.to, std::max(2, width() / (10 * fontMetrics().averageCharWidth())));
+  const QString unit = QStringLiteral("Time (s)");
+  const double unitLeft = area.right() - fontMetrics().horizontalAdvance(unit);
+  for (const double time : scale.Values()) {
+    if (time < data_.from || time > data_.to) continue;
+    const double x = PlaceOf(time);
+    painter.setPen(Faded(text, 60));
+    painter.drawLine(QPointF(x, area.top()), QPointF(x, area.bottom()));
+    const QString value = QString::number(time, 'f', scale.Decimals());
+    const double half = fontMetrics().horizontalAdvance(value) / 2.0;
+    if (x + half > unitLeft - kGap) continue;
+    painter.setPen(text);
+    painter.drawText(QRectF(x - 60, area.bottom() + kGap, 120, line), Qt::AlignHCenter, value);
+  }
+  painter.setPen(palette().color(QPalette::Text));
+  painter.drawText(QRectF(area.left(), area.bottom() + kGap, area.width(), line), Qt::AlignRight,
+                   unit);
+}
+
+// The name with its unit, and the value under the pointer, or else the last one.
+void TimeChartWidget::DrawHead(QPainter& painter, const TimeLane& lane, const QRectF& head,
+                               const QColor& color) const {
+  QString text = ToQt(lane.name);
+  if (!lane.unit.empty()) text += QStringLiteral(" (") + ToQt(lane.unit) + QStringLiteral(")");
+  painter.setPen(color);
+  painter.drawText(head, Qt::AlignLeft | Qt::AlignVCenter, text);
+  const double time = cursor_ ? TimeAt(*cursor_) : data_.to;
+  const ChartPoint* const point = ValueAt(lane, time);
+  if (point == nullptr) return;
+  QString value = QString::number(point->y, 'f', lane.decimals);
+  if (cursor_) value = QString::number(point->x, 'f', 3) + QStringLiteral(" s:  ") + value;
+  painter.setPen(palette().color(QPalette::Text));
+  painter.drawText(head, Qt::AlignRight | Qt::AlignVCenter, value);
+}
+
+void TimeChartWidget::DrawLane(QPainter& painter, const TimeLane& lane, const QRectF& area,
+                               const QColor& color) const {
+  if (lane.points.empty() || area.height() < 4) return;
+  const auto [lowest, highest] = std::ranges::minmax_element(lane.points, {}, &ChartPoint::y);
+  const int line = fontMetrics().height();
+  const ChartScale scale = ChartScale::Over(
+      lowest->y, highest->y, std::max(1, static_cast<int>(area.height()) / (2 * line)));
+  const auto place = [&](double value) {
+    return area.bottom() - (value - scale.low) / (scale.high - scale.low) * area.height();
+  };
+  const QColor faint = TextColor(Tone::faint, palette());
+  for (const double value : scale.Values()) {
+    const double y = place(value);
+    painter.setPen(Faded(faint, 50));
+    painter.drawLine(QPointF(area.left(), y), QPointF(area.right(), y));
+    painter.setPen(faint);
+    painter.drawText(QRectF(0, y - line, area.left() - kGap, 2 * line),
+                     Qt::AlignRight | Qt::AlignVCenter,
+                     QString::number(value, 'f', scale.Decimals()));
+  }
+  QPainterPath path(QPointF(PlaceOf(lane.points.front().x), place(lane.points.front().y)));
+  for (const ChartPoint& point : lane.points) path.lineTo(PlaceOf(point.x), place(point.y));
+  painter.save();
+  painter.setClipRect(area.adjusted(0, -1, 0, 1));
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(QPen(color, 1.5));
+  painter.setBrush(Qt::NoBrush);
+  painter.drawPath(path);
+  painter.restore();
+}
+
+// ---- the user
+
+void TimeChartWidget::wheelEvent(QWheelEvent* event) {
+  constexpr double kNotch = 120;
+  const double notches = event->angleDelta().y() / kNotch;
+  if (notches != 0 && !data_.lanes.empty()) {
+    ZoomAsked.Raise(TimeAt(event->position().x()), std::pow(kWheelFactor, -notches));
+  }
+  event->accept();
+}
+
+void TimeChartWidget::mousePressEvent(QMouseEvent* event) {
+  if (event->button() == Qt::LeftButton) dragFrom_ = event->position().x();
+}
+
+void TimeChartWidget::mouseMoveEvent(QMouseEvent* event) {
+  const double x = event->position().x();
+  cursor_ = x;
+  if (dragFrom_ && x != *dragFrom_) {
+    const double seconds = SecondsFor(*dragFrom_ - x);
+    dragFrom_ = x;
+    PanAsked.Raise(seconds);
+  }
+  update();
+}
+
+void TimeChartWidget::mouseReleaseEvent(QMouseEvent*) {
+  dragFrom_.reset();
+}
+
+void TimeChartWidget::leaveEvent(QEvent*) {
+  cursor_.reset();
+  update();
+}
+
+void TimeChartWidget::keyPressEvent(QKeyEvent* event) {
+  const double middle = (data_.from + data_.to) / 2;
+  const double length = data_.to - data_.from;
+  switch (event->key()) {
+    case Qt::Key_Plus:
+      return ZoomAsked.Raise(middle, 1 / kWheelFactor);
+    case Qt::Key_Minus:
+      return ZoomAsked.Raise(middle, kWheelFactor);
+    case Qt::Key_Left:
+      return PanAsked.Raise(-length * kArrowPart);
+    case Qt::Key_Right:
+      return PanAsked.Raise(length * kArrowPart);
+    default:
+      QWidget::keyPressEvent(event);
+  }
+}
+
+}  // namespace velmoor::qt

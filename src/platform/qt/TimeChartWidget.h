@@ -1,0 +1,50 @@
+// Draws values over time in lanes, with a cursor that tells the values under the pointer. The wheel
+// looks closer or farther, dragging and the arrow keys move in time.
+#pragma once
+
+#include <QString>
+#include <QWidget>
+#include <optional>
+
+#include "platform/TimeChart.h"
+#include "platform/qt/ChartWidget.h"
+
+namespace velmoor::qt {
+
+class TimeChartWidget final : public QWidget {
+ public:
+  explicit TimeChartWidget(QWidget* parent = nullptr);
+  void SetData(const TimeChartData& shown, const QString& emptyText);
+  [[nodiscard]] QSize sizeHint() const override { return {520, 360}; }
+  [[nodiscard]] QSize minimumSizeHint() const override { return {240, 140}; }
+
+  Event<double, double> ZoomAsked;  // s, factor
+  Event<double> PanAsked;           // s
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  void wheelEvent(QWheelEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void leaveEvent(QEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+  [[nodiscard]] QRectF Area() const;
+  [[nodiscard]] double TimeAt(double x) const;
+  [[nodiscard]] double PlaceOf(double time) const;
+  [[nodiscard]] double SecondsFor(double pixels) const;
+  void DrawTimes(QPainter& painter) const;
+  void DrawLane(QPainter& painter, const TimeLane& lane, const QRectF& area,
+                const QColor& color) const;
+  void DrawHead(QPainter& painter, const TimeLane& lane, const QRectF& head,
+                const QColor& color) const;
+
+  TimeChartData data_;
+  QString emptyText_;
+  std::optional<double> cursor_;    // x of the pointer
+  std::optional<double> dragFrom_;  // x where the drag was last
+};
+
+}  // namespace velmoor::qt
