@@ -43,7 +43,7 @@ std::string Check(clsHX7Project& project, const std::string& text, CheckedValue&
   clsHX7Editor& editor = project.Editor();
   taken.row = editor.Rows().FindRow(name);
   if (taken.row == 0) return "'" + name + "' is no parameter of the direct parameter editor";
-  const std::string locked = LockedReason(name);
+  std::string locked = LockedReason(name);
   if (!locked.empty()) return locked;
   const std::string value = text.substr(at + 1);
   if (value.empty()) return name + ": A value is missing";

@@ -30,7 +30,7 @@ CellCheck CheckRange(const Project& project, UnitKind kind, const std::string& t
 
 // A sign that rounding took away stays: it is the direction of the move.
 CellCheck CheckSignedDistance(const Project& project, const std::string& distance) {
-  const CellCheck number = CheckRange(project, UnitKind::distance, distance, "");
+  CellCheck number = CheckRange(project, UnitKind::distance, distance, "");
   if (!number.accepted) return number;
   std::string digits = number.text;
   if (digits.front() == '-') digits.erase(0, 1);
@@ -94,7 +94,7 @@ CellCheck CheckMove(const Project& project, const std::string& text) {
   if (!IsFloatText(distance) || distance.front() == ' ') {
     return CellCheck::Refuse("Distance value must be numeric!" + std::string(kRestored));
   }
-  const CellCheck checked = CheckSignedDistance(project, distance);
+  CellCheck checked = CheckSignedDistance(project, distance);
   if (!checked.accepted) return checked;
   const bool signedText = checked.text.front() == '+' || checked.text.front() == '-';
   return CellCheck::Accept(kind + (signedText ? "" : "+") + checked.text);

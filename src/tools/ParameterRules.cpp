@@ -122,7 +122,7 @@ CellCheck CheckHex(const ParameterRow& row, const std::string& text) {
   for (std::size_t digit = 0; digit < kNibbleDigits; ++digit) {
     const std::size_t place = kNibbleDigits - 1 - digit;
     const bool changed = place >= old.size() || old[place] != current[place];
-    const CellCheck check = CheckDigit(row, digit, current[place], changed);
+    CellCheck check = CheckDigit(row, digit, current[place], changed);
     if (!check.accepted) return check;
   }
   return CellCheck::Accept(current);
