@@ -19,6 +19,7 @@ std::vector<int> clsHX7Project::RowsToSend(const MotionTable& table, bool all) {
 }
 
 void clsHX7Project::MarkRows(MotionTable& table, const std::vector<int>& rows) {
+  if (rows.empty()) return;
   const TableLayout& layout = table.Layout();
   const auto database = OpenForWriting(strProjectDatabasePath_);
   const auto records = database->OpenTable(layout.table, layout.order);
@@ -31,7 +32,7 @@ void clsHX7Project::MarkRows(MotionTable& table, const std::vector<int>& rows) {
     table.SetDirtyCell(row, true);
   }
   database->Commit();
-  table.SetIsDirty(!rows.empty());
+  table.SetIsDirty(true);
 }
 
 void clsHX7Project::MarkEverything() {

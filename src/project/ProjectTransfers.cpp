@@ -25,6 +25,11 @@ SimpleCommand StoreOf(Tool table) {
   return table == Tool::zone ? SimpleCommand::zoneStore : SimpleCommand::indexStore;
 }
 
+bool StoreTable(Tool table) {
+  const auto command = static_cast<std::int32_t>(StoreOf(table));
+  return gMainForm->Helix7()->SaveTablesToMemory(command) == kSuccess;
+}
+
 }  // namespace
 
 bool clsHX7Project::DownloadTable(Tool table, bool blnOverRide) {
@@ -32,13 +37,9 @@ bool clsHX7Project::DownloadTable(Tool table, bool blnOverRide) {
   if (found == nullptr) return false;
   MotionTable& rows = *found;
   const std::vector<int> pending = RowsToSend(rows, blnOverRide);
-  clsHX7Helix7& helix = *gMainForm->Helix7();
-  const bool sent = rows.Download(blnOverRide);
-  const bool stored =
-      sent && helix.SaveTablesToMemory(static_cast<std::int32_t>(StoreOf(table))) == kSuccess;
-  // What was acknowledged and not stored is lost with a restart, and an amplifier that is silent
-  // may be restarting.
-  if (sent != stored || (!sent && !helix.Answers())) MarkRows(rows, pending);
+  const bool stored = rows.Download(blnOverRide) && StoreTable(table);
+  // What was acknowledged and not stored is lost when the amplifier restarts.
+  if (!stored) MarkRows(rows, pending);
   return stored;
 }
 

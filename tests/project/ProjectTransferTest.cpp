@@ -80,7 +80,7 @@ TEST_F(ProjectTransfer, AParameterRestartsTheHardwareAndPn000TakesTheConnectedAx
   EXPECT_EQ(amplifier().Asked("RES"), 1);
 }
 
-TEST_F(ProjectTransfer, AFailureLeavesTheRestDirtyAndTheNextDownloadGoesOnThere) {
+TEST_F(ProjectTransfer, AFailureLeavesThatTableDirtyAndTheNextDownloadBeginsThere) {
   PutIndex(kTwoSteps);
   PutJog("0,5\n1,6\n2,7\n");
   line.faults.Add({.kind = FaultKind::deviceError, .match = "JSPDT1="});
@@ -90,10 +90,10 @@ TEST_F(ProjectTransfer, AFailureLeavesTheRestDirtyAndTheNextDownloadGoesOnThere)
   EXPECT_FALSE(project().Download());
   EXPECT_EQ(status, "Download Failed");
   EXPECT_EQ(project().WhatIsDirty(), "Jog table");
-  EXPECT_EQ(project().Jog().GetNumberOfNewRows(), 2);
   amplifier().ForgetWhatWasAsked();
   EXPECT_TRUE(project().Download());
-  EXPECT_EQ(Sent("0JSPDT"), (std::vector<std::string>{"0JSPDT1=360", "0JSPDT2=420"}));
+  EXPECT_EQ(Sent("0JSPDT"),
+            (std::vector<std::string>{"0JSPDT0=300", "0JSPDT1=360", "0JSPDT2=420"}));
   EXPECT_EQ(amplifier().Asked("POST="), 0);
 }
 
@@ -106,7 +106,8 @@ TEST_F(ProjectTransfer, AStopEndsTheDownloadBetweenTwoRows) {
       [&](Tool, std::int16_t row, std::int16_t) { session.SetStopProcedure(row == 2); });
   EXPECT_FALSE(project().Download());
   EXPECT_EQ(status, "Download Terminated");
-  EXPECT_EQ(project().Jog().GetNumberOfNewRows(), 1) << "the row under way is finished";
+  EXPECT_EQ(Sent("0JSPDT").size(), 2u) << "the row under way is finished";
+  EXPECT_EQ(project().Jog().GetNumberOfNewRows(), 3) << "no row of them is stored";
 }
 
 TEST_F(ProjectTransfer, OldFirmwareWithSel5SendsNothingOfTheIndexTable) {
