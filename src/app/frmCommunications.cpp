@@ -22,6 +22,11 @@ constexpr std::array<int, 5> kEchoProtocols{1, 3, 4, 6, 7};
 constexpr std::int32_t kSearchTimeOut = 500;  // milliseconds
 constexpr std::int32_t kTimeOut = 5000;
 constexpr int kAttempts = 2;
+constexpr std::size_t kLongestName = 16;  // of a device, in the choice of its port
+constexpr const char* kNoAdapter = "No adapter found";
+// What would disturb a search that is under way.
+constexpr const char* kBusyWhileSearching[] = {"cmdGetAxes", "cmdConnect", "cmdRefresh", "cmdBind",
+                                               "cmdCancel"};
 
 std::vector<std::string> AllAxes() {
   std::vector<std::string> axes;
@@ -40,6 +45,13 @@ const char* StateWord(PortState state) {
     default:
       return "no access";
   }
+}
+
+// "COM1: ttyUSB0, free"
+std::string PortCaption(std::int16_t com, const PortLook& look) {
+  std::string name = look.name;
+  if (name.size() > kLongestName) name = name.substr(0, kLongestName - 3) + "...";
+  return "COM" + std::to_string(com + 1) + ": " + name + ", " + StateWord(look.state);
 }
 
 }  // namespace
@@ -87,6 +99,7 @@ void frmCommunications::Connect() {
   connections_ += form_->button("cmdConnect").Click.Connect([this] { cmdConnect_Click(); });
   connections_ += form_->button("cmdRefresh").Click.Connect([this] { ShowPorts(); });
   connections_ += form_->button("cmdBind").Click.Connect([this] { cmdBind_Click(); });
+  connections_ += form_->QueryUnload.Connect([this](bool& cancel) { cancel = searching_; });
   connections_ += form_->button("cmdCancel").Click.Connect([this] { cmdCancel_Click(); });
 }
 
@@ -104,8 +117,7 @@ void frmCommunications::ShowPorts() {
   choices.SetChoiceEnabled(kSimulatedPort, ports != nullptr);
   if (ports == nullptr) return;
   for (std::int16_t com = 0; com < kSerialPorts; ++com) {
-    choices.SetChoiceCaption(
-        com, "COM" + std::to_string(com + 1) + ": " + StateWord(ports->Look(com).state));
+    choices.SetChoiceCaption(com, PortCaption(com, ports->Look(com)));
   }
   adapters_ = ports->Adapters();
   std::vector<std::string> names;
@@ -113,9 +125,10 @@ void frmCommunications::ShowPorts() {
     names.push_back(adapter.device + "  " + adapter.name);
   }
   ComboBox& cmbAdapters = form_->comboBox("cmbAdapters");
-  cmbAdapters.SetItems(names);
-  cmbAdapters.SetListIndex(names.empty() ? -1 : 0);
   cmbAdapters.SetEnabled(!names.empty());
+  if (names.empty()) names.emplace_back(kNoAdapter);
+  cmbAdapters.SetItems(names);
+  cmbAdapters.SetListIndex(0);
   ShowChosenPort();
 }
 
@@ -125,6 +138,7 @@ void frmCommunications::ShowChosenPort() {
   const bool simulated = iIndexCOM == kSimulatedPort;
   const PortLook look =
       simulated ? PortLook{.device = {},
+                           .name = {},
                            .state = PortState::free,
                            .words =
                                "An amplifier without hardware, to learn and to try.  It "
@@ -140,7 +154,6 @@ void frmCommunications::ShowChosenPort() {
 
 void frmCommunications::cmdBind_Click() {
   const int chosen = form_->comboBox("cmbAdapters").ListIndex();
-  if (chosen < 0) return;
   Trapped("frmCommunications.cmdBind_Click: ", [&] {
     world().serialPorts->Bind(iIndexCOM, adapters_.at(static_cast<std::size_t>(chosen)).device);
     return true;
@@ -165,7 +178,7 @@ bool frmCommunications::OpenForSearch() {
 bool frmCommunications::StartSimulatorIfChosen() {
   if (iIndexCOM != kSimulatedPort || world().serialPorts == nullptr) return true;
   const BusyPointer busy;
-  const std::string reason = world().serialPorts->StartSimulator();
+  const std::string reason = world().serialPorts->StartSimulator(GetBaudRate(iIndexBaudRate));
   if (!reason.empty()) ShowExclamation(reason);
   return reason.empty();
 }
@@ -174,18 +187,7 @@ void frmCommunications::cmdGetAxes_Click() {
   // Online the line is in use as it is; offline it is opened for the search alone.
   const bool opens = !main_.IsOnline();
   if (opens && !OpenForSearch()) return;
-  std::vector<std::string> strAxes;
-  {
-    const BusyPointer busy;
-    form_->button("cmdGetAxes").SetEnabled(false);
-    strAxes = ScanAxes(*main_.Helix7(), [this](int queried) {
-      form_->progressBar("pgbAxes").SetProgress(queried, kAxisCount);
-      form_->label("lblQuery")
-          .SetText(queried == kAxisCount ? "Query Finished"
-                                         : std::to_string(queried) + " of 16 Axes Queried");
-    });
-    form_->button("cmdGetAxes").SetEnabled(true);
-  }
+  const std::vector<std::string> strAxes = Search();
   if (opens) main_.Helix7()->GoOffline();
   if (strAxes.empty()) {
     ShowExclamation("No axes found in system!  Please manually choose a default axis.");
@@ -197,6 +199,26 @@ void frmCommunications::cmdGetAxes_Click() {
   cmbAxes.SetListIndex(0);
   sAxis = cmbAxes.Text();
   form_->progressBar("pgbAxes").SetProgress(0, kAxisCount);
+}
+
+std::vector<std::string> frmCommunications::Search() {
+  const BusyPointer busy;
+  searching_ = true;
+  for (const char* const name : kBusyWhileSearching) form_->button(name).SetEnabled(false);
+  std::vector<std::string> found;
+  Trapped("frmCommunications.cmdGetAxes_Click: ", [this, &found] {
+    found = ScanAxes(*main_.Helix7(), [this](int queried) {
+      form_->progressBar("pgbAxes").SetProgress(queried, kAxisCount);
+      form_->label("lblQuery")
+          .SetText(queried == kAxisCount ? "Query Finished"
+                                         : std::to_string(queried) + " of 16 Axes Queried");
+    });
+    return true;
+  });
+  for (const char* const name : kBusyWhileSearching) form_->button(name).SetEnabled(true);
+  searching_ = false;
+  ShowChosenPort();
+  return found;
 }
 
 void frmCommunications::RemoveAllAxes() {

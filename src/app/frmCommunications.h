@@ -33,6 +33,8 @@ class frmCommunications {
   void cmdGetAxes_Click();
   // Puts the chosen port, speed and echo on the line for a search. False after an exclamation.
   bool OpenForSearch();
+  // Asks for every axis; meanwhile nothing of the window disturbs it.
+  std::vector<std::string> Search();
   // False after an exclamation.
   bool StartSimulatorIfChosen();
   void ShowPorts();
@@ -60,6 +62,7 @@ class frmCommunications {
   std::int16_t iIndexProtocol = 1;
   std::string sAxis;
   std::vector<SerialAdapter> adapters_;
+  bool searching_ = false;
   Connections connections_;
 };
 

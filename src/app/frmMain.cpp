@@ -191,9 +191,7 @@ void frmMain::RefreshWindow() {
 
 void frmMain::UpdatePanels() {
   const std::string dirty = clsProject ? clsProject->WhatIsDirty() : std::string();
-  const auto items = dirty.empty() ? 0 : 1 + std::count(dirty.begin(), dirty.end(), ',');
-  window_->SetPanel(StatusPanel::pending,
-                    items == 0 ? std::string() : "To download: " + std::to_string(items));
+  window_->SetPanel(StatusPanel::pending, dirty.empty() ? dirty : "To download: " + dirty);
   window_->SetPanel(StatusPanel::axis, "Axis " + strAxis);
   window_->SetPanel(StatusPanel::port, intCOM == kSimulatedPort
                                            ? "Simulated amplifier"

@@ -11,7 +11,8 @@ enum class PortState : std::uint8_t { free, missing, busy, forbidden };
 
 // What is known of a port without opening it.
 struct PortLook {
-  std::string device;  // "/dev/ttyUSB0"
+  std::string device;  // "/dev/serial/by-id/usb-0403_6001-if00-port0"
+  std::string name;    // what the system calls it, "ttyUSB0"
   PortState state = PortState::free;
   std::string words;  // for the user: what is wrong, and what to do about it
 };
@@ -35,9 +36,10 @@ class SerialPorts {
   // Puts the device behind the port, from the next opening on and in later sessions. Throws
   // std::runtime_error when that cannot be kept; it holds for this session all the same.
   virtual void Bind(std::int16_t com, const std::string& device) = 0;
-  // Starts the simulated amplifier behind kSimulatedPort, where it does not run yet. Returns the
-  // reason of a failure, for the user; empty after a success. It ends with the program.
-  [[nodiscard]] virtual std::string StartSimulator() = 0;
+  // Starts the simulated amplifier behind kSimulatedPort at that speed; one that runs stays as it
+  // is. Returns the reason of a failure, for the user; empty after a success. It ends with the
+  // program.
+  [[nodiscard]] virtual std::string StartSimulator(std::int32_t baudRate) = 0;
 };
 
 }  // namespace velmoor

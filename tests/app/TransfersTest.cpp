@@ -36,7 +36,7 @@ TEST_F(Transfers, DownloadNewNamesWhatIsNewAndClearsIt) {
   Project().Jog().SetDirtyCell(1, true);
   ASSERT_TRUE(Project().Jog().ChangeAccepted());
   PauseInSec(1);
-  EXPECT_EQ(Main().Panel(StatusPanel::pending), "To download: 1");
+  EXPECT_EQ(Main().Panel(StatusPanel::pending), "To download: Jog table");
   data.boxes.Expect(
       "The following items have been modified:\rJog table\r"
       "New data will be downloaded to the controller.\rDo you wish to proceed?",

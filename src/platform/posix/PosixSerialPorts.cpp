@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <fstream>
 #include <stdexcept>
+#include <string_view>
 #include <utility>
 
 #include "platform/posix/PortHolder.h"
@@ -16,6 +17,8 @@ namespace velmoor::posix {
 namespace {
 
 namespace fs = std::filesystem;
+
+constexpr std::string_view kDevices = "/dev/";
 
 std::string NameOf(std::int16_t com) {
   return "COM" + std::to_string(com + 1);
@@ -37,6 +40,15 @@ std::string LastingName(const std::string& device) {
     if (fs::equivalent(it->path(), device, unreadable)) return it->path().string();
   }
   return device;
+}
+
+// "ttyUSB0", whatever link the path is; the last part of a path that leads nowhere.
+std::string SystemNameOf(const std::string& device) {
+  std::error_code error;
+  const fs::path real = fs::canonical(device, error);
+  if (error) return fs::path(device).filename().string();
+  return real.string().starts_with(kDevices) ? real.string().substr(kDevices.size())
+                                             : real.filename().string();
 }
 
 // The far end of a simulated line is open in the program behind it: there the lock alone counts.
@@ -63,26 +75,29 @@ PosixSerialPorts::PosixSerialPorts(PosixSerialPort& port, Settings& settings, st
 
 PortLook PosixSerialPorts::Look(std::int16_t com) const {
   const std::string device = port_.DeviceOf(NameOf(com));
+  const auto look = [&device](PortState state, const std::string& words) {
+    return PortLook{device, SystemNameOf(device), state, words};
+  };
   struct stat file {};
   if (stat(device.c_str(), &file) != 0 || !S_ISCHR(file.st_mode)) {
-    return {device, PortState::missing,
-            device + " does not exist.  Plug the adapter in, or assign another one."};
+    return look(PortState::missing,
+                device + " does not exist.  Plug the adapter in, or assign another one.");
   }
   if (port_.IsOpen() && port_.DevicePath() == device) {
-    return {device, PortState::free, "Velmoor is connected by " + device + "."};
+    return look(PortState::free, "Velmoor is connected by " + device + ".");
   }
   if (!HasHardware(device)) {
-    return {device, PortState::missing, device + " has no hardware behind it."};
+    return look(PortState::missing, device + " has no hardware behind it.");
   }
   if (access(device.c_str(), R_OK | W_OK) != 0) {
-    return {device, PortState::forbidden,
-            "Access to " + device + " is not allowed." + DescribeAccess(device)};
+    return look(PortState::forbidden,
+                "Access to " + device + " is not allowed." + DescribeAccess(device));
   }
   const std::string holder = HolderOf(device);
   if (!holder.empty()) {
-    return {device, PortState::busy, device + " is in use" + holder + ".  Close that program."};
+    return look(PortState::busy, device + " is in use" + holder + ".  Close that program.");
   }
-  return {device, PortState::free, device + " can be used."};
+  return look(PortState::free, device + " can be used.");
 }
 
 void PosixSerialPorts::Bind(std::int16_t com, const std::string& device) {
@@ -92,10 +107,10 @@ void PosixSerialPorts::Bind(std::int16_t com, const std::string& device) {
   settings_.Write(NameOf(com), name);
 }
 
-std::string PosixSerialPorts::StartSimulator() {
+std::string PosixSerialPorts::StartSimulator(std::int32_t baudRate) {
   if (simulator_ && simulator_->IsRunning()) return {};
   try {
-    simulator_ = std::make_unique<SimulatorProcess>(program_);
+    simulator_ = std::make_unique<SimulatorProcess>(program_, baudRate);
   } catch (const std::runtime_error& error) {
     return error.what();
   }

@@ -1,6 +1,7 @@
 // The serial devices of the system, looked at without opening them.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
@@ -24,7 +25,7 @@ class PosixSerialPorts final : public SerialPorts {
   [[nodiscard]] std::vector<SerialAdapter> Adapters() const override { return adapters_(); }
   // Keeps the name that follows the adapter from socket to socket, where it has one.
   void Bind(std::int16_t com, const std::string& device) override;
-  [[nodiscard]] std::string StartSimulator() override;
+  [[nodiscard]] std::string StartSimulator(std::int32_t baudRate) override;
 
  private:
   PosixSerialPort& port_;

@@ -21,7 +21,8 @@ constexpr std::chrono::seconds kStartLimit{3};
 constexpr int kLook = 5;  // milliseconds
 
 // In the child: nothing but calls that are allowed between the fork and the new program.
-[[noreturn]] void BecomeSimulator(const char* program, const char* link, pid_t parent) {
+[[noreturn]] void BecomeSimulator(const char* program, const char* link, const char* baudRate,
+                                  pid_t parent) {
   prctl(PR_SET_PDEATHSIG, SIGTERM);
   if (getppid() != parent) _exit(1);
   sigset_t none;
@@ -30,13 +31,13 @@ constexpr int kLook = 5;  // milliseconds
   const int nowhere = open("/dev/null", O_RDWR);
   dup2(nowhere, STDIN_FILENO);
   dup2(nowhere, STDOUT_FILENO);
-  execl(program, program, "--link", link, static_cast<char*>(nullptr));
+  execl(program, program, "--link", link, "--baud", baudRate, static_cast<char*>(nullptr));
   _exit(127);
 }
 
 }  // namespace
 
-SimulatorProcess::SimulatorProcess(const std::string& program)
+SimulatorProcess::SimulatorProcess(const std::string& program, std::int32_t baudRate)
     : link_(JoinPath(RuntimeDirectory(),
                      "velmoor-simulator-" + std::to_string(static_cast<long>(getpid())))) {
   if (access(program.c_str(), X_OK) != 0) {
@@ -45,8 +46,9 @@ SimulatorProcess::SimulatorProcess(const std::string& program)
   // One that a crash left would pass for the new line.
   (void)unlink(link_.c_str());
   const pid_t parent = getpid();
+  const std::string speed = std::to_string(baudRate);
   process_ = fork();
-  if (process_ == 0) BecomeSimulator(program.c_str(), link_.c_str(), parent);
+  if (process_ == 0) BecomeSimulator(program.c_str(), link_.c_str(), speed.c_str(), parent);
   const auto deadline = std::chrono::steady_clock::now() + kStartLimit;
   while (process_ > 0 && !std::filesystem::exists(link_)) {
     if (!IsRunning() || std::chrono::steady_clock::now() > deadline) break;

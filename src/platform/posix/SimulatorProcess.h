@@ -3,6 +3,7 @@
 
 #include <sys/types.h>
 
+#include <cstdint>
 #include <string>
 
 namespace velmoor::posix {
@@ -11,7 +12,7 @@ class SimulatorProcess {
  public:
   // Starts the program and waits until its line is there, 3 s at most. Throws std::runtime_error
   // with words for the user.
-  explicit SimulatorProcess(const std::string& program);
+  SimulatorProcess(const std::string& program, std::int32_t baudRate);
   // Ends it. It also ends when this program does, however that comes.
   ~SimulatorProcess();
   SimulatorProcess(const SimulatorProcess&) = delete;

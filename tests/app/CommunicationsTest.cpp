@@ -1,0 +1,153 @@
+// The communications window with ports to choose from: what stands behind each, adapters, the
+// simulated amplifier, and a search while offline.
+
+#include "AppSession.h"
+#include "platform/SerialPorts.h"
+
+namespace velmoor {
+namespace {
+
+class FakeSerialPorts final : public SerialPorts {
+ public:
+  [[nodiscard]] PortLook Look(std::int16_t com) const override {
+    const auto known = looks.find(com);
+    if (known != looks.end()) return known->second;
+    return {"/dev/ttyS" + std::to_string(com), "ttyS" + std::to_string(com), PortState::missing,
+            "nothing there"};
+  }
+  [[nodiscard]] std::vector<SerialAdapter> Adapters() const override { return adapters; }
+  void Bind(std::int16_t com, const std::string& device) override {
+    looks[com] = {device, "ttyUSB0", PortState::free, device + " can be used."};
+    if (bindFails) throw std::runtime_error("The settings cannot be written.");
+  }
+  [[nodiscard]] std::string StartSimulator(std::int32_t baudRate) override {
+    simulatorRates.push_back(baudRate);
+    return simulatorFailure;
+  }
+
+  std::map<std::int16_t, PortLook> looks;
+  std::vector<SerialAdapter> adapters;
+  bool bindFails = false;
+  std::vector<std::int32_t> simulatorRates;
+  std::string simulatorFailure;
+};
+
+class Communications : public AppSession {
+ protected:
+  void SetUp() override {
+    data.world.serialPorts = &ports;
+    ports.looks[0] = {"/dev/ttyUSB3", "ttyUSB3", PortState::free, "/dev/ttyUSB3 can be used."};
+    path = data.MakeProject("line1.spj");
+    ASSERT_TRUE(Start(path));
+  }
+  ~Communications() override { data.world.serialPorts = nullptr; }
+  // The user is done with `user` and cancels, where the window did not close before.
+  void Open(const std::function<void(headless::HeadlessForm&)>& user) {
+    data.forms.OnShow("frmCommunications", [user](headless::HeadlessForm& form) {
+      user(form);
+      if (form.IsShown()) form.Press("cmdCancel");
+    });
+    Main().Choose("mnuToolsCommunicationsSettings");
+  }
+
+  FakeSerialPorts ports;
+};
+
+TEST_F(Communications, EachPortTellsWhatStandsBehindIt) {
+  ports.looks[1] = {"/dev/ttyUSB4", "ttyUSB4", PortState::busy, "Close that program."};
+  ports.looks[2] = {"/dev/ttyS2", "ttyS2", PortState::forbidden, "Join the group."};
+  ports.looks[3] = {"/x", "a-name-of-20-letters", PortState::missing, "Plug the adapter in."};
+  Open([](headless::HeadlessForm& form) {
+    const auto& choices = form.optionGroup("optComPort");
+    EXPECT_EQ(choices.ChoiceCaption(0), "COM1: ttyUSB3, free");
+    EXPECT_EQ(choices.ChoiceCaption(1), "COM2: ttyUSB4, in use");
+    EXPECT_EQ(choices.ChoiceCaption(2), "COM3: ttyS2, no access");
+    EXPECT_EQ(choices.ChoiceCaption(3), "COM4: a-name-of-20-..., absent");
+    EXPECT_EQ(form.label("lblPort").Text(), "/dev/ttyUSB3 can be used.");
+    const std::pair<int, const char*> words[] = {
+        {1, "Close that program."}, {2, "Join the group."}, {3, "Plug the adapter in."}};
+    for (const auto& [com, text] : words) {
+      form.Choose("optComPort", com);
+      EXPECT_EQ(form.label("lblPort").Text(), text);
+    }
+  });
+}
+
+TEST_F(Communications, AnAdapterThatWasPluggedInIsFoundAndAssigned) {
+  Open([this](headless::HeadlessForm& form) {
+    EXPECT_EQ(form.comboBox("cmbAdapters").Text(), "No adapter found");
+    EXPECT_FALSE(form.button("cmdBind").Enabled());
+    ports.adapters = {{"/dev/ttyUSB0", "USB Serial Converter"}};
+    form.Press("cmdRefresh");
+    EXPECT_EQ(form.comboBox("cmbAdapters").Items(), Texts{"/dev/ttyUSB0  USB Serial Converter"});
+    form.Choose("optComPort", 4);
+    EXPECT_EQ(form.button("cmdBind").Caption(), "&Assign to COM5");
+    form.Press("cmdBind");
+    EXPECT_EQ(form.optionGroup("optComPort").ChoiceCaption(4), "COM5: ttyUSB0, free");
+    EXPECT_EQ(form.label("lblPort").Text(), "/dev/ttyUSB0 can be used.");
+    ports.bindFails = true;
+    form.Press("cmdBind");
+  });
+  EXPECT_EQ(Boxes(), Texts{"frmCommunications.cmdBind_Click: The settings cannot be written."});
+}
+
+TEST_F(Communications, TheSimulatedAmplifierIsStartedAtTheChosenSpeed) {
+  Open([](headless::HeadlessForm& form) {
+    form.Choose("optComPort", 8);
+    EXPECT_FALSE(form.button("cmdBind").Enabled());
+    form.Press("cmdConnect");
+  });
+  EXPECT_EQ(ports.simulatorRates, std::vector<std::int32_t>{9600});
+  EXPECT_TRUE(Form().IsOnline());
+  EXPECT_EQ(Main().Panel(StatusPanel::port), "Simulated amplifier");
+  Boxes();
+  // It is for this session alone.
+  ASSERT_TRUE(Main().Close());
+  EXPECT_EQ(world().settings->Read("Port"), std::nullopt);
+}
+
+TEST_F(Communications, ASimulatedAmplifierThatDoesNotStartIsToldAndNothingChanges) {
+  ports.simulatorFailure = "The simulated amplifier could not be started.";
+  Open([](headless::HeadlessForm& form) {
+    form.Choose("optComPort", 8);
+    form.Press("cmdConnect");
+    form.Press("cmdGetAxes");
+    EXPECT_TRUE(form.IsShown());
+  });
+  EXPECT_EQ(Boxes(), (Texts{ports.simulatorFailure, ports.simulatorFailure}));
+  EXPECT_EQ(Form().COM(), 0);
+}
+
+TEST_F(Communications, ASearchWhileOfflineOpensThePortForItselfAlone) {
+  Open([this](headless::HeadlessForm& form) {
+    int looked = 0;
+    data.events.AtYield(1, [&] {
+      ++looked;
+      for (const char* const name : {"cmdConnect", "cmdCancel", "cmdRefresh", "cmdGetAxes"}) {
+        EXPECT_FALSE(form.button(name).Enabled()) << name;
+      }
+      EXPECT_FALSE(form.Unload()) << "a search is under way";
+    });
+    form.Press("cmdGetAxes");
+    EXPECT_EQ(looked, 1);
+    EXPECT_EQ(form.comboBox("cmbAxes").Items(), Texts{"0"});
+    EXPECT_TRUE(form.button("cmdConnect").Enabled());
+    EXPECT_FALSE(form.button("cmdBind").Enabled()) << "no adapter is there";
+    EXPECT_FALSE(port.IsOpen());
+  });
+  EXPECT_EQ(Boxes(), Texts{});
+  EXPECT_FALSE(Form().IsOnline());
+}
+
+TEST_F(Communications, APortThatVanishesDuringTheSearchEndsItWithOneMessage) {
+  Open([this](headless::HeadlessForm& form) {
+    data.events.AtYield(3, [this] { port.Unplug(); });
+    form.Press("cmdGetAxes");
+    EXPECT_TRUE(form.button("cmdGetAxes").Enabled());
+  });
+  EXPECT_LE(Boxes().size(), 1u);
+  EXPECT_FALSE(Form().IsOnline());
+}
+
+}  // namespace
+}  // namespace velmoor
