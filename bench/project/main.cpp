@@ -10,7 +10,7 @@
 #include "platform/headless/HeadlessWorld.h"
 #include "platform/posix/PosixFiles.h"
 #include "platform/sqlcipher/SqlcipherDatabases.h"
-#include "project/SessionState.h"
+#include "project/BenchSession.h"
 #include "project/data/CatalogueLibrary.h"
 #include "simulator/InProcessPort.h"
 #include "simulator/SimulatedLine.h"
@@ -18,29 +18,6 @@
 
 namespace velmoor {
 namespace {
-
-class BenchSession final : public SessionState {
- public:
-  explicit BenchSession(SerialPort& comm) : SessionState(comm) { gMainForm = this; }
-  ~BenchSession() override { ReleaseObjects(); }
-  void Start() {
-    StartHelix7();
-    BuildDatabase("400");
-    SetDBAndTables();
-    GetComboLists();
-    GetAlarmDefinitions();
-  }
-  void Open(const std::string& path) {
-    clsProject.reset();
-    clsProject = std::make_unique<clsHX7Project>();
-    clsProject->SetWorkingDirectory(GetFileDirectory(path));
-    std::string strError;
-    if (!clsProject->OpenProject(path, GetFileTitle(path), strError)) {
-      throw std::runtime_error(strError);
-    }
-  }
-  clsHX7Project& project() { return *clsProject; }
-};
 
 void FillProgramme(clsHX7Position& table) {
   for (int step = 1; step <= table.RowsInArray(); ++step) {

@@ -28,6 +28,14 @@ std::optional<int> ReadPlace(const char* name) {
                                                : std::nullopt;
 }
 
+// By name as far as the bar has room for it.
+std::string PendingText(const std::string& dirty) {
+  constexpr std::ptrdiff_t kNamed = 2;
+  if (dirty.empty()) return {};
+  const auto items = 1 + std::count(dirty.begin(), dirty.end(), ',');
+  return "To download: " + (items <= kNamed ? dirty : std::to_string(items) + " items");
+}
+
 }  // namespace
 
 frmMain::frmMain(SerialPort& comm, SingleInstance& instance)
@@ -191,7 +199,7 @@ void frmMain::RefreshWindow() {
 
 void frmMain::UpdatePanels() {
   const std::string dirty = clsProject ? clsProject->WhatIsDirty() : std::string();
-  window_->SetPanel(StatusPanel::pending, dirty.empty() ? dirty : "To download: " + dirty);
+  window_->SetPanel(StatusPanel::pending, PendingText(dirty));
   window_->SetPanel(StatusPanel::axis, "Axis " + strAxis);
   window_->SetPanel(StatusPanel::port, intCOM == kSimulatedPort
                                            ? "Simulated amplifier"

@@ -1,0 +1,150 @@
+// Times the transfer of a whole project against the time of its bytes on the line, and how long
+// Stop takes. The restart behind a download is the amplifier's own time and not part of it.
+//
+//   bench_transfers [path of velmoor-simulator]
+#include <chrono>
+#include <filesystem>
+#include <functional>
+#include <iostream>
+
+#include "SimulatorChild.h"
+#include "platform/Numbers.h"
+#include "platform/Rx900Utils.h"
+#include "platform/headless/HeadlessWorld.h"
+#include "platform/posix/PosixClock.h"
+#include "platform/posix/PosixFiles.h"
+#include "platform/posix/PosixSerialPort.h"
+#include "platform/sqlcipher/SqlcipherDatabases.h"
+#include "project/BenchSession.h"
+#include "project/UploadFlow.h"
+#include "project/data/CatalogueLibrary.h"
+
+namespace velmoor {
+namespace {
+
+namespace fs = std::filesystem;
+using Clock = std::chrono::steady_clock;
+
+constexpr std::int32_t kBaudRate = 38400;
+
+// A port that counts the bytes of its line, line ends included.
+class CountingPort final : public SerialPort {
+ public:
+  explicit CountingPort(SerialPort& port) : port_(port) {}
+  void SetSettings(const std::string& settings) override { port_.SetSettings(settings); }
+  [[nodiscard]] std::string Settings() const override { return port_.Settings(); }
+  void SetPortName(const std::string& name) override { port_.SetPortName(name); }
+  bool Open() override { return port_.Open(); }
+  void Close() override { port_.Close(); }
+  [[nodiscard]] bool IsOpen() const override { return port_.IsOpen(); }
+  [[nodiscard]] std::string LastError() const override { return port_.LastError(); }
+  void SetReadTimeOut(int milliseconds) override { port_.SetReadTimeOut(milliseconds); }
+  [[nodiscard]] int ReadTimeOut() const override { return port_.ReadTimeOut(); }
+  [[nodiscard]] int WaitingBytes() override { return port_.WaitingBytes(); }
+  void DiscardInput() override { port_.DiscardInput(); }
+  void WriteLine(std::string_view line) override {
+    bytes += line.size() + 1;
+    port_.WriteLine(line);
+  }
+  std::string ReadLine() override {
+    std::string line = port_.ReadLine();
+    bytes += line.size() + 2;
+    return line;
+  }
+
+  std::size_t bytes = 0;
+
+ private:
+  SerialPort& port_;
+};
+
+void Measure(const char* what, CountingPort& port, const std::function<bool()>& transfer) {
+  port.bytes = 0;
+  const auto start = Clock::now();
+  const bool done = transfer();
+  const std::chrono::duration<double> wall = Clock::now() - start;
+  const double wire = bench::WireSeconds(port.bytes, kBaudRate);
+  std::cout << what << (done ? "" : " FAILED") << ": " << port.bytes << " bytes, wire time "
+            << FixedText(wire, 3) << " s, wall time " << FixedText(wall.count(), 3) << " s, "
+            << FixedText((wall.count() / wire - 1) * 100, 2) << " % above\n";
+}
+
+void SetBaudRate(clsHX7Project& project) {
+  BlockMatrix rows;
+  project.Editor().GetBlockMatrix(rows);
+  const int row = rows.FindRow("Pn801");
+  rows.Set(row, Column::value, NumberText(kBaudRate));
+  rows.Set(row, Column::dirty, "1");
+  project.Editor().LetBlockMatrix(rows);
+  if (!project.Editor().SaveToDB()) throw std::runtime_error("Pn801 cannot be stored");
+}
+
+void MeasureStop(BenchSession& session) {
+  Clock::time_point pressed;
+  const Connection stops = session.project().ToolDownloading.Connect(
+      [&](Tool /*tool*/, std::int16_t row, std::int16_t /*total*/) {
+        if (row != 64) return;
+        pressed = Clock::now();
+        session.SetStopProcedure(true);
+      });
+  const bool done = session.project().DownloadAll();
+  const std::chrono::duration<double, std::milli> taken = Clock::now() - pressed;
+  std::cout << "Stop before step 64 of a download" << (done ? " FAILED" : "")
+            << ": the step, which "
+            << "is eight exchanges, and the marks of the rest take " << FixedText(taken.count(), 1)
+            << " ms\n";
+}
+
+void Run(const std::string& simulator, const fs::path& folder) {
+  headless::HeadlessWorld world;
+  posix::PosixClock clock;
+  posix::PosixFiles files;
+  sqlcipher::SqlcipherDatabases databases;
+  StandardRx900Utils rx900Utils;
+  CatalogueLibrary catalogue;
+  world.world.clock = &clock;
+  world.world.files = &files;
+  world.world.databases = &databases;
+  world.world.rx900Utils = &rx900Utils;
+  world.world.catalogue = &catalogue;
+  world.world.appDirectory = VELMOOR_CATALOGUE_DIRECTORY;
+  world.world.catalogueCopyDirectory = folder.string();
+  const bench::SimulatorChild child(simulator, kBaudRate, true);
+  posix::PosixSerialPort line;
+  line.SetDeviceMap({{"COM1", child.Link()}});
+  CountingPort port(line);
+  BenchSession session(port);
+  session.SetBaudRate(kBaudRate);
+  session.Start();
+  const std::string path = (folder / "bench.spj").string();
+  files.ReplaceDurably(JoinPath(world.world.appDirectory, "Velmoor.spt"), path);
+  session.Open(path);
+  clsHX7Project& project = session.project();
+  SetBaudRate(project);
+  session.GoOnline();
+  Measure("Download All", port, [&] { return project.DownloadAll(); });
+  if (session.Helix7()->GoOnlineAfterRestart() != kSuccess) {
+    throw std::runtime_error("no answer after the restart");
+  }
+  Measure("Upload All", port, [&] { return RunUploadStages(project); });
+  project.RestoreSnapshot();
+  MeasureStop(session);
+}
+
+}  // namespace
+}  // namespace velmoor
+
+int main(int argc, char** argv) {
+  namespace fs = std::filesystem;
+  const fs::path folder = fs::temp_directory_path() / "velmoor-bench-transfers";
+  try {
+    const std::string own = fs::read_symlink("/proc/self/exe").parent_path();
+    fs::create_directories(folder);
+    velmoor::Run(argc > 1 ? argv[1] : own + "/velmoor-simulator", folder);
+    fs::remove_all(folder);
+    return 0;
+  } catch (const std::exception& error) {
+    std::cerr << "bench_transfers: " << error.what() << "\n";
+    return 1;
+  }
+}
