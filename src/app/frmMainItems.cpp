@@ -224,8 +224,9 @@ void frmMain::mnuToolsCompare_Click() {
   if (!clsProject) return;
   Trapped("Compare with Hardware failed!\r", [this] {
     if (!GoOnlineForTransfer("Comparison failed!")) return false;
-    BeginProcedure("Compare with Hardware", clsProject->Editor().RowsInArray() +
-                                                clsProject->MechanicalSystem().NumMechSystemPns());
+    static const ItemTransfer kEverything{
+        "", 0, {Tool::mechanicalSystem, Tool::editor, Tool::jog, Tool::zone, Tool::position}};
+    BeginProcedure("Compare with Hardware", StepsOf(kEverything));
     const bool read = RunUploadStages(*clsProject);
     UnloadProcedureDialog();
     const std::vector<PartComparison> parts = clsProject->CompareWithSnapshot();

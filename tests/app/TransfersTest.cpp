@@ -130,6 +130,41 @@ TEST_F(Transfers, ALineThatIsLostEndsOfflineWithOneMessage) {
   EXPECT_EQ(data.boxes.Count("Error downloading data to controller!"), 1);
 }
 
+// Whatever happens on the line: one message, no stack of boxes, and the work is there.
+TEST_F(Transfers, ALineThatGoesWrongEndsWithOneMessageAndTheWorkIntact) {
+  struct Case {
+    const char* what;
+    FaultKind kind;
+    int count;
+    bool restarts;
+    bool online;  // afterwards
+  };
+  const Case cases[] = {
+      {"silence", FaultKind::silence, 0, false, false},
+      {"garbage", FaultKind::garbage, 0, false, false},
+      {"half lines", FaultKind::halfLine, 0, false, false},
+      {"one refusal", FaultKind::deviceError, 1, false, true},
+      {"a restart of the amplifier", FaultKind::silence, 1, true, true},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.what);
+    line.faults.Clear();
+    if (!Form().IsOnline()) Main().Choose("mnuToolsOnline");
+    data.boxes.shown.clear();
+    data.boxes.Expect(kDownloadAll, BoxAnswer::ok);
+    data.forms.OnShow("frmDialogStop", [&](headless::HeadlessForm&) {
+      line.faults.Add({.kind = c.kind, .skip = 40, .count = c.count});
+      if (c.restarts) Amplifier().Restart(port.Now());
+    });
+    Main().Choose("mnuToolsDownloadAll");
+    EXPECT_EQ(Boxes(), (Texts{kDownloadAll, "Error downloading data to controller!"}));
+    EXPECT_EQ(Form().IsOnline(), c.online);
+    EXPECT_FALSE(data.forms.IsOpen("frmDialogStop"));
+    EXPECT_EQ(Project().Position().GetNumberOfNewRows(), 128);
+    EXPECT_TRUE(Project().NeedsSaving());
+  }
+}
+
 TEST_F(Transfers, AnUnreachableAmplifierStartsNoTransfer) {
   port.Unplug();
   Main().Choose("mnuToolsUploadAll");
