@@ -148,6 +148,12 @@ bool Download(const Context& context) {
   if (!work.Open(context.Argument(1))) return false;
   if (!work.session().GoOnline("Cannot go online!  Download failed!")) return false;
   const bool onlyNew = context.line.Has("new");
+  if (onlyNew && work.project().WhatIsDirty().empty()) {
+    ShowInformation(
+        "No new changes have been committed!\r"
+        "New items must be changed and committed before download!");
+    return true;
+  }
   const bool done = only      ? work.project().DownloadParts(items)
                     : onlyNew ? work.project().Download()
                               : work.project().DownloadAll();

@@ -157,16 +157,20 @@ TEST_F(Velmoorctl, DownloadAndUploadCarryAProjectThroughTheAmplifier) {
   EXPECT_EQ(out.str(), expected);
 }
 
-TEST_F(Velmoorctl, ADownloadThatFailsKeepsTheMarksOfWhatDidNotGoOut) {
+TEST_F(Velmoorctl, ADownloadThatFailsKeepsTheMarksOfWhatIsNotStored) {
   ASSERT_EQ(Run({"new", project}), 0);
   ASSERT_EQ(Run({"import", project, "jog", WriteFile("j.csv", "jog,speed\n0,1\n1,2\n2,3\n")}), 0);
   line.faults.Add({.kind = FaultKind::deviceError, .match = "JSPDT1="});
   EXPECT_EQ(Run({"download", project, "--port", "x", "--yes", "--new"}), 1);
   EXPECT_NE(err.str().find("Error downloading data to controller!\n"), std::string::npos);
   EXPECT_EQ(Run({"show", project, "jog"}), 0);
-  EXPECT_EQ(out.str().substr(0, 52), "jog,speed,dirty\n0,1.000,0\n1,2.000,1\n2,3.000,1\n3,,0\n4");
+  EXPECT_EQ(out.str().substr(0, 52), "jog,speed,dirty\n0,1.000,1\n1,2.000,1\n2,3.000,1\n3,,0\n4");
   EXPECT_EQ(Run({"download", project, "--port", "x", "--yes", "--new"}), 0) << err.str();
-  EXPECT_EQ(line.Amplifier('0')->Asked("JSPDT="), 4);
+  EXPECT_EQ(line.Amplifier('0')->Asked("JSPDT="), 5);
+  EXPECT_EQ(Run({"download", project, "--port", "x", "--yes", "--new"}), 0);
+  EXPECT_EQ(err.str(),
+            "No new changes have been committed!\n"
+            "New items must be changed and committed before download!\n");
 }
 
 TEST_F(Velmoorctl, SetsTheMachineInAnyOrderOrNotAtAll) {
