@@ -234,6 +234,16 @@ class frmMain final : public SessionState {
   // ---- tools on the live hardware (frmMainOnlineTools.cpp)
   void ConnectOnlineTools();
   void mnuToolsMonitoring_Click();
+  void mnuToolsServoJog_Click();
+  // Whether Pn80B keeps the servo on without being asked. The result of the question.
+  ResultCode IsServoAlwaysOn(bool& bIsAlwaysOn);
+  void ServoJogOpenModal();
+  void mnuToolsInertiaRatio_Click();
+  void InertiaRatioOpenModal();
+  void mnuToolsHomePosition_Click();
+  void HomePositionOpenModal();
+  void mnuToolsProductInformation_Click();
+  void ProductInfoOpenModal();
   // The commands that open a tool beside the main window or upload one tool. False: no such
   // command.
   bool RunToolCommand(const std::string& name);

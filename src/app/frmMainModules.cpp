@@ -30,9 +30,10 @@ constexpr const char* kOnlineCommands[] = {
 };
 // Entries whose tool is not part of the program.
 constexpr const char* kMissingCommands[] = {
-    "mnuFilePageSetup",           "mnuFilePrint",         "mnuToolsServoJog",
-    "mnuToolsTerminal",           "mnuToolsInertiaRatio", "mnuToolsHomePosition",
-    "mnuToolsProductInformation", "mnuHelpContents",
+    "mnuFilePageSetup",
+    "mnuFilePrint",
+    "mnuToolsTerminal",
+    "mnuHelpContents",
 };
 
 }  // namespace

@@ -1,7 +1,12 @@
 // Opening the tools that work on the live hardware.
 
 #include "app/frmMain.h"
+#include "link/DisplayError.h"
+#include "link/clsHX7Helix7.h"
+#include "online/frmHomePosition.h"
+#include "online/frmProductInfo.h"
 #include "platform/MessageBoxes.h"
+#include "platform/Numbers.h"
 #include "platform/Trapped.h"
 
 namespace velmoor {
@@ -30,6 +35,81 @@ void frmMain::mnuToolsMonitoring_Click() {
   const bool shown = Trapped("Main.MonitoringOpen: ",
                              [this] { return clsProject->Monitoring().Show_Monitoring(); });
   SetToolOpened(ToolWindow::monitoring, shown);
+}
+
+// ---- test run
+
+ResultCode frmMain::IsServoAlwaysOn(bool& bIsAlwaysOn) {
+  std::string sParmVal;
+  const ResultCode result = clsHelix7->GetParameter("80B", sParmVal);
+  // A text that is no number bars nothing, deliberately.
+  bIsAlwaysOn = result == kSuccess && ParseFloat(Trim(sParmVal)) == 2.0;
+  return result;
+}
+
+void frmMain::mnuToolsServoJog_Click() {
+  if (!clsProject) return;
+  Trapped("frmMain.mnuToolsServoJog_Click: ", [this] {
+    bool bIsAlwaysOn = false;
+    const ResultCode result = IsServoAlwaysOn(bIsAlwaysOn);
+    if (result != kSuccess) {
+      DisplayError(result, "Cannot determine if servo is 'Always On'!  Cannot perform Test Run!");
+    } else if (bIsAlwaysOn) {
+      ShowExclamation("Cannot perform Test Run while servo is set to 'Always Servo On' at Pn80B!");
+    } else if (!ToolOpened(ToolWindow::servoJog)) {
+      ServoJogOpenModal();
+    }
+    return true;
+  });
+}
+
+void frmMain::ServoJogOpenModal() {
+  OpenModalTool(ToolWindow::servoJog,
+                "Main.ServoJogOpenModal: ", [this] { clsProject->ServoJog().Show_ServoJog(); });
+  if (clsProject->ServoJog().NeedsSaving()) clsProject->SetNeedsSaving(true);
+}
+
+// ---- small tools
+
+void frmMain::mnuToolsInertiaRatio_Click() {
+  if (clsProject && !ToolOpened(ToolWindow::inertiaRatio)) InertiaRatioOpenModal();
+}
+
+void frmMain::InertiaRatioOpenModal() {
+  OpenModalTool(ToolWindow::inertiaRatio, "Main.InertiaRatioOpenModal: ", [this] {
+    clsProject->InertiaRatio().Show_InertiaRatio();
+  });
+}
+
+void frmMain::mnuToolsHomePosition_Click() {
+  if (clsProject && !ToolOpened(ToolWindow::homePosition)) HomePositionOpenModal();
+}
+
+void frmMain::HomePositionOpenModal() {
+  OpenModalTool(ToolWindow::homePosition, "Main.HomePositionOpenModal: ", [this] {
+    frmHomePosition window(clsProject->HomingService());
+    const Connection status =
+        window.Status.Connect([this](const std::string& text) { UpdateStatusText(text); });
+    window.Show(FormMode::modal);
+    if (window.NeedsSaving()) clsProject->SetNeedsSaving(true);
+  });
+}
+
+void frmMain::mnuToolsProductInformation_Click() {
+  if (ToolOpened(ToolWindow::monitoring) || ToolOpened(ToolWindow::terminal)) {
+    ShowExclamation(
+        "Product Information can only be viewed when\r"
+        "Monitoring and Terminal Emulator are closed.");
+    return;
+  }
+  if (!ToolOpened(ToolWindow::productInfo)) ProductInfoOpenModal();
+}
+
+void frmMain::ProductInfoOpenModal() {
+  OpenModalTool(ToolWindow::productInfo, "Main.ProductInfoOpenModal: ", [] {
+    frmProductInfo window;
+    window.Show(FormMode::modal);
+  });
 }
 
 }  // namespace velmoor

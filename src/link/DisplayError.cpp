@@ -8,13 +8,14 @@
 
 namespace velmoor {
 
+std::string ResultText(ResultCode lngResult) {
+  if (lngResult < 1) return gMainForm->Helix7()->ErrorMessages(lngResult);
+  return gMainForm->Alarm()->GetErrorName(HexText(static_cast<std::uint32_t>(lngResult)));
+}
+
 void DisplayError(ResultCode lngResult, const std::string& strMsg) {
   Trapped("MainModule.DisplayError: ", [&] {
-    const std::string text =
-        lngResult < 1
-            ? gMainForm->Helix7()->ErrorMessages(lngResult)
-            : gMainForm->Alarm()->GetErrorName(HexText(static_cast<std::uint32_t>(lngResult)));
-    ShowExclamation(strMsg + "\r" + text);
+    ShowExclamation(strMsg + "\r" + ResultText(lngResult));
     return true;
   });
 }

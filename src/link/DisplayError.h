@@ -7,9 +7,11 @@
 
 namespace velmoor {
 
-// Shows an exclamation box with `strMsg`, a line break and the text of `lngResult`: the link's own
-// text for 0 and below, the name of the device error (empty where it has none) above. Reads the
-// session through gMainForm.
+// The link's own text for 0 and below, the name of the device error (empty where it has none)
+// above. Reads the session through gMainForm.
+[[nodiscard]] std::string ResultText(ResultCode lngResult);
+
+// Shows an exclamation box with `strMsg`, a line break and the text of `lngResult`.
 void DisplayError(ResultCode lngResult, const std::string& strMsg);
 
 }  // namespace velmoor

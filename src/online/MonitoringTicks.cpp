@@ -218,11 +218,11 @@ void frmMonitoring::ShowChart(bool atOnce) {
 void frmMonitoring::cmdSaveChart_Click() {
   Trapped("frmMonitoring.SaveChart: ", [this] {
     const auto path = world().dialogs->SaveFile({.title = "Save Values",
-                                                     .filter = "Values (*.csv)|*.csv",
-                                                     .defaultSuffix = "csv",
-                                                     .initialDirectory = {},
-                                                     .initialName = "monitoring.csv"},
-                                                    true);
+                                                 .filter = "Values (*.csv)|*.csv",
+                                                 .defaultSuffix = "csv",
+                                                 .initialDirectory = {},
+                                                 .initialName = "monitoring.csv"},
+                                                true);
     if (path) world().files->WriteDurably(*path, chart_.Csv(units_));
     return true;
   });
@@ -233,11 +233,11 @@ void frmMonitoring::cmdSavePicture_Click() {
     // As it is seen now, whatever is read while the dialog is open.
     const std::string picture = form().timeChart("chtValues").Picture();
     const auto path = world().dialogs->SaveFile({.title = "Save Picture",
-                                                     .filter = "Picture (*.png)|*.png",
-                                                     .defaultSuffix = "png",
-                                                     .initialDirectory = {},
-                                                     .initialName = "monitoring.png"},
-                                                    true);
+                                                 .filter = "Picture (*.png)|*.png",
+                                                 .defaultSuffix = "png",
+                                                 .initialDirectory = {},
+                                                 .initialName = "monitoring.png"},
+                                                true);
     if (path) world().files->WriteDurably(*path, picture);
     return true;
   });

@@ -7,8 +7,23 @@
 
 namespace velmoor {
 
+clsHX7ServoJog::clsHX7ServoJog() : closed_(frm_.Closed.Connect([this] { frm_ServoJogClosed(); })) {}
+
+bool clsHX7ServoJog::Show_ServoJog() {
+  frm_.SetSpeed(lngSpeed_);
+  return frm_.Show(FormMode::modal);
+}
+
+void clsHX7ServoJog::frm_ServoJogClosed() {
+  lngSpeed_ = frm_.Speed();
+  blnNeedsSaving_ = frm_.NeedsSaving();
+  SaveToDB();
+  ServoJogClosed.Raise();
+}
+
 bool clsHX7ServoJog::ReadFromDB() {
-  return Trapped("clsServoJog.ReadFromDB: ", [this] {
+  // "ReadToDB" is the intended word.
+  return Trapped("clsServoJog.ReadToDB: ", [this] {
     const auto speed = ReadMiscSetting(strDatabasePath_, schema::Misc::kTestRunSpeed);
     if (speed && !speed->empty()) lngSpeed_ = Int32FromText(*speed);
     return true;

@@ -61,7 +61,8 @@ void frmMonitoring::FormLoad() {
   LoadUnits();
   SetPinLabels();
   SetUnitsFields();
-  for (const char* const name : {"lblAlarm", "lblStatus", "lblComment", "lblError", "lblErrorComment"}) {
+  for (const char* const name :
+       {"lblAlarm", "lblStatus", "lblComment", "lblError", "lblErrorComment"}) {
     form().label(name).SetText("");
   }
   history_.clear();

@@ -33,6 +33,8 @@ void ShowPlain(const std::string& text, const std::string& title);
 // Questions; each returns true for the first button (OK or Yes).
 [[nodiscard]] bool AskOkCancel(const std::string& text);
 [[nodiscard]] bool AskYesNo(const std::string& text);
+// The same as AskYesNo under the sign of a warning.
+[[nodiscard]] bool AskExclamationYesNo(const std::string& text);
 [[nodiscard]] BoxAnswer AskYesNoCancel(const std::string& text);
 
 }  // namespace velmoor

@@ -3,6 +3,7 @@
 #include <initializer_list>
 
 #include "link/clsHX7Helix7.h"
+#include "platform/Events.h"
 #include "platform/Numbers.h"
 #include "project/clsHX7Project.h"
 #include "session/Session.h"
@@ -124,10 +125,13 @@ float clsHX7Project::GetReferenceSpeedFactor() const {
   clsHX7Helix7& helix = *gMainForm->Helix7();
   std::string b, a;
   std::int32_t count = 0;
-  if (helix.GetParameter("202", b) != kSuccess || helix.GetParameter("203", a) != kSuccess ||
-      helix.GetEncoderResolution(count) != kSuccess) {
-    return -1;
-  }
+  // A release of the jog button is seen between the questions.
+  if (helix.GetParameter("202", b) != kSuccess) return -1;
+  YieldEvents();
+  if (helix.GetParameter("203", a) != kSuccess) return -1;
+  YieldEvents();
+  if (helix.GetEncoderResolution(count) != kSuccess) return -1;
+  YieldEvents();
   try {
     const auto pn202 = static_cast<float>(Int32FromText(b));
     const auto pn203 = static_cast<float>(Int32FromText(a));

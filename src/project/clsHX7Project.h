@@ -155,7 +155,7 @@ class clsHX7Project final : public Project {
       std::int16_t digits, const std::array<double, 4>& factors) const override;
   // Counts of the speed command for one turn of the motor, read from the hardware; -1 when it
   // cannot be read or makes no sense.
-  [[nodiscard]] float GetReferenceSpeedFactor() const;
+  [[nodiscard]] float GetReferenceSpeedFactor() const override;
 
   // ---- tools
   clsHX7MechanicalSystem& MechanicalSystem() { return clsMechanicalSystem_; }
@@ -183,6 +183,7 @@ class clsHX7Project final : public Project {
   SharedParameterTool& OverTravelSister() override { return clsOverTravel_; }
   OverTravelTool& OverTravelLimits() override { return clsOverTravel_; }
   ParameterTool& HomingSister() override { return clsHoming_; }
+  HomingTool& HomingService() override { return clsHoming_; }
   ParameterTool& TuningSister() override { return clsTuning_; }
   MechanicalSystemTool& MechanicalSystemSister() override { return clsMechanicalSystem_; }
 

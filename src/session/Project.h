@@ -52,6 +52,16 @@ class OverTravelTool {
   virtual void UpdateOverTravel(std::int16_t digits, float length) = 0;
 };
 
+class HomingTool {
+ public:
+  virtual ~HomingTool() = default;
+  // The home offset that is kept in the project, in distance units.
+  [[nodiscard]] virtual std::string GetHomingOffset() const = 0;
+  virtual bool SetHomingOffset(const std::string& strValue) = 0;
+  // Takes the offset of the hardware into the tool's row, as a change.
+  virtual bool UploadHomingOffset() = 0;
+};
+
 // The system index of a rotary table.
 inline constexpr std::int32_t kRotaryTable = 3;
 
@@ -96,6 +106,10 @@ class Project {
   [[nodiscard]] virtual double ConversionForAcceleration() const = 0;
   [[nodiscard]] virtual double ConversionForTime() const = 0;
 
+  // Thousand reference units a minute for one rpm, read from the amplifier; -1 when it cannot be
+  // read. Serves events between its questions.
+  [[nodiscard]] virtual float GetReferenceSpeedFactor() const = 0;
+
   // Sister tools by the few operations that others may call.
   virtual SharedParameterTool& EditorSister() = 0;
   virtual EditorTool& EditorService() = 0;
@@ -104,6 +118,7 @@ class Project {
   virtual SharedParameterTool& OverTravelSister() = 0;
   virtual OverTravelTool& OverTravelLimits() = 0;
   virtual ParameterTool& HomingSister() = 0;
+  virtual HomingTool& HomingService() = 0;
   virtual ParameterTool& TuningSister() = 0;
   virtual MechanicalSystemTool& MechanicalSystemSister() = 0;
 };

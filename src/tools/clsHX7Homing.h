@@ -9,7 +9,7 @@
 
 namespace velmoor {
 
-class clsHX7Homing final : public ParameterToolBase {
+class clsHX7Homing final : public ParameterToolBase, public HomingTool {
  public:
   clsHX7Homing() : ParameterToolBase("clsHoming") { AttachWindow(frm_); }
 
@@ -23,10 +23,10 @@ class clsHX7Homing final : public ParameterToolBase {
   bool ResetDefaults(std::int16_t digits);
 
   // The stored home offset at the machine's resolution; empty where the project holds none.
-  [[nodiscard]] std::string GetHomingOffset() const;
-  bool SetHomingOffset(const std::string& strValue);
+  [[nodiscard]] std::string GetHomingOffset() const override;
+  bool SetHomingOffset(const std::string& strValue) override;
   // Reads Pn81D alone from the amplifier and marks it changed.
-  bool UploadHomingOffset();
+  bool UploadHomingOffset() override;
   // Stores the rows with a user unit once more and gives them to the editor, after a reset of the
   // editor's own copies.
   void HandRowsToEditor();

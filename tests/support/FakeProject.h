@@ -34,6 +34,7 @@ class FakeProject final : public Project {
       std::int16_t /*digits*/, const std::array<double, 4>& /*factors*/) const override {
     return {};
   }
+  [[nodiscard]] float GetReferenceSpeedFactor() const override { return -1; }
   SharedParameterTool& EditorSister() override { return None<SharedParameterTool>(); }
   EditorTool& EditorService() override { return None<EditorTool>(); }
   SharedParameterTool& FlexibleIOSister() override { return None<SharedParameterTool>(); }
@@ -41,6 +42,7 @@ class FakeProject final : public Project {
   SharedParameterTool& OverTravelSister() override { return None<SharedParameterTool>(); }
   OverTravelTool& OverTravelLimits() override { return None<OverTravelTool>(); }
   ParameterTool& HomingSister() override { return None<ParameterTool>(); }
+  HomingTool& HomingService() override { return None<HomingTool>(); }
   ParameterTool& TuningSister() override { return None<ParameterTool>(); }
   MechanicalSystemTool& MechanicalSystemSister() override { return None<MechanicalSystemTool>(); }
 

@@ -1,0 +1,66 @@
+#include "online/frmInertiaRatio.h"
+
+#include "link/clsHX7Helix7.h"
+#include "platform/Events.h"
+#include "platform/MessageBoxes.h"
+#include "platform/Numbers.h"
+#include "session/Session.h"
+
+namespace velmoor {
+namespace {
+
+constexpr std::chrono::milliseconds kInterval{2000};
+
+}  // namespace
+
+void frmInertiaRatio::FormLoad() {
+  Timer& timer = form().timer("tmrTimer");
+  timer.SetInterval(kInterval);
+  connections_ += timer.Tick.Connect([this] { tmrTimer_Timer(); });
+  connections_ += form().button("cmdSet").Click.Connect([this] { cmdSet_Click(); });
+  connections_ += form().button("cmdExit").Click.Connect([this] { Unload(); });
+  timer.SetEnabled(true);
+}
+
+void frmInertiaRatio::FormUnload() {
+  form().timer("tmrTimer").SetEnabled(false);
+}
+
+void frmInertiaRatio::tmrTimer_Timer() {
+  const auto token = Token();
+  std::int32_t lngIdentified = 0;
+  if (gMainForm->Helix7()->GetInertiaRatio(lngIdentified) != kSuccess) {
+    form().label("lblIdentified").SetText("ERROR");
+    return Fail();
+  }
+  form().label("lblIdentified").SetText(NumberText(lngIdentified));
+  YieldEvents();
+  if (token.expired()) return;
+  std::string strActual;
+  const ResultCode result = gMainForm->Helix7()->GetParameter("103", strActual);
+  const auto actual = ParseFloat(Trim(strActual));
+  if (result != kSuccess || !actual) {
+    form().label("lblActual").SetText("ERROR");
+    return Fail();
+  }
+  form().label("lblActual").SetText(NumberText(*actual));
+  YieldEvents();
+}
+
+// The window closes itself after one failure, deliberately.
+void frmInertiaRatio::Fail() {
+  const auto token = Token();
+  form().timer("tmrTimer").SetEnabled(false);
+  ShowExclamation("Cannot identify or read inertia ratio!\rCheck communications and retry!");
+  if (!token.expired()) Unload();
+}
+
+void frmInertiaRatio::cmdSet_Click() {
+  if (gMainForm->Helix7()->SetInertiaRatio() == kSuccess) {
+    ShowInformation("Inertia Ratio was set successfully!");
+  } else {
+    ShowExclamation("Inertia Ratio failed to set!");
+  }
+}
+
+}  // namespace velmoor

@@ -1,0 +1,348 @@
+// The test run: what moves the motor, and that every way of letting go stops it.
+
+#include <algorithm>
+
+#include "AppSession.h"
+#include "platform/Events.h"
+#include "platform/Numbers.h"
+
+namespace velmoor {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr const char* kCaution =
+    "Use extreme caution!\r"
+    "The enable operation will energize the motor and may cause motion \r"
+    "of the motor shaft and any mechanism connected to the motor shaft.\r\r"
+    "Are you sure you want to enable the servo system?\r"
+    "Click Yes to enable the servo.  Click No to cancel.";
+
+class ServoJog : public AppSession {
+ protected:
+  void SetUp() override { StartOnline(); }
+  using User = std::function<void(headless::HeadlessForm&)>;
+  // Opens the window, acts in it and closes it.
+  void TestRun(const User& user) {
+    data.forms.OnShow("frmServoJog", [this, user](headless::HeadlessForm& form) {
+      Amplifier().ForgetWhatWasAsked();
+      user(form);
+      if (data.forms.IsOpen("frmServoJog")) form.Press("cmdExit");
+    });
+    Main().Choose("mnuToolsServoJog");
+    EXPECT_FALSE(Form().ToolOpened(ToolWindow::servoJog));
+  }
+  void Enable(headless::HeadlessForm& form) {
+    data.boxes.Expect(kCaution, BoxAnswer::yes);
+    form.Press("cmdServo");
+    data.boxes.shown.clear();
+    Amplifier().ForgetWhatWasAsked();
+  }
+  Texts Sent() {
+    Texts sent;
+    for (const JournalEntry& entry : Amplifier().Journal()) sent.push_back(entry.line.substr(1));
+    return sent;
+  }
+  SimulatedAxis& Axis() { return Amplifier().State().axis; }
+  void ExpectStandsStill() {
+    port.Advance(2s);
+    Amplifier().AdvanceTo(port.Now());
+    EXPECT_FALSE(Axis().IsMoving());
+  }
+};
+
+TEST_F(ServoJog, AsksBeforeItEnablesAndJogsOnlyWhileHeld) {
+  TestRun([this](headless::HeadlessForm& form) {
+    EXPECT_FALSE(form.button("cmdJog_0").Enabled());
+    data.boxes.Expect(kCaution, BoxAnswer::no);
+    form.Press("cmdServo");
+    EXPECT_EQ(form.button("cmdServo").Caption(), "");
+    EXPECT_FALSE(Axis().IsServoOn());
+    Enable(form);
+    EXPECT_EQ(form.button("cmdServo").Caption(), "Disable &Servo");
+    EXPECT_EQ(form.lamp("pcbServo").LampTone(), Tone::good);
+    form.Type("txtSpeed", "100");
+    form.Hold("cmdJog_0");
+    // 100 rpm of 32768 counts a turn; the rotation setting 0 swaps the buttons.
+    EXPECT_EQ(Sent(), (Texts{"PRM202", "PRM203", "PGTYPE", "JOGN3277"}));
+    port.Advance(1s);
+    Amplifier().AdvanceTo(port.Now());
+    EXPECT_NEAR(*Axis().Value("NFB"), -100, 2);
+    form.LetGo("cmdJog_0");
+    EXPECT_EQ(Sent().back(), "SKIP");
+    ExpectStandsStill();
+    EXPECT_TRUE(Axis().IsServoOn());
+    form.Press("cmdServo");
+    EXPECT_FALSE(Axis().IsServoOn());
+    EXPECT_FALSE(form.button("cmdJog_0").Enabled());
+  });
+  EXPECT_EQ(Boxes(), Texts{});
+}
+
+TEST_F(ServoJog, TheRotationSettingChoosesTheDirectionOfEachButton) {
+  struct Case {
+    const char* setting;
+    int button;
+    const char* word;
+  };
+  const Case cases[] = {
+      {"0", 0, "JOGN328"}, {"0", 1, "JOGP328"}, {"1", 0, "JOGP328"}, {"1", 1, "JOGN328"}};
+  for (const Case& row : cases) {
+    ASSERT_TRUE(Amplifier().State().memory.parameters.Write(0, row.setting));
+    TestRun([&](headless::HeadlessForm& form) {
+      Enable(form);
+      const std::string button = "cmdJog_" + NumberText(row.button);
+      form.Hold(button);
+      EXPECT_EQ(Sent().back(), row.word);
+      form.LetGo(button);
+    });
+  }
+}
+
+// At each yield of a press: between the three questions nothing has begun yet; behind the start
+// the stop follows at once.
+TEST_F(ServoJog, AReleaseAtAnyMomentOfThePressLeavesTheMotorStanding) {
+  for (int yields = 0; yields < 4; ++yields) {
+    TestRun([&](headless::HeadlessForm& form) {
+      Enable(form);
+      data.events.AtYield(yields, [&form] { form.LetGo("cmdJog_0"); });
+      form.Hold("cmdJog_0");
+      const Texts sent = Sent();
+      const bool started =
+          std::ranges::any_of(sent, [](const std::string& w) { return w.starts_with("JOG"); });
+      EXPECT_EQ(started, yields == 3);
+      EXPECT_EQ(std::ranges::count(sent, "SKIP"), 1);
+      EXPECT_TRUE(!started || sent.back() == "SKIP");
+      ExpectStandsStill();
+    });
+  }
+}
+
+TEST_F(ServoJog, EveryWayOutStopsAndSwitchesOff) {
+  const std::pair<const char*, User> ways[] = {
+      {"exit", [](headless::HeadlessForm& form) { form.Press("cmdExit"); }},
+      {"frame", [](headless::HeadlessForm& form) { form.Unload(); }},
+      {"tool", [this](headless::HeadlessForm&) { Project().ServoJog().Unload_ServoJog(); }},
+      {"end", [this](headless::HeadlessForm&) { Project().ServoJog().MakeSafe(); }},
+      {"disabled", [](headless::HeadlessForm& form) { form.button("cmdJog_1").SetEnabled(false); }},
+      {"hidden", [](headless::HeadlessForm& form) { form.button("cmdJog_1").SetVisible(false); }}};
+  for (const auto& [name, leave] : ways) {
+    TestRun([&, leave = leave](headless::HeadlessForm& form) {
+      Enable(form);
+      form.Hold("cmdJog_1");
+      Amplifier().AdvanceTo(port.Now() + 100ms);
+      ASSERT_TRUE(Axis().IsMoving());
+      Amplifier().ForgetWhatWasAsked();
+      leave(form);
+      ASSERT_FALSE(Sent().empty()) << name;
+      EXPECT_EQ(Sent().front(), "SKIP") << name;
+    });
+    ExpectStandsStill();
+    EXPECT_FALSE(Axis().IsServoOn()) << name;
+  }
+}
+
+TEST_F(ServoJog, FailuresAreToldOnceTheMotorIsStopped) {
+  TestRun([this](headless::HeadlessForm& form) {
+    line.faults.Add({.kind = FaultKind::deviceError, .match = "SVON", .text = "E5A1"});
+    data.boxes.Expect(kCaution, BoxAnswer::yes);
+    form.Press("cmdServo");
+    EXPECT_EQ(Boxes().back(), "Error setting servo on!\rDevice is busy");
+    EXPECT_FALSE(form.button("cmdJog_0").Enabled());
+    Enable(form);
+    line.faults.Add({.kind = FaultKind::notGood, .match = "PRM203"});
+    form.Hold("cmdJog_0");
+    EXPECT_EQ(Boxes(), Texts{"Error communicating with hardware!\rCheck connections then retry!"});
+    form.LetGo("cmdJog_0");
+    Amplifier().ForgetWhatWasAsked();
+    // The command came through, its answer did not.
+    line.faults.Add({.kind = FaultKind::deviceError, .match = "JOGN", .text = "E5A1"});
+    form.Hold("cmdJog_0");
+    EXPECT_EQ(Sent().back(), "SKIP");
+    EXPECT_EQ(Boxes(), Texts{"Error initiating servo jog!\rDevice is busy"});
+    ExpectStandsStill();
+    form.LetGo("cmdJog_0");
+    form.Hold("cmdJog_0");
+    line.faults.Add({.kind = FaultKind::deviceError, .match = "SKIP", .text = "E5A1"});
+    form.LetGo("cmdJog_0");
+    EXPECT_EQ(Boxes(), Texts{"Error terminating servo jog!\rDevice is busy"});
+    line.faults.Add({.kind = FaultKind::deviceError, .match = "SVOFF", .text = "E5A1"});
+    form.Press("cmdServo");
+    EXPECT_EQ(Boxes(), Texts{"Error setting servo off!\rDevice is busy"});
+    EXPECT_EQ(form.button("cmdServo").Caption(), "Disable &Servo");
+    EXPECT_FALSE(form.button("cmdJog_0").Enabled());
+  });
+}
+
+TEST_F(ServoJog, DoesNotOpenWhileTheServoIsAlwaysOnOrUnknown) {
+  ASSERT_TRUE(Amplifier().State().memory.parameters.Write(0x80B, "2"));
+  Main().Choose("mnuToolsServoJog");
+  EXPECT_EQ(Boxes(), Texts{"Cannot perform Test Run while servo is set to 'Always Servo On' at "
+                           "Pn80B!"});
+  Main().Choose("mnuToolsOffline");
+  Main().Choose("mnuToolsServoJog");
+  EXPECT_EQ(Boxes(), Texts{"Cannot determine if servo is 'Always On'!  Cannot perform Test Run!\r"
+                           "Communications port not opened."});
+}
+
+TEST_F(ServoJog, TakesPositiveWholeSpeedsAndKeepsThemInTheProject) {
+  const std::string notNumeric = "Non-numeric value entered!  Previous value will be restored.";
+  const std::string notPositive =
+      "Speed must be a positive integer value!  Previous value will be restored.";
+  TestRun([&](headless::HeadlessForm& form) {
+    EXPECT_EQ(form.textBox("txtSpeed").Text(), "10");
+    form.Press("updServo_Up");
+    EXPECT_EQ(form.textBox("txtSpeed").Text(), "11");
+    struct Case {
+      const char* typed;
+      std::string words;
+      const char* shown;
+    };
+    const Case cases[] = {{"250", "", "250"},
+                          {"12.5", "", "12"},
+                          {"0", notPositive, "12"},
+                          {"-5", notPositive, "12"},
+                          {"", notNumeric, "12"},
+                          {"ten", notNumeric, "12"},
+                          {"9999999999", notNumeric, "12"},
+                          {"1e2", "", "100"}};
+    for (const Case& row : cases) {
+      form.Type("txtSpeed", row.typed);
+      form.Leave("txtSpeed");
+      EXPECT_EQ(Boxes(), row.words.empty() ? Texts{} : Texts{row.words}) << row.typed;
+      EXPECT_EQ(form.textBox("txtSpeed").Text(), row.shown) << row.typed;
+    }
+    form.Type("txtSpeed", "1");
+    form.Leave("txtSpeed");
+    form.Press("updServo_Down");
+    EXPECT_EQ(form.textBox("txtSpeed").Text(), "1");
+  });
+  EXPECT_EQ(Project().ServoJog().Speed(), 1);
+  EXPECT_TRUE(Project().NeedsSaving());
+  clsHX7ServoJog again;
+  again.SetDatabasePath(Project().ProjectDatabasePath());
+  ASSERT_TRUE(again.ReadFromDB());
+  EXPECT_EQ(again.Speed(), 1);
+}
+
+// ---- the small tools
+
+class SmallTools : public AppSession {
+ protected:
+  void SetUp() override { StartOnline(); }
+  using User = std::function<void(headless::HeadlessForm&)>;
+  void With(const char* command, const char* form, const User& user) {
+    data.forms.OnShow(form, user);
+    Main().Choose(command);
+  }
+};
+
+TEST_F(SmallTools, TheInertiaRatioIsReadEveryTwoSecondsAndStored) {
+  With("mnuToolsInertiaRatio", "frmInertiaRatio", [this](headless::HeadlessForm& form) {
+    EXPECT_EQ(form.label("lblIdentified").Text(), "");
+    PauseInSec(2.1F);
+    EXPECT_EQ(form.label("lblIdentified").Text() + " " + form.label("lblActual").Text(), "300 0");
+    form.Press("cmdSet");
+    PauseInSec(2.1F);
+    EXPECT_EQ(form.label("lblActual").Text(), "300");
+    line.faults.Add({.kind = FaultKind::deviceError, .match = "TUNESTORE", .text = "E5A1"});
+    form.Press("cmdSet");
+    EXPECT_EQ(Boxes(),
+              (Texts{"Inertia Ratio was set successfully!", "Inertia Ratio failed to set!"}));
+    line.faults.Add({.kind = FaultKind::notGood, .match = "PRM103"});
+    PauseInSec(2.1F);
+    EXPECT_FALSE(data.forms.IsOpen("frmInertiaRatio"));
+  });
+  EXPECT_EQ(Boxes(),
+            Texts{"Cannot identify or read inertia ratio!\rCheck communications and retry!"});
+  EXPECT_FALSE(Form().ToolOpened(ToolWindow::inertiaRatio));
+}
+
+TEST_F(SmallTools, TheHomeOffsetGoesToHardwareAndProject) {
+  const char* const kAsk =
+      "Caution!  This action will set the home offset position!\rDo you wish to proceed?";
+  With("mnuToolsHomePosition", "frmHomePosition", [&](headless::HeadlessForm& form) {
+    EXPECT_EQ(form.textBox("txtOffset").Text(), "0.000");
+    EXPECT_EQ(form.label("lblUnits").Text(), "mm");
+    EXPECT_FALSE(form.button("cmdAbsReset").Enabled());
+    const std::pair<const char*, std::string> refused[] = {
+        {"x", "Value must be numeric!\rOffset value must be numeric!"},
+        {"100000",
+         "Offset value out of range!\rValue must be in the range from -99999.999 and "
+         "99999.999!"}};
+    for (const auto& [text, words] : refused) {
+      form.Type("txtOffset", text);
+      EXPECT_FALSE(form.Leave("txtOffset"));
+      EXPECT_EQ(Boxes(), Texts{words});
+      EXPECT_EQ(form.textBox("txtOffset").Text(), "0.000");
+    }
+    form.Type("txtOffset", "99999.999");
+    EXPECT_TRUE(form.Leave("txtOffset"));
+    form.Type("txtOffset", "-1.2345");
+    EXPECT_TRUE(form.Leave("txtOffset"));
+    data.boxes.Expect(kAsk, BoxAnswer::no);
+    form.Press("cmdUpdate");
+    EXPECT_EQ(Amplifier().State().memory.parameters.Value(0x81D), 0);
+    line.faults.Add({.kind = FaultKind::deviceError, .match = "ZSET", .text = "E5A1"});
+    data.boxes.Expect(kAsk, BoxAnswer::yes);
+    form.Press("cmdUpdate");
+    EXPECT_EQ(data.boxes.shown.back().text, "Error setting home offset position!");
+    data.boxes.Expect(kAsk, BoxAnswer::yes);
+    form.Press("cmdUpdate");
+    EXPECT_FALSE(data.forms.IsOpen("frmHomePosition"));
+  });
+  EXPECT_EQ(Amplifier().State().memory.parameters.Value(0x81D), -1235);
+  EXPECT_EQ(Project().Homing().GetHomingOffset(), "-1.235");
+  EXPECT_EQ(Status(), "System Status: Home Offset Position Update Complete");
+  EXPECT_TRUE(Project().NeedsSaving());
+}
+
+TEST_F(SmallTools, OnlyAnAbsoluteEncoderThatIsUsedAsOneCanBeReset) {
+  struct Case {
+    const char* encoder;
+    const char* pn002;
+    bool enabled;
+  };
+  const Case cases[] = {
+      {"00000011", "0000", false}, {"00000111", "0100", false}, {"00000111", "0000", true}};
+  for (const Case& row : cases) {
+    Amplifier().State().settings.encoder = row.encoder;
+    ASSERT_TRUE(Amplifier().State().memory.parameters.Write(2, row.pn002));
+    With("mnuToolsHomePosition", "frmHomePosition", [&](headless::HeadlessForm& form) {
+      EXPECT_EQ(form.button("cmdAbsReset").Enabled(), row.enabled) << row.encoder << row.pn002;
+      if (row.enabled) {
+        data.boxes.Expect(
+            "Caution!  This action will clear the absolute encoder position!\r"
+            "Do you wish to proceed?",
+            BoxAnswer::yes);
+        form.Press("cmdAbsReset");
+        EXPECT_EQ(data.boxes.shown.back().text, "Successful encoder reset!");
+        EXPECT_EQ(Amplifier().Asked("ABSPGRES"), 1);
+      }
+      form.Press("cmdCancel");
+    });
+  }
+}
+
+TEST_F(SmallTools, TheProductInformationIsWhatTheHardwareSays) {
+  With("mnuToolsProductInformation", "frmProductInfo", [](headless::HeadlessForm& form) {
+    Texts shown;
+    for (int i = 0; i < 9; ++i) shown.push_back(form.label("lblValues_" + NumberText(i)).Text());
+    EXPECT_EQ(shown, (Texts{"0003", "Standard", "VKLM-04AE", "0012", "Standard", "VMMAH-04AC",
+                            "Incremental", "17-Bit", "0001"}));
+    form.Press("cmdExit");
+  });
+  line.faults.Add({.kind = FaultKind::notGood, .match = "VER"});
+  line.faults.Add({.kind = FaultKind::deviceError, .match = "PGVER", .text = "E5A1"});
+  With("mnuToolsProductInformation", "frmProductInfo",
+       [](headless::HeadlessForm& form) { form.Press("cmdExit"); });
+  EXPECT_EQ(Boxes(), Texts{"Option Information Error: Read value not found error.\r"
+                           "Encoder Information Error: Device is busy"});
+  Main().Choose("mnuToolsMonitoring");
+  Main().Choose("mnuToolsProductInformation");
+  EXPECT_EQ(Boxes(), Texts{"Product Information can only be viewed when\r"
+                           "Monitoring and Terminal Emulator are closed."});
+}
+
+}  // namespace
+}  // namespace velmoor
