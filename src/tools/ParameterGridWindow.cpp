@@ -49,6 +49,12 @@ void ParameterGridWindow::FormActivate() {
   shownUnits_ = units;
 }
 
+bool ParameterGridWindow::CommitPending() {
+  if (!IsOpen()) return true;
+  // An access key presses a button while a cell is still under edit.
+  return grid().FinishEdit() && (NotCommitted() ? Commit() : MayCommit());
+}
+
 bool ParameterGridWindow::Accept(int row, std::string& text) {
   return Trapped(trapPrefix_ + ".vsFG_ValidateEdit: ", [&] {
     const ParameterRow described = tool_.Describe(row);

@@ -20,7 +20,7 @@ class ParameterGridWindow : public GridWindow, public EditTarget {
   // The units' words changed.
   void UpdateUnitsInDescription() { RefreshGrid(); }
   // Accepts what was not accepted yet, as Apply does. False: refused; the window stays as it was.
-  bool CommitPending() { return !IsOpen() || (NotCommitted() ? Commit() : MayCommit()); }
+  bool CommitPending();
 
   // ---- the Edit menu: values are copied and put back, and never emptied
   [[nodiscard]] bool CanCopy() const override;

@@ -219,6 +219,14 @@ TEST_F(SingleDownloads, TheWindowsButtonAcceptsWhatItShowsAfterTheQuestion) {
   Window().Press("cmdDownload");
   EXPECT_EQ(Sent("81D"), "1250");
   EXPECT_FALSE(Window().button("cmdApply").Enabled());
+  // An access key presses the button while the cell is still under edit.
+  PauseInSec(1);
+  Amplifier().ForgetWhatWasAsked();
+  Window().grid("vsFG").GoTo(tool.Rows().FindRow("Pn81D"), ParameterGrid::kValue);
+  ASSERT_TRUE(Window().grid("vsFG").TypeInCell("2.5"));
+  data.boxes.Expect("Homing Parameters of the project", BoxAnswer::ok);
+  Window().Press("cmdDownload");
+  EXPECT_EQ(Sent("81D"), "2500");
   EXPECT_FALSE(tool.Rows().IsDirty(tool.Rows().FindRow("Pn81D")));
   EXPECT_EQ(Project().WhatIsDirty(), "");
 }
