@@ -122,6 +122,10 @@ void MainModule::OpenFirstProject() {
   }
 }
 
+void MainModule::MakeSafe() {
+  if (form_) form_->MakeSafe();
+}
+
 void MainModule::Terminate() {
   if (!form_) return;
   form_->MDIForm_Terminate();

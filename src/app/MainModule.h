@@ -30,6 +30,8 @@ class MainModule {
   bool Main();
   // The main window is gone.
   Event<> Closed;
+  // What moves is stopped and switched off, without a word: the process ends.
+  void MakeSafe();
   // Releases the session. Runs at the latest with the end of the object.
   void Terminate();
 

@@ -57,6 +57,9 @@ class frmMain final : public SessionState {
   // command is running, or `work` was refused or failed.
   bool RunCommand(const std::string& prefix, const std::function<bool()>& work);
 
+  // Stops and switches off a motor that the test run has energised, without a word.
+  void MakeSafe();
+
   // Makes the device object and listens to it.
   void StartHelix7();
 

@@ -69,6 +69,10 @@ void frmMain::ServoJogOpenModal() {
   if (clsProject->ServoJog().NeedsSaving()) clsProject->SetNeedsSaving(true);
 }
 
+void frmMain::MakeSafe() {
+  if (clsProject) clsProject->ServoJog().MakeSafe();
+}
+
 // ---- small tools
 
 void frmMain::mnuToolsInertiaRatio_Click() {

@@ -13,6 +13,8 @@
 #include "platform/posix/PosixSerialPorts.h"
 #include "platform/posix/PosixSingleInstance.h"
 #include "platform/posix/ProgramPlaces.h"
+#include "platform/posix/TerminationSignals.h"
+#include "platform/qt/QtEventPump.h"
 #include "platform/qt/QtProgram.h"
 #include "platform/qt/QtSerialAdapters.h"
 #include "platform/sqlcipher/SqlcipherDatabases.h"
@@ -59,6 +61,7 @@ int main(int argc, char** argv) {
   adapters.serialPorts = &serialPorts;
   posix::PosixSingleInstance instance(qt::WatchDescriptor);
   MainModule module(comm, instance, CommandLine(argc, argv));
+  const posix::TerminationSignals signals(qt::WatchDescriptor, [&module] { module.MakeSafe(); });
   bool gone = false;
   const Connection closed = module.Closed.Connect([&] {
     gone = true;

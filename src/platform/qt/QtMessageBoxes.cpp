@@ -68,6 +68,8 @@ BoxAnswer QtMessageBoxes::Show(BoxKind kind, BoxButtons buttons, const std::stri
   box.setText(ToQt(text));
   box.setStandardButtons(choice.buttons);
   box.setEscapeButton(choice.escape);
+  // A warning is not agreed to by a stray Enter.
+  if (kind == BoxKind::exclamation) box.setDefaultButton(choice.escape);
   // An hourglass of the caller must not lie over the box.
   QApplication::setOverrideCursor(Qt::ArrowCursor);
   const int button = box.exec();
