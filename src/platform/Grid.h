@@ -73,9 +73,11 @@ class Grid : public Control {
   [[nodiscard]] virtual bool ColumnHidden(int column) const = 0;
   virtual void SetRowHidden(int row, bool hidden) = 0;
   [[nodiscard]] virtual bool RowHidden(int row) const = 0;
-  // In characters of average width; 0: as wide as the contents. The last visible column takes the
-  // room that is left.
+  // In characters of average width, and never less than the heading; 0: as wide as the contents.
+  // The last visible column takes the room that is left.
   virtual void SetColumnWidth(int column, int characters) = 0;
+  // From now on that column takes a share of the room that is left, and the last one none.
+  virtual void SetColumnShare(int column) = 0;
   // Keeps room for so many rows, so that the window opens no smaller and no larger than it must.
   virtual void SetRowsInSight(int rows) = 0;
   // Shows in the heading that the rows lie sorted by that column; -1: by none. The sorting itself

@@ -39,7 +39,7 @@ class ProgrammeView::PathGrid final : public GridSource {
     const std::string& event = table_.Text(step, clsHX7Position::event);
     const std::string& next = table_.Text(step, clsHX7Position::next);
     std::string words;
-    if (WaitsForInput(event)) words = "waits for " + EventWord(event) + ", ";
+    if (WaitsForInput(event)) words = "on " + EventWord(event) + ", ";
     if (EventTime(event) > 0) words += NumberText(EventTime(event)) + " ms, ";
     return words + (next == "END" ? "end" : "to " + next);
   }

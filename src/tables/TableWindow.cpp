@@ -15,6 +15,7 @@ namespace velmoor {
 namespace {
 
 constexpr std::size_t kMostFaultsShown = 12;
+constexpr int kLampWidth = 6;  // characters
 constexpr const char* kCsvFilter = "Comma-separated values (*.csv)|*.csv|All files (*.*)|*.*";
 
 }  // namespace
@@ -40,13 +41,27 @@ void TableWindow::FormLoad() {
   });
   connections_ += form().button("cmdFind").Click.Connect([this] { FindNext(); });
   history_.Reset(HistoryRows());
+  LayOutColumns();
+  grid().SetCurrent(1, 1);
   RowsShown();
+}
+
+void TableWindow::LayOutColumns() {
+  const int columns = source_.Columns();
+  for (int column = 1; column < columns; ++column) {
+    if (source_.Traits(1, column).lamp == CellLamp::none) {
+      grid().SetColumnShare(column);
+    } else {
+      grid().SetColumnWidth(column, kLampWidth);
+    }
+  }
 }
 
 void TableWindow::UpdateUnitsInHeader() {
   if (!IsOpen()) return;
   source_.SetHeadings(Headings(OpenedProject()));
   RefreshGrid();
+  grid().Bind(&source_);  // the columns fit the new words
   RowsShown();
 }
 
@@ -193,21 +208,27 @@ bool TableWindow::IsEditing() const {
 
 std::optional<CellBlock> TableWindow::SelectedBlock() const {
   const GridBlock block = Selection();
-  if (block.IsEmpty() || block.right < 1) return std::nullopt;
-  return CellBlock{block.top, std::max(block.left, 1) - 1, block.bottom, block.right - 1};
+  if (block.IsEmpty()) return std::nullopt;
+  const int right = block.right < 1 ? source_.Columns() - 1 : block.right;
+  return CellBlock{block.top, std::max(block.left, 1) - 1, block.bottom, right - 1};
 }
 
 CellPlace TableWindow::CurrentCell() const {
   if (!IsOpen()) return {};
   Grid& cells = const_cast<TableWindow*>(this)->grid();
   const int row = cells.Row();
-  const int column = cells.Column();
-  if (row < 1 || column < 1 || !source_.Traits(row, column).editable) return {};
+  const int column = std::max(cells.Column(), 1);
+  if (row < 1 || !source_.Traits(row, column).editable) return {};
   return {row, column - 1};
 }
 
 bool TableWindow::CanCopy() const {
   return !Selection().IsEmpty();
+}
+
+bool TableWindow::CanCut() const {
+  const GridBlock block = Selection();
+  return !block.IsEmpty() && source_.Traits(block.top, std::max(block.left, 1)).editable;
 }
 
 bool TableWindow::CanPaste() const {

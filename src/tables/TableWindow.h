@@ -43,6 +43,7 @@ class TableWindow : public GridWindow, public EditTarget {
 
   // ---- the Edit menu
   [[nodiscard]] bool CanCopy() const override;
+  [[nodiscard]] bool CanCut() const override;
   [[nodiscard]] bool CanPaste() const override;
   [[nodiscard]] bool CanUndo() const override;
   [[nodiscard]] bool CanRedo() const override;
@@ -80,20 +81,24 @@ class TableWindow : public GridWindow, public EditTarget {
   [[nodiscard]] virtual CellBlock BufferBlock(int row, int column) const = 0;
 
   void FormLoad() override;
+  // How wide the columns are; here, lamps are narrow and the others share the rest.
+  virtual void LayOutColumns();
   // Ends an edit of any size: what follows it, marks, history, display.
   void EditDone();
   // Shows what was refused, in one box; true where nothing was.
   static bool Accepted(const std::vector<std::string>& faults);
   [[nodiscard]] TableGrid& source() { return source_; }
   [[nodiscard]] const TableGrid& source() const { return source_; }
-  // The row and the table's column under the cursor; row 0: none.
+  // The row and the table's column under the cursor, the first one where it stands at the row's
+  // number; row 0: none.
   [[nodiscard]] CellPlace CurrentCell() const;
   [[nodiscard]] CellContext Context() const;
 
  private:
   void vsFG_ValidateEdit(GridEdit& edit);
   [[nodiscard]] GridBlock Selection() const;
-  // The selection as cells of the table, without the number's column; nothing where it has none.
+  // The selection as cells of the table, without the number's column; whole rows where it has
+  // numbers alone. Nothing where there is no selection.
   [[nodiscard]] std::optional<CellBlock> SelectedBlock() const;
   [[nodiscard]] bool IsEditing() const;
   void PutBack(const std::vector<EditHistory::Assignment>& texts);

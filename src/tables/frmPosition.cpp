@@ -64,10 +64,6 @@ void frmPosition::FollowEdits(const MotionTable::Rows& before) {
 
 void frmPosition::FormLoad() {
   TableWindow::FormLoad();
-  constexpr int kWidths[] = {5, 17, 17, 13, 13, 13, 11, 14, 8, 17};
-  for (int column = 0; column < source().Columns(); ++column) {
-    grid().SetColumnWidth(column, kWidths[column]);
-  }
   connections_ += grid().CellButton.Connect([this](int row, int column) {
     if (grid().FinishEdit()) LaunchPopUp(row, column - 1);
   });
@@ -80,6 +76,13 @@ void frmPosition::FormLoad() {
     grid().SetCurrent(row, 1);
   });
   RowsShown();
+}
+
+void frmPosition::LayOutColumns() {
+  constexpr int kWidths[] = {4, 18, 18, 12, 12, 12, 9, 15, 6, 18};
+  for (int column = 0; column < source().Columns(); ++column) {
+    grid().SetColumnWidth(column, kWidths[column]);
+  }
 }
 
 void frmPosition::RowsShown() {

@@ -25,6 +25,7 @@ class frmPosition final : public TableWindow {
 
  protected:
   void FormLoad() override;
+  void LayOutColumns() override;
   bool MayCommit() override;
   [[nodiscard]] std::vector<std::string> Headings(const Project& project) const override;
   [[nodiscard]] CellCheck Check(int row, int column, const std::string& text) const override;

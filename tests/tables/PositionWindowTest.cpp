@@ -181,6 +181,23 @@ TEST_F(IndexWindow, ABlockIsCopiedAsTabSeparatedText) {
   EXPECT_EQ(Cell(3, kLoop), "1");
 }
 
+TEST_F(IndexWindow, TheStepsNumberStandsForTheWholeStep) {
+  Grid().GoTo(2, 0);
+  Main().Choose("mnuEditCopy");
+  EXPECT_THAT(data.clipboard.text, HasSubstr("\tA::::\tT250\t3\tc\n"));
+  Grid().GoTo(5, 0);
+  Main().Choose("mnuEditPaste");
+  EXPECT_EQ(Cell(5, kLabel), "");
+  EXPECT_EQ(Cell(5, kEvent), "T250");
+  Grid().Select({2, 0, 3, 0});
+  Main().Choose("mnuEditCopy");
+  EXPECT_THAT(data.clipboard.text, AllOf(StartsWith("b\t"), HasSubstr("\nc\t")));
+  form->PressKey("vsFG", {.code = keys::kDelete});
+  EXPECT_TRUE(Index().IsBlank(2));
+  EXPECT_TRUE(Index().IsBlank(3));
+  EXPECT_FALSE(Index().IsBlank(1));
+}
+
 TEST_F(IndexWindow, StepsAreInsertedDeletedFilledAndFound) {
   Grid().GoTo(2, kLabel);
   Choose("mnuTableInsert");

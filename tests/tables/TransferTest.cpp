@@ -94,6 +94,46 @@ TEST_F(Transfers, GeneratedProgrammesSurviveFileAndWire) {
   }
 }
 
+// What the wire rounds or does not carry: labels of any characters, speeds of any decimals, blank
+// steps between others.
+TEST_F(Transfers, GeneratedCellsSurviveFileAndCsv) {
+  std::mt19937 random(11);
+  const auto below = [&](int limit) {
+    return std::uniform_int_distribution<>(0, limit - 1)(random);
+  };
+  const std::string characters = "aZ09 ,;\"'=<>&%\\/_-.:()[]{}#$!?*+~^`@\xC3\xA4";
+  ASSERT_EQ(ImportCsv(Project(), Index(), Generator(4).Csv()), std::vector<std::string>());
+  for (int row = 1; row <= 128; ++row) {
+    std::string label = std::to_string(row);
+    while (label.size() < 16) label += characters[static_cast<std::size_t>(below(38))];
+    label.back() = '\'';  // outer blanks are no part of a label
+    for (int other = 1; other <= 128; ++other) {
+      if (Index().Text(other, Position::next) == Index().Text(row, Position::label)) {
+        Index().SetText(other, Position::next, label);
+      }
+    }
+    Index().SetText(row, Position::label, label);
+    const CellCheck speed =
+        CheckIndexCell(Project(), Index(), row, Position::speed,
+                       std::to_string(below(9999)) + "." + std::to_string(below(1000)));
+    ASSERT_TRUE(speed.accepted) << speed.words;
+    Index().SetText(row, Position::speed, speed.text);
+  }
+  DeleteStep(Index(), 100);
+  for (int row = 1; row <= 128; ++row) {
+    if (Index().Text(row, Position::next).empty()) Index().SetText(row, Position::next, "END");
+  }
+  for (int column = 0; column <= Position::next; ++column) Index().SetText(128, column, "");
+  const MotionTable::Rows written = Index().Cells();
+  ASSERT_TRUE(Index().ChangeAccepted());
+  ASSERT_TRUE(Index().ReadFromDB());
+  EXPECT_TRUE(Index().Cells() == written);
+  const std::string text = ExportCsv(Index());
+  ASSERT_TRUE(Index().ClearData());
+  EXPECT_EQ(ImportCsv(Project(), Index(), text), std::vector<std::string>());
+  EXPECT_TRUE(Index().Cells() == written);
+}
+
 TEST_F(Transfers, AWholeTableCostsEightExchangesARow) {
   FillIndex(7);
   GoOnline();

@@ -218,6 +218,7 @@ class HeadlessGrid final : public HeadlessControl<Grid> {
   void SetRowHidden(int row, bool hidden) override;
   [[nodiscard]] bool RowHidden(int row) const override { return hiddenRows_.contains(row); }
   void SetColumnWidth(int, int) override {}
+  void SetColumnShare(int) override {}
   void SetSortMark(int, bool) override {}
   void SetRowsInSight(int) override {}
   [[nodiscard]] int Row() const override { return row_; }

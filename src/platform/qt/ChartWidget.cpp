@@ -128,7 +128,9 @@ void ChartWidget::DrawMarks(QPainter& painter, const Frame& frame) const {
     painter.drawLine(QPointF(x, frame.area.top()), QPointF(x, frame.area.bottom()));
     const QString word = ToQt(mark.text);
     const double width = fontMetrics().horizontalAdvance(word);
-    const double left = std::min(x - width / 2, frame.area.right() - width + kGap);
+    const double rightmost = frame.area.right() - width + kGap;
+    // The left end keeps clear of the numbers beside the area.
+    const double left = std::max(std::min(x - width / 2, rightmost), frame.area.left());
     if (left < taken) continue;
     painter.setPen(color);
     painter.drawText(QPointF(left, frame.area.top() - kGap / 2.0 - line * 0.15), word);

@@ -99,6 +99,12 @@ void QtGrid::SetColumnWidth(int column, int characters) {
   FitColumns();
 }
 
+void QtGrid::SetColumnShare(int column) {
+  QHeaderView& heading = *view_.horizontalHeader();
+  heading.setStretchLastSection(false);
+  heading.setSectionResizeMode(column, QHeaderView::Stretch);
+}
+
 void QtGrid::SetRowsInSight(int rows) {
   view_.setMinimumHeight(view_.horizontalHeader()->sizeHint().height() +
                          rows * view_.verticalHeader()->defaultSectionSize() +
@@ -121,7 +127,8 @@ void QtGrid::FitColumns() {
     const auto at = static_cast<std::size_t>(column);
     const int asked = at < widths_.size() ? widths_[at] : 0;
     if (asked > 0) {
-      view_.setColumnWidth(column, asked * character + kRoom);
+      const int heading = view_.horizontalHeader()->sectionSizeHint(column);
+      view_.setColumnWidth(column, std::max(asked * character + kRoom, heading));
       continue;
     }
     view_.resizeColumnToContents(column);

@@ -25,6 +25,7 @@ class QtGrid final : public QtControl<Grid> {
   void SetRowHidden(int row, bool hidden) override;
   [[nodiscard]] bool RowHidden(int row) const override;
   void SetColumnWidth(int column, int characters) override;
+  void SetColumnShare(int column) override;
   void SetRowsInSight(int rows) override;
   void SetSortMark(int column, bool descending) override;
   [[nodiscard]] int Row() const override;
