@@ -1,5 +1,6 @@
 #include "tables/CellRules.h"
 
+#include <algorithm>
 #include <array>
 
 #include "platform/Numbers.h"
@@ -38,6 +39,12 @@ CellCheck CheckSignedDistance(const Project& project, const std::string& distanc
   return CellCheck::Accept((sign == '+' || sign == '-' ? std::string(1, sign) : "") + digits);
 }
 
+// Of UTF-8: bytes that continue a character are not counted.
+std::size_t CountCharacters(const std::string& text) {
+  return static_cast<std::size_t>(std::ranges::count_if(
+      text, [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U; }));
+}
+
 bool IsMoveWord(const std::string& text) {
   return text == "+INFINITE" || text == "-INFINITE" || text == "STOP" || text == "-";
 }
@@ -64,11 +71,14 @@ CellCheck CheckLimit(const Project& project, UnitKind kind, const std::string& t
 }
 
 CellCheck CheckLabel(const clsHX7Position& table, int step, const std::string& text) {
-  if (text.size() > kMostLabelCharacters) {
+  if (CountCharacters(text) > kMostLabelCharacters) {
     return CellCheck::Refuse("Label cannot exceed 16 characters in length!");
   }
   if (UpperCase(text) == "END" || text.find('|') != std::string::npos) {
     return CellCheck::Refuse("Label cannot be \"END\" or contain \"|\"!");
+  }
+  if (std::ranges::any_of(text, [](char c) { return static_cast<unsigned char>(c) < ' '; })) {
+    return CellCheck::Refuse("Label cannot contain tabs or line breaks!");
   }
   for (int row = 1; row <= table.RowsInArray(); ++row) {
     const std::string& other = table.Text(row, clsHX7Position::label);

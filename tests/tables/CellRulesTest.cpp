@@ -41,6 +41,13 @@ TEST_F(IndexCells, LabelsAreShortUniqueAndNoReservedWord) {
   const std::string twice = "Label is already defined!  Please change label to an unique name!";
   Check({{Position::label, "sixteen letters.", "sixteen letters.", ""},
          {Position::label, "seventeen letters", "", "Label cannot exceed 16 characters in length!"},
+         {Position::label,
+          "R\xC3\xBC"
+          "ckhub_16_lange",
+          "R\xC3\xBC"
+          "ckhub_16_lange",
+          ""},
+         {Position::label, "a\tb", "", "Label cannot contain tabs or line breaks!"},
          {Position::label, "Home", "", twice},
          {Position::label, "HOME", "", twice},
          {Position::label, "end", "", reserved},

@@ -11,9 +11,11 @@ namespace velmoor {
 namespace {
 
 using headless::HeadlessForm;
+using ::testing::AllOf;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
+using ::testing::StartsWith;
 
 // Grid columns are the table's plus one, for the step's number.
 enum GridColumn { kLabel = 1, kPosition, kSpeed, kRdst, kRspd, kPOut, kEvent, kLoop, kNext };

@@ -5,6 +5,8 @@
 
 #include "TableSession.h"
 #include "platform/Utility.h"
+#include "tables/CellRules.h"
+#include "tables/ProgrammeEdits.h"
 #include "tables/TableGrid.h"
 
 namespace velmoor {
@@ -101,11 +103,13 @@ TEST_F(Transfers, GeneratedCellsSurviveFileAndCsv) {
   const auto below = [&](int limit) {
     return std::uniform_int_distribution<>(0, limit - 1)(random);
   };
-  const std::string characters = "aZ09 ,;\"'=<>&%\\/_-.:()[]{}#$!?*+~^`@\xC3\xA4";
+  const std::string characters = "aZ09 ,;\"'=<>&%\\/_-.:()[]{}#$!?*+~^`@";
   ASSERT_EQ(ImportCsv(Project(), Index(), Generator(4).Csv()), std::vector<std::string>());
   for (int row = 1; row <= 128; ++row) {
     std::string label = std::to_string(row);
-    while (label.size() < 16) label += characters[static_cast<std::size_t>(below(38))];
+    while (label.size() < 16) {
+      label += characters[static_cast<std::size_t>(below(static_cast<int>(characters.size())))];
+    }
     label.back() = '\'';  // outer blanks are no part of a label
     for (int other = 1; other <= 128; ++other) {
       if (Index().Text(other, Position::next) == Index().Text(row, Position::label)) {
