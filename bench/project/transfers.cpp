@@ -7,6 +7,7 @@
 #include <functional>
 #include <iostream>
 
+#include "CountingPort.h"
 #include "SimulatorChild.h"
 #include "platform/Numbers.h"
 #include "platform/Rx900Utils.h"
@@ -27,38 +28,7 @@ using Clock = std::chrono::steady_clock;
 
 constexpr std::int32_t kBaudRate = 38400;
 
-// A port that counts the bytes of its line, line ends included.
-class CountingPort final : public SerialPort {
- public:
-  explicit CountingPort(SerialPort& port) : port_(port) {}
-  void SetSettings(const std::string& settings) override { port_.SetSettings(settings); }
-  [[nodiscard]] std::string Settings() const override { return port_.Settings(); }
-  void SetPortName(const std::string& name) override { port_.SetPortName(name); }
-  bool Open() override { return port_.Open(); }
-  void Close() override { port_.Close(); }
-  [[nodiscard]] bool IsOpen() const override { return port_.IsOpen(); }
-  [[nodiscard]] std::string LastError() const override { return port_.LastError(); }
-  void SetReadTimeOut(int milliseconds) override { port_.SetReadTimeOut(milliseconds); }
-  [[nodiscard]] int ReadTimeOut() const override { return port_.ReadTimeOut(); }
-  [[nodiscard]] int WaitingBytes() override { return port_.WaitingBytes(); }
-  void DiscardInput() override { port_.DiscardInput(); }
-  void WriteLine(std::string_view line) override {
-    bytes += line.size() + 1;
-    port_.WriteLine(line);
-  }
-  std::string ReadLine() override {
-    std::string line = port_.ReadLine();
-    bytes += line.size() + 2;
-    return line;
-  }
-
-  std::size_t bytes = 0;
-
- private:
-  SerialPort& port_;
-};
-
-void Measure(const char* what, CountingPort& port, const std::function<bool()>& transfer) {
+void Measure(const char* what, bench::CountingPort& port, const std::function<bool()>& transfer) {
   port.bytes = 0;
   const auto start = Clock::now();
   const bool done = transfer();
@@ -112,7 +82,7 @@ void Run(const std::string& simulator, const fs::path& folder) {
   const bench::SimulatorChild child(simulator, kBaudRate, true);
   posix::PosixSerialPort line;
   line.SetDeviceMap({{"COM1", child.Link()}});
-  CountingPort port(line);
+  bench::CountingPort port(line);
   BenchSession session(port);
   session.SetBaudRate(kBaudRate);
   session.Start();
