@@ -70,7 +70,11 @@ std::uint32_t SimulatedAxis::Status() const {
                         plant_.IsTorqueLimited(),
                         true};  // the main supply is always there
   std::uint32_t bits = 0;
-  for (std::size_t i = 0; i < std::size(flags); ++i) bits |= (flags[i] ? 1U : 0U) << i;
+  std::uint32_t bit = 1;
+  for (const bool flag : flags) {
+    if (flag) bits |= bit;
+    bit <<= 1;
+  }
   return bits;
 }
 
