@@ -10,6 +10,7 @@
 #include <QPushButton>
 #include <QShortcut>
 #include <QTableView>
+#include <algorithm>
 
 #include "platform/qt/QtAppearance.h"
 #include "platform/qt/QtChart.h"
@@ -100,6 +101,12 @@ void QtForm::Show(FormMode mode) {
 void QtForm::ShowAsChild() {
   subWindow_ = forms_.AddChild(*root_);
   subWindow_->show();
+  // The area may be smaller than the window would like to be.
+  const QSize area = subWindow_->parentWidget()->size();
+  subWindow_->resize(subWindow_->size().boundedTo(area));
+  subWindow_->move(
+      std::clamp(subWindow_->x(), 0, std::max(0, area.width() - subWindow_->width())),
+      std::clamp(subWindow_->y(), 0, std::max(0, area.height() - subWindow_->height())));
 }
 
 void QtForm::ShowAsDialog() {
