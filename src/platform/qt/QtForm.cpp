@@ -53,17 +53,18 @@ QtForm::~QtForm() {
 
 // A layout's window is no dialog of Qt's own, which would close itself on Escape without asking.
 void QtForm::SetUpKeys() {
-  const auto connect = [this](Qt::Key key, QPushButton* button) {
-    auto* const shortcut = new QShortcut(QKeySequence(key), root_);
-    shortcut->setContext(Qt::WidgetWithChildrenShortcut);
-    QObject::connect(shortcut, &QShortcut::activated, button, &QPushButton::click);
-  };
   for (auto* const button : root_->findChildren<QPushButton*>()) {
-    if (button->objectName() == QLatin1String("cmdCancel")) connect(Qt::Key_Escape, button);
+    if (button->objectName() == QLatin1String("cmdCancel")) SetUpKey(Qt::Key_Escape, *button);
     if (!button->isDefault()) continue;
-    connect(Qt::Key_Return, button);
-    connect(Qt::Key_Enter, button);
+    SetUpKey(Qt::Key_Return, *button);
+    SetUpKey(Qt::Key_Enter, *button);
   }
+}
+
+void QtForm::SetUpKey(Qt::Key key, QPushButton& button) {
+  auto* const shortcut = new QShortcut(QKeySequence(key), root_);
+  shortcut->setContext(Qt::WidgetWithChildrenShortcut);
+  QObject::connect(shortcut, &QShortcut::activated, &button, &QPushButton::click);
 }
 
 void QtForm::SetCaption(const std::string& caption) {
@@ -115,6 +116,10 @@ void QtForm::ShowAsDialog() {
                                 Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint;
   root_->setParent(parent, frame);
   root_->setWindowModality(Qt::ApplicationModal);
+  // A window that stays beside others is not to vanish by a stray key; a dialog is.
+  if (auto* const exit = root_->findChild<QPushButton*>(QStringLiteral("cmdExit"))) {
+    SetUpKey(Qt::Key_Escape, *exit);
+  }
   root_->adjustSize();
   if (parent != nullptr) {
     const QPoint centre = parent->frameGeometry().center();

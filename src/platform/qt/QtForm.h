@@ -10,6 +10,7 @@
 #include "platform/qt/QtCommands.h"
 
 class QMdiSubWindow;
+class QPushButton;
 
 namespace velmoor::qt {
 
@@ -62,6 +63,7 @@ class QtForm final : public QtCommands<Form> {
   // False: a handler of QueryUnload refused.
   bool TryToClose();
   void SetUpKeys();
+  void SetUpKey(Qt::Key key, QPushButton& button);
 
   QtForms& forms_;
   std::string name_;
