@@ -23,6 +23,7 @@ class CountingPort final : public SerialPort {
   [[nodiscard]] int WaitingBytes() override { return port_.WaitingBytes(); }
   void DiscardInput() override { port_.DiscardInput(); }
   void WriteLine(std::string_view line) override {
+    ++lines;
     bytes += line.size() + 1;
     lastLine = line;
     port_.WriteLine(line);
@@ -35,6 +36,7 @@ class CountingPort final : public SerialPort {
   }
 
   std::size_t bytes = 0;
+  std::size_t lines = 0;  // that went out
   std::string lastLine;
   std::chrono::steady_clock::time_point lastWrite;
 

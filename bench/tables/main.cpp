@@ -1,26 +1,33 @@
 // Times what a user waits for at the motion tables: opening the index window on a full programme,
-// the check of an edit, the path and picture after it, storing, and the exchanges of a transfer.
+// the check of an edit, the path and picture after it, storing, and a transfer against its time
+// on a paced line of 38400 bit/s.
 // bench_tables [FOLDER] works in FOLDER. Draws into memory where there is no display.
 #include <QApplication>
-#include <algorithm>
+#include <QLineEdit>
+#include <QMdiSubWindow>
+#include <QTableView>
 #include <chrono>
 #include <filesystem>
 #include <functional>
-#include <iomanip>
 #include <iostream>
+#include <stdexcept>
 #include <string>
-#include <vector>
 
+#include "CountingPort.h"
+#include "SimulatorChild.h"
+#include "Timing.h"
 #include "console/ConsoleSession.h"
 #include "platform/MainWindow.h"
+#include "platform/Numbers.h"
 #include "platform/Rx900Utils.h"
 #include "platform/World.h"
 #include "platform/posix/PosixClock.h"
 #include "platform/posix/PosixFiles.h"
+#include "platform/posix/PosixSerialPort.h"
+#include "platform/qt/QtForm.h"
 #include "platform/qt/QtProgram.h"
 #include "platform/sqlcipher/SqlcipherDatabases.h"
 #include "project/data/CatalogueLibrary.h"
-#include "simulator/InProcessPort.h"
 #include "tables/CellRules.h"
 #include "tables/MotionPlot.h"
 #include "tables/TableCsv.h"
@@ -32,19 +39,7 @@ namespace {
 namespace fs = std::filesystem;
 using Clock = std::chrono::steady_clock;
 using Position = clsHX7Position;
-
-void Time(const std::string& what, int runs, const std::function<void()>& work) {
-  std::vector<double> times;
-  for (int i = 0; i < runs; ++i) {
-    const auto start = Clock::now();
-    work();
-    times.push_back(std::chrono::duration<double, std::milli>(Clock::now() - start).count());
-  }
-  std::ranges::sort(times);
-  std::cout << std::left << std::setw(44) << what << std::right << std::fixed
-            << std::setprecision(3) << std::setw(10) << times[times.size() / 2] << std::setw(10)
-            << times.back() << "\n";
-}
+constexpr std::int32_t kBaudRate = 38400;
 
 // Each step leads to the next, the last back to the first.
 std::string FullProgramme() {
@@ -58,57 +53,76 @@ std::string FullProgramme() {
 
 void TimeWindow(clsHX7Project& project) {
   clsHX7Position& index = project.Position();
-  Time("Open the index window, drawn", 20, [&] {
+  bench::Time("Open the index window, drawn", 20, "150", [&] {
     (void)index.Show();
     QApplication::processEvents();
     index.Unload();
     QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
   });
-  Time("Check every cell of a step", 200, [&] {
+  bench::Time("Check every cell of a step", 200, "5", [&] {
     for (int column = 0; column <= Position::next; ++column) {
       (void)CheckIndexCell(project, index, 128, column, index.Text(128, column));
     }
   });
-  Time("Path and picture of 128 steps", 200, [&] {
+  bench::Time("Path and picture of 128 steps", 200, "", [&] {
     (void)PlotMotion(index, FollowProgramme(index, 1), {1000, 1000, 1});
   });
 }
 
+// All that an edit of a cell sets off: check, references, history, path and picture.
+void TimeEdit(clsHX7Project& project) {
+  (void)project.Position().Show();
+  auto& form = dynamic_cast<qt::QtForm&>(*world().forms->Active());
+  Grid& grid = form.grid("vsFG");
+  int speed = 0;
+  bench::Time("An edit in the window, drawing apart", 200, "5", [&] {
+    grid.SetCurrent(64, 1 + Position::speed);
+    grid.BeginEdit();
+    auto& editor = *form.Root().findChild<QTableView*>("vsFG")->findChild<QLineEdit*>();
+    editor.setText(QString::number(50 + ++speed % 100));
+    if (!grid.FinishEdit()) throw std::runtime_error("the edit was refused");
+    QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  });
+  if (project.Position().Text(64, Position::speed) != "50.000") {
+    throw std::runtime_error("no edit arrived");
+  }
+  project.Position().Unload();
+}
+
 void TimeStore(clsHX7Project& project) {
   clsHX7Position& index = project.Position();
-  Time("Apply 128 changed steps", 50, [&] {
+  bench::Time("Apply 128 changed steps", 50, "60", [&] {
     for (int row = 1; row <= 128; ++row) {
       index.SetText(row, Position::loop, index.Text(row, Position::loop) == "2" ? "3" : "2");
     }
-    (void)index.ChangeAccepted();
+    if (!index.ChangeAccepted()) throw std::runtime_error("nothing was stored");
   });
 }
 
-void CountExchanges(clsHX7Project& project, SimulatedAmplifier& amplifier, InProcessPort& port) {
-  const auto count = [&](const std::string& what, const std::function<bool()>& transfer) {
-    amplifier.ForgetWhatWasAsked();
-    const Micros start = port.Now();
-    const bool done = transfer();
-    int exchanges = 0;
-    for (const auto& [word, asked] : amplifier.Counts()) exchanges += asked;
-    std::cout << what << (done ? "" : " FAILED") << ": " << exchanges << " exchanges, "
-              << std::chrono::duration<double>(port.Now() - start).count()
-              << " s on a paced line\n";
-  };
-  count("Download of 128 steps", [&] { return project.Position().Download(true); });
-  count("Upload of 128 steps", [&] { return project.Position().Upload(); });
+void Measure(const std::string& what, bench::CountingPort& port,
+             const std::function<bool()>& transfer) {
+  port.bytes = port.lines = 0;
+  const auto start = Clock::now();
+  const bool done = transfer();
+  const std::chrono::duration<double> wall = Clock::now() - start;
+  const double wire = bench::WireSeconds(port.bytes, kBaudRate);
+  std::cout << what << (done ? "" : " FAILED") << ": " << port.lines << " exchanges, wire time "
+            << FixedText(wire, 3) << " s, wall time " << FixedText(wall.count(), 3) << " s, "
+            << FixedText((wall.count() / wire - 1) * 100, 2) << " % above\n";
 }
 
-int Run(const std::string& folder) {
+int Run(const std::string& folder, const std::string& simulator) {
   const std::string file = folder + "/tables.spj";
   fs::copy_file(std::string(VELMOOR_CATALOGUE_DIRECTORY) + "/Velmoor.spt", file,
                 fs::copy_options::overwrite_existing);
   const auto main = world().forms->LoadMainWindow();
   main->Show();
-  SimulatedLine line;
-  SimulatedAmplifier& amplifier = line.AddAmplifier();
-  InProcessPort port(line);
+  const bench::SimulatorChild child(simulator, kBaudRate, true);
+  posix::PosixSerialPort line;
+  line.SetDeviceMap({{"COM1", child.Link()}});
+  bench::CountingPort port(line);
   ConsoleSession session(port, nullptr);
+  session.SetBaudRate(kBaudRate);
   if (!session.Start("400") || !session.Open(file)) return 1;
   clsHX7Project& project = session.project();
   for (const std::string& fault : ImportCsv(project, project.Position(), FullProgramme())) {
@@ -116,12 +130,14 @@ int Run(const std::string& folder) {
     return 1;
   }
   if (!project.Position().ChangeAccepted()) return 1;
-  std::cout << "                                            median ms  worst ms\n";
+  bench::Heading();
   TimeWindow(project);
+  TimeEdit(project);
   TimeStore(project);
   if (!session.GoOnline("Cannot go online!")) return 1;
-  port.SetPaced(true);
-  CountExchanges(project, amplifier, port);
+  // The download asks for the firmware before the first step.
+  Measure("Download of 128 steps", port, [&] { return project.Position().Download(true); });
+  Measure("Upload of 128 steps", port, [&] { return project.Position().Upload(); });
   return 0;
 }
 
@@ -150,7 +166,8 @@ int main(int argc, char** argv) {
   adapters.appDirectory = VELMOOR_CATALOGUE_DIRECTORY;
   adapters.catalogueCopyDirectory = folder;
   SetWorld(&adapters);
-  const int status = Run(folder);
+  const int status =
+      Run(folder, fs::read_symlink("/proc/self/exe").parent_path() / "velmoor-simulator");
   SetWorld(nullptr);
   return status;
 }

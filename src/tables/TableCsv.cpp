@@ -63,7 +63,7 @@ class Import {
       const std::vector<CsvRow> rows = ParseCsv(text);
       if (FindColumns(rows)) {
         PlaceRows(rows);
-        if (faults_.empty()) CheckRows(check);
+        CheckRows(check);
       }
     } catch (const std::exception& error) {
       faults_.emplace_back(error.what());
@@ -205,12 +205,11 @@ std::vector<std::string> ImportCsv(const Project& project, clsHX7Position& table
 
 std::vector<std::string> ImportCsv(const Project& project, clsHX7Zone& table,
                                    std::string_view text) {
-  return Import(kZoneShape, table).Run(text, [&](int row, int column, const std::string& cell) {
+  return Import(kZoneShape, table).Run(text, [&](int row, int, const std::string& cell) {
     // A zone with one limit only would be stored empty.
-    if (!table.IsDataSetComplete(row)) {
+    if (cell.empty() && !table.IsDataSetComplete(row)) {
       return CellCheck::Refuse("a zone needs both limits, or none");
     }
-    (void)column;
     return CheckLimit(project, UnitKind::distance, cell);
   });
 }

@@ -79,7 +79,7 @@ void frmPosition::FormLoad() {
 }
 
 void frmPosition::LayOutColumns() {
-  constexpr int kWidths[] = {4, 18, 18, 12, 12, 12, 9, 15, 6, 18};
+  constexpr int kWidths[] = {4, 18, 18, 12, 11, 12, 11, 17, 6, 17};
   for (int column = 0; column < source().Columns(); ++column) {
     grid().SetColumnWidth(column, kWidths[column]);
   }

@@ -183,8 +183,10 @@ TEST(IndexCsv, OneBadCellChangesNothingAndIsNamed) {
        {"Row 1, column next: Next position definition cannot be self! Choose different step."}},
       {head + "1,a,A+0,5,-,1,,IT0,1,END\n",
        {"Definition in step 1 is incomplete! Please edit definition."}},
-      {head + "129,a,A+0,5,-,1,:::::,IT0,1,END\n",
-       {"Line 2, column step: '129' is no row of the table"}},
+      {head + "129,a,A+0,5,-,1,:::::,IT0,1,END\n2,b,A+0,5,-,1,ABCDE,IT0,1,END\n",
+       {"Line 2, column step: '129' is no row of the table",
+        "Row 2, column pout: Outputs must be five of the characters A, N, : and Z! Previous value "
+        "has been restored!"}},
       {head + "1,a,-,5,-,1,:::::,IT0,1,END\n1,b,-,5,-,1,:::::,IT0,1,END\n",
        {"Row 1, column step: the row is named twice"}},
       {"step,label\n1,a\n",
@@ -208,7 +210,10 @@ TEST(ZoneAndJogCsv, LimitsAndSpeeds) {
   clsHX7Zone zone;
   ASSERT_TRUE(ImportCsv(project, zone, "zone,lower,upper\n31,-5,10.5\n").empty());
   EXPECT_EQ(zone.Text(32, clsHX7Zone::lower), "-5.000");
-  EXPECT_EQ(ImportCsv(project, zone, "zone,lower,upper\n0,1,\n").size(), 2u);
+  EXPECT_EQ(ImportCsv(project, zone, "zone,lower,upper\n0,1,\n1,x,2\n"),
+            (std::vector<std::string>{
+                "Row 0, column upper: a zone needs both limits, or none",
+                "Row 1, column lower: Value must be numeric! Previous value has been restored!"}));
   EXPECT_TRUE(zone.IsBlank(1));
   clsHX7Jog jog;
   ASSERT_TRUE(ImportCsv(project, jog, "speed\n10\n20.1234\n").empty());

@@ -34,7 +34,10 @@ void DrawLamp(QPainter& painter, const QStyleOptionViewItem& option, bool on) {
   circle.moveCenter(QRectF(option.rect).center());
   painter.save();
   painter.setRenderHint(QPainter::Antialiasing);
-  painter.setPen(QPen(color.darker(140), 1));
+  // Lit or not, its edge stands off from light and dark grounds alike.
+  QColor edge = option.palette.color(QPalette::Text);
+  edge.setAlpha(110);
+  painter.setPen(QPen(edge, 1));
   painter.setBrush(color);
   painter.drawEllipse(circle);
   painter.restore();
@@ -58,6 +61,8 @@ void GridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     cell.palette.setColor(QPalette::Text, TextColor(Tone::faint, option.palette));
   }
   if (traits.changed) cell.font.setBold(true);
+  // The text ends before the button.
+  if (traits.button) cell.rect.setRight(ButtonRect(option.rect).left() - 1);
   QStyledItemDelegate::paint(painter, cell, index);
   if (traits.changed) {
     const QRect mark(option.rect.left(), option.rect.top(), kMark, option.rect.height() - 1);
