@@ -29,6 +29,7 @@ class SimulatorChild {
     std::vector<std::string> words{program, "--link", link_, "--baud", std::to_string(baudRate)};
     if (paced) words.emplace_back("--paced");
     std::vector<char*> arguments;
+    arguments.reserve(words.size() + 1);
     for (std::string& word : words) arguments.push_back(word.data());
     arguments.push_back(nullptr);
     if (posix_spawn(&process_, program.c_str(), nullptr, nullptr, arguments.data(), environ) != 0) {
