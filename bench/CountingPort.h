@@ -2,8 +2,12 @@
 #pragma once
 
 #include <chrono>
+#include <functional>
+#include <iostream>
 #include <string>
 
+#include "SimulatorChild.h"
+#include "platform/Numbers.h"
 #include "platform/SerialPort.h"
 
 namespace velmoor::bench {
@@ -43,5 +47,18 @@ class CountingPort final : public SerialPort {
  private:
   SerialPort& port_;
 };
+
+// Runs `transfer` over `port` and prints its time beside that of its bytes on the line.
+inline void MeasureTransfer(const std::string& what, CountingPort& port, std::int32_t baudRate,
+                            const std::function<bool()>& transfer) {
+  port.bytes = port.lines = 0;
+  const auto start = std::chrono::steady_clock::now();
+  const bool done = transfer();
+  const std::chrono::duration<double> wall = std::chrono::steady_clock::now() - start;
+  const double wire = WireSeconds(port.bytes, baudRate);
+  std::cout << what << (done ? "" : " FAILED") << ": " << port.lines << " exchanges, wire time "
+            << FixedText(wire, 3) << " s, wall time " << FixedText(wall.count(), 3) << " s, "
+            << FixedText((wall.count() / wire - 1) * 100, 2) << " % above (goal 3)\n";
+}
 
 }  // namespace velmoor::bench

@@ -9,17 +9,13 @@
 #include <functional>
 #include <iostream>
 
+#include "BenchAdapters.h"
 #include "CountingPort.h"
 #include "SimulatorChild.h"
 #include "platform/Numbers.h"
-#include "platform/Rx900Utils.h"
 #include "platform/headless/HeadlessWorld.h"
-#include "platform/posix/PosixClock.h"
-#include "platform/posix/PosixFiles.h"
 #include "platform/posix/PosixSerialPort.h"
-#include "platform/sqlcipher/SqlcipherDatabases.h"
 #include "project/BenchSession.h"
-#include "project/data/CatalogueLibrary.h"
 #include "simulator/InProcessPort.h"
 
 namespace velmoor {
@@ -31,19 +27,12 @@ using Clock = std::chrono::steady_clock;
 constexpr std::int32_t kBaudRate = 38400;
 
 struct Bench {
-  explicit Bench(const fs::path& folder) {
-    world.world.files = &files;
-    world.world.databases = &databases;
-    world.world.rx900Utils = &rx900Utils;
-    world.world.catalogue = &catalogue;
-    world.world.appDirectory = VELMOOR_CATALOGUE_DIRECTORY;
-    world.world.catalogueCopyDirectory = folder.string();
-  }
+  explicit Bench(const fs::path& folder) { adapters.Fill(world.world, folder.string()); }
   void Begin(BenchSession& session, const fs::path& folder) {
     session.SetBaudRate(kBaudRate);
     session.Start();
     const std::string path = (folder / "bench.spj").string();
-    files.ReplaceDurably(JoinPath(world.world.appDirectory, "Velmoor.spt"), path);
+    adapters.files.ReplaceDurably(JoinPath(world.world.appDirectory, "Velmoor.spt"), path);
     session.Open(path);
     session.GoOnline();
   }
@@ -57,31 +46,17 @@ struct Bench {
     return form;
   }
   headless::HeadlessWorld world;
-  posix::PosixClock clock;
-  posix::PosixFiles files;
-  sqlcipher::SqlcipherDatabases databases;
-  StandardRx900Utils rx900Utils;
-  CatalogueLibrary catalogue;
+  bench::BenchAdapters adapters;
 };
 
 void MeasurePasses(Bench& bench, BenchSession& session, bench::CountingPort& port) {
   constexpr int kPasses = 200, kYields = kPasses * 6;  // five items and the end of each pass
   headless::HeadlessForm& form = bench.Monitoring(session);
-  Clock::time_point end;
-  std::size_t bytes = 0;
-  bench.world.events.AtYield(kYields, [&] {
-    end = Clock::now();
-    bytes = port.bytes;
+  bench.world.events.AtYield(kYields, [&] { form.Press("cmdMonitoring"); });
+  bench::MeasureTransfer(std::to_string(kPasses) + " passes over five items", port, kBaudRate, [&] {
     form.Press("cmdMonitoring");
+    return true;
   });
-  port.bytes = 0;
-  const auto start = Clock::now();
-  form.Press("cmdMonitoring");
-  const std::chrono::duration<double> wall = end - start;
-  const double wire = bench::WireSeconds(bytes, kBaudRate);
-  std::cout << kPasses << " passes over five items: wire time " << FixedText(wire, 3)
-            << " s, wall time " << FixedText(wall.count(), 3) << " s, "
-            << FixedText((wall.count() / wire - 1) * 100, 2) << " % above (goal 3)\n";
   form.Press("cmdExit");
 }
 
@@ -153,7 +128,6 @@ void WatchMemory(Bench& bench, const fs::path& folder) {
 void Run(const std::string& simulator, const fs::path& folder) {
   {
     Bench bench(folder);
-    bench.world.world.clock = &bench.clock;
     const bench::SimulatorChild child(simulator, kBaudRate, true);
     posix::PosixSerialPort line;
     line.SetDeviceMap({{"COM1", child.Link()}});

@@ -4,14 +4,11 @@
 
 #include <filesystem>
 
+#include "BenchAdapters.h"
 #include "Timing.h"
 #include "mechanics/MachineEdit.h"
-#include "platform/Rx900Utils.h"
 #include "platform/headless/HeadlessWorld.h"
-#include "platform/posix/PosixFiles.h"
-#include "platform/sqlcipher/SqlcipherDatabases.h"
 #include "project/BenchSession.h"
-#include "project/data/CatalogueLibrary.h"
 #include "simulator/InProcessPort.h"
 #include "simulator/SimulatedLine.h"
 #include "tables/CellRules.h"
@@ -32,16 +29,8 @@ void FillProgramme(clsHX7Position& table) {
 
 void Run(const std::filesystem::path& folder) {
   headless::HeadlessWorld world;
-  posix::PosixFiles files;
-  sqlcipher::SqlcipherDatabases databases;
-  StandardRx900Utils rx900Utils;
-  CatalogueLibrary catalogue;
-  world.world.files = &files;
-  world.world.databases = &databases;
-  world.world.rx900Utils = &rx900Utils;
-  world.world.catalogue = &catalogue;
-  world.world.appDirectory = VELMOOR_CATALOGUE_DIRECTORY;
-  world.world.catalogueCopyDirectory = folder.string();
+  bench::BenchAdapters adapters;
+  adapters.Fill(world.world, folder.string());
   SimulatedLine line;
   line.AddAmplifier({});
   InProcessPort port(line);
@@ -50,7 +39,7 @@ void Run(const std::filesystem::path& folder) {
   bench::Heading();
   bench::Time("session's start but for its pauses", 5, "< 300", [&] { session.Start(); });
   const std::string path = (folder / "bench.spj").string();
-  files.ReplaceDurably(JoinPath(world.world.appDirectory, "Velmoor.spt"), path);
+  adapters.files.ReplaceDurably(JoinPath(world.world.appDirectory, "Velmoor.spt"), path);
   bench::Time("open a project", 21, "< 60", [&] { session.Open(path); });
   clsHX7Project& project = session.project();
   FillProgramme(project.Position());

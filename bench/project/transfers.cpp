@@ -7,18 +7,14 @@
 #include <functional>
 #include <iostream>
 
+#include "BenchAdapters.h"
 #include "CountingPort.h"
 #include "SimulatorChild.h"
 #include "platform/Numbers.h"
-#include "platform/Rx900Utils.h"
 #include "platform/headless/HeadlessWorld.h"
-#include "platform/posix/PosixClock.h"
-#include "platform/posix/PosixFiles.h"
 #include "platform/posix/PosixSerialPort.h"
-#include "platform/sqlcipher/SqlcipherDatabases.h"
 #include "project/BenchSession.h"
 #include "project/UploadFlow.h"
-#include "project/data/CatalogueLibrary.h"
 
 namespace velmoor {
 namespace {
@@ -27,17 +23,6 @@ namespace fs = std::filesystem;
 using Clock = std::chrono::steady_clock;
 
 constexpr std::int32_t kBaudRate = 38400;
-
-void Measure(const char* what, bench::CountingPort& port, const std::function<bool()>& transfer) {
-  port.bytes = 0;
-  const auto start = Clock::now();
-  const bool done = transfer();
-  const std::chrono::duration<double> wall = Clock::now() - start;
-  const double wire = bench::WireSeconds(port.bytes, kBaudRate);
-  std::cout << what << (done ? "" : " FAILED") << ": " << port.bytes << " bytes, wire time "
-            << FixedText(wire, 3) << " s, wall time " << FixedText(wall.count(), 3) << " s, "
-            << FixedText((wall.count() / wire - 1) * 100, 2) << " % above\n";
-}
 
 void SetBaudRate(clsHX7Project& project) {
   BlockMatrix rows;
@@ -67,18 +52,8 @@ void MeasureStop(BenchSession& session) {
 
 void Run(const std::string& simulator, const fs::path& folder) {
   headless::HeadlessWorld world;
-  posix::PosixClock clock;
-  posix::PosixFiles files;
-  sqlcipher::SqlcipherDatabases databases;
-  StandardRx900Utils rx900Utils;
-  CatalogueLibrary catalogue;
-  world.world.clock = &clock;
-  world.world.files = &files;
-  world.world.databases = &databases;
-  world.world.rx900Utils = &rx900Utils;
-  world.world.catalogue = &catalogue;
-  world.world.appDirectory = VELMOOR_CATALOGUE_DIRECTORY;
-  world.world.catalogueCopyDirectory = folder.string();
+  bench::BenchAdapters adapters;
+  adapters.Fill(world.world, folder.string());
   const bench::SimulatorChild child(simulator, kBaudRate, true);
   posix::PosixSerialPort line;
   line.SetDeviceMap({{"COM1", child.Link()}});
@@ -87,16 +62,16 @@ void Run(const std::string& simulator, const fs::path& folder) {
   session.SetBaudRate(kBaudRate);
   session.Start();
   const std::string path = (folder / "bench.spj").string();
-  files.ReplaceDurably(JoinPath(world.world.appDirectory, "Velmoor.spt"), path);
+  adapters.files.ReplaceDurably(JoinPath(world.world.appDirectory, "Velmoor.spt"), path);
   session.Open(path);
   clsHX7Project& project = session.project();
   SetBaudRate(project);
   session.GoOnline();
-  Measure("Download All", port, [&] { return project.DownloadAll(); });
+  bench::MeasureTransfer("Download All", port, kBaudRate, [&] { return project.DownloadAll(); });
   if (session.Helix7()->GoOnlineAfterRestart() != kSuccess) {
     throw std::runtime_error("no answer after the restart");
   }
-  Measure("Upload All", port, [&] { return RunUploadStages(project); });
+  bench::MeasureTransfer("Upload All", port, kBaudRate, [&] { return RunUploadStages(project); });
   project.RestoreSnapshot();
   MeasureStop(session);
 }

@@ -13,21 +13,17 @@
 #include <stdexcept>
 #include <string>
 
+#include "BenchAdapters.h"
 #include "CountingPort.h"
 #include "SimulatorChild.h"
 #include "Timing.h"
 #include "console/ConsoleSession.h"
 #include "platform/MainWindow.h"
 #include "platform/Numbers.h"
-#include "platform/Rx900Utils.h"
 #include "platform/World.h"
-#include "platform/posix/PosixClock.h"
-#include "platform/posix/PosixFiles.h"
 #include "platform/posix/PosixSerialPort.h"
 #include "platform/qt/QtForm.h"
 #include "platform/qt/QtProgram.h"
-#include "platform/sqlcipher/SqlcipherDatabases.h"
-#include "project/data/CatalogueLibrary.h"
 #include "tables/CellRules.h"
 #include "tables/MotionPlot.h"
 #include "tables/TableCsv.h"
@@ -99,18 +95,6 @@ void TimeStore(clsHX7Project& project) {
   });
 }
 
-void Measure(const std::string& what, bench::CountingPort& port,
-             const std::function<bool()>& transfer) {
-  port.bytes = port.lines = 0;
-  const auto start = Clock::now();
-  const bool done = transfer();
-  const std::chrono::duration<double> wall = Clock::now() - start;
-  const double wire = bench::WireSeconds(port.bytes, kBaudRate);
-  std::cout << what << (done ? "" : " FAILED") << ": " << port.lines << " exchanges, wire time "
-            << FixedText(wire, 3) << " s, wall time " << FixedText(wall.count(), 3) << " s, "
-            << FixedText((wall.count() / wire - 1) * 100, 2) << " % above\n";
-}
-
 int Run(const std::string& folder, const std::string& simulator) {
   const std::string file = folder + "/tables.spj";
   fs::copy_file(std::string(VELMOOR_CATALOGUE_DIRECTORY) + "/Velmoor.spt", file,
@@ -136,8 +120,10 @@ int Run(const std::string& folder, const std::string& simulator) {
   TimeStore(project);
   if (!session.GoOnline("Cannot go online!")) return 1;
   // The download asks for the firmware before the first step.
-  Measure("Download of 128 steps", port, [&] { return project.Position().Download(true); });
-  Measure("Upload of 128 steps", port, [&] { return project.Position().Upload(); });
+  bench::MeasureTransfer("Download of 128 steps", port, kBaudRate,
+                         [&] { return project.Position().Download(true); });
+  bench::MeasureTransfer("Upload of 128 steps", port, kBaudRate,
+                         [&] { return project.Position().Upload(); });
   return 0;
 }
 
@@ -151,20 +137,10 @@ int main(int argc, char** argv) {
       argc > 1 ? argv[1] : (fs::temp_directory_path() / "velmoor-bench-tables").string();
   fs::create_directories(folder);
   qt::QtProgram program(argc, argv, nullptr);
-  posix::PosixClock clock;
-  posix::PosixFiles files;
-  sqlcipher::SqlcipherDatabases databases;
-  StandardRx900Utils rx900Utils;
-  CatalogueLibrary catalogue;
+  bench::BenchAdapters all;
   World adapters;
   program.FillWorld(adapters);
-  adapters.clock = &clock;
-  adapters.files = &files;
-  adapters.databases = &databases;
-  adapters.rx900Utils = &rx900Utils;
-  adapters.catalogue = &catalogue;
-  adapters.appDirectory = VELMOOR_CATALOGUE_DIRECTORY;
-  adapters.catalogueCopyDirectory = folder;
+  all.Fill(adapters, folder);
   SetWorld(&adapters);
   const int status =
       Run(folder, fs::read_symlink("/proc/self/exe").parent_path() / "velmoor-simulator");

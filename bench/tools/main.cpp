@@ -11,16 +11,12 @@
 #include <iostream>
 #include <string>
 
+#include "BenchAdapters.h"
 #include "Timing.h"
 #include "console/ConsoleSession.h"
 #include "platform/MainWindow.h"
-#include "platform/Rx900Utils.h"
 #include "platform/World.h"
-#include "platform/posix/PosixClock.h"
-#include "platform/posix/PosixFiles.h"
 #include "platform/qt/QtProgram.h"
-#include "platform/sqlcipher/SqlcipherDatabases.h"
-#include "project/data/CatalogueLibrary.h"
 #include "simulator/InProcessPort.h"
 #include "tools/ComboListText.h"
 #include "tools/ParameterRules.h"
@@ -143,20 +139,10 @@ int main(int argc, char** argv) {
       argc > 1 ? argv[1] : (fs::temp_directory_path() / "velmoor-bench-tools").string();
   fs::create_directories(folder);
   qt::QtProgram program(argc, argv, nullptr);
-  posix::PosixClock clock;
-  posix::PosixFiles files;
-  sqlcipher::SqlcipherDatabases databases;
-  StandardRx900Utils rx900Utils;
-  CatalogueLibrary catalogue;
+  bench::BenchAdapters all;
   World adapters;
   program.FillWorld(adapters);
-  adapters.clock = &clock;
-  adapters.files = &files;
-  adapters.databases = &databases;
-  adapters.rx900Utils = &rx900Utils;
-  adapters.catalogue = &catalogue;
-  adapters.appDirectory = VELMOOR_CATALOGUE_DIRECTORY;
-  adapters.catalogueCopyDirectory = folder;
+  all.Fill(adapters, folder);
   SetWorld(&adapters);
   const int status = Run(folder);
   SetWorld(nullptr);
