@@ -110,6 +110,7 @@ const std::vector<frmMain::CommandEntry>& frmMain::Commands() {
       {"mnuToolsCommunicationsSettings", &frmMain::CommunicationsSettingsOpen},
       {"mnuToolsTuning", &frmMain::mnuToolsTuning_Click},
       {"mnuToolsMonitoring", &frmMain::mnuToolsMonitoring_Click},
+      {"mnuToolsTerminal", &frmMain::mnuToolsTerminal_Click},
       {"mnuToolsServoJog", &frmMain::mnuToolsServoJog_Click},
       {"mnuToolsInertiaRatio", &frmMain::mnuToolsInertiaRatio_Click},
       {"mnuToolsHomePosition", &frmMain::mnuToolsHomePosition_Click},

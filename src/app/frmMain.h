@@ -237,6 +237,7 @@ class frmMain final : public SessionState {
   // ---- tools on the live hardware (frmMainOnlineTools.cpp)
   void ConnectOnlineTools();
   void mnuToolsMonitoring_Click();
+  void mnuToolsTerminal_Click();
   void mnuToolsServoJog_Click();
   // Whether Pn80B keeps the servo on without being asked. The result of the question.
   ResultCode IsServoAlwaysOn(bool& bIsAlwaysOn);

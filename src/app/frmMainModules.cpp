@@ -32,7 +32,6 @@ constexpr const char* kOnlineCommands[] = {
 constexpr const char* kMissingCommands[] = {
     "mnuFilePageSetup",
     "mnuFilePrint",
-    "mnuToolsTerminal",
     "mnuHelpContents",
 };
 

@@ -18,6 +18,8 @@ void frmMain::ConnectOnlineTools() {
   held += clsProject->LineLost.Connect([this] { TellLineLost("The amplifier does not answer."); });
   held += clsProject->MonitoringClosed.Connect(
       [this] { SetToolOpened(ToolWindow::monitoring, false); });
+  held +=
+      clsProject->TerminalClosed.Connect([this] { SetToolOpened(ToolWindow::terminal, false); });
   SetMonitoringNotDone(
       [this] { return clsProject && clsProject->Monitoring().GetMonitoringNotDoneStatus(); });
 }
@@ -35,6 +37,25 @@ void frmMain::mnuToolsMonitoring_Click() {
   const bool shown = Trapped("Main.MonitoringOpen: ",
                              [this] { return clsProject->Monitoring().Show_Monitoring(); });
   SetToolOpened(ToolWindow::monitoring, shown);
+}
+
+// The warning informs and does not ask: there is no way back from it, deliberately.
+void frmMain::mnuToolsTerminal_Click() {
+  if (!clsProject) return;
+  if (ToolOpened(ToolWindow::terminal)) {
+    clsProject->Terminal().BringToFront();
+    return;
+  }
+  if (ToolOpened(ToolWindow::monitoring)) {
+    ShowExclamation("Terminal Emulator can only be used when Monitoring is closed.");
+    return;
+  }
+  ShowInformation(
+      "Warning!  Careless usage of Terminal Emulator may\r"
+      "result in bodily harm and/or machinery damage!");
+  const bool shown =
+      Trapped("Main.TerminalOpen: ", [this] { return clsProject->Terminal().Show_Terminal(); });
+  SetToolOpened(ToolWindow::terminal, shown);
 }
 
 // ---- test run

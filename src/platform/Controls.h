@@ -128,7 +128,8 @@ class Timer {
   Event<> Tick;
 };
 
-// A screen of fixed rows and columns, counted from 1, with a cursor.
+// A screen of fixed rows and columns, counted from 1, with a cursor. What has scrolled away stays in
+// reach of the user, who looks back at it and selects in it.
 class TerminalScreen : public Control {
  public:
   [[nodiscard]] virtual int Rows() const = 0;
@@ -138,13 +139,16 @@ class TerminalScreen : public Control {
   virtual void MoveCursor(int row, int column) = 0;
   // Writes over what stands at the cursor; a text beyond the last column continues in the next row.
   virtual void Write(const std::string& text) = 0;
+  virtual void SetBold(bool bold) = 0;  // of what is written from now on
   virtual void ScrollUp() = 0;  // all rows one up, the last becomes empty; the cursor stays
-  virtual void Clear() = 0;
+  virtual void Clear() = 0;     // with what has scrolled away
   [[nodiscard]] virtual std::string RowText(int row) const = 0;  // without trailing blanks
   [[nodiscard]] virtual std::string SelectedText() const = 0;
   virtual void SetFont(const std::string& name, int points) = 0;
   // 0xRRGGBB.
   virtual void SetColors(std::uint32_t text, std::uint32_t bold, std::uint32_t background) = 0;
+  // Makes the window as large as it takes to show all rows and columns.
+  virtual void FitWindow() = 0;
 
   // For each key first KeyDown, then, for one that types, KeyPress with its ASCII character.
   Event<KeyEvent&> KeyDown;

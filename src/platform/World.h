@@ -6,6 +6,7 @@
 
 namespace velmoor {
 
+class AppearanceDialogs;
 class Clipboard;
 class Clock;
 class Databases;
@@ -18,6 +19,7 @@ class MessageBoxes;
 class Rx900Utils;
 class SerialPorts;
 class Settings;
+class TextViewer;
 
 struct World {
   MessageBoxes* boxes = nullptr;
@@ -27,11 +29,13 @@ struct World {
   Settings* settings = nullptr;
   Files* files = nullptr;
   Databases* databases = nullptr;
-  Clipboard* clipboard = nullptr;      // null where a program has none
-  SerialPorts* serialPorts = nullptr;  // null where a program has none to choose from
-  Forms* forms = nullptr;              // windows; null where a program has none
-  Rx900Utils* rx900Utils = nullptr;    // the card's number formats and checksum
-  Mcatbase* catalogue = nullptr;       // the catalogue library
+  Clipboard* clipboard = nullptr;           // null where a program has none
+  AppearanceDialogs* appearance = nullptr;  // null where a program has none
+  TextViewer* textViewer = nullptr;         // null where a program has none
+  SerialPorts* serialPorts = nullptr;       // null where a program has none to choose from
+  Forms* forms = nullptr;                   // windows; null where a program has none
+  Rx900Utils* rx900Utils = nullptr;         // the card's number formats and checksum
+  Mcatbase* catalogue = nullptr;            // the catalogue library
 
   // Where the program's own files lie: "IdeInfo.mdb" and "Velmoor.spt". Never the current
   // directory.

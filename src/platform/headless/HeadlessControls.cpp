@@ -58,6 +58,7 @@ void HeadlessTerminalScreen::MoveCursor(int row, int column) {
 }
 
 void HeadlessTerminalScreen::Write(const std::string& text) {
+  if (bold_) boldText += text;
   for (const char character : text) {
     if (column_ > Columns()) {
       column_ = 1;

@@ -164,20 +164,25 @@ class HeadlessTerminalScreen final : public HeadlessControl<TerminalScreen> {
   [[nodiscard]] int CursorColumn() const override { return column_; }
   void MoveCursor(int row, int column) override;
   void Write(const std::string& text) override;
+  void SetBold(bool bold) override { bold_ = bold; }
   void ScrollUp() override;
   void Clear() override;
+  void FitWindow() override { ++fits; }
   [[nodiscard]] std::string RowText(int row) const override;
   [[nodiscard]] std::string SelectedText() const override { return selected; }
   void SetFont(const std::string& name, int points) override;
   void SetColors(std::uint32_t text, std::uint32_t bold, std::uint32_t background) override;
 
   std::string selected;
+  std::string boldText;  // all that was written bold
+  int fits = 0;
   std::string fontName;
   int fontPoints = 0;
   std::uint32_t textColor = 0, boldColor = 0, backgroundColor = 0;
 
  private:
   std::vector<std::string> rows_;
+  bool bold_ = false;
   int row_ = 1;
   int column_ = 1;
 };

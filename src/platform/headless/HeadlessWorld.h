@@ -7,6 +7,7 @@
 #include "platform/World.h"
 #include "platform/headless/HeadlessBoxes.h"
 #include "platform/headless/HeadlessClipboard.h"
+#include "platform/headless/HeadlessDesktop.h"
 #include "platform/headless/HeadlessEvents.h"
 #include "platform/headless/HeadlessForms.h"
 #include "platform/headless/HeadlessSettings.h"
@@ -23,6 +24,8 @@ class HeadlessWorld {
     world.clock = &clock;
     world.settings = &settings;
     world.clipboard = &clipboard;
+    world.appearance = &appearance;
+    world.textViewer = &textViewer;
     world.forms = &forms;
     SetWorld(&world);
   }
@@ -34,6 +37,8 @@ class HeadlessWorld {
   HeadlessEvents events;
   HeadlessSettings settings;
   HeadlessClipboard clipboard;
+  HeadlessAppearanceDialogs appearance;
+  HeadlessTextViewer textViewer;
   HeadlessBoxes boxes;
   HeadlessDialogs dialogs;
   HeadlessForms forms;

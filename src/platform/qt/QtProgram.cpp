@@ -52,6 +52,8 @@ void QtProgram::FillWorld(World& target) {
   target.boxes = &boxes_;
   target.dialogs = &dialogs_;
   target.clipboard = &clipboard_;
+  target.appearance = &appearance_;
+  target.textViewer = &textViewer_;
   target.events = &events_;
   target.forms = &forms_;
 }

@@ -5,6 +5,7 @@
 
 #include "platform/World.h"
 #include "platform/qt/QtClipboard.h"
+#include "platform/qt/QtDesktop.h"
 #include "platform/qt/QtEventPump.h"
 #include "platform/qt/QtFileDialogs.h"
 #include "platform/qt/QtForms.h"
@@ -34,6 +35,8 @@ class QtProgram {
   QtMessageBoxes boxes_;
   QtFileDialogs dialogs_;
   QtClipboard clipboard_;
+  QtAppearanceDialogs appearance_;
+  QtTextViewer textViewer_;
   QtEventPump events_;
   QtForms forms_;
 };

@@ -1,11 +1,24 @@
 #include "platform/qt/QtTerminalScreen.h"
 
+#include <QFontDatabase>
+#include <QFontInfo>
 #include <QKeyEvent>
+#include <QMdiSubWindow>
 #include <algorithm>
 
 #include "platform/qt/QtKeys.h"
 
 namespace velmoor::qt {
+
+QFont FixedFont(const std::string& name, int points) {
+  QFont font(ToQt(name), points);
+  font.setStyleHint(QFont::Monospace);
+  font.setFixedPitch(true);
+  if (QFontInfo(font).fixedPitch()) return font;
+  font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+  font.setPointSize(points);
+  return font;
+}
 
 QtTerminalScreen::QtTerminalScreen(TerminalWidget& widget) : QtControl(widget), widget_(widget) {
   widget.onKey = [this](const QKeyEvent& event) { return LookAtKey(event); };
@@ -42,7 +55,7 @@ void QtTerminalScreen::Write(const std::string& text) {
         ++row_;
       }
     }
-    widget_.Put(row_ - 1, column_ - 1, character);
+    widget_.Put(row_ - 1, column_ - 1, character, bold_);
     ++column_;
   }
   widget_.SetCursor(row_ - 1, column_ - 1);
@@ -64,16 +77,24 @@ std::string QtTerminalScreen::SelectedText() const {
 }
 
 void QtTerminalScreen::SetFont(const std::string& name, int points) {
-  QFont font(ToQt(name), points);
-  // A name that this system lacks gives the nearest font of fixed width.
-  font.setStyleHint(QFont::Monospace);
-  font.setFixedPitch(true);
-  widget_.setFont(font);
-  widget_.updateGeometry();
+  widget_.SetTextFont(FixedFont(name, points));
 }
 
-void QtTerminalScreen::SetColors(std::uint32_t text, std::uint32_t, std::uint32_t background) {
-  widget_.SetColors(QColor::fromRgb(text), QColor::fromRgb(background));
+void QtTerminalScreen::SetColors(std::uint32_t text, std::uint32_t bold, std::uint32_t background) {
+  widget_.SetColors(QColor::fromRgb(text), QColor::fromRgb(bold), QColor::fromRgb(background));
+}
+
+void QtTerminalScreen::FitWindow() {
+  QWidget* window = widget_.window();
+  for (QWidget* parent = &widget_; parent != nullptr; parent = parent->parentWidget()) {
+    if (qobject_cast<QMdiSubWindow*>(parent) == nullptr) continue;
+    window = parent;
+    break;
+  }
+  if (!widget_.isVisible() || window->isMaximized()) return;
+  const QSize wanted = window->size() + widget_.sizeHint() - widget_.size();
+  const QWidget* const area = window->parentWidget();
+  window->resize(area == nullptr ? wanted : wanted.boundedTo(area->size()));
 }
 
 }  // namespace velmoor::qt

@@ -1,0 +1,113 @@
+// The terminal's window: what is typed goes out as it stands, the answer comes back on the screen.
+// A script memory holds lines that are run in one go, a log every line that was shown or entered.
+//
+// Lines go out one after the other: while one is on its way, keys wait until it is answered, and
+// while a script runs, Escape or Stop ends it and every other key is dropped.
+#pragma once
+
+#include <cstdint>
+#include <deque>
+#include <string>
+#include <vector>
+
+#include "online/OnlineWindow.h"
+#include "online/TerminalAppearance.h"
+#include "platform/Keys.h"
+
+namespace velmoor {
+
+class clsHX7Terminal;
+
+class frmTerminal final : public OnlineWindow {
+ public:
+  // `owner` reads and writes the files; it owns this window.
+  explicit frmTerminal(clsHX7Terminal& owner) : OnlineWindow("frmTerminal"), owner_(owner) {}
+
+  [[nodiscard]] const std::vector<std::string>& Log() const { return strLog_; }
+  [[nodiscard]] const std::vector<std::string>& Script() const { return strScript_; }
+  void SetScript(std::vector<std::string> lines);
+  [[nodiscard]] const TerminalAppearance& Appearance() const { return appearance_; }
+  // Shown at once when the window is open.
+  void SetAppearance(const TerminalAppearance& appearance);
+
+  Event<> CommunicationDown;
+
+ protected:
+  void FormLoad() override;
+  void FormUnload() override;
+
+ private:
+  // A key that arrived while a line was on its way.
+  struct WaitingKey {
+    KeyEvent key;
+    char character = 0;  // 0: it types none
+  };
+  class Busy;
+  enum class Work { none, line, script };
+
+  void CheckHardwareEchoSetting();
+  void OnCommand(const std::string& command);
+
+  // ---- typing
+  void Vt1_KeyDown(KeyEvent& key);
+  void VT1_KeyPress(char character);
+  void JudgeKey(KeyEvent& key);
+  void TypeCharacter(char character);
+  void DropLastCharacter();
+  void EnterLine();
+  void ServeWaitingKeys();
+
+  // ---- lines
+  void SendSerialCommand();
+  void SendToScripting();
+  // The words that both kinds of lines know. True: the line was one of them.
+  bool CarryOutWord(const std::string& line);
+  // False: the window has closed meanwhile.
+  bool ExecuteSerialCommand(const std::string& strCmd);
+  void RunCurrentScriptBuffer();
+  void ClearScriptMemory(bool blnMenuItem);
+  void ListCurrentScriptMemory(bool blnMenuItem);
+  void TurnScriptOn(bool blnMenuItem);
+  void TurnScriptOff(bool blnMenuItem);
+  void SetWork(Work work);
+
+  // ---- screen
+  TerminalScreen& Vt1() { return form().terminalScreen("Vt1"); }
+  void UpdateDisplay(const std::string& strText);
+  void TellFailure(const std::string& strText);  // the same in the bold colour
+  void AdvanceRowInVT();
+  // Gives a message a row of its own where a line is being typed, and the line another behind it.
+  void TellBesideTyping(const std::string& strText);
+  void UpdateState();
+
+  // ---- menus
+  void OpenLog();
+  void OpenScript();
+  bool SaveLog();  // false: it could not be written, of which the user was told
+  void SaveScript();
+  void SaveAndUnload();
+  void Copy();
+  void Paste();
+  void ClearScreen();
+  void ToggleAutoResize();
+  void ToggleStatusLine();
+  void ShowOptions();
+  void StopScript() { stop_ = true; }
+
+  void Timer1_Timer();
+
+  clsHX7Terminal& owner_;
+  std::string strBuffer_;
+  std::vector<std::string> strLog_, strScript_;
+  bool blnScriptMode_ = false;
+  bool blnHasEcho_ = true;
+  bool blnDoNotAppendToBuffer_ = false;
+  bool blnNumPadAdd_ = false, blnNumPadSubtract_ = false, blnBackSpace_ = false;
+  bool autoResize_ = true, statusLine_ = true;
+  Work work_ = Work::none;
+  bool stop_ = false;  // the script ends behind the line under way
+  std::deque<WaitingKey> waiting_;
+  TerminalAppearance appearance_;
+};
+
+}  // namespace velmoor
