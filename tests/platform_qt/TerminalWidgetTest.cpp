@@ -8,6 +8,7 @@
 #include <QTest>
 #include <QWheelEvent>
 
+#include "QtTestUser.h"
 #include "platform/qt/QtTerminalScreen.h"
 
 namespace velmoor::qt {
@@ -19,6 +20,7 @@ class TerminalWidgetTest : public testing::Test {
     screen.SetFont("no such font", 10);
     widget.resize(widget.sizeHint());
     widget.show();
+    ServeEvents();
     connections += screen.KeyDown.Connect([this](KeyEvent& key) { codes.push_back(key.code); });
     connections += screen.KeyPress.Connect([this](char c) { typed += c; });
   }
@@ -61,6 +63,7 @@ TEST_F(TerminalWidgetTest, AllRowsFitAndAWiderScreenThanTheWindowScrollsSideways
   EXPECT_EQ(Bar().maximum(), 0);
   EXPECT_EQ(widget.horizontalScrollBar()->maximum(), 0);
   widget.resize(200, 100);
+  ServeEvents();
   EXPECT_GT(Bar().maximum(), 0);
   EXPECT_EQ(Bar().value(), Bar().maximum());
   EXPECT_GT(widget.horizontalScrollBar()->maximum(), 0);
