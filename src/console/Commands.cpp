@@ -9,6 +9,7 @@
 #include "console/CommandContext.h"
 #include "console/ConsoleBoxes.h"
 #include "console/HardwareCommands.h"
+#include "console/OnlineCommands.h"
 #include "console/ParameterCommands.h"
 #include "console/SystemCommand.h"
 #include "platform/Files.h"
@@ -36,6 +37,10 @@ constexpr const char* kUsage =
     "  velmoorctl compare FILE --port DEV        print where the hardware differs, as CSV\n"
     "  velmoorctl diff A.spj B.spj               print where two projects differ, as CSV\n"
     "  velmoorctl scan --port DEV                print the axes that answer, as CSV\n"
+    "  velmoorctl monitor --port DEV --count N   print values over time, as CSV\n"
+    "  velmoorctl alarms --port DEV              print the alarm and the alarm history, as CSV\n"
+    "  velmoorctl send \"0PRM800\" --port DEV     send a line and print the answer\n"
+    "  velmoorctl run SCRIPT.tsc --port DEV      send the lines of a terminal script\n"
     "  velmoorctl reset WHAT --port DEV --yes    factory defaults for all, parameters, tables,\n"
     "                                            index, zone or jog in the hardware\n"
     "\n"
@@ -44,8 +49,11 @@ constexpr const char* kUsage =
     "  --new            download only what changed since the last download\n"
     "  --all            download or upload everything, as without it\n"
     "  --only LIST      download or upload index, zone, jog, parameters, system alone\n"
+    "  --items LIST     monitor PUN,NFB,STS and the like; PUN,PER,NFB,TREF,STS unless given\n"
+    "  --count N        monitor N passes over the items\n"
     "  --yes            agree to what would be asked: download and upload overwrite data\n"
     "\n"
+    "send, run: what goes out is not checked, and may move the machine.\n"
     "import: with a column \"step\", \"zone\" or \"jog\" the rows named are replaced and the "
     "others\n"
     "stay; without it the file is the whole table. One bad cell, and nothing is changed.\n"
@@ -172,6 +180,10 @@ const std::vector<Command>& Commands() {
       {"upload", 2, false, {"port", "axis", "motor-size", "yes", "all", "only"}, Upload},
       {"compare", 2, false, {"port", "axis", "motor-size"}, Compare},
       {"reset", 2, false, {"port", "axis", "yes"}, Reset},
+      {"monitor", 1, false, {"port", "axis", "items", "count"}, Monitor},
+      {"alarms", 1, false, {"port", "axis"}, Alarms},
+      {"send", 2, false, {"port", "axis"}, Send},
+      {"run", 2, false, {"port", "axis"}, RunScript},
       {"diff", 3, false, {}, Diff},
   };
   return kCommands;

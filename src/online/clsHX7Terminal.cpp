@@ -1,10 +1,9 @@
 #include "online/clsHX7Terminal.h"
 
-#include <string_view>
 #include <vector>
 
+#include "online/TerminalScript.h"
 #include "platform/Files.h"
-#include "platform/Numbers.h"
 #include "platform/Trapped.h"
 #include "platform/World.h"
 
@@ -13,24 +12,10 @@ namespace {
 
 bool WriteLines(const std::string& prefix, const std::string& path,
                 const std::vector<std::string>& lines) {
-  std::string text;
-  for (const std::string& line : lines) text += line + '\n';
   return Trapped(prefix, [&] {
-    world().files->WriteDurably(path, text);
+    world().files->WriteDurably(path, TextOfLines(lines));
     return true;
   });
-}
-
-std::vector<std::string> LinesOf(std::string_view text) {
-  std::vector<std::string> lines;
-  while (!text.empty()) {
-    const std::size_t end = text.find_first_of("\r\n");
-    const std::string_view line = Trim(text.substr(0, end));
-    // An empty line would go out as a line of its own, which nothing answers.
-    if (!line.empty()) lines.emplace_back(line);
-    text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
-  }
-  return lines;
 }
 
 }  // namespace
@@ -65,7 +50,7 @@ bool clsHX7Terminal::SaveScriptToFile(const std::string& strFilePath) {
 
 bool clsHX7Terminal::OpenScriptFile(const std::string& strFilePath) {
   return Trapped("clsTerminal.OpenScriptFile: ", [&] {
-    frm_.SetScript(LinesOf(world().files->ReadAll(strFilePath)));
+    frm_.SetScript(ScriptLines(world().files->ReadAll(strFilePath)));
     return true;
   });
 }

@@ -31,7 +31,7 @@ void frmTerminalOptions::FormLoad() {
   sample.MoveCursor(sample.Rows() - 2, 1);
   sample.Write("0PRM800");
   sample.MoveCursor(sample.Rows() - 1, 1);
-  sample.Write("> 0PRM8001");
+  sample.Write("> 0PN800=00000001");
   sample.MoveCursor(sample.Rows(), 1);
   sample.SetBold(true);
   sample.Write("> *** ERROR ***");

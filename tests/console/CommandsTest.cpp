@@ -103,15 +103,22 @@ TEST_F(Velmoorctl, TellsWhyAProjectCannotBeOpened) {
 }
 
 TEST_F(Velmoorctl, RefusesWhatItDoesNotUnderstand) {
-  const std::vector<std::vector<std::string>> lines = {{},
-                                                       {"dance"},
-                                                       {"show", project},
-                                                       {"show", project, "song"},
-                                                       {"download", project, "--port", "x"},
-                                                       {"download", project, "--yes"},
-                                                       {"info", "--port"},
-                                                       {"info", "--port", "x", "--axis", "G"},
-                                                       {"new", project, "--speed", "9"}};
+  const std::vector<std::vector<std::string>> lines = {
+      {},
+      {"dance"},
+      {"show", project},
+      {"show", project, "song"},
+      {"download", project, "--port", "x"},
+      {"download", project, "--yes"},
+      {"info", "--port"},
+      {"info", "--port", "x", "--axis", "G"},
+      {"new", project, "--speed", "9"},
+      {"send", "0PRM800"},
+      {"send", "", "--port", "x"},
+      {"send", "1PRM800", "--port", "x"},
+      {"monitor", "--port", "x"},
+      {"monitor", "--port", "x", "--count", "0"},
+      {"monitor", "--port", "x", "--count", "1", "--items", "PUN,FOO"}};
   for (const auto& words : lines) EXPECT_EQ(Run(words), 2) << err.str();
   EXPECT_EQ(Run({"--help"}), 0);
   EXPECT_NE(out.str().find("velmoorctl download FILE"), std::string::npos);
@@ -130,6 +137,51 @@ TEST_F(Velmoorctl, AWrongAmplifierIsNamed) {
   line.Amplifier('0')->State().settings.optionType = "00000500";
   EXPECT_EQ(Run({"info", "--port", "x"}), 1);
   EXPECT_EQ(err.str().substr(0, 31), "Option type error: Not RX900!\nC") << err.str();
+}
+
+// ---- live hardware
+
+TEST_F(Velmoorctl, SendsALineInCapitalsAndPrintsTheAnswer) {
+  EXPECT_EQ(Run({"send", "0prm800", "--port", "x"}), 0) << err.str();
+  EXPECT_EQ(out.str(), "0PN800=00000001\n");
+  // The answer of a refused line is printed all the same.
+  EXPECT_EQ(Run({"send", "0PRM800=99", "--port", "x"}), 1);
+  EXPECT_NE(out.str(), "");
+  EXPECT_EQ(Run({"send", "0ERR", "--port", "x"}), 0) << out.str();
+  port.Unplug();
+  EXPECT_EQ(Run({"send", "0PRM800", "--port", "x"}), 1);
+}
+
+TEST_F(Velmoorctl, RunsAScriptToItsEndPastAFailedLine) {
+  const std::string script = WriteFile("a.tsc", " 0PRM800\r\n\r\n1PRM800\n0TYPE\n");
+  EXPECT_EQ(Run({"run", script, "--port", "x"}), 1);
+  EXPECT_EQ(out.str(), "0PRM800\n> 0PN800=00000001\n1PRM800\n> 0TYPE\n> 0TYPE=00000600\n");
+  EXPECT_EQ(err.str().substr(0, 38), "*** ERROR SENDING SERIAL RESPONSE! ***");
+  EXPECT_EQ(Run({"run", WriteFile("b.tsc", "0PRM800\n"), "--port", "x"}), 0) << err.str();
+  EXPECT_EQ(Run({"run", WriteFile("c.tsc", " \n"), "--port", "x"}), 1);
+}
+
+TEST_F(Velmoorctl, PrintsTheAlarmAndItsHistory) {
+  EXPECT_EQ(Run({"alarms", "--port", "x"}), 0) << err.str();
+  EXPECT_EQ(out.str(), "entry,display,code,name\nnow,BB,BB,Servo off\n");
+  line.Amplifier('0')->RaiseAlarm("A.40");
+  line.Amplifier('0')->RaiseAlarm("A.9F");
+  EXPECT_EQ(Run({"alarms", "--port", "x"}), 0) << err.str();
+  EXPECT_EQ(out.str(),
+            "entry,display,code,name\n"
+            "now,A.9F,E19F,Warning: indexer card\n"
+            "1,A.9F,E19F,Warning: indexer card\n"
+            "2,A.40,A.40,Overspeed\n");
+}
+
+TEST_F(Velmoorctl, MonitorsTheItemsThatAreNamed) {
+  EXPECT_EQ(Run({"monitor", "--port", "x", "--items", "pun,STS", "--count", "2"}), 0) << err.str();
+  EXPECT_EQ(out.str(),
+            "time,seconds,PUN,STS\n"
+            "2024-03-01 09:00:00,0.000,0,1000000\n"
+            "2024-03-01 09:00:00,0.000,0,1000000\n");
+  port.Unplug();
+  EXPECT_EQ(Run({"monitor", "--port", "x", "--count", "1"}), 1);
 }
 
 TEST_F(Velmoorctl, DownloadAndUploadCarryAProjectThroughTheAmplifier) {

@@ -1,0 +1,189 @@
+#include "console/OnlineCommands.h"
+
+#include <algorithm>
+#include <bitset>
+#include <ostream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "console/CommandContext.h"
+#include "link/DisplayError.h"
+#include "link/clsHX7Helix7.h"
+#include "online/AlarmReadings.h"
+#include "online/MonitoredItems.h"
+#include "online/TerminalScript.h"
+#include "platform/Csv.h"
+#include "platform/Events.h"
+#include "platform/Files.h"
+#include "platform/MessageBoxes.h"
+#include "platform/Numbers.h"
+#include "platform/World.h"
+
+namespace velmoor {
+namespace {
+
+constexpr std::string_view kDefaultItems = "PUN,PER,NFB,TREF,STS";
+constexpr std::int64_t kMostPasses = 100'000'000;
+
+bool Connect(Work& work) {
+  return work.Started() && work.session().GoOnline("Cannot go online!");
+}
+
+// ---- lines
+
+// Whether the amplifier turned the line down: "0E210 ERR", "0E5A1".
+bool IsRefusal(std::string_view answer) {
+  constexpr std::size_t kDeviceErrorSize = 5;
+  if (answer.find(" ERR") != std::string_view::npos) return true;
+  return answer.size() == kDeviceErrorSize && answer[1] == 'E' && ParseHex(answer.substr(2));
+}
+
+// Sends a line and prints its answer. False: none came, or it is a refusal.
+bool Exchange(const Context& context, clsHX7Helix7& helix, const std::string& line) {
+  std::string answer;
+  const ResultCode result = helix.SendToSerial(line, answer);
+  if (answer.empty()) {
+    ShowExclamation("*** ERROR SENDING SERIAL RESPONSE! ***" +
+                    (result == kSuccess ? std::string() : "\r" + ResultText(result)));
+    return false;
+  }
+  context.program.out << UpperCase(answer) << '\n' << std::flush;
+  return !IsRefusal(answer);
+}
+
+}  // namespace
+
+bool Send(const Context& context) {
+  (void)context.line.Required("port");
+  const std::string line = UpperCase(Trim(context.Argument(1)));
+  if (line.empty()) throw UsageError("The line to send is empty");
+  Work work(context);
+  if (line.substr(0, 1) != work.session().Axis()) {
+    throw UsageError("The line must begin with its axis, and --axis name the same one");
+  }
+  return Connect(work) && Exchange(context, *work.session().Helix7(), line);
+}
+
+bool RunScript(const Context& context) {
+  (void)context.line.Required("port");
+  const std::vector<std::string> lines =
+      ScriptLines(world().files->ReadAll(world().files->Absolute(context.Argument(1))));
+  if (lines.empty()) {
+    ShowExclamation("NO COMMANDS IN SCRIPT MEMORY TO EXECUTE!");
+    return false;
+  }
+  Work work(context);
+  if (!Connect(work)) return false;
+  bool complete = true;
+  for (const std::string& line : lines) {
+    context.program.out << line << "\n> ";
+    complete = Exchange(context, *work.session().Helix7(), line) && complete;
+  }
+  return complete;
+}
+
+// ---- alarms
+
+bool Alarms(const Context& context) {
+  (void)context.line.Required("port");
+  Work work(context);
+  if (!Connect(work)) return false;
+  AlarmReading present;
+  const ResultCode result = ReadAlarm(present);
+  if (result < 0) {
+    DisplayError(result, "Alarm cannot be read!");
+    return false;
+  }
+  std::vector<AlarmReading> history;
+  const ResultCode past = ReadAlarmHistory(history);
+  const auto print = [&context](const std::string& entry, const AlarmReading& alarm) {
+    context.program.out << CsvLine({entry, alarm.display, alarm.code, alarm.name});
+  };
+  context.program.out << CsvLine({"entry", "display", "code", "name"});
+  print("now", present);
+  for (std::size_t i = 0; i < history.size(); ++i) print(NumberText(i + 1), history[i]);
+  if (past < 0) DisplayError(past, "Alarm history cannot be read!");
+  return past >= 0;
+}
+
+// ---- values
+
+namespace {
+
+std::vector<MonitoredItem> ItemsOf(std::string_view list) {
+  std::vector<MonitoredItem> items;
+  for (std::size_t begin = 0; begin <= list.size();) {
+    const std::size_t end = std::min(list.find(',', begin), list.size());
+    const std::string word = UpperCase(list.substr(begin, end - begin));
+    const auto all = MonitoredItems();
+    const auto found = std::ranges::find_if(
+        all, [&word](const MonitoredItem& item) { return WordOf(item.command) == word; });
+    if (found == all.end()) {
+      std::string known;
+      for (const MonitoredItem& item : all) known += " " + std::string(WordOf(item.command));
+      throw UsageError("'" + word + "' is none of" + known);
+    }
+    items.push_back(*found);
+    begin = end + 1;
+  }
+  return items;
+}
+
+// Lines as their bits, the highest first; other values as they come.
+std::string ValueText(const MonitoredItem& item, std::int32_t value) {
+  if (item.kind != ValueKind::bits) return NumberText(value);
+  const std::string bits = std::bitset<32>(static_cast<std::uint32_t>(value)).to_string();
+  return Right(bits, static_cast<std::size_t>(item.bits));
+}
+
+std::string TimeStamp() {
+  const WallTime now = world().clock->Now();
+  const auto two = [](int number) { return Right("0" + NumberText(number), 2); };
+  return NumberText(now.year) + "-" + two(now.month) + "-" + two(now.day) + " " + two(now.hour) +
+         ":" + two(now.minute) + ":" + two(now.second);
+}
+
+// One line of values. False: one of them could not be read.
+bool PrintPass(const Context& context, clsHX7Helix7& helix, const std::vector<MonitoredItem>& items,
+               std::chrono::milliseconds since) {
+  constexpr double kMillisecondsInSecond = 1000;
+  std::vector<std::string> cells{
+      TimeStamp(), FixedText(static_cast<double>(since.count()) / kMillisecondsInSecond, 3)};
+  for (const MonitoredItem& item : items) {
+    std::int32_t value = 0;
+    const ResultCode result = helix.GetHelixValue(static_cast<std::int32_t>(item.command), value);
+    if (result != kSuccess) {
+      DisplayError(result, std::string(WordOf(item.command)) + " cannot be read!");
+      return false;
+    }
+    cells.push_back(ValueText(item, value));
+  }
+  context.program.out << CsvLine(cells) << std::flush;
+  return true;
+}
+
+}  // namespace
+
+bool Monitor(const Context& context) {
+  (void)context.line.Required("port");
+  const std::vector<MonitoredItem> items =
+      ItemsOf(context.line.Value("items").value_or(std::string(kDefaultItems)));
+  const auto count = ParseWhole(context.line.Required("count"));
+  if (!count || *count < 1 || *count > kMostPasses) {
+    throw UsageError("--count takes a number of passes from 1");
+  }
+  Work work(context);
+  if (!Connect(work)) return false;
+  std::vector<std::string> head{"time", "seconds"};
+  for (const MonitoredItem& item : items) head.emplace_back(WordOf(item.command));
+  context.program.out << CsvLine(head);
+  const std::chrono::milliseconds start = world().clock->Monotonic();
+  for (std::int64_t pass = 0; pass < *count; ++pass) {
+    const std::chrono::milliseconds since = world().clock->Monotonic() - start;
+    if (!PrintPass(context, *work.session().Helix7(), items, since)) return false;
+  }
+  return true;
+}
+
+}  // namespace velmoor
