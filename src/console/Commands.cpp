@@ -39,7 +39,7 @@ constexpr const char* kUsage =
     "  velmoorctl scan --port DEV                print the axes that answer, as CSV\n"
     "  velmoorctl monitor --port DEV --count N   print values over time, as CSV\n"
     "  velmoorctl alarms --port DEV              print the alarm and the alarm history, as CSV\n"
-    "  velmoorctl send \"0PRM800\" --port DEV     send a line and print the answer\n"
+    "  velmoorctl send \"0PRM800\" --port DEV      send a line and print the answer\n"
     "  velmoorctl run SCRIPT.tsc --port DEV      send the lines of a terminal script\n"
     "  velmoorctl reset WHAT --port DEV --yes    factory defaults for all, parameters, tables,\n"
     "                                            index, zone or jog in the hardware\n"

@@ -120,9 +120,9 @@ std::vector<MonitoredItem> ItemsOf(std::string_view list) {
     const auto found = std::ranges::find_if(
         all, [&word](const MonitoredItem& item) { return WordOf(item.command) == word; });
     if (found == all.end()) {
-      std::string known;
-      for (const MonitoredItem& item : all) known += " " + std::string(WordOf(item.command));
-      throw UsageError("'" + word + "' is none of" + known);
+      std::string refusal = "'" + word + "' is none of";
+      for (const MonitoredItem& item : all) refusal.append(" ").append(WordOf(item.command));
+      throw UsageError(refusal);
     }
     items.push_back(*found);
     begin = end + 1;
