@@ -128,8 +128,8 @@ class Timer {
   Event<> Tick;
 };
 
-// A screen of fixed rows and columns, counted from 1, with a cursor. What has scrolled away stays in
-// reach of the user, who looks back at it and selects in it.
+// A screen of fixed rows and columns, counted from 1, with a cursor. What has scrolled away stays
+// in reach of the user, who looks back at it and selects in it.
 class TerminalScreen : public Control {
  public:
   [[nodiscard]] virtual int Rows() const = 0;
@@ -140,8 +140,8 @@ class TerminalScreen : public Control {
   // Writes over what stands at the cursor; a text beyond the last column continues in the next row.
   virtual void Write(const std::string& text) = 0;
   virtual void SetBold(bool bold) = 0;  // of what is written from now on
-  virtual void ScrollUp() = 0;  // all rows one up, the last becomes empty; the cursor stays
-  virtual void Clear() = 0;     // with what has scrolled away
+  virtual void ScrollUp() = 0;          // all rows one up, the last becomes empty; the cursor stays
+  virtual void Clear() = 0;             // with what has scrolled away
   [[nodiscard]] virtual std::string RowText(int row) const = 0;  // without trailing blanks
   [[nodiscard]] virtual std::string SelectedText() const = 0;
   virtual void SetFont(const std::string& name, int points) = 0;
