@@ -4,14 +4,26 @@
 
 #include "app/clsHX7InitialSettings.h"
 #include "app/clsHX7Splash.h"
+#include "app/frmError.h"
 #include "platform/Files.h"
 #include "platform/MessageBoxes.h"
 #include "platform/Numbers.h"
+#include "platform/ScopedFlag.h"
 #include "platform/Trapped.h"
 #include "platform/World.h"
 
 namespace velmoor {
 namespace {
+
+// Where the report of an error lies, or why there is none.
+std::string ReportError(const UnhandledError& error, const std::string& strProject) {
+  try {
+    return "A report was written to\r" +
+           WriteErrorReport(error, strProject, world().reportDirectory);
+  } catch (const FileError& refused) {
+    return std::string("No report could be written: ") + refused.what();
+  }
+}
 
 constexpr const char* kMutexName = "vbVelmoor_APPLICATION_MUTEX";
 constexpr std::chrono::milliseconds kHandOverLimit{5000};
@@ -120,6 +132,30 @@ void MainModule::OpenFirstProject() {
   } else {
     form_->CommandLineOpenProject(strFileName);
   }
+}
+
+ErrorChoice MainModule::HandleUnhandledError(const UnhandledError& error) {
+  if (handlesError_) {
+    ShowCritical("An unexpected error has occured in this application: \r\rDescription: " +
+                 error.description);
+    return ErrorChoice::goOn;
+  }
+  const ScopedFlag handling(handlesError_);
+  ErrorChoice choice = ErrorChoice::goOn;
+  Trapped("MainModule.HandleUnhandledError: ", [&] {
+    MakeSafe();
+    const auto* const project =
+        form_ ? dynamic_cast<const clsHX7Project*>(form_->CurrentProject()) : nullptr;
+    const std::string strProject = project != nullptr ? project->Title() : std::string();
+    choice = frmError(error, strProject, ReportError(error, strProject)).Show();
+    if (choice == ErrorChoice::end && form_) {
+      world().events->Post([this] {
+        if (form_) form_->Close();
+      });
+    }
+    return true;
+  });
+  return choice;
 }
 
 void MainModule::MakeSafe() {

@@ -8,6 +8,7 @@
 
 #include "app/frmMain.h"
 #include "platform/Events.h"
+#include "platform/UnhandledError.h"
 
 namespace velmoor {
 
@@ -30,6 +31,10 @@ class MainModule {
   bool Main();
   // The main window is gone.
   Event<> Closed;
+  // The last resort for an error that no procedure handled: what moves is stopped, a report is
+  // written, and the user chooses. The end of the program is that of its main window, questions
+  // included; an error within all this is told in a box, and the program goes on.
+  ErrorChoice HandleUnhandledError(const UnhandledError& error);
   // What moves is stopped and switched off, without a word: the process ends.
   void MakeSafe();
   // Releases the session. Runs at the latest with the end of the object.
@@ -45,6 +50,7 @@ class MainModule {
   [[nodiscard]] std::string CommandLineFile() const;
 
   SerialPort& comm_;
+  bool handlesError_ = false;
   SingleInstance& instance_;
   std::string strCommandLine;
   std::string strRequiredCatalogPath;

@@ -6,6 +6,7 @@
 #include "platform/Form.h"
 #include "platform/MessageBoxes.h"
 #include "platform/Numbers.h"
+#include "platform/ScopedFlag.h"
 #include "platform/SerialPorts.h"
 #include "platform/Settings.h"
 #include "platform/Trapped.h"
@@ -153,10 +154,12 @@ void frmMain::OnCommand(const std::string& name) {
 
 bool frmMain::RunCommand(const std::string& prefix, const std::function<bool()>& work) {
   if (inCommand_) return false;
-  inCommand_ = true;
-  const bool done = Trapped(prefix, work);
-  LeaveIfLineLost();
-  inCommand_ = false;
+  bool done = false;
+  {
+    const ScopedFlag running(inCommand_);
+    done = Trapped(prefix, work);
+    LeaveIfLineLost();
+  }
   RefreshWindow();
   DeliverMessages();
   return done;
@@ -228,31 +231,34 @@ void frmMain::MDIForm_QueryUnload() {
 }
 
 void frmMain::MDIForm_Unload(bool& Cancel) {
-  if (!MayClose()) {
-    Cancel = true;
-    return;
+  Cancel = true;
+  if (!MayClose()) return;
+  {
+    const ScopedFlag running(inCommand_);
+    LeaveForGood();
+    Cancel = !Trapped("frmMain.MDIForm_Unload: ", [this] { return RemoveActiveProject(); });
+    if (!Cancel) WriteToRegistry();
   }
-  inCommand_ = true;
-  if (blnHelix7CommExists && clsProject) {
-    WaitForMonitoring();
-    if (!clsHelix7->GoOffline()) {
-      ShowExclamation(
-          "Error terminating communications with hardware!  Check connections and setup!");
-    } else {
-      PostOffline();
-    }
-  }
-  Cancel = !Trapped("frmMain.MDIForm_Unload: ", [this] { return RemoveActiveProject(); });
-  if (!Cancel) {
-    WriteToRegistryCommunicationsSettings();
-    WriteToRegistryMotorSize();
-    if (!window_->IsMinimised()) {
-      WriteToRegistryWindowSettings();
-      WriteToRegistryActiveBarSettings();
-    }
-  }
-  inCommand_ = false;
   if (Cancel) RefreshWindow();
+}
+
+void frmMain::LeaveForGood() {
+  if (!blnHelix7CommExists || !clsProject) return;
+  WaitForMonitoring();
+  if (clsHelix7->GoOffline()) {
+    PostOffline();
+  } else {
+    ShowExclamation(
+        "Error terminating communications with hardware!  Check connections and setup!");
+  }
+}
+
+void frmMain::WriteToRegistry() {
+  WriteToRegistryCommunicationsSettings();
+  WriteToRegistryMotorSize();
+  if (window_->IsMinimised()) return;
+  WriteToRegistryWindowSettings();
+  WriteToRegistryActiveBarSettings();
 }
 
 void frmMain::WaitForMonitoring() {

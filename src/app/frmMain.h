@@ -37,6 +37,8 @@ class frmMain final : public SessionState {
   // ---- the window; in this order
   void MDIForm_Initialize() { eLanguage = 2; }
   void MDIForm_Load();
+  // Closes as the user does, with the questions.
+  void Close() { (void)window_->Close(); }
   void Show() { window_->Show(); }
   // The start is over: waiting messages are delivered, and a close that was asked for happens.
   void StartFinished();
@@ -112,10 +114,13 @@ class frmMain final : public SessionState {
   [[nodiscard]] bool MayClose();
   void MDIForm_QueryUnload();
   void MDIForm_Unload(bool& Cancel);
+  // Ends the connection, once monitoring lets go of it.
+  void LeaveForGood();
   void WaitForMonitoring();
   void ReadFromRegistryCommunicationsSettings();
   void ReadFromRegistryMotorSize();
   void ReadFromRegistryWindowSettings();
+  void WriteToRegistry();
   void WriteToRegistryCommunicationsSettings();
   void WriteToRegistryMotorSize();
   void WriteToRegistryWindowSettings();

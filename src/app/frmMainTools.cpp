@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "app/frmMain.h"
+#include "platform/ScopedFlag.h"
 #include "platform/Trapped.h"
 
 namespace velmoor {
@@ -99,12 +100,11 @@ void frmMain::clsProject_ToolClosed(Tool tool) {
 void frmMain::OpenModalTool(ToolWindow tool, const std::string& prefix,
                             const std::function<void()>& show) {
   if (ToolOpened(tool)) return;
-  SetToolOpened(tool, true);
+  const ScopedFlag opened(toolOpened_[static_cast<std::size_t>(tool)]);
   Trapped(prefix, [&show] {
     show();
     return true;
   });
-  SetToolOpened(tool, false);
 }
 
 void frmMain::mnuToolsTuning_Click() {

@@ -14,6 +14,7 @@
 #include "platform/posix/PosixSingleInstance.h"
 #include "platform/posix/ProgramPlaces.h"
 #include "platform/posix/TerminationSignals.h"
+#include "platform/posix/ThrowTrace.h"
 #include "platform/qt/QtEventPump.h"
 #include "platform/qt/QtProgram.h"
 #include "platform/qt/QtSerialAdapters.h"
@@ -53,6 +54,8 @@ int main(int argc, char** argv) {
   adapters.appDirectory = posix::ProgramDirectory();
   const posix::CatalogueCopyPlace copyPlace(adapters.appDirectory);
   adapters.catalogueCopyDirectory = copyPlace.Directory();
+  adapters.reportDirectory = posix::StateDirectory();
+  adapters.lastThrowTrace = posix::LastThrowTrace;
   SetWorld(&adapters);
 
   posix::PosixSerialPort comm;
@@ -61,6 +64,11 @@ int main(int argc, char** argv) {
   adapters.serialPorts = &serialPorts;
   posix::PosixSingleInstance instance(qt::WatchDescriptor);
   MainModule module(comm, instance, CommandLine(argc, argv));
+  adapters.onUnhandledError = [&module](const UnhandledError& error) {
+    UnhandledError readable = error;
+    readable.type = posix::ReadableName(error.type.c_str());
+    return module.HandleUnhandledError(readable);
+  };
   const posix::TerminationSignals signals(qt::WatchDescriptor, [&module] { module.MakeSafe(); });
   bool gone = false;
   const Connection closed = module.Closed.Connect([&] {

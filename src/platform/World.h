@@ -2,7 +2,11 @@
 // with adapters once, at its start; tests fill it with twins that remember and fail on demand.
 #pragma once
 
+#include <functional>
 #include <string>
+#include <vector>
+
+#include "platform/UnhandledError.h"
 
 namespace velmoor {
 
@@ -43,6 +47,13 @@ struct World {
   // The directory of "tempIdeInfo.mdb": `appDirectory` where that can be written, else one of the
   // user's own that vanishes with the session.
   std::string catalogueCopyDirectory;
+  // The user's directory for reports of errors.
+  std::string reportDirectory;
+
+  // Takes errors that no procedure handled; none: a box tells of them and the program goes on.
+  ErrorHandler onUnhandledError;
+  // The calls that led to the last exception; none: they are not known.
+  std::function<std::vector<std::string>()> lastThrowTrace;
 };
 
 // The world in force. Throws std::logic_error before SetWorld.

@@ -19,6 +19,13 @@ std::string ProgramDirectory() {
   return std::filesystem::read_symlink("/proc/self/exe").parent_path().string();
 }
 
+std::string StateDirectory() {
+  const char* const state = std::getenv("XDG_STATE_HOME");
+  if (state != nullptr && *state == '/') return JoinPath(state, "velmoor");
+  const char* const home = std::getenv("HOME");
+  return JoinPath(home != nullptr ? home : "/tmp", ".local/state/velmoor");
+}
+
 CatalogueCopyPlace::CatalogueCopyPlace()
     : directory_(JoinPath(RuntimeDirectory(), "velmoor-" + std::to_string(::getpid()))),
       own_(true) {

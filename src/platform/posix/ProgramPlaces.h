@@ -9,6 +9,10 @@ namespace velmoor::posix {
 // that of the running program, whatever the current directory is.
 [[nodiscard]] std::string ProgramDirectory();
 
+// The user's directory for what the program leaves behind: "velmoor" in XDG_STATE_HOME, else in
+// ~/.local/state.
+[[nodiscard]] std::string StateDirectory();
+
 // The place of the catalogue's working copy.
 class CatalogueCopyPlace {
  public:

@@ -2,7 +2,9 @@
 
 #include <QApplication>
 #include <QLocale>
+#include <QPointer>
 #include <exception>
+#include <typeinfo>
 
 #include "platform/MessageBoxes.h"
 #include "platform/Settings.h"
@@ -17,13 +19,27 @@ class Application final : public QApplication {
   using QApplication::QApplication;
 
   bool notify(QObject* receiver, QEvent* event) override {
-    try {
-      return QApplication::notify(receiver, event);
-    } catch (const std::exception& error) {
-      ShowCritical(std::string("An unexpected error has occured in this application: \r\r") +
-                   "Description: " + error.what());
-      return true;
+    const QPointer<QObject> alive(receiver);
+    for (;;) {
+      try {
+        return QApplication::notify(receiver, event);
+      } catch (const std::exception& error) {
+        const ErrorChoice choice = Report(error);
+        // The receiver may have gone with what was under way.
+        if (choice != ErrorChoice::retry || !alive) return true;
+      }
     }
+  }
+
+ private:
+  static ErrorChoice Report(const std::exception& error) {
+    UnhandledError unhandled{
+        .type = typeid(error).name(), .description = error.what(), .trace = {}};
+    if (world().lastThrowTrace) unhandled.trace = world().lastThrowTrace();
+    if (world().onUnhandledError) return world().onUnhandledError(unhandled);
+    ShowCritical("An unexpected error has occured in this application: \r\rDescription: " +
+                 unhandled.description);
+    return ErrorChoice::goOn;
   }
 };
 

@@ -18,7 +18,7 @@ namespace velmoor::qt {
 class QtProgram {
  public:
   // `argc` and `argv` must outlive the object. Takes the colours from the settings, where there are
-  // any; an error that no procedure handled is shown and the program goes on.
+  // any; an error that no procedure handled goes to the world's handler, or is shown.
   QtProgram(int& argc, char** argv, const Settings* settings);
   ~QtProgram();
   QtProgram(const QtProgram&) = delete;

@@ -1,0 +1,83 @@
+#include "app/frmError.h"
+
+#include "app/Version.h"
+#include "platform/Events.h"
+#include "platform/Files.h"
+#include "platform/Form.h"
+#include "platform/Numbers.h"
+#include "platform/Utility.h"
+#include "platform/World.h"
+
+namespace velmoor {
+namespace {
+
+std::string Padded(int number, std::size_t digits = 2) {
+  return PadToDigits(NumberText(number), digits);
+}
+
+// "2026-03-01 14-05-09", fit for a file's name.
+std::string Moment() {
+  const WallTime now = world().clock->Now();
+  return Padded(now.year, 4) + "-" + Padded(now.month) + "-" + Padded(now.day) + " " +
+         Padded(now.hour) + "-" + Padded(now.minute) + "-" + Padded(now.second);
+}
+
+// The procedure's name and the module behind it in brackets, of one line of a trace.
+struct Place {
+  std::string procedure, module;
+};
+
+Place PlaceOf(const UnhandledError& error) {
+  if (error.trace.empty()) return {"unknown", "unknown"};
+  const std::string& call = error.trace.front();
+  const std::size_t bracket = call.rfind("  (");
+  if (bracket == std::string::npos) return {call, "unknown"};
+  return {call.substr(0, bracket), call.substr(bracket + 3, call.size() - bracket - 4)};
+}
+
+}  // namespace
+
+std::string frmError::Words(const UnhandledError& error, const std::string& strProject) {
+  const Place place = PlaceOf(error);
+  return "An unexpected error has occured in this application: \r\rError " + error.type +
+         "\rDescription: " + error.description + "\rProcedure: " + place.procedure +
+         "\rLine: unknown\rModule: " + place.module +
+         "\rProject: " + (strProject.empty() ? "none" : strProject) +
+         "\rVersion: " + kProgramVersion;
+}
+
+frmError::frmError(const UnhandledError& error, std::string strProject, std::string strReport)
+    : strWords_(Words(error, strProject)), strReport_(std::move(strReport)) {}
+
+ErrorChoice frmError::Show() {
+  ErrorChoice choice = ErrorChoice::goOn;
+  const std::unique_ptr<Form> form = world().forms->Load("frmError");
+  form->label("lblError").SetText(strWords_);
+  form->label("lblReport").SetText(strReport_);
+  Connections held;
+  const auto choose = [&](const char* button, ErrorChoice chosen) {
+    held += form->button(button).Click.Connect([&choice, &form, chosen] {
+      choice = chosen;
+      (void)form->Unload();
+    });
+  };
+  choose("cmdContinue", ErrorChoice::goOn);
+  choose("cmdRetry", ErrorChoice::retry);
+  choose("cmdEnd", ErrorChoice::end);
+  form->Show(FormMode::modal);
+  return choice;
+}
+
+std::string WriteErrorReport(const UnhandledError& error, const std::string& strProject,
+                             const std::string& directory) {
+  const std::string folder = JoinPath(directory, "Error Report Files");
+  world().files->MakeDirectories(folder);
+  std::string text = frmError::Words(error, strProject) + "\r\rCalls, innermost first:\r";
+  for (const std::string& call : error.trace) text += "  " + call + "\r";
+  for (char& c : text) c = c == '\r' ? '\n' : c;
+  const std::string path = JoinPath(folder, "Error " + Moment() + ".txt");
+  world().files->WriteDurably(path, text);
+  return path;
+}
+
+}  // namespace velmoor
