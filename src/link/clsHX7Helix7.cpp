@@ -190,18 +190,22 @@ ResultCode clsHX7Helix7::readIndexTable(std::int16_t iRow, IndexRow& strIndex) {
   return clsSerialComm.readIndexTable(iRow, strIndex);
 }
 ResultCode clsHX7Helix7::writeIndexTable(std::int16_t iRow, const IndexRow& strIndex) {
+  // Also a row whose answer does not come may be there.
+  unstored.insert(SimpleCommand::indexStore);
   return clsSerialComm.writeIndexTable(iRow, strIndex);
 }
 ResultCode clsHX7Helix7::readZoneTable(std::int16_t iRow, ZoneRow& strZone) {
   return clsSerialComm.readZoneTable(iRow, strZone);
 }
 ResultCode clsHX7Helix7::writeZoneTable(std::int16_t iRow, const ZoneRow& strZone) {
+  unstored.insert(SimpleCommand::zoneStore);
   return clsSerialComm.writeZoneTable(iRow, strZone);
 }
 ResultCode clsHX7Helix7::readJogTable(std::int16_t iRow, std::string& strJogSpeed) {
   return clsSerialComm.readJogTable(iRow, strJogSpeed);
 }
 ResultCode clsHX7Helix7::writeJogTable(std::int16_t iRow, const std::string& strJogSpeed) {
+  unstored.insert(SimpleCommand::jogStore);
   return clsSerialComm.writeJogTable(iRow, strJogSpeed);
 }
 

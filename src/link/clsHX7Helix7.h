@@ -9,9 +9,11 @@
 
 #include <cstdint>
 #include <functional>
+#include <set>
 #include <string>
 
 #include "link/ClassSerialComm.h"
+#include "link/CommandWords.h"
 #include "link/ResultCode.h"
 #include "platform/Event.h"
 
@@ -124,6 +126,9 @@ class clsHX7Helix7 {
   [[nodiscard]] ResultCode writeJogTable(std::int16_t iRow, const std::string& strJogSpeed);
   // `eItem` 7 jog, 8 index, 9 zone table (SimpleCommand); any other sends nothing and gives 0.
   [[nodiscard]] ResultCode SaveTablesToMemory(std::int32_t eItem);
+  // The table that `store` stores had rows written since it was last stored or the hardware was
+  // restarted from here: what the amplifier answers to a read may be lost with its power.
+  [[nodiscard]] bool IsUnstored(SimpleCommand store) const { return unstored.contains(store); }
 
   // ---- servo, motion, restart
   [[nodiscard]] ResultCode EnableServo();
@@ -164,6 +169,7 @@ class clsHX7Helix7 {
   std::string strMotorSize;
   std::string strEncoderInfo;
   int intRestartAttempts = 4;
+  std::set<SimpleCommand> unstored;  // tables, by the command that stores them
   ClassSerialComm clsSerialComm;
 };
 

@@ -33,18 +33,25 @@ std::optional<std::string> GetResetType(std::int32_t eItem) {
 }  // namespace
 
 ResultCode clsHX7Helix7::SaveTablesToMemory(std::int32_t eItem) {
-  switch (static_cast<SimpleCommand>(eItem)) {
+  const auto store = static_cast<SimpleCommand>(eItem);
+  switch (store) {
     case SimpleCommand::jogStore:
     case SimpleCommand::indexStore:
-    case SimpleCommand::zoneStore:
-      return clsSerialComm.helixSimpleCommand(eItem);
+    case SimpleCommand::zoneStore: {
+      const ResultCode lngResult = clsSerialComm.helixSimpleCommand(eItem);
+      if (lngResult == kSuccess) unstored.erase(store);
+      return lngResult;
+    }
     default:
       return kSuccess;
   }
 }
 
 ResultCode clsHX7Helix7::ResetHardware() {
-  return clsSerialComm.helixSimpleCommand(static_cast<std::int32_t>(SimpleCommand::restart));
+  const ResultCode lngResult =
+      clsSerialComm.helixSimpleCommand(static_cast<std::int32_t>(SimpleCommand::restart));
+  if (lngResult == kSuccess) unstored.clear();
+  return lngResult;
 }
 
 ResultCode clsHX7Helix7::ResetDefaults(std::int32_t eItem) {

@@ -208,9 +208,7 @@ void clsHX7Project::CommitUploadedData() {
     tool->CommitUploadedData(true);
   }
   clsMechanicalSystem_.CommitUploadedData(true);
-  clsPosition_.CommitUploadedData(true);
-  clsJog_.CommitUploadedData(true);
-  clsZone_.CommitUploadedData(true);
+  for (const Tool table : {Tool::position, Tool::jog, Tool::zone}) CommitUploadedTable(table);
 }
 
 int clsHX7Project::RowsOf(Tool part) {
@@ -236,6 +234,16 @@ void clsHX7Project::CommitUploadedParts(const std::vector<Tool>& parts) {
   for (const Tool part : parts) CommitUploadedTool(part);
 }
 
+// After a download that ended without its store the amplifier answers with rows that its next loss
+// of power takes: the project is to offer them.
+void clsHX7Project::CommitUploadedTable(Tool table) {
+  MotionTable& committed = *TableOf(table);
+  committed.CommitUploadedData(true);
+  if (gMainForm->Helix7()->IsUnstored(StoreOf(table))) {
+    MarkRows(committed, RowsToSend(committed, true));
+  }
+}
+
 void clsHX7Project::CommitUploadedTool(Tool tool) {
   snapshots_.reset();
   blnNeedsSaving_ = true;
@@ -244,8 +252,8 @@ void clsHX7Project::CommitUploadedTool(Tool tool) {
     for (ParameterToolBase* const sister : ParameterTools()) {
       if (sister != committed) sister->SettleStoredRows();
     }
-  } else if (MotionTable* const table = TableOf(tool)) {
-    table->CommitUploadedData(true);
+  } else if (TableOf(tool) != nullptr) {
+    CommitUploadedTable(tool);
   } else {
     clsMechanicalSystem_.CommitUploadedData(true);
   }

@@ -256,6 +256,8 @@ class clsHX7Project final : public Project {
   [[nodiscard]] static std::vector<int> RowsToSend(const MotionTable& table, bool all);
   // Marks the rows in memory and in the working file.
   void MarkRows(MotionTable& table, const std::vector<int>& rows);
+  // Commits an uploaded table. Rows that the amplifier holds in volatile memory alone are marked.
+  void CommitUploadedTable(Tool table);
   void OnResolutionChanged();
   void OnSystemAndResolutionChanged(float length);
   [[nodiscard]] std::string CollectInvalidated(bool& any);

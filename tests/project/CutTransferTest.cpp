@@ -223,6 +223,30 @@ TEST_F(CutTransfer, RowsThatWereSentAndNotStoredAreSentAgain) {
   }
 }
 
+// An upload that is committed meanwhile reads what the next loss of power takes.
+TEST_F(CutTransfer, RowsThatWereReadBackBeforeTheirStoreAreSentAgain) {
+  ASSERT_TRUE(project().DownloadAll());
+  port.Advance(std::chrono::seconds(1));
+  session.GoOnline();
+  Import(project().Jog(), "jog,speed\n0,12\n");
+  line.faults.Add({.kind = FaultKind::silence, .match = "JSPDSTORE"});
+  EXPECT_FALSE(project().Download());
+  project().Zone().SetText(1, 0, "3");
+  ASSERT_TRUE(project().UploadParts({Tool::jog, Tool::zone}));
+  project().CommitUploadedParts({Tool::jog, Tool::zone});
+  EXPECT_EQ(project().WhatIsDirty(), "Jog table") << "nothing of the zones was left unstored";
+  project().Save();
+  ASSERT_EQ(session.Open(path), "");
+  Mend();
+  EXPECT_EQ(amplifier().State().memory.jog.working.front(), "") << "the power took it";
+  EXPECT_TRUE(project().Download());
+  Mend();
+  EXPECT_EQ(amplifier().State().memory.jog.working.front(), "00000720");
+  ASSERT_TRUE(project().UploadParts({Tool::jog}));
+  project().CommitUploadedParts({Tool::jog});
+  EXPECT_EQ(project().WhatIsDirty(), "");
+}
+
 // A download of the whole table is no exception.
 TEST_F(CutTransfer, ATableThatIsSentWholeIsPendingUntilItIsStored) {
   ASSERT_TRUE(project().DownloadAll());
