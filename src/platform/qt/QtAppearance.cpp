@@ -3,10 +3,14 @@
 #include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
+#include <QGroupBox>
+#include <QPainter>
 #include <QProxyStyle>
 #include <QStyleFactory>
+#include <QStyleOptionButton>
 #include <QVariant>
 #include <QWidget>
+#include <algorithm>
 
 namespace velmoor::qt {
 namespace {
@@ -76,7 +80,11 @@ QColor Pick(const ToneColor (&tones)[5], Tone tone, const QPalette& palette) {
   return {IsDarkPalette(palette) ? colors.dark : colors.light};
 }
 
-// Fusion without the pictures on the buttons of boxes and the shadow of disabled texts.
+constexpr const char* kDarkOutline = "#7d858e";
+constexpr const char* kDarkFrame = "#545b64";
+
+// Fusion without the pictures on the buttons of boxes and the shadow of disabled texts; and with
+// outlines that can be seen in dark colours, where its own are darker than the window.
 class Style final : public QProxyStyle {
  public:
   Style() : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion"))) {}
@@ -85,6 +93,41 @@ class Style final : public QProxyStyle {
                 QStyleHintReturn* data) const override {
     if (hint == SH_DialogButtonBox_ButtonsHaveIcons || hint == SH_EtchDisabledText) return 0;
     return QProxyStyle::styleHint(hint, option, widget, data);
+  }
+
+  void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override {
+    const bool dark = IsDarkPalette(option->palette);
+    const auto* const button = qstyleoption_cast<const QStyleOptionButton*>(option);
+    const bool mark = element == PE_IndicatorRadioButton || element == PE_IndicatorCheckBox;
+    if (dark && mark && button != nullptr) {
+      // The outline is made from the colour of the window, by a third darker.
+      QStyleOptionButton outlined(*button);
+      outlined.palette.setColor(QPalette::Window, QColor(kDarkOutline).lighter(150));
+      QProxyStyle::drawPrimitive(element, &outlined, painter, widget);
+    } else if (dark && element == PE_FrameGroupBox) {
+      DrawGroupFrame(*option, *painter, widget);
+    } else {
+      QProxyStyle::drawPrimitive(element, option, painter, widget);
+    }
+  }
+
+ private:
+  // Around the contents, below the title.
+  void DrawGroupFrame(const QStyleOption& option, QPainter& painter, const QWidget* widget) const {
+    constexpr int kTopMargin = 3;
+    const auto* const box = qobject_cast<const QGroupBox*>(widget);
+    const bool titled = box == nullptr || box->isCheckable() || !box->title().isEmpty();
+    const int title =
+        titled ? std::max(pixelMetric(PM_IndicatorHeight), option.fontMetrics.height()) : 0;
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QColor(kDarkFrame));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRoundedRect(
+        QRectF(option.rect.adjusted(0, title + kTopMargin, 0, 0)).adjusted(0.5, 0.5, -0.5, -0.5), 2,
+        2);
+    painter.restore();
   }
 };
 

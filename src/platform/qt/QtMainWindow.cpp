@@ -166,25 +166,36 @@ void QtMainWindow::Arrange(Arrangement arrangement) {
       area_->cascadeSubWindows();
       break;
     case Arrangement::tileVertical:
-      area_->tileSubWindows();
+      Tile(Qt::Horizontal);
       break;
     case Arrangement::tileHorizontal:
-      TileInRows();
+      Tile(Qt::Vertical);
       break;
   }
 }
 
-void QtMainWindow::TileInRows() {
+void QtMainWindow::Tile(Qt::Orientation direction) {
   QList<QMdiSubWindow*> children = area_->subWindowList();
   children.removeIf([](const QMdiSubWindow* child) { return !child->isVisible(); });
   if (children.isEmpty()) return;
-  const QRect room = area_->viewport()->rect();
-  const int height = room.height() / static_cast<int>(children.size());
-  int top = 0;
+  const bool below = direction == Qt::Vertical;
+  const auto count = static_cast<int>(children.size());
+  const QSize room = area_->maximumViewportSize();
+  QSize share = below ? QSize(room.width(), room.height() / count)
+                      : QSize(room.width() / count, room.height());
+  QSize least(0, 0);
+  for (const QMdiSubWindow* const child : children) {
+    least += share.expandedTo(child->minimumSizeHint());
+  }
+  // The bar to scroll by takes its room from the other direction.
+  const int bar = area_->style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+  if (below && least.height() > room.height()) share.rwidth() -= bar;
+  if (!below && least.width() > room.width()) share.rheight() -= bar;
+  QPoint place(0, 0);
   for (QMdiSubWindow* const child : children) {
     child->showNormal();
-    child->setGeometry(0, top, room.width(), height);
-    top += height;
+    child->setGeometry(QRect(place, share.expandedTo(child->minimumSizeHint())));
+    place += below ? QPoint(0, child->height()) : QPoint(child->width(), 0);
   }
 }
 

@@ -53,7 +53,8 @@ class QtMainWindow final : public QtCommands<MainWindow> {
  private:
   void SetUpStatusBar();
   void SetUpRecentEntries();
-  void TileInRows();
+  // The windows one below or beside the other, each no smaller than it can be read.
+  void Tile(Qt::Orientation direction);
   void SetUpTheme();
   void PaintArea();
   void MoveOntoScreen();

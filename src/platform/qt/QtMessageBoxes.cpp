@@ -1,7 +1,10 @@
 #include "platform/qt/QtMessageBoxes.h"
 
 #include <QApplication>
+#include <QLabel>
 #include <QMessageBox>
+#include <QScreen>
+#include <algorithm>
 
 #include "platform/qt/QtText.h"
 
@@ -56,16 +59,38 @@ BoxAnswer Answer(int button) {
   }
 }
 
+// The window that a box belongs to. None is active for a moment behind another box.
+QWidget* Owner() {
+  if (QWidget* const active = QApplication::activeWindow()) return active;
+  if (QWidget* const modal = QApplication::activeModalWidget()) return modal;
+  const QWidgetList windows = QApplication::topLevelWidgets();
+  const auto main = std::find_if(windows.begin(), windows.end(), [](const QWidget* window) {
+    return window->isVisible() && window->inherits("QMainWindow");
+  });
+  return main == windows.end() ? nullptr : *main;
+}
+
+// The words say where their lines end; the box breaks none that the screen has room for.
+void FitToLines(QMessageBox& box) {
+  constexpr int kLongestLine = 900;
+  auto* const label = box.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
+  if (label == nullptr) return;
+  const int longest = label->fontMetrics().size(0, label->text()).width();
+  const int room = std::min(kLongestLine, box.screen()->availableGeometry().width() / 2);
+  label->setMinimumWidth(std::min(longest, room));
+}
+
 }  // namespace
 
 BoxAnswer QtMessageBoxes::Show(BoxKind kind, BoxButtons buttons, const std::string& text,
                                const std::string& title) {
   const Choice choice = Choices(buttons);
-  QMessageBox box(QApplication::activeWindow());
+  QMessageBox box(Owner());
   box.setIcon(Icon(kind));
   box.setWindowTitle(title.empty() ? QStringLiteral("Velmoor") : ToQt(title));
   box.setTextFormat(Qt::PlainText);
   box.setText(ToQt(text));
+  FitToLines(box);
   box.setStandardButtons(choice.buttons);
   box.setEscapeButton(choice.escape);
   // A warning is not agreed to by a stray Enter.
