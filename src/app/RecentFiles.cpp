@@ -36,7 +36,6 @@ void RecentFiles::Add(const std::string& fname) {
   const auto last = found == files_.end() ? files_.end() - 1 : found;
   std::move_backward(files_.begin(), last, last + 1);
   files_.front() = fname;
-  Save();
 }
 
 void RecentFiles::Remove(std::size_t index) {
@@ -44,7 +43,6 @@ void RecentFiles::Remove(std::size_t index) {
   std::move(files_.begin() + static_cast<std::ptrdiff_t>(index) + 1, files_.end(),
             files_.begin() + static_cast<std::ptrdiff_t>(index));
   files_.back().clear();
-  Save();
 }
 
 std::vector<std::string> RecentFiles::Captions() const {

@@ -15,10 +15,11 @@ class RecentFiles {
 
   // Takes the stored paths; an entry that is no project path leaves its place empty.
   void Load();
-  // Puts the name in front and stores the list. An empty name does nothing. Throws when the
-  // settings cannot be written; the list in memory is changed all the same.
+  // Stores the list. Throws when the settings cannot be written.
+  void Save() const;
+  // Puts the name in front. An empty name does nothing.
   void Add(const std::string& fname);
-  // Takes the place out; those behind it move up. Throws as Add does.
+  // Takes the place out; those behind it move up.
   void Remove(std::size_t index);
 
   // The path at a place from 0; empty where there is none.
@@ -27,7 +28,6 @@ class RecentFiles {
   [[nodiscard]] std::vector<std::string> Captions() const;
 
  private:
-  void Save() const;
   std::array<std::string, kPlaces> files_;
 };
 

@@ -149,6 +149,7 @@ class frmMain final : public SessionState {
   void AddRecentFile(const std::string& fname);
   void RemoveRecentFile(int Index);
   void LoadRecentFiles();
+  void SaveRecentFiles();
   void UpdateRecentFileMenu();
 
   // ---- online and offline (frmMainOnline.cpp)
@@ -228,6 +229,7 @@ class frmMain final : public SessionState {
   void mnuModuleMonitoring_Click() { ChooseModule(Module::monitoring); }
   void mnuModuleEditor_Click() { ChooseModule(Module::editor); }
   void ChooseModule(Module module);
+  void ShowModule();
   bool UnloadModuleTools(Module eNotThisModule, bool& Cancel);
   // Unloads every form on show; false when one of them stayed.
   static bool UnloadAllForms();

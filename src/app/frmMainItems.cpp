@@ -161,8 +161,9 @@ void frmMain::UploadItems(const ItemTransfer& item) {
   const std::string name = arTransferItemNames.at(item.name);
   Trapped("Upload " + name + " failed!\r", [&] {
     if (!GoOnlineForTransfer("Upload failed!")) return false;
-    if (!AskYesNo("Existing " + name +
-                  " will be overwritten with hardware data!\rDo you wish to continue?")) {
+    if (!AskExclamationYesNo(
+            "Existing " + name +
+            " will be overwritten with hardware data!\rDo you wish to continue?")) {
       return false;
     }
     BeginProcedure("Upload " + name, StepsOf(item));

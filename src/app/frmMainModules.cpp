@@ -85,11 +85,16 @@ void frmMain::mnuHelpAbout_Click() {
 // ---- modules
 
 void frmMain::ChooseModule(Module module) {
+  // The choice itself has pressed the tool already: show the module that is in force.
+  ShowModule();
   bool Cancel = false;
   const bool RetVal = UnloadModuleTools(module, Cancel);
   if (!RetVal) ShowExclamation("Error unloading existing tool windows!");
   if (RetVal && !Cancel) eSelectedModule = module;
-  // The choice itself has pressed the tool already: show the module that is in force.
+  ShowModule();
+}
+
+void frmMain::ShowModule() {
   for (std::size_t i = 0; i < kModules.size(); ++i) {
     window_->SetCommandChecked(kModules[i].command, static_cast<Module>(i) == eSelectedModule);
   }

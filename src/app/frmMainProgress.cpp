@@ -4,6 +4,7 @@
 
 #include "app/frmMain.h"
 #include "platform/MessageBoxes.h"
+#include "project/UploadFlow.h"
 
 namespace velmoor {
 namespace {
@@ -78,24 +79,17 @@ void frmMain::ShowProgress(Tool tool, bool downloading, std::int16_t iCurrentRow
 
 void frmMain::clsProject_MechanicalSystemCheckSumFailed() {
   UpdateStatusText("Mechanical System Parameters Upload CheckSum Failed");
-  ShowInformation(
-      "The mechanical system data used to calculate the electronic gear ratio was not available "
-      "and could not be uploaded.\rPlease check the data in the mechanical system window.");
+  ShowInformation(kCheckSumFailedWords);
 }
 
 void frmMain::clsProject_MechanicalSystemNoCheckSum() {
   UpdateStatusText("Mechanical System Parameters Upload Failed");
-  ShowInformation(
-      "There is no mechanical system data stored in the controller!\r"
-      "Previous mechanical system project values have been restored.");
+  ShowInformation(kNoCheckSumWords);
 }
 
 void frmMain::clsProject_MechanicalSystemZeroSystem() {
   UpdateStatusText("Mechanical System Parameters Upload Failed");
-  ShowInformation(
-      "One or more mechanical system data (N1, N2, or measure value) stored in the controller is "
-      "zero!\rImproper mechanical system data!\r"
-      "Previous mechanical system project values have been restored.");
+  ShowInformation(kZeroSystemWords);
 }
 
 void frmMain::clsProject_RigidityChanged() {

@@ -249,6 +249,7 @@ void frmMain::AddRecentFile(const std::string& fname) {
     RecentFile.Add(fname);
     return true;
   });
+  SaveRecentFiles();
   UpdateRecentFileMenu();
 }
 
@@ -257,7 +258,15 @@ void frmMain::RemoveRecentFile(int Index) {
     RecentFile.Remove(static_cast<std::size_t>(Index));
     return true;
   });
+  SaveRecentFiles();
   UpdateRecentFileMenu();
+}
+
+void frmMain::SaveRecentFiles() {
+  Trapped("Main::SaveRecentFiles ", [this] {
+    RecentFile.Save();
+    return true;
+  });
 }
 
 void frmMain::UpdateRecentFileMenu() {

@@ -21,9 +21,10 @@ struct frmMain::ResetStep {
 namespace {
 
 bool AskToReset(const std::string& what, const std::string& entries) {
-  return AskYesNo("Caution!  " + what + " will be reset to factory defaults.\r" + entries +
-                  " in the device should be uploaded and saved to a file first.\r"
-                  "Do you want to revert to factory default now?");
+  return AskExclamationYesNo("Caution!  " + what + " will be reset to factory defaults.\r" +
+                             entries +
+                             " in the device should be uploaded and saved to a file first.\r"
+                             "Do you want to revert to factory default now?");
 }
 
 }  // namespace
@@ -126,7 +127,7 @@ bool frmMain::TurnServoOffForReset(const std::string& what) {
 
 // Asked after a failed or stopped reset too: the servo was turned off for it.
 void frmMain::AskToTurnServoOn() {
-  if (!AskYesNo("Do you wish to turn servo back on?")) return;
+  if (!AskExclamationYesNo("Do you wish to turn servo back on?")) return;
   const ResultCode lngResult = clsHelix7->EnableServo();
   if (lngResult == kSuccess) return;
   lineSuspect_ = true;

@@ -65,10 +65,11 @@ void frmMain::mnuToolsUploadAll_Click() {
 
 void frmMain::UploadAll() {
   if (!GoOnlineForTransfer("Upload failed!")) return;
-  if (!AskYesNo("All existing table data and parameter data will be overwritten with hardware "
-                "data\rconverted to units associated to the mechanical system definition!\r"
-                "Electronic gear ratio parameters may not match definition!\r"
-                "Do you wish to continue?")) {
+  if (!AskExclamationYesNo(
+          "All existing table data and parameter data will be overwritten with hardware "
+          "data\rconverted to units associated to the mechanical system definition!\r"
+          "Electronic gear ratio parameters may not match definition!\r"
+          "Do you wish to continue?")) {
     return;
   }
   BeginProcedure("Upload All Data", clsProject->Editor().RowsInArray() +

@@ -128,12 +128,16 @@ TEST(CompareWindow, ShowsToolRowItemAndBothValues) {
 TEST_F(Items, NoClickStartsASecondTransferOrTouchesTheProjectUnderOne) {
   data.boxes.Expect("All parameter and table data will be downloaded", BoxAnswer::ok);
   const auto* const before = &Project();
+  Main().Choose("mnuToolsIndexerPosition");
+  Project().Position().SetText(1, clsHX7Position::label, "mine");
+  const MotionTable::Rows rows = Project().Position().Cells();
   data.forms.OnShow("frmDialogStop", [this](headless::HeadlessForm&) {
     EXPECT_TRUE(data.forms.InputBlocked()) << "the real window lets no click through";
     for (const char* const command :
          {"mnuToolsDownloadAll", "mnuToolsDownloadNew", "mnuToolsUploadAll", "mnuToolsCompare",
           "mnuToolsUploadTableJog", "mnuToolsResetTableJog", "mnuToolsOffline", "mnuFileSave",
-          "mnuFileOpen", "mnuFileNew", "mnuModuleTuning", "mnuToolsEditor"}) {
+          "mnuFileOpen", "mnuFileNew", "mnuModuleTuning", "mnuToolsEditor", "mnuEditCut",
+          "mnuEditPaste", "mnuEditUndo"}) {
       Main().CommandChosen.Raise(command);
     }
     Main().RecentChosen.Raise(0);
@@ -144,6 +148,7 @@ TEST_F(Items, NoClickStartsASecondTransferOrTouchesTheProjectUnderOne) {
   EXPECT_EQ(data.boxes.shown.back().text, "Download All complete!");
   EXPECT_EQ(Amplifier().Asked("POST="), 128);
   EXPECT_EQ(&Project(), before);
+  EXPECT_EQ(Project().Position().Cells(), rows);
   EXPECT_EQ(Form().SelectedModule(), Module::indexer);
 }
 

@@ -150,6 +150,7 @@ TEST(RecentFilesTest, TheSixthDropsTheOldestAndAListedOneMovesToTheFront) {
                                                        "&3 /projects/e.spj", "&4 /projects/c.spj",
                                                        "&5 /projects/b.spj"}));
   list.Remove(1);
+  list.Save();
   RecentFiles again;
   again.Load();
   EXPECT_EQ(again.Captions(),
@@ -167,6 +168,7 @@ TEST(RecentFilesTest, OnlyProjectPathsOfEightCharactersAreTaken) {
   list.Load();
   EXPECT_EQ(list.Captions(), (std::vector<std::string>{"", "", "&3 /w/A.SPJ", "", ""}));
   list.Add("/projects/b.spj");
+  list.Save();
   EXPECT_EQ(test.settings.values["RecentFile2"], "n/a");
 }
 

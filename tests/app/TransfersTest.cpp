@@ -178,6 +178,130 @@ TEST_F(Transfers, AnUnreachableAmplifierStartsNoTransfer) {
             "process settings are not set correctly.");
 }
 
+// ---- the stages
+
+class Stages : public Transfers {
+ protected:
+  void SetUp() override {
+    Transfers::SetUp();
+    data.boxes.Expect(kDownloadAll, BoxAnswer::ok);
+    Main().Choose("mnuToolsDownloadAll");
+    PauseInSec(1);
+    data.boxes.shown.clear();
+  }
+  void Break(const char* match) {
+    line.faults.Clear();
+    line.faults.Add({.kind = FaultKind::deviceError, .match = match});
+  }
+  // The transfer is over, and its failure was a refusal of an amplifier that still answers.
+  void ExpectCalm() {
+    EXPECT_FALSE(data.forms.IsOpen("frmDialogStop"));
+    EXPECT_EQ(Form().Procedure(), nullptr);
+    EXPECT_FALSE(Form().StopProcedure());
+    EXPECT_TRUE(Form().IsOnline());
+  }
+};
+
+TEST_F(Stages, AnUploadThatFailsOrIsStoppedEndsInTheWordsOfItsStageUncommitted) {
+  struct Case {
+    Tool tool;
+    const char* match;
+    const char* failed;
+    const char* stopped;
+  };
+  const Case cases[] = {
+      {Tool::editor, "PRM100",
+       "Could not upload Hardware Parameters from controller!\r"
+       "Only Mechanical System Parameters were uploaded!",
+       "Upload Hardware Parameters terminated!"},
+      {Tool::jog, "JSPDT3",
+       "Could not upload Jog Table from controller!\rOnly Parameters were uploaded!",
+       "Upload Jog Table terminated!"},
+      {Tool::zone, "ZONEPT9",
+       "Could not upload Zone Table from controller!\r"
+       "Only Parameters plus Jog Table were uploaded!",
+       "Upload Zone Table terminated!"},
+      {Tool::position, "LOOPT20",
+       "Could not upload Index Table from controller!\r"
+       "Only Parameters plus Jog and Zone Tables were uploaded!",
+       "Upload Index Table terminated!"},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.match);
+    Break(c.match);
+    data.boxes.Expect(kUploadWarning, BoxAnswer::yes);
+    Main().Choose("mnuToolsUploadAll");
+    EXPECT_EQ(Boxes(), (Texts{kUploadWarning, c.failed}));
+    ExpectCalm();
+    line.faults.Clear();
+    const Connection stops =
+        Project().ToolUploading.Connect([&](Tool tool, std::int16_t row, std::int16_t) {
+          if (tool == c.tool && row == 2) Form().SetStopProcedure(true);
+        });
+    data.boxes.Expect(kUploadWarning, BoxAnswer::yes);
+    Main().Choose("mnuToolsUploadAll");
+    EXPECT_EQ(Boxes(), (Texts{kUploadWarning, c.stopped}));
+    ExpectCalm();
+    EXPECT_FALSE(Project().NeedsSaving());
+  }
+}
+
+TEST_F(Stages, AMachineThatCannotBeReadIsAskedAbout) {
+  const char* const question =
+      "Could not upload Mechanical System Parameters from controller!\r"
+      "Do you wish to continue with upload?";
+  Break("PRM82D");
+  data.boxes.Expect(kUploadWarning, BoxAnswer::yes);
+  data.boxes.Expect(question, BoxAnswer::no);
+  Main().Choose("mnuToolsUploadAll");
+  EXPECT_EQ(Boxes(), (Texts{kUploadWarning, question}));
+  ExpectCalm();
+  Break("PRM82D");
+  data.boxes.Expect(kUploadWarning, BoxAnswer::yes);
+  data.boxes.Expect(question, BoxAnswer::yes);
+  data.boxes.Expect(kCommit, BoxAnswer::no);
+  Main().Choose("mnuToolsUploadAll");
+  EXPECT_EQ(Boxes(), (Texts{kUploadWarning, question, kCommit}));
+  ExpectCalm();
+}
+
+TEST_F(Stages, ADownloadThatFailsOrIsStoppedIsOfferedAgain) {
+  struct Case {
+    const char* match;
+    Tool tool;
+    const char* pending;  // after the stop, which is a stage's own
+  };
+  const Case cases[] = {
+      {"POST", Tool::position, "To download: 5 items"},
+      {"PGMSTORE", Tool::position, "To download: 5 items"},
+      {"JSPDT", Tool::jog, "To download: 4 items"},
+      {"JSPDSTORE", Tool::jog, "To download: 4 items"},
+      {"ZONENT", Tool::zone, "To download: 3 items"},
+      {"ZONESTORE", Tool::zone, "To download: 3 items"},
+      {"PRM100=", Tool::editor, "To download: Mechanical System, All parameters"},
+      {"PRM829=", Tool::mechanicalSystem, "To download: Mechanical System, All parameters"},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.match);
+    Break(c.match);
+    data.boxes.Expect(kDownloadAll, BoxAnswer::ok);
+    Main().Choose("mnuToolsDownloadAll");
+    EXPECT_EQ(Boxes(), (Texts{kDownloadAll, "Error downloading data to controller!"}));
+    ExpectCalm();
+    EXPECT_EQ(Main().Panel(StatusPanel::pending), c.pending);
+    line.faults.Clear();
+    const Connection stops =
+        Project().ToolDownloading.Connect([&](Tool tool, std::int16_t row, std::int16_t) {
+          if (tool == c.tool && row == 2) Form().SetStopProcedure(true);
+        });
+    data.boxes.Expect(kDownloadAll, BoxAnswer::ok);
+    Main().Choose("mnuToolsDownloadAll");
+    EXPECT_EQ(Boxes(), (Texts{kDownloadAll, "Download All terminated!"}));
+    ExpectCalm();
+    EXPECT_EQ(Main().Panel(StatusPanel::pending), c.pending);
+  }
+}
+
 // ---- modules
 
 TEST_F(Transfers, ChoosingTheCurrentModuleLeavesItsWindowsAlone) {
