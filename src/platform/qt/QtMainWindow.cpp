@@ -69,6 +69,8 @@ void QtMainWindow::SetUpStatusBar() {
   bar.addWidget(lamp_);
   auto* const status = new QLabel(&bar);
   status->setObjectName(QStringLiteral("frmMainStatus"));
+  // A long text gives way, not the panels.
+  status->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
   bar.addWidget(status, 1);
   panels_[StatusPanel::status] = status;
   for (const PanelLook& look : kPanels) {
