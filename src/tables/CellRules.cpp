@@ -199,6 +199,10 @@ CellCheck CheckIndexCell(const Project& project, const clsHX7Position& table, in
   }
 }
 
+std::string FaultAlone(const std::string& words) {
+  return words.substr(0, words.find(kRestored));
+}
+
 std::optional<std::string> FindProgrammeFault(const clsHX7Position& table) {
   for (int step = 1; step <= table.RowsInArray(); ++step) {
     if (!table.IsBlank(step) && !table.IsDataSetComplete(step)) {

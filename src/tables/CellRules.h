@@ -41,6 +41,9 @@ inline constexpr std::int32_t kMostEventTime = 99999;  // ms
 [[nodiscard]] CellCheck CheckIndexCell(const Project& project, const clsHX7Position& table,
                                        int step, int column, const std::string& text);
 
+// The fault alone, without the line on the old value: for a list of faults of cells nobody edited.
+[[nodiscard]] std::string FaultAlone(const std::string& words);
+
 // What keeps the whole programme from being committed: the first step that is filled in part, then
 // the first next label that no step bears. Nothing when it may be committed.
 [[nodiscard]] std::optional<std::string> FindProgrammeFault(const clsHX7Position& table);

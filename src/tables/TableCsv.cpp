@@ -157,7 +157,8 @@ class Import {
         if (result.accepted) {
           table_.SetText(row, column, result.text);
         } else {
-          AddFault(Place(row) + ", column " + std::string(shape_.cells[i]) + ": " + result.words);
+          AddFault(Place(row) + ", column " + std::string(shape_.cells[i]) + ": " +
+                   FaultAlone(result.words));
         }
       }
     }

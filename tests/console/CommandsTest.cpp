@@ -85,9 +85,8 @@ TEST_F(Velmoorctl, ABadImportNamesEachCellAndChangesNothing) {
       "a.csv", std::string(kHead) + "go,I+1,fast,-,1,:::::,IT0,1,END\nx,-,1,-,1,:::::,IT0,0,END\n");
   EXPECT_EQ(Run({"import", project, "index", csv}), 1);
   EXPECT_EQ(err.str(),
-            "Row 1, column speed: Speed value must be numeric! Previous value has been restored!\n"
-            "Row 2, column loop: Loop value must be a positive integer! Previous value has been "
-            "restored!\n");
+            "Row 1, column speed: Speed value must be numeric!\n"
+            "Row 2, column loop: Loop value must be a positive integer!\n");
   EXPECT_EQ(world.files.ReadAll(project), bytes);
   EXPECT_EQ(Run({"import", project, "index", world.folder.At("none.csv")}), 1);
   EXPECT_NE(err.str().find("none.csv"), std::string::npos);

@@ -174,9 +174,8 @@ TEST(IndexCsv, OneBadCellChangesNothingAndIsNamed) {
   const std::string head = "step,label,position,speed,rdst,rspd,pout,event,loop,next\n";
   const std::pair<std::string, std::vector<std::string>> cases[] = {
       {head + "1,a,A+0,fast,-,1,:::::,IT0,0,END\n",
-       {"Row 1, column speed: Speed value must be numeric! Previous value has been restored!",
-        "Row 1, column loop: Loop value must be a positive integer! Previous value has been "
-        "restored!"}},
+       {"Row 1, column speed: Speed value must be numeric!",
+        "Row 1, column loop: Loop value must be a positive integer!"}},
       {head + "1,a,A+0,5,-,1,:::::,IT0,1,b\n",
        {"Next block 'b' for definition 'Step 1' is undefined! Please edit definition."}},
       {head + "1,a,A+0,5,-,1,:::::,IT0,1,a\n",
@@ -185,8 +184,7 @@ TEST(IndexCsv, OneBadCellChangesNothingAndIsNamed) {
        {"Definition in step 1 is incomplete! Please edit definition."}},
       {head + "129,a,A+0,5,-,1,:::::,IT0,1,END\n2,b,A+0,5,-,1,ABCDE,IT0,1,END\n",
        {"Line 2, column step: '129' is no row of the table",
-        "Row 2, column pout: Outputs must be five of the characters A, N, : and Z! Previous value "
-        "has been restored!"}},
+        "Row 2, column pout: Outputs must be five of the characters A, N, : and Z!"}},
       {head + "1,a,-,5,-,1,:::::,IT0,1,END\n1,b,-,5,-,1,:::::,IT0,1,END\n",
        {"Row 1, column step: the row is named twice"}},
       {"step,label\n1,a\n",
@@ -211,9 +209,8 @@ TEST(ZoneAndJogCsv, LimitsAndSpeeds) {
   ASSERT_TRUE(ImportCsv(project, zone, "zone,lower,upper\n31,-5,10.5\n").empty());
   EXPECT_EQ(zone.Text(32, clsHX7Zone::lower), "-5.000");
   EXPECT_EQ(ImportCsv(project, zone, "zone,lower,upper\n0,1,\n1,x,2\n"),
-            (std::vector<std::string>{
-                "Row 0, column upper: a zone needs both limits, or none",
-                "Row 1, column lower: Value must be numeric! Previous value has been restored!"}));
+            (std::vector<std::string>{"Row 0, column upper: a zone needs both limits, or none",
+                                      "Row 1, column lower: Value must be numeric!"}));
   EXPECT_TRUE(zone.IsBlank(1));
   clsHX7Jog jog;
   ASSERT_TRUE(ImportCsv(project, jog, "speed\n10\n20.1234\n").empty());
@@ -221,7 +218,7 @@ TEST(ZoneAndJogCsv, LimitsAndSpeeds) {
   EXPECT_EQ(
       ImportCsv(project, jog, "jog,speed\n0,-1\n").front(),
       "Row 0, column speed: -1 is out of range! Value must be within the range from 0.000 and "
-      "1666666.650! Previous value has been restored!");
+      "1666666.650!");
   EXPECT_EQ(ExportCsv(jog).substr(0, 38), "jog,speed,dirty\n0,10.000,1\n1,20.123,1\n");
 }
 
