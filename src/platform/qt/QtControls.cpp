@@ -1,6 +1,7 @@
 #include "platform/qt/QtControls.h"
 
 #include <QAbstractButton>
+#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QFocusEvent>
@@ -123,6 +124,7 @@ void QtComboBox::SetItems(const std::vector<std::string>& items) {
 
 std::vector<std::string> QtComboBox::Items() const {
   std::vector<std::string> items;
+  items.reserve(static_cast<std::size_t>(combo_.count()));
   for (int i = 0; i < combo_.count(); ++i) items.push_back(FromQt(combo_.itemText(i)));
   return items;
 }
