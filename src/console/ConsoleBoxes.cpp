@@ -10,7 +10,7 @@ BoxAnswer ConsoleBoxes::Show(BoxKind kind, BoxButtons buttons, const std::string
   std::string lines = text;
   std::replace(lines.begin(), lines.end(), '\r', '\n');
   if (!title.empty()) lines = title + ": " + lines;
-  if (kind == BoxKind::critical || kind == BoxKind::exclamation) ++failures_;
+  if (TellsOfFailure(kind, buttons)) ++failures_;
   out_ << lines << '\n';
   switch (buttons) {
     case BoxButtons::ok:

@@ -23,6 +23,11 @@ class MessageBoxes {
 // A box's text on one line, for logs and lists: its line breaks become blanks.
 [[nodiscard]] std::string OneLine(std::string text);
 
+// A box tells of a failure: a question under the sign of a warning does not.
+[[nodiscard]] constexpr bool TellsOfFailure(BoxKind kind, BoxButtons buttons) {
+  return buttons == BoxButtons::ok && (kind == BoxKind::critical || kind == BoxKind::exclamation);
+}
+
 // The boxes of the running program, in the four kinds that the logic uses.
 void ShowCritical(const std::string& text);
 void ShowExclamation(const std::string& text);

@@ -96,9 +96,7 @@ class UnattendedSession {
     work();
     for (std::size_t i = boxesBefore_; i < headless_.boxes.shown.size(); ++i) {
       const headless::ShownBox& box = headless_.boxes.shown[i];
-      if (box.kind == BoxKind::critical || box.kind == BoxKind::exclamation) {
-        throw StepFailed(box.text);
-      }
+      if (TellsOfFailure(box.kind, box.buttons)) throw StepFailed(box.text);
     }
     std::cout << "done\n";
   }
