@@ -1,5 +1,7 @@
 // Single items, groups, and the comparison.
 
+#include <algorithm>
+
 #include "AppSession.h"
 #include "app/frmCompare.h"
 #include "project/ProjectCompare.h"
@@ -56,6 +58,20 @@ TEST_F(Items, GroupsGoOutInOrderAndParametersRestart) {
   EXPECT_EQ(data.boxes.shown.back().text, "Download All Parameters complete!");
   EXPECT_EQ(Amplifier().Asked("PRM="), 161) << "one of them is the search's";
   EXPECT_EQ(Amplifier().Asked("RES"), 1);
+}
+
+TEST_F(Items, AnotherBaudRateInTheInterfaceAloneIsFollowed) {
+  const int row = Project().Interface().Rows().FindRow("Pn801");
+  ASSERT_GT(row, 0);
+  Project().Interface().EditValue(row, "38400");
+  ASSERT_TRUE(Project().Interface().AcceptEdits());
+  data.boxes.Expect("Interface Parameters of the project will be downloaded", BoxAnswer::ok);
+  Main().Choose("mnuToolsDownloadParameterInterface");
+  EXPECT_EQ(Amplifier().BaudRate(), 38400);
+  EXPECT_EQ(Form().BaudRate(), 38400);
+  EXPECT_TRUE(Form().IsOnline());
+  const Texts told = Boxes();
+  EXPECT_EQ(std::ranges::count(told, "Communications baud rate has been modified."), 1);
 }
 
 TEST_F(Items, AnUploadOfOneTableIsCommittedOrPutBack) {
