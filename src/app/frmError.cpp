@@ -46,7 +46,8 @@ std::string frmError::Words(const UnhandledError& error, const std::string& strP
          "\rVersion: " + kProgramVersion;
 }
 
-frmError::frmError(const UnhandledError& error, std::string strProject, std::string strReport)
+frmError::frmError(const UnhandledError& error, const std::string& strProject,
+                   std::string strReport)
     : strWords_(Words(error, strProject)), strReport_(std::move(strReport)) {}
 
 ErrorChoice frmError::Show() {
@@ -75,7 +76,7 @@ std::string WriteErrorReport(const UnhandledError& error, const std::string& str
   std::string text = frmError::Words(error, strProject) + "\r\rCalls, innermost first:\r";
   for (const std::string& call : error.trace) text += "  " + call + "\r";
   for (char& c : text) c = c == '\r' ? '\n' : c;
-  const std::string path = JoinPath(folder, "Error " + Moment() + ".txt");
+  std::string path = JoinPath(folder, "Error " + Moment() + ".txt");
   world().files->WriteDurably(path, text);
   return path;
 }

@@ -11,7 +11,7 @@ namespace velmoor {
 class frmError {
  public:
   // `strProject` may be empty. `strReport` is the report's file, or why there is none.
-  frmError(const UnhandledError& error, std::string strProject, std::string strReport);
+  frmError(const UnhandledError& error, const std::string& strProject, std::string strReport);
   // Returns when the window has closed; by its frame it goes on.
   [[nodiscard]] ErrorChoice Show();
 

@@ -21,8 +21,9 @@ thread_local Trace gLastThrow;
 
 }  // namespace
 
-// The sanitizers have a hook of their own in this place.
-#if !defined(__SANITIZE_ADDRESS__)
+// The sanitizers have a hook of their own in this place, and another compiler declares it
+// otherwise.
+#if !defined(__SANITIZE_ADDRESS__) && !defined(__clang__)
 extern "C" [[noreturn]] void __cxa_throw(void* thrown, void* type, void (*destroy)(void*)) {
   using Throw = void (*)(void*, void*, void (*)(void*));
   static const auto real = reinterpret_cast<Throw>(dlsym(RTLD_NEXT, "__cxa_throw"));
