@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "simulator/axis/SimulatedAxis.h"
+#include "simulator/memory/TableForms.h"
 
 namespace velmoor {
 namespace {
@@ -58,9 +59,8 @@ void SimulatedAxis::FollowJogLines(const AxisInputs& before) {
     if (jogs_) Skip();
     return;
   }
-  const std::string& speed = memory_.jog.working[inputs_.jogRow];
-  const auto counts = speed.empty() ? 0 : static_cast<std::int32_t>(std::stol(speed));
-  Jog(inputs_.jogForward ? 1 : -1, counts);
+  const std::int64_t speed = TableNumber(memory_.jog.working[inputs_.jogRow]);
+  Jog(inputs_.jogForward ? 1 : -1, static_cast<std::int32_t>(speed));
 }
 
 // ---- programme and zero point

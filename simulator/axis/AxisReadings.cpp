@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "simulator/axis/SimulatedAxis.h"
+#include "simulator/memory/TableForms.h"
 
 namespace velmoor {
 namespace {
@@ -16,11 +17,11 @@ std::int32_t Whole(double value) {
 
 // The first zone that holds the position; 0 outside of all.
 std::uint32_t ZoneAt(const ZoneTable& zones, double position) {
-  const auto number = [](const std::string& text) { return std::stod(text); };
   for (std::size_t i = 0; i < zones.size(); ++i) {
     const auto& [lower, upper] = zones[i];
     if (lower.empty() || upper.empty()) continue;
-    if (position >= number(lower) && position <= number(upper)) {
+    if (position >= static_cast<double>(TableNumber(lower)) &&
+        position <= static_cast<double>(TableNumber(upper))) {
       return static_cast<std::uint32_t>(i);
     }
   }

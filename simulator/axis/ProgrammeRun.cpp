@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "platform/Numbers.h"
+#include "simulator/memory/TableForms.h"
 
 namespace velmoor {
 namespace {
@@ -15,7 +15,7 @@ constexpr const char* kSpeedIsZero = "E305";
 constexpr const char* kRegistrationTooShort = "E121";
 
 double NumberIn(const std::string& text) {
-  return static_cast<double>(ParseWhole(text).value_or(0));
+  return static_cast<double>(TableNumber(text));
 }
 
 std::string EventWord(const std::string& text) {
@@ -172,13 +172,13 @@ bool ProgrammeRun::EventHasCome(const ProgrammeSurroundings& axis) const {
 std::string ProgrammeRun::EndStep(const ProgrammeSurroundings& axis) {
   const auto& row = axis.table[row_];
   phase_ = Phase::atStep;
-  if (++repetitions_ < static_cast<std::int64_t>(NumberIn(row[Field::loop]))) return {};
+  if (++repetitions_ < TableNumber(row[Field::loop])) return {};
   repetitions_ = 0;
   if (row[Field::next] == "END") {
     Reset();
     return {};
   }
-  row_ = static_cast<std::size_t>(NumberIn(row[Field::next]));
+  row_ = static_cast<std::size_t>(TableNumber(row[Field::next]));
   return {};
 }
 

@@ -4,6 +4,8 @@
 #include <array>
 #include <charconv>
 
+#include "platform/Numbers.h"
+
 namespace velmoor {
 namespace {
 
@@ -91,6 +93,10 @@ constexpr std::array<Form, 8> kIndexForms{
     Position, Speed, RegistrationDistance, Speed, Outputs, EventText, Loop, Next};
 
 }  // namespace
+
+std::int64_t TableNumber(std::string_view text) {
+  return ParseWhole(text).value_or(0);
+}
 
 std::string PaddedNumber(long long value, std::size_t digits) {
   std::string text = std::to_string(value < 0 ? -value : value);

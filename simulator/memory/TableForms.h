@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -20,5 +21,7 @@ namespace velmoor {
 
 // A whole number with `digits` places behind its sign, of which only "-" is told.
 [[nodiscard]] std::string PaddedNumber(long long value, std::size_t digits);
+// The whole number that a field tells, with or without a sign; 0 for any other text.
+[[nodiscard]] std::int64_t TableNumber(std::string_view text);
 
 }  // namespace velmoor

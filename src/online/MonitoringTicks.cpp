@@ -24,10 +24,6 @@ std::string GetState(bool bState) {
   return bState ? "starting" : "stopping";
 }
 
-std::string Numbered(const std::string& name, int number) {
-  return name + NumberText(number);
-}
-
 }  // namespace
 
 // ---- ticks

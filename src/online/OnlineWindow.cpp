@@ -1,9 +1,14 @@
 #include "online/OnlineWindow.h"
 
+#include "platform/Numbers.h"
 #include "platform/Trapped.h"
 #include "platform/World.h"
 
 namespace velmoor {
+
+std::string Numbered(const std::string& name, int number) {
+  return name + NumberText(number);
+}
 
 OnlineWindow::~OnlineWindow() {
   connections_.Clear();

@@ -10,6 +10,9 @@
 
 namespace velmoor {
 
+// The name of one control of a row of them: "lblValue_" and 3 give "lblValue_3".
+[[nodiscard]] std::string Numbered(const std::string& name, int number);
+
 class OnlineWindow {
  public:
   virtual ~OnlineWindow();

@@ -15,10 +15,6 @@ namespace {
 
 constexpr std::chrono::milliseconds kIdle{10};  // a pass that reads nothing waits so long
 
-std::string Numbered(const std::string& name, int number) {
-  return name + NumberText(number);
-}
-
 }  // namespace
 
 // The history as the grid shows it.

@@ -5,7 +5,6 @@
 #include "link/DisplayError.h"
 #include "link/clsHX7Helix7.h"
 #include "platform/MessageBoxes.h"
-#include "platform/Numbers.h"
 #include "session/Session.h"
 
 namespace velmoor {
@@ -57,7 +56,7 @@ void frmProductInfo::DisplayInfo() {
       &strOptionVer_,  &strOptionYSpec_,  &strServoModel_, &strServoVer_,  &strServoYSpec_,
       &strMotorModel_, &strEncoderModel_, &strEncoderRes_, &strEncoderVer_};
   for (std::size_t i = 0; i < values.size(); ++i) {
-    form().label("lblValues_" + NumberText(static_cast<int>(i))).SetText(*values[i]);
+    form().label(Numbered("lblValues_", static_cast<int>(i))).SetText(*values[i]);
   }
 }
 

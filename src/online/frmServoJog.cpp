@@ -60,7 +60,7 @@ void frmServoJog::FormLoad() {
   form().textBox("txtSpeed").SetText(NumberText(lngSpeed_));
   strStartValue_ = strBeforeEdit_ = form().textBox("txtSpeed").Text();
   for (int index = 0; index < 2; ++index) {
-    Button& jog = form().button("cmdJog_" + NumberText(index));
+    Button& jog = form().button(Numbered("cmdJog_", index));
     connections_ += jog.Down.Connect([this, index] { cmdJog_MouseDown(index); });
     connections_ += jog.Up.Connect([this] { cmdJog_MouseUp(); });
   }
