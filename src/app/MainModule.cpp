@@ -136,8 +136,7 @@ void MainModule::OpenFirstProject() {
 
 ErrorChoice MainModule::HandleUnhandledError(const UnhandledError& error) {
   if (handlesError_) {
-    ShowCritical("An unexpected error has occured in this application: \r\rDescription: " +
-                 error.description);
+    ShowCritical(kUnexpectedError + ("Description: " + error.description));
     return ErrorChoice::goOn;
   }
   const ScopedFlag handling(handlesError_);

@@ -39,9 +39,8 @@ Place PlaceOf(const UnhandledError& error) {
 
 std::string frmError::Words(const UnhandledError& error, const std::string& strProject) {
   const Place place = PlaceOf(error);
-  return "An unexpected error has occured in this application: \r\rError " + error.type +
-         "\rDescription: " + error.description + "\rProcedure: " + place.procedure +
-         "\rLine: unknown\rModule: " + place.module +
+  return kUnexpectedError + ("Error " + error.type) + "\rDescription: " + error.description +
+         "\rProcedure: " + place.procedure + "\rLine: unknown\rModule: " + place.module +
          "\rProject: " + (strProject.empty() ? "none" : strProject) +
          "\rVersion: " + kProgramVersion;
 }

@@ -237,8 +237,8 @@ class frmMain final : public SessionState {
   // The pattern of a blocking tool: flag, window, flag again.
   void OpenModalTool(ToolWindow tool, const std::string& prefix, const std::function<void()>& show);
   void SetToolOpened(ToolWindow tool, bool opened);
-  // The pattern of a tool that stays beside the main window: to the front, or open and flag.
-  void OpenTool(const ToolOpener& opener);
+  // Opens a tool that stays beside the main window, and flags it as open.
+  void OpenTool(ToolWindow window, const std::string& prefix, const std::function<bool()>& show);
   void mnuToolsTuning_Click();
   void mnuToolsEditor_Click();
   // ---- tools on the live hardware (frmMainOnlineTools.cpp)

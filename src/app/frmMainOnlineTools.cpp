@@ -34,9 +34,8 @@ void frmMain::mnuToolsMonitoring_Click() {
     ShowExclamation("Monitoring can take place only if Terminal Emulator is closed.");
     return;
   }
-  const bool shown = Trapped("Main.MonitoringOpen: ",
-                             [this] { return clsProject->Monitoring().Show_Monitoring(); });
-  SetToolOpened(ToolWindow::monitoring, shown);
+  OpenTool(ToolWindow::monitoring,
+           "Main.MonitoringOpen: ", [this] { return clsProject->Monitoring().Show_Monitoring(); });
 }
 
 // The warning informs and does not ask: there is no way back from it, deliberately.
@@ -53,9 +52,8 @@ void frmMain::mnuToolsTerminal_Click() {
   ShowInformation(
       "Warning!  Careless usage of Terminal Emulator may\r"
       "result in bodily harm and/or machinery damage!");
-  const bool shown =
-      Trapped("Main.TerminalOpen: ", [this] { return clsProject->Terminal().Show_Terminal(); });
-  SetToolOpened(ToolWindow::terminal, shown);
+  OpenTool(ToolWindow::terminal,
+           "Main.TerminalOpen: ", [this] { return clsProject->Terminal().Show_Terminal(); });
 }
 
 // ---- test run

@@ -11,7 +11,6 @@ namespace velmoor {
 // A tool whose window stays beside the main window.
 struct frmMain::ToolOpener {
   const char* command;
-  Tool tool;
   ToolWindow window;
   const char* prefix;  // of a trapped error
   bool (*show)(clsHX7Project& project);
@@ -34,28 +33,32 @@ void BringToolToFront(clsHX7Project& project) {
 bool frmMain::RunToolCommand(const std::string& name) {
   using P = clsHX7Project;
   static constexpr std::array<ToolOpener, 7> kOpeners{{
-      {"mnuToolsIndexerInterface", Tool::interface, ToolWindow::interface, "Main.InterfaceOpen: ",
+      {"mnuToolsIndexerInterface", ToolWindow::interface, "Main.InterfaceOpen: ",
        ShowTool<&P::Interface, &clsHX7Interface::Show_Interface>, BringToolToFront<&P::Interface>},
-      {"mnuToolsIndexerFlexibleIO", Tool::flexibleIO, ToolWindow::flexibleIO,
+      {"mnuToolsIndexerFlexibleIO", ToolWindow::flexibleIO,
        "Main.FlexibleIOOpen: ", ShowTool<&P::FlexibleIO, &clsHX7FlexibleIO::Show_FlexibleIO>,
        BringToolToFront<&P::FlexibleIO>},
-      {"mnuToolsIndexerOverTravel", Tool::overTravel, ToolWindow::overTravel,
+      {"mnuToolsIndexerOverTravel", ToolWindow::overTravel,
        "Main.OverTravelOpen: ", ShowTool<&P::OverTravel, &clsHX7OverTravel::Show_OverTravel>,
        BringToolToFront<&P::OverTravel>},
-      {"mnuToolsIndexerHoming", Tool::homing, ToolWindow::homing, "Main.HomingOpen: ",
+      {"mnuToolsIndexerHoming", ToolWindow::homing, "Main.HomingOpen: ",
        ShowTool<&P::Homing, &clsHX7Homing::Show_Homing>, BringToolToFront<&P::Homing>},
-      {"mnuToolsIndexerPosition", Tool::position, ToolWindow::position, "Main.PositionOpen: ",
+      {"mnuToolsIndexerPosition", ToolWindow::position, "Main.PositionOpen: ",
        ShowTool<&P::Position, &clsHX7Position::Show_Position>, BringToolToFront<&P::Position>},
-      {"mnuToolsIndexerJog", Tool::jog, ToolWindow::jog,
+      {"mnuToolsIndexerJog", ToolWindow::jog,
        "Main.JogOpen: ", ShowTool<&P::Jog, &clsHX7Jog::Show_Jog>, BringToolToFront<&P::Jog>},
-      {"mnuToolsIndexerZone", Tool::zone, ToolWindow::zone,
+      {"mnuToolsIndexerZone", ToolWindow::zone,
        "Main.ZoneOpen: ", ShowTool<&P::Zone, &clsHX7Zone::Show_Zone>, BringToolToFront<&P::Zone>},
   }};
   if (!clsProject) return false;
   const auto isNamed = [&name](const auto& entry) { return entry.command == name; };
   const auto* const opener = std::find_if(kOpeners.begin(), kOpeners.end(), isNamed);
   if (opener != kOpeners.end()) {
-    OpenTool(*opener);
+    if (ToolOpened(opener->window)) {
+      opener->bringToFront(*clsProject);
+    } else {
+      OpenTool(opener->window, opener->prefix, [&] { return opener->show(*clsProject); });
+    }
     return true;
   }
   return RunItemCommand(name);
@@ -67,13 +70,9 @@ void frmMain::SetToolOpened(ToolWindow tool, bool opened) {
   toolOpened_[static_cast<std::size_t>(tool)] = opened;
 }
 
-void frmMain::OpenTool(const ToolOpener& opener) {
-  if (ToolOpened(opener.window)) {
-    opener.bringToFront(*clsProject);
-    return;
-  }
-  const bool shown = Trapped(opener.prefix, [&] { return opener.show(*clsProject); });
-  SetToolOpened(opener.window, shown);
+void frmMain::OpenTool(ToolWindow window, const std::string& prefix,
+                       const std::function<bool()>& show) {
+  SetToolOpened(window, Trapped(prefix, show));
 }
 
 void frmMain::clsProject_ToolClosed(Tool tool) {

@@ -212,29 +212,30 @@ void frmMonitoring::ShowChart(bool atOnce) {
 }
 
 void frmMonitoring::cmdSaveChart_Click() {
-  Trapped("frmMonitoring.SaveChart: ", [this] {
-    const auto path = world().dialogs->SaveFile({.title = "Save Values",
-                                                 .filter = "Values (*.csv)|*.csv",
-                                                 .defaultSuffix = "csv",
-                                                 .initialDirectory = {},
-                                                 .initialName = "monitoring.csv"},
-                                                true);
-    if (path) world().files->WriteDurably(*path, chart_.Csv(units_));
-    return true;
-  });
+  SaveChartAs("Values", "csv", "frmMonitoring.SaveChart: ", [this] { return chart_.Csv(units_); });
 }
 
 void frmMonitoring::cmdSavePicture_Click() {
-  Trapped("frmMonitoring.SavePicture: ", [this] {
-    // As it is seen now, whatever is read while the dialog is open.
-    const std::string picture = form().timeChart("chtValues").Picture();
-    const auto path = world().dialogs->SaveFile({.title = "Save Picture",
-                                                 .filter = "Picture (*.png)|*.png",
-                                                 .defaultSuffix = "png",
+  // As it is seen now, whatever is read while the dialog is open.
+  std::string picture;
+  const char* const prefix = "frmMonitoring.SavePicture: ";
+  const bool drawn = Trapped(prefix, [&] {
+    picture = form().timeChart("chtValues").Picture();
+    return true;
+  });
+  if (drawn) SaveChartAs("Picture", "png", prefix, [&picture] { return picture; });
+}
+
+void frmMonitoring::SaveChartAs(const std::string& what, const std::string& suffix,
+                                const char* prefix, const std::function<std::string()>& bytes) {
+  Trapped(prefix, [&] {
+    const auto path = world().dialogs->SaveFile({.title = "Save " + what,
+                                                 .filter = what + " (*." + suffix + ")|*." + suffix,
+                                                 .defaultSuffix = suffix,
                                                  .initialDirectory = {},
-                                                 .initialName = "monitoring.png"},
+                                                 .initialName = "monitoring." + suffix},
                                                 true);
-    if (path) world().files->WriteDurably(*path, picture);
+    if (path) world().files->WriteDurably(*path, bytes());
     return true;
   });
 }

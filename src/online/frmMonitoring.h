@@ -6,6 +6,7 @@
 #pragma once
 
 #include <array>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -83,6 +84,9 @@ class frmMonitoring final : public OnlineWindow {
   void ShowChart(bool atOnce);
   void cmdSaveChart_Click();
   void cmdSavePicture_Click();
+  // Asks for a file and writes what `bytes` gives then; errors are shown behind `prefix`.
+  static void SaveChartAs(const std::string& what, const std::string& suffix, const char* prefix,
+                          const std::function<std::string()>& bytes);
 
   void cmdExit_Click();
   [[nodiscard]] double Seconds() const;  // since the window opened

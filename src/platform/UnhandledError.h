@@ -13,6 +13,9 @@ struct UnhandledError {
   std::vector<std::string> trace;  // the calls where it was thrown, innermost first; may be empty
 };
 
+inline constexpr const char* kUnexpectedError =
+    "An unexpected error has occured in this application: \r\r";
+
 // What the user wants: go on without what was under way, have the event handled once more, or end
 // the program.
 enum class ErrorChoice { goOn, retry, end };

@@ -37,8 +37,7 @@ class Application final : public QApplication {
         .type = typeid(error).name(), .description = error.what(), .trace = {}};
     if (world().lastThrowTrace) unhandled.trace = world().lastThrowTrace();
     if (world().onUnhandledError) return world().onUnhandledError(unhandled);
-    ShowCritical("An unexpected error has occured in this application: \r\rDescription: " +
-                 unhandled.description);
+    ShowCritical(kUnexpectedError + ("Description: " + unhandled.description));
     return ErrorChoice::goOn;
   }
 };
