@@ -10,6 +10,7 @@
 #include <iostream>
 
 #include "BenchAdapters.h"
+#include "BenchMain.h"
 #include "CountingPort.h"
 #include "SimulatorChild.h"
 #include "platform/Numbers.h"
@@ -145,16 +146,5 @@ void Run(const std::string& simulator, const fs::path& folder) {
 }  // namespace velmoor
 
 int main(int argc, char** argv) {
-  namespace fs = std::filesystem;
-  const fs::path folder = fs::temp_directory_path() / "velmoor-bench-online";
-  try {
-    const std::string own = fs::read_symlink("/proc/self/exe").parent_path();
-    fs::create_directories(folder);
-    velmoor::Run(argc > 1 ? argv[1] : own + "/velmoor-simulator", folder);
-    fs::remove_all(folder);
-    return 0;
-  } catch (const std::exception& error) {
-    std::cerr << "bench_online: " << error.what() << "\n";
-    return 1;
-  }
+  return velmoor::bench::RunWithSimulator("bench_online", argc, argv, velmoor::Run);
 }

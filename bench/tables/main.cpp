@@ -13,17 +13,17 @@
 #include <stdexcept>
 #include <string>
 
-#include "BenchAdapters.h"
+#include "BenchMain.h"
 #include "CountingPort.h"
 #include "SimulatorChild.h"
 #include "Timing.h"
+#include "WindowBench.h"
 #include "console/ConsoleSession.h"
 #include "platform/MainWindow.h"
 #include "platform/Numbers.h"
 #include "platform/World.h"
 #include "platform/posix/PosixSerialPort.h"
 #include "platform/qt/QtForm.h"
-#include "platform/qt/QtProgram.h"
 #include "tables/CellRules.h"
 #include "tables/MotionPlot.h"
 #include "tables/TableCsv.h"
@@ -132,18 +132,7 @@ int Run(const std::string& folder, const std::string& simulator) {
 
 int main(int argc, char** argv) {
   using namespace velmoor;
-  if (qEnvironmentVariableIsEmpty("DISPLAY")) qputenv("QT_QPA_PLATFORM", "offscreen");
-  const std::string folder =
-      argc > 1 ? argv[1] : (fs::temp_directory_path() / "velmoor-bench-tables").string();
-  fs::create_directories(folder);
-  qt::QtProgram program(argc, argv, nullptr);
-  bench::BenchAdapters all;
-  World adapters;
-  program.FillWorld(adapters);
-  all.Fill(adapters, folder);
-  SetWorld(&adapters);
-  const int status =
-      Run(folder, fs::read_symlink("/proc/self/exe").parent_path() / "velmoor-simulator");
-  SetWorld(nullptr);
-  return status;
+  return bench::RunWithWindows("bench-tables", argc, argv, [](const std::string& folder) {
+    return Run(folder, bench::ProgramBeside("velmoor-simulator"));
+  });
 }

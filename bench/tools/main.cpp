@@ -11,12 +11,11 @@
 #include <iostream>
 #include <string>
 
-#include "BenchAdapters.h"
 #include "Timing.h"
+#include "WindowBench.h"
 #include "console/ConsoleSession.h"
 #include "platform/MainWindow.h"
 #include "platform/World.h"
-#include "platform/qt/QtProgram.h"
 #include "simulator/InProcessPort.h"
 #include "tools/ComboListText.h"
 #include "tools/ParameterRules.h"
@@ -133,18 +132,5 @@ int Run(const std::string& folder) {
 }  // namespace velmoor
 
 int main(int argc, char** argv) {
-  using namespace velmoor;
-  if (qEnvironmentVariableIsEmpty("DISPLAY")) qputenv("QT_QPA_PLATFORM", "offscreen");
-  const std::string folder =
-      argc > 1 ? argv[1] : (fs::temp_directory_path() / "velmoor-bench-tools").string();
-  fs::create_directories(folder);
-  qt::QtProgram program(argc, argv, nullptr);
-  bench::BenchAdapters all;
-  World adapters;
-  program.FillWorld(adapters);
-  all.Fill(adapters, folder);
-  SetWorld(&adapters);
-  const int status = Run(folder);
-  SetWorld(nullptr);
-  return status;
+  return velmoor::bench::RunWithWindows("bench-tools", argc, argv, velmoor::Run);
 }

@@ -10,7 +10,7 @@
 
 namespace velmoor {
 
-class frmCompare final : public GridSource {
+class frmCompare final : public ReadOnlyGridSource {
  public:
   explicit frmCompare(const std::vector<PartComparison>& parts);
   // Returns when the window has closed.
@@ -19,8 +19,6 @@ class frmCompare final : public GridSource {
   [[nodiscard]] int Rows() const override { return static_cast<int>(rows_.size()) + 1; }
   [[nodiscard]] int Columns() const override;
   [[nodiscard]] std::string Text(int row, int column) const override;
-  void SetText(int /*row*/, int /*column*/, const std::string& /*text*/) override {}
-  [[nodiscard]] CellTraits Traits(int /*row*/, int /*column*/) const override { return {}; }
 
  private:
   std::vector<ProjectDifference> rows_;

@@ -9,7 +9,7 @@
 
 namespace velmoor {
 
-class RescalePreview final : private GridSource {
+class RescalePreview final : private ReadOnlyGridSource {
  public:
   explicit RescalePreview(const std::vector<RescaledValue>& values) : values_(values) {}
   // Shows the list; true when the user goes on.
@@ -19,8 +19,6 @@ class RescalePreview final : private GridSource {
   [[nodiscard]] int Rows() const override { return static_cast<int>(values_.size()) + 1; }
   [[nodiscard]] int Columns() const override { return 6; }
   [[nodiscard]] std::string Text(int row, int column) const override;
-  void SetText(int /*row*/, int /*column*/, const std::string& /*text*/) override {}
-  [[nodiscard]] CellTraits Traits(int /*row*/, int /*column*/) const override { return {}; }
 
   const std::vector<RescaledValue>& values_;
 };

@@ -18,7 +18,7 @@ constexpr std::chrono::milliseconds kIdle{10};  // a pass that reads nothing wai
 }  // namespace
 
 // The history as the grid shows it.
-class frmMonitoring::HistoryGrid final : public GridSource {
+class frmMonitoring::HistoryGrid final : public ReadOnlyGridSource {
  public:
   explicit HistoryGrid(const std::vector<AlarmReading>& rows) : rows_(rows) {}
   [[nodiscard]] int Rows() const override { return static_cast<int>(rows_.size()) + 1; }
@@ -29,8 +29,6 @@ class frmMonitoring::HistoryGrid final : public GridSource {
     const AlarmReading& entry = rows_.at(static_cast<std::size_t>(row) - 1);
     return column == 0 ? entry.name : column == 1 ? entry.code : entry.display;
   }
-  void SetText(int /*row*/, int /*column*/, const std::string& /*text*/) override {}
-  [[nodiscard]] CellTraits Traits(int /*row*/, int /*column*/) const override { return {}; }
 
  private:
   const std::vector<AlarmReading>& rows_;

@@ -52,6 +52,13 @@ class GridSource {
   [[nodiscard]] virtual CellTraits Traits(int row, int column) const = 0;
 };
 
+// A source whose cells nobody edits.
+class ReadOnlyGridSource : public GridSource {
+ public:
+  void SetText(int /*row*/, int /*column*/, const std::string& /*text*/) final {}
+  [[nodiscard]] CellTraits Traits(int /*row*/, int /*column*/) const override { return {}; }
+};
+
 // One edit of a cell on its way into the source.
 struct GridEdit {
   int row = 0;

@@ -8,7 +8,7 @@
 namespace velmoor {
 
 // The path as rows: order, step, move, and how the step goes on.
-class ProgrammeView::PathGrid final : public GridSource {
+class ProgrammeView::PathGrid final : public ReadOnlyGridSource {
  public:
   PathGrid(const clsHX7Position& table, const ProgrammePath& path) : table_(table), path_(path) {}
 
@@ -22,8 +22,6 @@ class ProgrammeView::PathGrid final : public GridSource {
     if (column == 1) return table_.Text(step, clsHX7Position::label);
     return column == 2 ? MoveOf(step) : ThenOf(step);
   }
-  void SetText(int, int, const std::string&) override {}
-  [[nodiscard]] CellTraits Traits(int, int) const override { return {}; }
 
   [[nodiscard]] int StepAt(int row) const {
     return path_.steps.at(static_cast<std::size_t>(row) - 1);
