@@ -1,25 +1,21 @@
 #include "app/frmError.h"
 
+#include <algorithm>
+
 #include "app/Version.h"
 #include "platform/Events.h"
 #include "platform/Files.h"
 #include "platform/Form.h"
-#include "platform/Numbers.h"
-#include "platform/Utility.h"
 #include "platform/World.h"
 
 namespace velmoor {
 namespace {
 
-std::string Padded(int number, std::size_t digits = 2) {
-  return PadToDigits(NumberText(number), digits);
-}
-
 // "2026-03-01 14-05-09", fit for a file's name.
 std::string Moment() {
-  const WallTime now = world().clock->Now();
-  return Padded(now.year, 4) + "-" + Padded(now.month) + "-" + Padded(now.day) + " " +
-         Padded(now.hour) + "-" + Padded(now.minute) + "-" + Padded(now.second);
+  std::string text = MomentText(world().clock->Now());
+  std::ranges::replace(text, ':', '-');
+  return text;
 }
 
 // The procedure's name and the module behind it in brackets, of one line of a trace.

@@ -137,19 +137,13 @@ std::string ValueText(const MonitoredItem& item, std::int32_t value) {
   return Right(bits, static_cast<std::size_t>(item.bits));
 }
 
-std::string TimeStamp() {
-  const WallTime now = world().clock->Now();
-  const auto two = [](int number) { return Right("0" + NumberText(number), 2); };
-  return NumberText(now.year) + "-" + two(now.month) + "-" + two(now.day) + " " + two(now.hour) +
-         ":" + two(now.minute) + ":" + two(now.second);
-}
-
 // One line of values. False: one of them could not be read.
 bool PrintPass(const Context& context, clsHX7Helix7& helix, const std::vector<MonitoredItem>& items,
                std::chrono::milliseconds since) {
   constexpr double kMillisecondsInSecond = 1000;
   std::vector<std::string> cells{
-      TimeStamp(), FixedText(static_cast<double>(since.count()) / kMillisecondsInSecond, 3)};
+      MomentText(world().clock->Now()),
+      FixedText(static_cast<double>(since.count()) / kMillisecondsInSecond, 3)};
   for (const MonitoredItem& item : items) {
     std::int32_t value = 0;
     const ResultCode result = helix.GetHelixValue(static_cast<std::int32_t>(item.command), value);

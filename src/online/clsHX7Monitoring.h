@@ -15,8 +15,6 @@ class clsHX7Monitoring {
   void Unload_Monitoring() { frm_.Unload(); }
   // A pass over the ticked items is under way: whoever needs the line, or ends the program, waits.
   [[nodiscard]] bool GetMonitoringNotDoneStatus() const { return frm_.NotDone(); }
-  // Ends the loop after the item under way.
-  void StopTimer() { frm_.StopTimer(); }
 
   Event<> MonitoringClosed;
   Event<const std::string&> MonitoringStatus;  // "Monitoring Stand By"

@@ -25,7 +25,6 @@ class frmMonitoring final : public OnlineWindow {
 
   // A pass over the items is under way.
   [[nodiscard]] bool NotDone() const { return blnNotDone_; }
-  [[nodiscard]] bool IsMonitoring() const { return blnMonitor_; }
   void StopTimer() { blnMonitor_ = false; }
   // One pass over the ticked items.
   void UpdateData();

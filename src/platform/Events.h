@@ -25,6 +25,9 @@ struct WallTime {
   int hour = 0, minute = 0, second = 0;
 };
 
+// "2026-03-01 14:05:09".
+[[nodiscard]] std::string MomentText(const WallTime& time);
+
 class Clock {
  public:
   virtual ~Clock() = default;

@@ -9,6 +9,7 @@
 #include "platform/MessageBoxes.h"
 #include "platform/Numbers.h"
 #include "platform/Settings.h"
+#include "platform/Utility.h"
 
 namespace velmoor {
 namespace {
@@ -62,6 +63,12 @@ bool AskExclamationYesNo(const std::string& text) {
 }
 BoxAnswer AskYesNoCancel(const std::string& text) {
   return Show(BoxKind::question, BoxButtons::yesNoCancel, text);
+}
+
+std::string MomentText(const WallTime& time) {
+  const auto two = [](int number) { return PadToDigits(NumberText(number), 2); };
+  return PadToDigits(NumberText(time.year), 4) + "-" + two(time.month) + "-" + two(time.day) + " " +
+         two(time.hour) + ":" + two(time.minute) + ":" + two(time.second);
 }
 
 void YieldEvents() {
