@@ -11,6 +11,7 @@
 #include "console/HardwareCommands.h"
 #include "console/OnlineCommands.h"
 #include "console/ParameterCommands.h"
+#include "console/ReportCommand.h"
 #include "console/SystemCommand.h"
 #include "platform/Files.h"
 #include "platform/Numbers.h"
@@ -31,6 +32,8 @@ constexpr const char* kUsage =
     "n2,\n"
     "                                            resolution, units, time, encoder; all or nothing\n"
     "  velmoorctl set FILE Pn81B=12.5...         change parameters and save; all or nothing\n"
+    "  velmoorctl report FILE --out FILE.pdf     make a PDF of the project, all of it or "
+    "--sections\n"
     "  velmoorctl info --port DEV                tell what hardware answers\n"
     "  velmoorctl download FILE --port DEV --yes send the project to the hardware\n"
     "  velmoorctl upload FILE --port DEV --yes   read the hardware into the project and save\n"
@@ -51,7 +54,11 @@ constexpr const char* kUsage =
     "  --only LIST      download or upload index, zone, jog, parameters, system alone\n"
     "  --items LIST     monitor PUN,NFB,STS and the like; PUN,PER,NFB,TREF,STS unless given\n"
     "  --count N        monitor N passes over the items\n"
-    "  --yes            agree to what would be asked: download and upload overwrite data\n"
+    "  --sections LIST  report communications, system, parameters, tuning, interface, flexibleio,\n"
+    "                   overtravel, homing, index, jog, zone; all unless given\n"
+    "  --paper SIZE     report on a4 or letter; a4 unless given\n"
+    "  --yes            agree to what would be asked: download and upload overwrite data,\n"
+    "                   report a file that is there\n"
     "\n"
     "send, run: what goes out is not checked, and may move the machine.\n"
     "import: with a column \"step\", \"zone\" or \"jog\" the rows named are replaced and the "
@@ -174,6 +181,7 @@ const std::vector<Command>& Commands() {
       {"show", 3, false, {"motor-size"}, Show},
       {"import", 4, false, {"motor-size"}, Import},
       {"set", 3, true, {"motor-size", "yes"}, Set},
+      {"report", 2, false, {"out", "sections", "paper", "motor-size", "yes"}, Report},
       {"info", 1, false, {"port", "axis", "motor-size"}, Info},
       {"scan", 1, false, {"port"}, Scan},
       {"download", 2, false, {"port", "axis", "motor-size", "yes", "all", "new", "only"}, Download},

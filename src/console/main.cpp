@@ -7,8 +7,10 @@
 
 #include "console/Commands.h"
 #include "console/ConsoleBoxes.h"
+#include "platform/Files.h"
 #include "platform/Rx900Utils.h"
 #include "platform/World.h"
+#include "platform/posix/PdfModule.h"
 #include "platform/posix/PosixClock.h"
 #include "platform/posix/PosixEvents.h"
 #include "platform/posix/PosixFiles.h"
@@ -35,6 +37,7 @@ int Run(const std::vector<std::string>& words) {
   CatalogueLibrary catalogue;
   ConsoleBoxes boxes(std::cerr);
   posix::PosixSerialPort port;
+  posix::PdfModule pdf(JoinPath(posix::ExecutableDirectory(), "velmoor-pages.so"));
   World adapters;
   adapters.boxes = &boxes;
   adapters.events = &events;
@@ -43,6 +46,7 @@ int Run(const std::vector<std::string>& words) {
   adapters.databases = &databases;
   adapters.rx900Utils = &rx900Utils;
   adapters.catalogue = &catalogue;
+  adapters.pdf = &pdf;
   adapters.appDirectory = posix::ProgramDirectory();
   adapters.catalogueCopyDirectory = copyPlace.Directory();
   SetWorld(&adapters);

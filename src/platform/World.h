@@ -20,6 +20,8 @@ class Files;
 class Forms;
 class Mcatbase;
 class MessageBoxes;
+class PdfMaker;
+class Printing;
 class Rx900Utils;
 class SerialPorts;
 class Settings;
@@ -36,6 +38,8 @@ struct World {
   Clipboard* clipboard = nullptr;           // null where a program has none
   AppearanceDialogs* appearance = nullptr;  // null where a program has none
   TextViewer* textViewer = nullptr;         // null where a program has none
+  PdfMaker* pdf = nullptr;                  // null where a program makes no documents
+  Printing* printing = nullptr;             // null where a program has no printers
   SerialPorts* serialPorts = nullptr;       // null where a program has none to choose from
   Forms* forms = nullptr;                   // windows; null where a program has none
   Rx900Utils* rx900Utils = nullptr;         // the card's number formats and checksum

@@ -10,6 +10,7 @@
 #include "platform/headless/HeadlessDesktop.h"
 #include "platform/headless/HeadlessEvents.h"
 #include "platform/headless/HeadlessForms.h"
+#include "platform/headless/HeadlessPrinting.h"
 #include "platform/headless/HeadlessSettings.h"
 
 namespace velmoor::headless {
@@ -26,6 +27,8 @@ class HeadlessWorld {
     world.clipboard = &clipboard;
     world.appearance = &appearance;
     world.textViewer = &textViewer;
+    world.pdf = &pdf;
+    world.printing = &printing;
     world.forms = &forms;
     SetWorld(&world);
   }
@@ -39,6 +42,8 @@ class HeadlessWorld {
   HeadlessClipboard clipboard;
   HeadlessAppearanceDialogs appearance;
   HeadlessTextViewer textViewer;
+  HeadlessPdfMaker pdf;
+  HeadlessPrinting printing;
   HeadlessBoxes boxes;
   HeadlessDialogs dialogs;
   HeadlessForms forms;

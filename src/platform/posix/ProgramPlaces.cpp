@@ -11,12 +11,16 @@
 
 namespace velmoor::posix {
 
+std::string ExecutableDirectory() {
+  return std::filesystem::read_symlink("/proc/self/exe").parent_path().string();
+}
+
 std::string ProgramDirectory() {
   const char* const named = std::getenv("VELMOOR_DIRECTORY");
   if (named != nullptr && *named != '\0') {
     return std::filesystem::absolute(named).lexically_normal().string();
   }
-  return std::filesystem::read_symlink("/proc/self/exe").parent_path().string();
+  return ExecutableDirectory();
 }
 
 std::string StateDirectory() {

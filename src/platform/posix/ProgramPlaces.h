@@ -5,6 +5,9 @@
 
 namespace velmoor::posix {
 
+// The directory of the running program, with the programs and modules that belong to it.
+[[nodiscard]] std::string ExecutableDirectory();
+
 // The directory with the catalogue and the template: the one that VELMOOR_DIRECTORY names, else
 // that of the running program, whatever the current directory is.
 [[nodiscard]] std::string ProgramDirectory();

@@ -52,6 +52,7 @@ bool StartsDark(const Settings* settings) {
 
 QtProgram::QtProgram(int& argc, char** argv, const Settings* settings)
     : application_(std::make_unique<Application>(argc, argv)) {
+  KeepOrderOfHashes();
   QApplication::setApplicationName(QStringLiteral("velmoor"));
   // The windows decide when the program ends, not Qt.
   QApplication::setQuitOnLastWindowClosed(false);
@@ -69,6 +70,7 @@ void QtProgram::FillWorld(World& target) {
   target.clipboard = &clipboard_;
   target.appearance = &appearance_;
   target.textViewer = &textViewer_;
+  target.pdf = &pdf_;
   target.events = &events_;
   target.forms = &forms_;
 }

@@ -10,6 +10,7 @@
 #include "platform/qt/QtFileDialogs.h"
 #include "platform/qt/QtForms.h"
 #include "platform/qt/QtMessageBoxes.h"
+#include "platform/qt/QtPdfMaker.h"
 
 class QApplication;
 
@@ -37,6 +38,7 @@ class QtProgram {
   QtClipboard clipboard_;
   QtAppearanceDialogs appearance_;
   QtTextViewer textViewer_;
+  QtPdfMaker pdf_;
   QtEventPump events_;
   QtForms forms_;
 };

@@ -1,0 +1,126 @@
+#include "reports/rptHX7Main.h"
+
+#include <algorithm>
+#include <memory>
+#include <stdexcept>
+
+#include "platform/Numbers.h"
+#include "platform/Utility.h"
+#include "platform/World.h"
+#include "project/clsHX7Project.h"
+#include "reports/ParameterSections.h"
+#include "reports/TableSections.h"
+#include "reports/rptHX7Communications.h"
+#include "session/Session.h"
+
+namespace velmoor {
+namespace {
+
+constexpr std::array<ReportItem, kReportItems> kItems{{
+    {"Communications Settings", "srptCommunications", "communications"},
+    {"Mechanical System Settings", "srptMechanicalSystem", "system"},
+    {"All Parameters", "srptParams", "parameters"},
+    {"Gain Tuning Parameters", "srptTuning", "tuning"},
+    {"Interface Parameters", "srptInterface", "interface"},
+    {"Flexible I/O Parameters", "srptFlexibleIO", "flexibleio"},
+    {"Over Travel Parameters", "srptOverTravel", "overtravel"},
+    {"Homing Parameters", "srptHoming", "homing"},
+    {"Index Table", "srptIndex", "index"},
+    {"Jog Table", "srptJog", "jog"},
+    {"Zone Table", "srptZone", "zone"},
+}};
+
+template <typename Report>
+PrintSection RunReport(clsHX7Project& project) {
+  return Report(project).Run();
+}
+
+// By position, as the items above.
+constexpr std::array<PrintSection (*)(clsHX7Project&), kReportItems> kReports{
+    RunReport<rptHX7Communications>,
+    RunReport<rptHX7MechanicalSystem>,
+    RunReport<rptHX7Params>,
+    RunReport<rptHX7Tuning>,
+    RunReport<rptHX7Interface>,
+    RunReport<rptHX7FlexibleIO>,
+    RunReport<rptHX7OverTravel>,
+    RunReport<rptHX7Homing>,
+    RunReport<rptHX7Index>,
+    RunReport<rptHX7Jog>,
+    RunReport<rptHX7Zone>};
+
+}  // namespace
+
+std::span<const ReportItem, kReportItems> ReportItems() {
+  return kItems;
+}
+
+std::string LongDate(const WallTime& moment) {
+  static constexpr std::array<std::string_view, 12> kMonths{
+      "January", "February", "March",     "April",   "May",      "June",
+      "July",    "August",   "September", "October", "November", "December"};
+  return std::string(kMonths.at(static_cast<std::size_t>(moment.month) - 1)) + " " +
+         NumberText(moment.day) + ", " + NumberText(moment.year);
+}
+
+std::string ClockTime(const WallTime& moment) {
+  const int hour = moment.hour % 12 == 0 ? 12 : moment.hour % 12;
+  return NumberText(hour) + ":" + PadToDigits(NumberText(moment.minute), 2) +
+         (moment.hour < 12 ? " AM" : " PM");
+}
+
+const PrintDocument& rptHX7Main::Run() {
+  if (currProj == nullptr) throw std::logic_error("A report needs a project");
+  document_ = {};
+  document_.moment = moment_.value_or(world().clock->Now());
+  document_.font = ReportFont(gMainForm->Language());
+  document_.title = currProj->Title();
+  document_.subtitle = "Set-up of axis " + gMainForm->Axis() + ", " + LongDate(document_.moment);
+  PageHeader_Format();
+  PageFooter_Format();
+  ActiveReport_ReportStart();
+  ActiveReport_ReportEnd();
+  return document_;
+}
+
+void rptHX7Main::PageHeader_Format() {
+  document_.header = currProj->FileName();
+}
+
+void rptHX7Main::PageFooter_Format() {
+  document_.date = LongDate(document_.moment);
+  document_.time = ClockTime(document_.moment);
+  document_.page = "Page #";
+  document_.pages = "of #";
+}
+
+void rptHX7Main::ActiveReport_ReportStart() {
+  for (const ReportItem& item : kItems) {
+    document_.sections.emplace_back().name = item.field;
+  }
+  for (std::size_t item = 0; item < kReportItems; ++item) {
+    if (!blnPrint[item]) {
+      DeleteTheControl(kItems[item].field);
+      continue;
+    }
+    PrintSection report = kReports[item](*currProj);
+    report.name = kItems[item].field;
+    report.title = kItems[item].label;
+    bool bNoNewPage = true;
+    StartNewPage(item, bNoNewPage);
+    report.newPage = !bNoNewPage;
+    *std::ranges::find(document_.sections, report.name, &PrintSection::name) = std::move(report);
+  }
+}
+
+void rptHX7Main::StartNewPage(std::size_t iPrintItem, bool& bNoNewPage) const {
+  const auto ticked = std::count(
+      blnPrint.begin(), blnPrint.begin() + static_cast<std::ptrdiff_t>(iPrintItem) + 1, true);
+  bNoNewPage = ticked <= 1;
+}
+
+void rptHX7Main::DeleteTheControl(std::string_view str) {
+  std::erase_if(document_.sections, [str](const PrintSection& part) { return part.name == str; });
+}
+
+}  // namespace velmoor

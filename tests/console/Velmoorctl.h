@@ -1,0 +1,49 @@
+// velmoorctl's commands in process, on a line with one simulated amplifier.
+#pragma once
+
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "console/Commands.h"
+#include "console/ConsoleBoxes.h"
+#include "platform/Rx900Utils.h"
+#include "simulator/InProcessPort.h"
+#include "simulator/SimulatedLine.h"
+#include "support/DataWorld.h"
+
+namespace velmoor {
+
+class Velmoorctl : public ::testing::Test {
+ protected:
+  Velmoorctl() : port(line) {
+    world.world.rx900Utils = &rx900Utils;
+    line.AddAmplifier({});
+    project = world.folder.At("a.spj");
+  }
+
+  int Run(const std::vector<std::string>& words) {
+    out.str("");
+    err.str("");
+    ConsoleBoxes boxes(err);
+    world.world.boxes = &boxes;
+    const int status =
+        RunCommand(words, {out, err, boxes, port, [](SerialPort&, const std::string&) {}, nullptr});
+    world.world.boxes = &world.boxes;
+    return status;
+  }
+  std::string WriteFile(const std::string& name, const std::string& text) {
+    const std::string path = world.folder.At(name);
+    world.files.WriteDurably(path, text);
+    return path;
+  }
+
+  StandardRx900Utils rx900Utils;
+  DataWorld world;
+  SimulatedLine line;
+  InProcessPort port;
+  std::string project;
+  std::ostringstream out, err;
+};
+
+}  // namespace velmoor
