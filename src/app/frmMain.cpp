@@ -97,6 +97,8 @@ const std::vector<frmMain::CommandEntry>& frmMain::Commands() {
       {"mnuFileOpen", &frmMain::mnuFileOpen_Click},
       {"mnuFileSave", &frmMain::mnuFileSave_Click},
       {"mnuFileSaveAs", &frmMain::mnuFileSaveAs_Click},
+      {"mnuFilePageSetup", &frmMain::mnuFilePageSetup_Click},
+      {"mnuFilePrint", &frmMain::mnuFilePrint_Click},
       {"mnuFileExit", &frmMain::mnuFileExit_Click},
       {"mnuViewToolbarStandard", &frmMain::ShowToolBars},
       {"mnuViewToolbarModule", &frmMain::ShowToolBars},

@@ -24,6 +24,7 @@
 #include "platform/MainWindow.h"
 #include "platform/SingleInstance.h"
 #include "project/SessionState.h"
+#include "reports/clsHX7Print.h"
 #include "tools/EditTarget.h"
 
 namespace velmoor {
@@ -45,7 +46,10 @@ class frmMain final : public SessionState {
   // Runs when the window is gone from the screen.
   Event<> Closed;
   // Releases the objects of the session.
-  void MDIForm_Terminate() { ReleaseObjects(); }
+  void MDIForm_Terminate() {
+    ReleaseObjects();
+    clsPrint.reset();
+  }
 
   [[nodiscard]] clsHX7Procedure* Procedure() override { return clsProcedure.get(); }
   [[nodiscard]] Module SelectedModule() const { return eSelectedModule; }
@@ -131,6 +135,8 @@ class frmMain final : public SessionState {
   void mnuFileOpen_Click();
   void mnuFileSave_Click();
   void mnuFileSaveAs_Click();
+  void mnuFilePageSetup_Click() {}  // carries no behaviour
+  void mnuFilePrint_Click();
   void mnuFileExit_Click();
   void mnuFileMRU_Click(int Index);
   // True: the open failed. A Cancel or a refusal is no failure.
@@ -285,6 +291,7 @@ class frmMain final : public SessionState {
   std::int32_t lngIndexBaudRate = 0;
   bool blnBaudRateChanged = false;
   std::unique_ptr<clsHX7Procedure> clsProcedure;
+  std::unique_ptr<clsHX7Print> clsPrint;
 
   std::function<bool()> monitoringNotDone_;
   std::deque<std::string> messages_;

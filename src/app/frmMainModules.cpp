@@ -30,8 +30,6 @@ constexpr const char* kOnlineCommands[] = {
 };
 // Entries whose tool is not part of the program.
 constexpr const char* kMissingCommands[] = {
-    "mnuFilePageSetup",
-    "mnuFilePrint",
     "mnuHelpContents",
 };
 

@@ -70,6 +70,12 @@ void frmMain::mnuFileSaveAs_Click() {
   });
 }
 
+void frmMain::mnuFilePrint_Click() {
+  if (!clsProject) return;
+  if (!clsPrint) clsPrint = std::make_unique<clsHX7Print>();
+  clsPrint->Show_PrintProject(*clsProject);
+}
+
 void frmMain::mnuFileExit_Click() {
   // Once this command is over.
   world().events->Post([this] { window_->Close(); });

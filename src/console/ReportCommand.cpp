@@ -9,10 +9,9 @@
 
 #include "console/CommandContext.h"
 #include "platform/Files.h"
-#include "platform/MessageBoxes.h"
 #include "platform/Numbers.h"
-#include "platform/Printing.h"
 #include "platform/World.h"
+#include "reports/PdfFile.h"
 #include "reports/rptHX7Main.h"
 
 namespace velmoor {
@@ -76,12 +75,6 @@ std::optional<WallTime> MomentOfEnvironment() {
                   .second = static_cast<int>(time.seconds().count())};
 }
 
-// Neither the project nor its working file may be what is written.
-bool IsOfProject(const std::string& path, const clsHX7Project& project) {
-  return world().files->IsSameFile(path, project.FileName()) ||
-         world().files->IsSameFile(path, project.ProjectDatabasePath());
-}
-
 }  // namespace
 
 bool Report(const Context& context) {
@@ -91,18 +84,13 @@ bool Report(const Context& context) {
   const auto moment = MomentOfEnvironment();
   Work work(context);
   if (!work.Open(context.Argument(1))) return false;
-  if (IsOfProject(path, work.project())) {
-    ShowExclamation("The report would overwrite the project!");
-    return false;
-  }
   if (world().files->Exists(path)) RequireAgreement(context);
   rptHX7Main report;
   report.SetProject(work.project());
   report.SetPrintReportItems(sections);
   report.SetPrintCount(static_cast<std::int16_t>(std::ranges::count(sections, true)));
   if (moment) report.SetMoment(*moment);
-  world().files->WriteDurably(path, world().pdf->Pdf(report.Run(), paper));
-  return true;
+  return WritePdf(work.project(), report.Run(), paper, path);
 }
 
 }  // namespace velmoor

@@ -14,6 +14,7 @@
 #include "platform/Drawing.h"
 #include "platform/Event.h"
 #include "platform/Grid.h"
+#include "platform/PageView.h"
 #include "platform/TimeChart.h"
 
 namespace velmoor {
@@ -74,6 +75,7 @@ class Form : public CommandSet {
   virtual TimeChart& timeChart(const std::string& name) = 0;
   virtual TerminalScreen& terminalScreen(const std::string& name) = 0;
   virtual Drawing& drawing(const std::string& name) = 0;
+  virtual PageView& pageView(const std::string& name) = 0;
   virtual Timer& timer(const std::string& name) = 0;
 
   Event<> Activated;         // shown, or came to the front

@@ -11,14 +11,13 @@ class PageView : public Control {
   virtual void Show(const PrintDocument& document, Paper paper) = 0;
   [[nodiscard]] virtual int Pages() const = 0;
   [[nodiscard]] virtual int Page() const = 0;  // from 1
-  virtual void GoTo(int page) = 0;             // a page outside is the nearest one
-  // As large as fits, or `percent` of the real size.
+  virtual void GoTo(int page) = 0;             // one of them
   virtual void FitPage() = 0;
   virtual void FitWidth() = 0;
-  virtual void SetZoom(int percent) = 0;
-  [[nodiscard]] virtual int Zoom() const = 0;  // percent
+  virtual void SetZoom(int percent) = 0;  // of the real size
+  [[nodiscard]] virtual int Zoom() const = 0;
 
-  Event<> Moved;  // the user scrolled to another page
+  Event<> Moved;  // the user came to another page
 };
 
 }  // namespace velmoor

@@ -10,6 +10,7 @@
 #include "project/clsHX7Project.h"
 #include "reports/ParameterSections.h"
 #include "reports/TableSections.h"
+#include "reports/frmPreview.h"
 #include "reports/rptHX7Communications.h"
 #include "session/Session.h"
 
@@ -117,6 +118,21 @@ void rptHX7Main::StartNewPage(std::size_t iPrintItem, bool& bNoNewPage) const {
   const auto ticked = std::count(
       blnPrint.begin(), blnPrint.begin() + static_cast<std::ptrdiff_t>(iPrintItem) + 1, true);
   bNoNewPage = ticked <= 1;
+}
+
+void rptHX7Main::ShowInViewer(Paper paper) {
+  frmPreview viewer(*currProj, document_, paper);
+  Connection loaded;
+  if (!blnCanPrint) {
+    loaded = viewer.Loaded.Connect([&viewer] { DisablePrintInToolbar(viewer); });
+  }
+  viewer.Show(FormMode::modal);
+}
+
+void rptHX7Main::DisablePrintInToolbar(frmPreview& viewer) {
+  for (Button* const tool : viewer.Tools()) {
+    if (tool->Caption() == "&Print...") tool->SetEnabled(false);
+  }
 }
 
 void rptHX7Main::DeleteTheControl(std::string_view str) {

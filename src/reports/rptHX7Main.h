@@ -15,6 +15,7 @@
 namespace velmoor {
 
 class clsHX7Project;
+class frmPreview;
 
 inline constexpr std::size_t kReportItems = 11;
 using PrintItems = std::array<bool, kReportItems>;
@@ -44,9 +45,14 @@ class rptHX7Main {
 
   // Makes the document of this moment. An error leaves it unfinished and is thrown on.
   const PrintDocument& Run();
+  [[nodiscard]] const PrintDocument& Document() const { return document_; }
+  // Shows the document in its viewer; returns when that has closed.
+  void ShowInViewer(Paper paper);
   // A count of ticked positions up to `iPrintItem` above 1 opens a new page: the first section
   // shares its page with the head of the document.
   void StartNewPage(std::size_t iPrintItem, bool& bNoNewPage) const;
+  // Disables the tool "&Print..." of the viewer.
+  static void DisablePrintInToolbar(frmPreview& viewer);
 
  private:
   void ActiveReport_ReportStart();

@@ -11,6 +11,7 @@
 #include "platform/Controls.h"
 #include "platform/Drawing.h"
 #include "platform/Grid.h"
+#include "platform/PageView.h"
 #include "platform/TimeChart.h"
 
 namespace velmoor::headless {
@@ -130,6 +131,32 @@ class HeadlessDrawing final : public HeadlessControl<Drawing> {
 
  private:
   std::vector<DrawingShape> shapes_;
+};
+
+// A page for each section.
+class HeadlessPageView final : public HeadlessControl<PageView> {
+ public:
+  void Show(const PrintDocument& document, Paper /*paper*/) override {
+    shown = document;
+    page_ = 1;
+  }
+  [[nodiscard]] int Pages() const override { return static_cast<int>(shown.sections.size()); }
+  [[nodiscard]] int Page() const override { return page_; }
+  void GoTo(int page) override { page_ = page; }
+  void FitPage() override { zoom_ = 60; }
+  void FitWidth() override { zoom_ = 110; }
+  void SetZoom(int percent) override { zoom_ = percent; }
+  [[nodiscard]] int Zoom() const override { return zoom_; }
+  void ScrollTo(int page) {
+    page_ = page;
+    Moved.Raise();
+  }
+
+  PrintDocument shown;
+
+ private:
+  int page_ = 1;
+  int zoom_ = 100;
 };
 
 class HeadlessLamp final : public HeadlessControl<Lamp> {

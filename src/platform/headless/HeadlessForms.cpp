@@ -124,6 +124,9 @@ HeadlessTerminalScreen& HeadlessForm::terminalScreen(const std::string& name) {
 HeadlessDrawing& HeadlessForm::drawing(const std::string& name) {
   return Find<HeadlessDrawing>(name);
 }
+HeadlessPageView& HeadlessForm::pageView(const std::string& name) {
+  return Find<HeadlessPageView>(name);
+}
 Timer& HeadlessForm::timer(const std::string& name) {
   std::unique_ptr<HeadlessTimer>& found = timers_[name];
   if (!found) found = std::make_unique<HeadlessTimer>(forms_.events_);

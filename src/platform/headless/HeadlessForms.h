@@ -81,6 +81,7 @@ class HeadlessForm final : public HeadlessCommands<Form> {
   HeadlessTimeChart& timeChart(const std::string& name) override;
   HeadlessTerminalScreen& terminalScreen(const std::string& name) override;
   HeadlessDrawing& drawing(const std::string& name) override;
+  HeadlessPageView& pageView(const std::string& name) override;
   Timer& timer(const std::string& name) override;
 
   // ---- as the user. What a user could not do (a disabled or hidden control, a form that is not on

@@ -2,9 +2,11 @@
 
 #include <QFont>
 #include <QFontMetricsF>
+#include <QPageSize>
 #include <QPen>
 #include <algorithm>
 #include <array>
+#include <stdexcept>
 
 #include "platform/qt/QtText.h"
 #include "platform/qt/TableMeasure.h"
@@ -194,6 +196,29 @@ class Setting {
 };
 
 }  // namespace
+
+void LayOut(QPagedPaintDevice& device, Paper paper) {
+  const QPageSize size(paper == Paper::a4 ? QPageSize::A4 : QPageSize::Letter);
+  QPageLayout layout(size, QPageLayout::Portrait, {});
+  layout.setMode(QPageLayout::FullPageMode);
+  device.setPageLayout(layout);
+}
+
+void DrawPages(const PageSetter& pages, QPagedPaintDevice& device) {
+  DrawPages(pages, device, 1, static_cast<int>(pages.Pages().size()));
+}
+
+void DrawPages(const PageSetter& pages, QPagedPaintDevice& device, int first, int last) {
+  QPainter painter;
+  bool drawn = painter.begin(&device);
+  const double scale = static_cast<double>(device.logicalDpiX()) / kDotsPerInch;
+  painter.scale(scale, scale);
+  for (int page = first; drawn && page <= last; ++page) {
+    drawn = page == first || device.newPage();
+    if (drawn) pages.Draw(static_cast<std::size_t>(page) - 1, painter);
+  }
+  if (!drawn) throw std::runtime_error("The document cannot be printed.");
+}
 
 QSizeF PaperInDots(Paper paper) {
   return paper == Paper::a4 ? QSizeF(210 * kDotsPerMm, 297 * kDotsPerMm)

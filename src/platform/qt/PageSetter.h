@@ -5,6 +5,7 @@
 #pragma once
 
 #include <QLineF>
+#include <QPagedPaintDevice>
 #include <QPainter>
 #include <QPointF>
 #include <QSizeF>
@@ -45,6 +46,13 @@ class PageSetter {
   QString family_;
   std::vector<SetPage> pages_;
 };
+
+// Gives the device that paper, upright and without margins.
+void LayOut(QPagedPaintDevice& device, Paper paper);
+// Draws all pages, or those from `first` to `last`, from 1. Throws std::runtime_error when the
+// device takes none.
+void DrawPages(const PageSetter& pages, QPagedPaintDevice& device);
+void DrawPages(const PageSetter& pages, QPagedPaintDevice& device, int first, int last);
 
 // In dots; A4 or Letter, upright.
 [[nodiscard]] QSizeF PaperInDots(Paper paper);

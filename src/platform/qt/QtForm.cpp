@@ -18,6 +18,7 @@
 #include "platform/qt/QtDrawing.h"
 #include "platform/qt/QtForms.h"
 #include "platform/qt/QtGrid.h"
+#include "platform/qt/QtPageView.h"
 #include "platform/qt/QtTerminalScreen.h"
 #include "platform/qt/QtTimeChart.h"
 
@@ -235,6 +236,9 @@ TerminalScreen& QtForm::terminalScreen(const std::string& name) {
 }
 Drawing& QtForm::drawing(const std::string& name) {
   return Find<QtDrawing, DrawingWidget>(name);
+}
+PageView& QtForm::pageView(const std::string& name) {
+  return Find<QtPageView, PageViewWidget>(name);
 }
 Timer& QtForm::timer(const std::string& name) {
   std::unique_ptr<Timer>& timer = timers_[name];

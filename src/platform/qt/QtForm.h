@@ -46,6 +46,7 @@ class QtForm final : public QtCommands<Form> {
   TimeChart& timeChart(const std::string& name) override;
   TerminalScreen& terminalScreen(const std::string& name) override;
   Drawing& drawing(const std::string& name) override;
+  PageView& pageView(const std::string& name) override;
   Timer& timer(const std::string& name) override;
 
   [[nodiscard]] FormMode Mode() const { return mode_; }

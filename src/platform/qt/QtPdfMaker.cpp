@@ -2,10 +2,7 @@
 
 #include <QBuffer>
 #include <QHashSeed>
-#include <QPageSize>
-#include <QPainter>
 #include <QPdfWriter>
-#include <stdexcept>
 
 #include "platform/qt/PageSetter.h"
 #include "platform/qt/QtText.h"
@@ -32,15 +29,6 @@ void Date(QByteArray& pdf, const WallTime& moment) {
   pdf.replace(begin, close + 1 - begin, dated.leftJustified(close + 1 - begin, ' ', true));
 }
 
-void DrawPages(const PageSetter& pages, QPagedPaintDevice& device) {
-  QPainter painter;
-  if (!painter.begin(&device)) throw std::runtime_error("The document cannot be drawn");
-  for (std::size_t page = 0; page < pages.Pages().size(); ++page) {
-    if (page > 0 && !device.newPage()) throw std::runtime_error("The document cannot be drawn");
-    pages.Draw(page, painter);
-  }
-}
-
 }  // namespace
 
 void KeepOrderOfHashes() {
@@ -54,8 +42,7 @@ std::string QtPdfMaker::Pdf(const PrintDocument& document, Paper paper) {
   buffer.open(QIODevice::WriteOnly);
   {
     QPdfWriter writer(&buffer);
-    writer.setPageSize(QPageSize(paper == Paper::a4 ? QPageSize::A4 : QPageSize::Letter));
-    writer.setPageMargins(QMarginsF());
+    LayOut(writer, paper);
     writer.setResolution(kDotsPerInch);
     writer.setTitle(ToQt(document.title));
     writer.setCreator(QStringLiteral("Velmoor"));

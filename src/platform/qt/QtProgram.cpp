@@ -71,6 +71,7 @@ void QtProgram::FillWorld(World& target) {
   target.appearance = &appearance_;
   target.textViewer = &textViewer_;
   target.pdf = &pdf_;
+  target.printing = &printing_;
   target.events = &events_;
   target.forms = &forms_;
 }

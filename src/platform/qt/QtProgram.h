@@ -11,6 +11,7 @@
 #include "platform/qt/QtForms.h"
 #include "platform/qt/QtMessageBoxes.h"
 #include "platform/qt/QtPdfMaker.h"
+#include "platform/qt/QtPrinting.h"
 
 class QApplication;
 
@@ -39,6 +40,7 @@ class QtProgram {
   QtAppearanceDialogs appearance_;
   QtTextViewer textViewer_;
   QtPdfMaker pdf_;
+  QtPrinting printing_;
   QtEventPump events_;
   QtForms forms_;
 };

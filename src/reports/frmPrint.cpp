@@ -1,0 +1,182 @@
+#include "reports/frmPrint.h"
+
+#include <algorithm>
+
+#include "platform/MessageBoxes.h"
+#include "platform/Printing.h"
+#include "platform/Settings.h"
+#include "platform/Trapped.h"
+#include "platform/World.h"
+#include "project/clsHX7Project.h"
+#include "reports/PdfFile.h"
+
+namespace velmoor {
+namespace {
+
+constexpr const char* kPaperSetting = "PrintPaper";
+constexpr const char* kPapers[] = {"A4", "Letter"};  // in the order of Paper
+
+}  // namespace
+
+CheckBox& frmPrint::chkPrint(std::size_t Index) {
+  return form().checkBox(Numbered("chkPrint_", static_cast<int>(Index)));
+}
+
+void frmPrint::FormLoad() {
+  // Errors here bear no number; 0 stands in its place.
+  Trapped("frmPrint.Form_Load: [0] ", [this] {
+    Form_Load();
+    return true;
+  });
+}
+
+void frmPrint::Form_Load() {
+  strFullName_ = clsProj_->FileName();
+  form().label("lblProject").SetText(strFullName_);
+  for (std::size_t i = 0; i < kReportItems; ++i) {
+    chkPrint(i).SetCaption(std::string(ReportItems()[i].label));
+    connections_ += chkPrint(i).Click.Connect([this, i] { chkPrint_Click(i); });
+  }
+  BindButtons();
+  ComboBox& papers = form().comboBox("cmbPaper");
+  papers.SetItems({kPapers[0], kPapers[1]});
+  papers.SetListIndex(world().settings->ReadText(kPaperSetting, kPapers[0]) == kPapers[1] ? 1 : 0);
+  connections_ += papers.Click.Connect([this] { cmbPaper_Click(); });
+  ComboBox& qualities = form().comboBox("cmbPrintQuality");
+  qualities.SetItems({"Draft", "Low", "Medium", "High"});
+  connections_ += qualities.Click.Connect([this] { cmbPrintQuality_Click(); });
+  ShowPrinter();
+  form().button("cmdPrint").SetEnabled(blnCanPrint_);
+  blnPrintToFile_ = false;
+  blnPrint_ = {};
+  iPrintBoxesChecked_ = 0;
+  EnablePrintAndPreview();
+}
+
+void frmPrint::BindButtons() {
+  const auto onClick = [this](const char* name, void (frmPrint::*work)()) {
+    connections_ += form().button(name).Click.Connect([this, work] { (this->*work)(); });
+  };
+  onClick("cmdPrint", &frmPrint::PrintInformation);
+  onClick("cmdPreview", &frmPrint::PreviewInformation);
+  onClick("cmdSavePDF", &frmPrint::cmdSavePDF_Click);
+  onClick("cmdPrintSetup", &frmPrint::cmdPrintSetup_Click);
+  connections_ += form().button("cmdAll").Click.Connect([this] { TickAll(true); });
+  connections_ += form().button("cmdNone").Click.Connect([this] { TickAll(false); });
+  connections_ += form().button("cmdCancel").Click.Connect([this] { Unload(); });
+  connections_ +=
+      form().checkBox("chkPrintToFile").Click.Connect([this] { chkPrintToFile_Click(); });
+}
+
+void frmPrint::ShowPrinter() {
+  form().comboBox("cmbPrintQuality").SetEnabled(blnCanPrint_);
+  form().label("lblQualityLabel").SetEnabled(blnCanPrint_);
+  form().label("lblPrinterName").SetText(blnCanPrint_ ? world().printing->PrinterName() : "None");
+  if (!blnCanPrint_) return;
+  form().comboBox("cmbPrintQuality").SetListIndex(static_cast<int>(world().printing->Quality()));
+}
+
+// ---- what is ticked
+
+void frmPrint::chkPrint_Click(std::size_t Index) {
+  blnPrint_.at(Index) = chkPrint(Index).Value();
+  CountTicks();
+}
+
+void frmPrint::TickAll(bool checked) {
+  for (std::size_t i = 0; i < kReportItems; ++i) chkPrint(i).SetValue(checked);
+  blnPrint_.fill(checked);
+  CountTicks();
+}
+
+void frmPrint::CountTicks() {
+  iPrintBoxesChecked_ = static_cast<std::int16_t>(std::ranges::count(blnPrint_, true));
+  EnablePrintAndPreview();
+}
+
+// Whether there is a printer plays no part: a tick enables Print without one. Intended.
+void frmPrint::EnablePrintAndPreview() {
+  for (const char* const name : {"cmdPrint", "cmdPreview", "cmdSavePDF"}) {
+    form().button(name).SetEnabled(iPrintBoxesChecked_ > 0);
+  }
+}
+
+void frmPrint::chkPrintToFile_Click() {
+  blnPrintToFile_ = form().checkBox("chkPrintToFile").Value();
+}
+
+// ---- the printer and its paper
+
+void frmPrint::cmbPrintQuality_Click() {
+  Trapped("frmPrint.cmbPrintQuality_Click: ", [this] {
+    const int choice = form().comboBox("cmbPrintQuality").ListIndex();
+    world().printing->SetQuality(static_cast<PrintQuality>(choice));
+    return true;
+  });
+}
+
+void frmPrint::cmbPaper_Click() {
+  Trapped("frmPrint.cmbPaper_Click: ", [this] {
+    world().settings->Write(kPaperSetting, form().comboBox("cmbPaper").Text());
+    return true;
+  });
+}
+
+Paper frmPrint::ChosenPaper() {
+  return static_cast<Paper>(form().comboBox("cmbPaper").ListIndex());
+}
+
+void frmPrint::cmdPrintSetup_Click() {
+  Trapped("frmPrint.cmdPrintSetup_Click: ", [this] {
+    if (world().printing->SetUp()) ShowPrinter();
+    return true;
+  });
+}
+
+// ---- the document
+
+bool frmPrint::IsAnythingChecked() const {
+  if (iPrintBoxesChecked_ > 0) return true;
+  ShowExclamation("No print category checked!\rPlease select print option(s).");
+  return false;
+}
+
+void frmPrint::MakeReport(rptHX7Main& report) const {
+  report.SetCanPrint(blnCanPrint_);
+  report.SetProject(*clsProj_);
+  report.SetPrintCount(iPrintBoxesChecked_);
+  report.SetPrintReportItems(blnPrint_);
+  report.Run();
+}
+
+void frmPrint::PrintInformation() {
+  Trapped("frmPrint.PrintInformation: ", [this] {
+    if (!IsAnythingChecked()) return false;
+    rptHX7Main report;
+    MakeReport(report);
+    world().printing->Print(report.Document(), ChosenPaper());
+    return true;
+  });
+}
+
+// Its errors bear the name of the printing's: intended.
+void frmPrint::PreviewInformation() {
+  Trapped("frmPrint.PrintInformation: ", [this] {
+    if (!IsAnythingChecked()) return false;
+    rptHX7Main report;
+    MakeReport(report);
+    report.ShowInViewer(ChosenPaper());
+    return true;
+  });
+}
+
+void frmPrint::cmdSavePDF_Click() {
+  Trapped("frmPrint.cmdSavePDF_Click: ", [this] {
+    if (!IsAnythingChecked()) return false;
+    rptHX7Main report;
+    MakeReport(report);
+    return SaveAsPdf(*clsProj_, report.Document(), ChosenPaper());
+  });
+}
+
+}  // namespace velmoor

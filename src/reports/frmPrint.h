@@ -1,0 +1,57 @@
+// The print dialog: which sections, on which printer or paper, printed, previewed or as PDF.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "online/OnlineWindow.h"
+#include "reports/rptHX7Main.h"
+
+namespace velmoor {
+
+class clsHX7Project;
+
+class frmPrint final : public OnlineWindow {
+ public:
+  frmPrint() : OnlineWindow("frmPrint") {}
+
+  // A printer is installed.
+  void SetCanPrint(bool canPrint) { blnCanPrint_ = canPrint; }
+  // Must outlive the window.
+  void SetProj(clsHX7Project& project) { clsProj_ = &project; }
+
+  // With no section ticked each only says so.
+  void PrintInformation();
+  void PreviewInformation();
+
+ protected:
+  void FormLoad() override;
+
+ private:
+  void Form_Load();
+  void BindButtons();
+  void chkPrint_Click(std::size_t Index);
+  void TickAll(bool checked);
+  void CountTicks();
+  void chkPrintToFile_Click();
+  void cmbPrintQuality_Click();
+  void cmbPaper_Click();
+  void cmdPrintSetup_Click();
+  void cmdSavePDF_Click();
+  void EnablePrintAndPreview();
+  void ShowPrinter();
+  [[nodiscard]] bool IsAnythingChecked() const;
+  // The chosen sections of the project, made now.
+  void MakeReport(rptHX7Main& report) const;
+  [[nodiscard]] Paper ChosenPaper();
+  [[nodiscard]] CheckBox& chkPrint(std::size_t Index);
+
+  bool blnPrintToFile_ = false;  // recorded and read by nobody, deliberately
+  bool blnCanPrint_ = false;
+  std::int16_t iPrintBoxesChecked_ = 0;
+  PrintItems blnPrint_{};
+  std::string strFullName_;
+  clsHX7Project* clsProj_ = nullptr;
+};
+
+}  // namespace velmoor
