@@ -51,6 +51,7 @@ void frmPreview::FormLoad() {
   connections_ += pages().Moved.Connect([this] { ShowPlace(); });
   pages().Show(document_, paper_);
   pages().FitPage();
+  pages().SetFocus();
   ShowPlace();
   Loaded.Raise();
 }

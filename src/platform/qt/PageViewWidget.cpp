@@ -1,6 +1,7 @@
 #include "platform/qt/PageViewWidget.h"
 
 #include <QBoxLayout>
+#include <QGraphicsView>
 
 #include "platform/qt/PageSetter.h"
 
@@ -14,7 +15,8 @@ PageViewWidget::PageViewWidget(QWidget* parent)
   auto* const layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(&preview_);
-  setFocusProxy(&preview_);
+  // The part that scrolls takes the keys.
+  setFocusProxy(preview_.findChild<QGraphicsView*>());
   connect(&preview_, &QPrintPreviewWidget::paintRequested, this, [this](QPrinter* printer) {
     if (pages_) DrawPages(*pages_, *printer);
   });
