@@ -5,7 +5,6 @@
 #include <string_view>
 
 #include "platform/Numbers.h"
-#include "project/clsHX7Project.h"
 
 namespace velmoor {
 namespace {
@@ -47,22 +46,8 @@ std::vector<ParameterRow> ToolSection::TakeRows() const {
   return rows;
 }
 
-// ---- the tools
+// ---- tuning
 
-rptHX7Params::rptHX7Params(clsHX7Project& project)
-    : ToolSection(project, project.Editor(), ParameterColumns::limits) {}
-rptHX7Tuning::rptHX7Tuning(clsHX7Project& project)
-    : ToolSection(project, project.Tuning(), ParameterColumns::limits) {}
-rptHX7Interface::rptHX7Interface(clsHX7Project& project)
-    : ToolSection(project, project.Interface(), ParameterColumns::values) {}
-rptHX7FlexibleIO::rptHX7FlexibleIO(clsHX7Project& project)
-    : ToolSection(project, project.FlexibleIO(), ParameterColumns::values) {}
-rptHX7OverTravel::rptHX7OverTravel(clsHX7Project& project)
-    : ToolSection(project, project.OverTravel(), ParameterColumns::limits) {}
-rptHX7Homing::rptHX7Homing(clsHX7Project& project)
-    : ToolSection(project, project.Homing(), ParameterColumns::limits) {}
-
-// In this order, whatever that of the tool is.
 std::vector<ParameterRow> rptHX7Tuning::TakeRows() const {
   static constexpr std::array<std::string_view, 12> kOrder{"Pn100", "Pn101", "Pn102", "Pn103",
                                                            "Pn107", "Pn108", "Pn109", "Pn10A",

@@ -4,12 +4,11 @@
 #include <string>
 #include <vector>
 
+#include "project/clsHX7Project.h"
 #include "reports/SectionReport.h"
 #include "tools/ParameterRules.h"
 
 namespace velmoor {
-
-class ParameterToolBase;
 
 // How many of the columns "Parameter", "Description", "Value", "Units", "Minimum" and "Maximum" a
 // section has.
@@ -40,37 +39,26 @@ class ToolSection : public ParameterSection {
   const ParameterToolBase& tool_;
 };
 
-class rptHX7Params final : public ToolSection {
+template <auto tool, ParameterColumns columns>
+class SectionOfTool : public ToolSection {
  public:
-  explicit rptHX7Params(clsHX7Project& project);
+  explicit SectionOfTool(clsHX7Project& project)
+      : ToolSection(project, (project.*tool)(), columns) {}
 };
 
-class rptHX7Tuning final : public ToolSection {
+using rptHX7Params = SectionOfTool<&clsHX7Project::Editor, ParameterColumns::limits>;
+using rptHX7Interface = SectionOfTool<&clsHX7Project::Interface, ParameterColumns::values>;
+using rptHX7FlexibleIO = SectionOfTool<&clsHX7Project::FlexibleIO, ParameterColumns::values>;
+using rptHX7OverTravel = SectionOfTool<&clsHX7Project::OverTravel, ParameterColumns::limits>;
+using rptHX7Homing = SectionOfTool<&clsHX7Project::Homing, ParameterColumns::limits>;
+
+// In an order of its own, whatever that of the tool is.
+class rptHX7Tuning final : public SectionOfTool<&clsHX7Project::Tuning, ParameterColumns::limits> {
  public:
-  explicit rptHX7Tuning(clsHX7Project& project);
+  using SectionOfTool::SectionOfTool;
 
  protected:
   [[nodiscard]] std::vector<ParameterRow> TakeRows() const override;
-};
-
-class rptHX7Interface final : public ToolSection {
- public:
-  explicit rptHX7Interface(clsHX7Project& project);
-};
-
-class rptHX7FlexibleIO final : public ToolSection {
- public:
-  explicit rptHX7FlexibleIO(clsHX7Project& project);
-};
-
-class rptHX7OverTravel final : public ToolSection {
- public:
-  explicit rptHX7OverTravel(clsHX7Project& project);
-};
-
-class rptHX7Homing final : public ToolSection {
- public:
-  explicit rptHX7Homing(clsHX7Project& project);
 };
 
 // The system's own lines lead, and parameters that hold several things are read digit by digit.

@@ -141,42 +141,36 @@ bool frmPrint::IsAnythingChecked() const {
   return false;
 }
 
-void frmPrint::MakeReport(rptHX7Main& report) const {
-  report.SetCanPrint(blnCanPrint_);
-  report.SetProject(*clsProj_);
-  report.SetPrintCount(iPrintBoxesChecked_);
-  report.SetPrintReportItems(blnPrint_);
-  report.Run();
+void frmPrint::UseReport(const std::string& prefix,
+                         const std::function<void(rptHX7Main& report)>& use) {
+  Trapped(prefix, [&] {
+    if (!IsAnythingChecked()) return false;
+    rptHX7Main report;
+    report.SetCanPrint(blnCanPrint_);
+    report.SetProject(*clsProj_);
+    report.SetPrintCount(iPrintBoxesChecked_);
+    report.SetPrintReportItems(blnPrint_);
+    report.Run();
+    use(report);
+    return true;
+  });
 }
 
 void frmPrint::PrintInformation() {
-  Trapped("frmPrint.PrintInformation: ", [this] {
-    if (!IsAnythingChecked()) return false;
-    rptHX7Main report;
-    MakeReport(report);
+  UseReport("frmPrint.PrintInformation: ", [this](rptHX7Main& report) {
     world().printing->Print(report.Document(), ChosenPaper());
-    return true;
   });
 }
 
 // Its errors bear the name of the printing's: intended.
 void frmPrint::PreviewInformation() {
-  Trapped("frmPrint.PrintInformation: ", [this] {
-    if (!IsAnythingChecked()) return false;
-    rptHX7Main report;
-    MakeReport(report);
-    report.ShowInViewer(ChosenPaper());
-    return true;
-  });
+  UseReport("frmPrint.PrintInformation: ",
+            [this](rptHX7Main& report) { report.ShowInViewer(ChosenPaper()); });
 }
 
 void frmPrint::cmdSavePDF_Click() {
-  Trapped("frmPrint.cmdSavePDF_Click: ", [this] {
-    if (!IsAnythingChecked()) return false;
-    rptHX7Main report;
-    MakeReport(report);
-    return SaveAsPdf(*clsProj_, report.Document(), ChosenPaper());
-  });
+  UseReport("frmPrint.cmdSavePDF_Click: ",
+            [this](rptHX7Main& report) { SaveAsPdf(*clsProj_, report.Document(), ChosenPaper()); });
 }
 
 }  // namespace velmoor

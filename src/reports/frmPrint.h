@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 
 #include "online/OnlineWindow.h"
@@ -41,8 +42,8 @@ class frmPrint final : public OnlineWindow {
   void EnablePrintAndPreview();
   void ShowPrinter();
   [[nodiscard]] bool IsAnythingChecked() const;
-  // The chosen sections of the project, made now.
-  void MakeReport(rptHX7Main& report) const;
+  // Does `use` with the report of the chosen sections, made now. Errors are shown behind `prefix`.
+  void UseReport(const std::string& prefix, const std::function<void(rptHX7Main& report)>& use);
   [[nodiscard]] Paper ChosenPaper();
   [[nodiscard]] CheckBox& chkPrint(std::size_t Index);
 

@@ -33,7 +33,7 @@ class Velmoorctl : public ::testing::Test {
     return status;
   }
   std::string WriteFile(const std::string& name, const std::string& text) {
-    const std::string path = world.folder.At(name);
+    std::string path = world.folder.At(name);
     world.files.WriteDurably(path, text);
     return path;
   }

@@ -110,8 +110,9 @@ void TableMeasure::Narrow(double room) {
   };
   double total = 0;
   for (const Column& column : columns_) total += column.width;
-  for (; total > room; total -= kStep) {
+  while (total > room) {
     std::ranges::min_element(columns_, {}, cost)->width -= kStep;
+    total -= kStep;
   }
 }
 
