@@ -1,5 +1,5 @@
-// The base of the windows that work on the live hardware, and of those that print: open, close, tell
-// that it closed.
+// The base of the windows that work on the live hardware, and of those that print: open, close,
+// tell that it closed.
 //
 // Owned by its tool for as long as the tool lives; the form exists only while the window is open.
 #pragma once
