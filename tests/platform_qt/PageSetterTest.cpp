@@ -166,13 +166,54 @@ TEST(PageSetterTest, NoTextIsSetInAFontOfPictures) {
   EXPECT_EQ(FamilyFor("Arial"), "Arial");
 }
 
+// The objects that the table at the end of the file leads to, in the order of their numbers.
+std::vector<std::string> ObjectsOf(const std::string& pdf) {
+  const std::size_t word = pdf.rfind("startxref\n");
+  const auto table = static_cast<std::size_t>(std::stol(pdf.substr(word + 10)));
+  EXPECT_EQ(pdf.substr(table, 5), "xref\n");
+  std::vector<std::string> objects;
+  for (std::size_t entry = pdf.find("65535 f", table) + 9; pdf[entry + 17] == 'n'; entry += 20) {
+    const auto place = static_cast<std::size_t>(std::stol(pdf.substr(entry, 10)));
+    objects.push_back(pdf.substr(place, pdf.find("obj", place) - place));
+  }
+  return objects;
+}
+
+class TimeZone {
+ public:
+  explicit TimeZone(const char* zone) : before_(qgetenv("TZ")) { Set(zone); }
+  ~TimeZone() { Set(before_.isEmpty() ? nullptr : before_.constData()); }
+  TimeZone(const TimeZone&) = delete;
+  TimeZone& operator=(const TimeZone&) = delete;
+
+ private:
+  static void Set(const char* zone) {
+    zone != nullptr ? qputenv("TZ", zone) : qunsetenv("TZ");
+    tzset();
+  }
+  QByteArray before_;
+};
+
 TEST(QtPdfMakerTest, TheFileFollowsTheDocumentAndNothingElse) {
   QtPdfMaker maker;
   PrintDocument document = DocumentOf({Table(40)});
   const std::string first = maker.Pdf(document, Paper::a4);
+  {
+    const TimeZone elsewhere("Asia/Tokyo");
+    EXPECT_EQ(maker.Pdf(document, Paper::a4), first);
+  }
+  {
+    const TimeZone here("UTC");
+    EXPECT_EQ(maker.Pdf(document, Paper::a4), first);
+  }
+  const std::vector<std::string> objects = ObjectsOf(first);
+  EXPECT_GT(objects.size(), 10U);
+  for (std::size_t i = 0; i < objects.size(); ++i) {
+    EXPECT_EQ(objects[i], std::to_string(i + 1) + " 0 ");
+  }
   EXPECT_EQ(maker.Pdf(document, Paper::a4), first);
   // Nothing of the clock is left.
-  EXPECT_NE(first.find("/CreationDate (D:20261124220500) "), std::string::npos);
+  EXPECT_NE(first.find("/CreationDate (D:20261124220500)\n"), std::string::npos);
   EXPECT_EQ(first.find("(D:"), first.rfind("(D:"));
   EXPECT_EQ(first.substr(first.size() - 6), "%%EOF\n");
   EXPECT_NE(maker.Pdf(document, Paper::letter), first);

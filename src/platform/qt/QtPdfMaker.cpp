@@ -3,6 +3,7 @@
 #include <QBuffer>
 #include <QHashSeed>
 #include <QPdfWriter>
+#include <stdexcept>
 
 #include "platform/qt/PageSetter.h"
 #include "platform/qt/QtText.h"
@@ -17,16 +18,41 @@ QByteArray PdfMoment(const WallTime& moment) {
       .toLatin1();
 }
 
-// The engine dates the file by the clock. The moment takes that place; blanks keep every later
-// offset what it is.
+// Moves the number of `digits` digits at `at`, which is a place in the file, by `by`.
+void MovePlace(QByteArray& pdf, qsizetype at, qsizetype digits, qsizetype by) {
+  const qsizetype place = pdf.mid(at, digits).toLongLong() + by;
+  pdf.replace(at, digits, QByteArray::number(place).rightJustified(digits, '0'));
+}
+
+// What stands behind the file's head has moved by `by`: the table of the objects' places, at the
+// end, follows. Its entries are lines such as "0000000015 00000 n ", the first of which is no
+// object's.
+void MoveObjects(QByteArray& pdf, qsizetype head, qsizetype by) {
+  constexpr qsizetype kEntry = 20;
+  constexpr qsizetype kDigits = 10;
+  const QByteArray word = "\nstartxref\n";
+  const qsizetype start = pdf.lastIndexOf(word) + word.size();
+  const qsizetype digits = pdf.indexOf('\n', start) - start;
+  const qsizetype table = pdf.mid(start, digits).trimmed().toLongLong() + by;
+  pdf.replace(start, digits, QByteArray::number(table));
+  const qsizetype count = pdf.indexOf('\n', table) + 1;
+  const qsizetype first = pdf.indexOf('\n', count) + 1 + kEntry;
+  for (qsizetype entry = first; pdf.mid(entry + kDigits, 6) == " 00000"; entry += kEntry) {
+    if (pdf.mid(entry, kDigits).toLongLong() > head) MovePlace(pdf, entry, kDigits, by);
+  }
+}
+
+// The engine dates the file by the clock and in the zone of this place. The moment takes that
+// place.
 void Date(QByteArray& pdf, const WallTime& moment) {
   const QByteArray key = "/CreationDate (";
-  const qsizetype open = pdf.indexOf(key);
-  const qsizetype close = open < 0 ? -1 : pdf.indexOf(')', open);
-  if (close < 0) return;
-  const qsizetype begin = open + key.size();
-  const QByteArray dated = PdfMoment(moment) + ')';
-  pdf.replace(begin, close + 1 - begin, dated.leftJustified(close + 1 - begin, ' ', true));
+  const qsizetype found = pdf.indexOf(key);
+  if (found < 0) throw std::runtime_error("The PDF document bears no date");
+  const qsizetype begin = found + key.size();
+  const qsizetype length = pdf.indexOf(')', begin) - begin;
+  const QByteArray dated = PdfMoment(moment);
+  pdf.replace(begin, length, dated);
+  MoveObjects(pdf, begin, dated.size() - length);
 }
 
 }  // namespace
