@@ -74,7 +74,8 @@ void InProcessPort::Schedule(const Transmission& transmission) {
   const Micros start = lineFree_;
   for (std::size_t i = 0; i < transmission.bytes.size(); ++i) {
     if (paced_) lineFree_ = start + WireTime(i + 1, transmission.baudRate);
-    coming_.push_back({lineFree_, static_cast<char>(transmission.bytes[i] & 0x7F), false});
+    const char seven = static_cast<char>(transmission.bytes[i] & 0x7F);
+    coming_.push_back({lineFree_, seven == kDamagedOnWire ? kDamagedCharacter : seven, false});
   }
 }
 

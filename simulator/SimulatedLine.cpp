@@ -75,7 +75,23 @@ SimulatedAmplifier* SimulatedLine::Amplifier(char axis) {
 
 std::vector<Transmission> SimulatedLine::Receive(std::string_view bytes, Micros now,
                                                  std::int32_t hostBaudRate) {
+  std::vector<Transmission> answers;
+  for (const NoisyPiece& piece : noise.Pass(bytes, NoiseDirection::toAmplifier)) {
+    Take(piece.bytes, now + piece.late, hostBaudRate, answers);
+  }
   std::vector<Transmission> sent;
+  for (Transmission& answer : answers) {
+    for (NoisyPiece& piece : noise.Pass(answer.bytes, NoiseDirection::toHost)) {
+      answer.bytes = std::move(piece.bytes);
+      answer.start += piece.late;
+      sent.push_back(answer);
+    }
+  }
+  return sent;
+}
+
+void SimulatedLine::Take(std::string_view bytes, Micros now, std::int32_t hostBaudRate,
+                         std::vector<Transmission>& sent) {
   for (const char byte : bytes) {
     if (byte == '\r') {
       const std::string line = std::exchange(input_, {});
@@ -84,12 +100,11 @@ std::vector<Transmission> SimulatedLine::Receive(std::string_view bytes, Micros 
       input_ += byte;
     }
   }
-  return sent;
 }
 
 void SimulatedLine::Serve(std::string_view line, Micros now, std::int32_t hostBaudRate,
                           std::vector<Transmission>& sent) {
-  if (line.empty()) return;
+  if (line.empty() || line.find(kDamagedOnWire) != std::string_view::npos) return;
   SimulatedAmplifier* const amplifier = Amplifier(line.front());
   if (amplifier == nullptr || !amplifier->Listens(now) || amplifier->BaudRate() != hostBaudRate) {
     return;

@@ -8,6 +8,7 @@
 
 #include "simulator/FaultPlan.h"
 #include "simulator/SimulatedAmplifier.h"
+#include "simulator/WireNoise.h"
 
 namespace velmoor {
 
@@ -32,14 +33,18 @@ class SimulatedLine {
   [[nodiscard]] const std::deque<SimulatedAmplifier>& Amplifiers() const { return amplifiers_; }
 
   // Takes bytes of the host, complete at `now`, sent at `hostBaudRate`. A line ends at CR; LF means
-  // nothing. An amplifier of another speed hears nothing, and none answers to a foreign axis.
+  // nothing. An amplifier of another speed hears nothing, none answers to a foreign axis, and none
+  // takes a line with a character of wrong parity.
   std::vector<Transmission> Receive(std::string_view bytes, Micros now, std::int32_t hostBaudRate);
   // Forgets a line that has begun.
   void DropInput() { input_.clear(); }
 
   FaultPlan faults;
+  WireNoise noise;
 
  private:
+  void Take(std::string_view bytes, Micros now, std::int32_t hostBaudRate,
+            std::vector<Transmission>& sent);
   void Serve(std::string_view line, Micros now, std::int32_t hostBaudRate,
              std::vector<Transmission>& sent);
 

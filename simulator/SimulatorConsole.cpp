@@ -65,6 +65,18 @@ bool ApplyOption(std::string_view word, Fault& fault) {
   return name == "skip" || name == "count" || name == "delay";
 }
 
+bool ApplyOption(std::string_view word, Noise& noise) {
+  const std::size_t equals = word.find('=');
+  const auto number =
+      equals == std::string_view::npos ? std::nullopt : Number(word.substr(equals + 1));
+  if (!number || *number < 0) return false;
+  const std::string_view name = word.substr(0, equals);
+  if (name == "skip") noise.skip = *number;
+  if (name == "delay") noise.delay = std::chrono::milliseconds(*number);
+  if (name == "bits") noise.bits = static_cast<unsigned>(*number);
+  return name == "skip" || name == "delay" || name == "bits";
+}
+
 std::string Describe(const Fault& fault) {
   return std::string(NameOf(fault.kind)) + (fault.match.empty() ? "" : " " + fault.match) +
          " skip=" + NumberText(fault.skip) + " count=" + NumberText(fault.count);
@@ -105,7 +117,11 @@ std::span<const SimulatorConsole::Command> SimulatorConsole::Commands() {
       {"fault", "KIND [COMMAND] [skip=N] [count=N] [delay=MS] [text=T]",
        "misbehaves on matching commands; count=0 for ever", 1, &SimulatorConsole::PlanFault},
       {"faults", "", "what is planned, and the kinds", 0, &SimulatorConsole::ShowFaults},
-      {"clear", "", "drops all planned faults", 0, &SimulatorConsole::ClearFaults},
+      {"clear", "", "drops all planned faults and noise", 0, &SimulatorConsole::ClearFaults},
+      {"noise", "[KIND in|out [skip=N] [delay=MS] [bits=N]]",
+       "harms one byte, or the rest of its line, on its way to the amplifier (in) or to the host; "
+       "without a kind tells whether it is still to come",
+       0, &SimulatorConsole::PlanNoise},
       {"power", "", "off and on again", 0, &SimulatorConsole::PowerCycle},
       {"unplug", "", "pulls the line's plug", 0, &SimulatorConsole::Unplug},
       {"plug", "", "and puts it back", 0, &SimulatorConsole::Plug},
@@ -290,6 +306,23 @@ Outcome SimulatorConsole::ShowFaults(Words /*words*/, Micros /*now*/) {
 
 Outcome SimulatorConsole::ClearFaults(Words /*words*/, Micros /*now*/) {
   line_.faults.Clear();
+  line_.noise.Clear();
+  return Done();
+}
+
+Outcome SimulatorConsole::PlanNoise(Words words, Micros /*now*/) {
+  if (words.empty()) return Done(line_.noise.IsPlanned() ? "to come\n" : "none\n");
+  const auto kind = NoiseKindOf(words[0]);
+  const bool in = words.size() > 1 && words[1] == "in";
+  if (!kind || words.size() < 2 || (!in && words[1] != "out")) {
+    return Failed("Usage: noise KIND in|out. Kinds: " + NoiseNames());
+  }
+  Noise noise{.kind = *kind,
+              .direction = in ? NoiseDirection::toAmplifier : NoiseDirection::toHost};
+  for (const std::string& word : words.subspan(2)) {
+    if (!ApplyOption(word, noise)) return Failed("Not understood: " + word);
+  }
+  line_.noise.Plan(noise);
   return Done();
 }
 

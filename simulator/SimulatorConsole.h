@@ -50,6 +50,7 @@ class SimulatorConsole {
   Outcome PlanFault(Words words, Micros now);
   Outcome ShowFaults(Words words, Micros now);
   Outcome ClearFaults(Words words, Micros now);
+  Outcome PlanNoise(Words words, Micros now);
   Outcome Forget(Words words, Micros now);
   Outcome PowerCycle(Words words, Micros now);
   Outcome Unplug(Words words, Micros now);

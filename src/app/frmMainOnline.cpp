@@ -31,6 +31,7 @@ void frmMain::mnuToolsOnline_Click() {
     PreOnline();
     result = clsHelix7->GoOnline(false);
   }
+  if (clsProject) clsProject->MarkAfterStrayWrite();
   if (result == kSuccess) {
     PostOnline();
   } else {

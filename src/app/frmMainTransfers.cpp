@@ -32,6 +32,8 @@ bool frmMain::GoOnlineForTransfer(const std::string& failure) {
     const BusyPointer busy;
     result = clsHelix7->GoOnline(false);
   }
+  // The search too writes a parameter.
+  clsProject->MarkAfterStrayWrite();
   if (result == kSuccess) {
     if (!blnIsOnline) PostOnline();
     return true;

@@ -194,10 +194,11 @@ void ClassSerialComm::ResetTimeOut() {
 }
 
 ResultCode ClassSerialComm::ReadEcho(std::string_view bareCommand) {
+  m_echo.clear();
   if (!m_echoBack) return kSuccess;
-  const std::string echo = m_saxComm->ReadLine();
-  if (echo.empty()) return kNoResponse;
-  return Contains(echo, bareCommand) ? kSuccess : kEchoMismatch;
+  m_echo = m_saxComm->ReadLine();
+  if (m_echo.empty()) return kNoResponse;
+  return Contains(m_echo, bareCommand) ? kSuccess : kEchoMismatch;
 }
 
 ResultCode ClassSerialComm::executeWriteCommand(const std::string& command) {
@@ -216,8 +217,20 @@ ResultCode ClassSerialComm::executeWriteCommand(const std::string& command) {
   });
 }
 
+ResultCode ClassSerialComm::WriteNumber(const std::string& command) {
+  const ResultCode result = executeWriteCommand(command);
+  if (result == kEchoMismatch) {
+    const std::string_view bareCommand = WithoutAxis(command);
+    m_strayWrite |= !Contains(m_echo, bareCommand.substr(0, bareCommand.find('=') + 1));
+  }
+  const bool taken = m_echo.empty() || Trim(m_echo).ends_with(WithoutAxis(command));
+  return result == kSuccess && !taken ? kEchoMismatch : result;
+}
+
 ResultCode ClassSerialComm::JudgeAcknowledge(std::string_view answer) {
   if (Contains(answer, kRefusalMark)) return RefusalNumber(answer, kNotAcknowledged);
+  // What was damaged may have been the letter of an error.
+  if (answer.find(kDamagedCharacter) != std::string_view::npos) return kNotAcknowledged;
   if (!Contains(answer, kAlarmMark)) {
     // Whatever the answer says: without an "E" the write counts as done.
     if (!Contains(answer, "E")) return kSuccess;
@@ -248,7 +261,9 @@ ResultCode ClassSerialComm::executeReadCommand(const std::string& command, std::
     }
     const std::size_t at = answer.find(delimiter);
     if (at == std::string::npos) return kValueNotFound;
-    response = answer.substr(at + delimiter.size());
+    const std::string value = answer.substr(at + delimiter.size());
+    if (value.find(kDamagedCharacter) != std::string::npos) return kValueNotFound;
+    response = value;
     return kSuccess;
   });
 }

@@ -16,6 +16,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "link/ResultCode.h"
 #include "platform/SerialPort.h"
@@ -101,6 +102,10 @@ class ClassSerialComm {
   // `cmd` 0 to 12 (InfoCommand), otherwise -4. A failed read empties `data`.
   [[nodiscard]] ResultCode helixReadInfo(std::int32_t cmd, std::string& data);
 
+  // Whether a write since the last call may have reached another row or parameter than it named:
+  // its echo, which shows what the amplifier has taken, did not begin as it did.
+  [[nodiscard]] bool TakeStrayWrite() { return std::exchange(m_strayWrite, false); }
+
   // The raw exchange: `command` goes out as given, axis included; nothing is parsed or compared. A
   // closed port is not tested for and gives -2. With echo off response[1] stays untouched.
   [[nodiscard]] ResultCode writeToSerial(const std::string& command, RawResponse& response);
@@ -126,6 +131,9 @@ class ClassSerialComm {
   // Runs an exchange under the guard and clears it whatever happens.
   ResultCode Guarded(AfterExchange after, const std::function<ResultCode()>& exchange);
   ResultCode ReadEcho(std::string_view bareCommand);
+  // executeWriteCommand for a line that ends in a number. The amplifier takes what its echo shows:
+  // an echo that goes on behind the command is that of another number, and gives -3.
+  ResultCode WriteNumber(const std::string& command);
   [[nodiscard]] static ResultCode JudgeAcknowledge(std::string_view answer);
   void RaiseTimeOut(std::string_view bareCommand);
   void ResetTimeOut();
@@ -139,6 +147,8 @@ class ClassSerialComm {
                       std::span<const std::string> data);
 
   bool m_busy = false;  // a line is out and its answer is awaited
+  std::string m_echo;   // of the latest exchange
+  bool m_strayWrite = false;
   std::int16_t m_axisNo = 0;
   std::int32_t m_baudRate = 19200;
   bool m_echoBack = true;

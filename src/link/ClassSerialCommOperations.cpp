@@ -62,7 +62,7 @@ ResultCode ClassSerialComm::WriteRow(std::span<const std::string_view> words, st
                                      std::span<const std::string> data) {
   for (std::size_t i = 0; i < words.size(); ++i) {
     const std::string argument = NumberText(row) + "=" + std::string(Trim(data[i]));
-    const ResultCode result = executeWriteCommand(Line(words[i], argument));
+    const ResultCode result = WriteNumber(Line(words[i], argument));
     if (result != kSuccess) return result;
   }
   return kSuccess;
@@ -95,13 +95,13 @@ ResultCode ClassSerialComm::readParameter(const std::string& pn, std::string& va
 
 ResultCode ClassSerialComm::writeParameter(const std::string& pn, const std::string& value) {
   const std::string argument = std::string(Trim(pn)) + "=" + std::string(Trim(value));
-  return executeWriteCommand(Line(kParameterCommand, argument));
+  return WriteNumber(Line(kParameterCommand, argument));
 }
 
 // ---- commands
 
 ResultCode ClassSerialComm::writeHomeOffset(std::int32_t data) {
-  return executeWriteCommand(Line(kHomeOffsetCommand, NumberText(data)));
+  return WriteNumber(Line(kHomeOffsetCommand, NumberText(data)));
 }
 
 ResultCode ClassSerialComm::SetInertiaRatio() {
@@ -109,13 +109,12 @@ ResultCode ClassSerialComm::SetInertiaRatio() {
 }
 
 ResultCode ClassSerialComm::SetRigidity(std::int16_t iData) {
-  return executeWriteCommand(Line(kRigidityCommand, NumberText(iData)));
+  return WriteNumber(Line(kRigidityCommand, NumberText(iData)));
 }
 
 ResultCode ClassSerialComm::helixJog(std::int32_t Speed, std::int32_t dir) {
   if (dir != 0 && dir != 1) return kBadSelector;
-  return executeWriteCommand(
-      Line(dir == 0 ? kJogForwardCommand : kJogReverseCommand, NumberText(Speed)));
+  return WriteNumber(Line(dir == 0 ? kJogForwardCommand : kJogReverseCommand, NumberText(Speed)));
 }
 
 ResultCode ClassSerialComm::helixSimpleCommand(std::int32_t cmd) {

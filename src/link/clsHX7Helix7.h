@@ -144,6 +144,9 @@ class clsHX7Helix7 {
   // session.
   [[nodiscard]] ResultCode ResetDefaults(std::int32_t eItem);
 
+  // A write may have reached another row or parameter than it named, since the last call.
+  [[nodiscard]] bool TakeStrayWrite() { return clsSerialComm.TakeStrayWrite(); }
+
   // The raw exchange of `strCmd`, axis included. `strReturn` becomes the line behind the echo:
   // empty, with a success all the same, when the amplifier does not echo.
   [[nodiscard]] ResultCode SendToSerial(const std::string& strCmd, std::string& strReturn);

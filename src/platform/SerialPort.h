@@ -1,8 +1,9 @@
 // Port: the serial line. One line of text out, one line of text in.
 //
 // The adapter ends each command line with CR, takes CR, LF and CRLF as the end of an answer, never
-// delivers an empty line, strips the eighth bit, and caps the length of a line. Waiting for an
-// answer serves no events: a button released inside an exchange must not start another.
+// delivers an empty line, strips the eighth bit, and caps the length of a line. A character whose
+// parity or frame is wrong comes as kDamagedCharacter. Waiting for an answer serves no events: a
+// button released inside an exchange must not start another.
 #pragma once
 
 #include <stdexcept>
@@ -16,6 +17,9 @@ class SerialPortError : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
 };
+
+// In no line that an amplifier sends.
+inline constexpr char kDamagedCharacter = '\x7F';
 
 class SerialPort {
  public:

@@ -72,7 +72,21 @@ std::vector<clsHX7Project::DirtyTool> clsHX7Project::DownloadOrder() {
   return order;
 }
 
+void clsHX7Project::MarkAfterStrayWrite() {
+  if (!gMainForm->Helix7()->TakeStrayWrite()) return;
+  MarkEverything();
+  // The marks are to outlive the session.
+  blnNeedsSaving_ = true;
+}
+
 bool clsHX7Project::Download() {
+  MarkAfterStrayWrite();
+  const bool done = SendNew();
+  MarkAfterStrayWrite();
+  return done;
+}
+
+bool clsHX7Project::SendNew() {
   bool downloadedItem = false;
   for (DirtyTool& tool : DownloadOrder()) {
     if (!tool.isDirty) continue;
@@ -84,6 +98,7 @@ bool clsHX7Project::Download() {
   // Tables alone restart nothing; parameters take effect only after the restart, whose result is
   // not examined.
   if (downloadedItem) (void)gMainForm->Helix7()->ResetHardware();
+  SettleSentRows();
   blnIsDirty_ = false;
   DownloadComplete.Raise();
   return true;
@@ -92,6 +107,7 @@ bool clsHX7Project::Download() {
 bool clsHX7Project::DownloadAll() {
   MarkEverything();
   const bool done = SendEverything();
+  MarkAfterStrayWrite();
   // The marks of what did not go out are to outlive the session.
   if (!done) blnNeedsSaving_ = true;
   return done;
@@ -116,8 +132,14 @@ bool clsHX7Project::SendEverything() {
     RigidityChanged.Raise();
   }
   ResetAllIsDirty();
+  SettleSentRows();
   DownloadComplete.Raise();
   return true;
+}
+
+// Edits of sister tools may have gone out with a tool's rows.
+void clsHX7Project::SettleSentRows() {
+  for (ParameterToolBase* const tool : ParameterTools()) tool->SettleSentRows();
 }
 
 bool clsHX7Project::DownloadPart(Tool part) {
@@ -136,6 +158,12 @@ bool clsHX7Project::DownloadPart(Tool part) {
 }
 
 bool clsHX7Project::DownloadParts(const std::vector<Tool>& parts) {
+  const bool done = SendParts(parts);
+  MarkAfterStrayWrite();
+  return done;
+}
+
+bool clsHX7Project::SendParts(const std::vector<Tool>& parts) {
   bool restart = false;
   for (const Tool part : parts) {
     if (!DownloadPart(part)) {
@@ -151,8 +179,7 @@ bool clsHX7Project::DownloadParts(const std::vector<Tool>& parts) {
   for (const Tool part : parts) {
     if (part == Tool::mechanicalSystem) clsMechanicalSystem_.SetIsDirty(false);
   }
-  // Edits of the sisters may have gone out with these parts.
-  for (ParameterToolBase* const tool : ParameterTools()) tool->SettleSentRows();
+  SettleSentRows();
   DownloadComplete.Raise();
   return true;
 }

@@ -113,6 +113,9 @@ class clsHX7Project final : public Project {
   // The whole of the tools named, tables before parameters, whatever their marks; restarts the
   // hardware when a parameter went out.
   bool DownloadParts(const std::vector<Tool>& parts);
+  // Marks everything where a write since the last look may have reached another row or parameter
+  // than it named: the amplifier may hold other values than the project then, anywhere.
+  void MarkAfterStrayWrite();
   // Reads one tool's rows into memory. False: stopped or failed.
   [[nodiscard]] bool UploadPart(Tool part);
   // Takes a snapshot and reads the tools named. False: stopped or failed; the snapshot is back
@@ -252,6 +255,9 @@ class clsHX7Project final : public Project {
   // Marks the records of the parameters that `concerned` names and that are sent at all.
   void MarkParameters(const std::function<bool(const std::string& strPn)>& concerned);
   bool DownloadPart(Tool part);
+  void SettleSentRows();
+  bool SendNew();
+  bool SendParts(const std::vector<Tool>& parts);
   [[nodiscard]] ShownUnits PresentUnits() const;
   [[nodiscard]] static std::vector<int> RowsToSend(const MotionTable& table, bool all);
   // Marks the rows in memory and in the working file.

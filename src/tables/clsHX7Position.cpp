@@ -9,6 +9,7 @@
 #include "platform/Numbers.h"
 #include "project/data/Schema.h"
 #include "session/Session.h"
+#include "tables/CellRules.h"
 #include "tables/frmPosition.h"
 
 namespace velmoor {
@@ -138,6 +139,10 @@ ResultCode clsHX7Position::UploadRow(int row) {
     std::string shown = FromController(kColumns[static_cast<std::size_t>(column)].kind, text);
     if (column == event) shown = ConvertPaddedTimeToTime(text);
     if (column == loop && !text.empty()) shown = NumberText(Int32FromText(text));
+    // Words have no number form that would fail: a garbled one must not become the project's.
+    const bool garbled = (column == outputs && !CheckOutputs(shown).accepted) ||
+                         (column == event && !CheckEvent(shown).accepted);
+    if (garbled && !shown.empty()) return kValueNotFound;
     cells.push_back(std::move(shown));
   }
   // All are converted before any is shown.

@@ -74,6 +74,46 @@ TEST_F(Exchange, EchoMustContainTheCommand) {
   EXPECT_EQ(comm.helixSimpleCommand(1), kNoResponse);
 }
 
+// The amplifier takes what its echo shows.
+TEST_F(Exchange, AnEchoOfAnotherNumberIsNoSuccess) {
+  const auto writes = [this](const std::string& echo) {
+    port.Answer("0PRM81D=1200", {echo, "0OK"});
+    return comm.writeParameter("81D", "1200");
+  };
+  for (const char* const echo : {"0PRM81D=1200", "xx0PRM81D=1200", "0PRM81D=1200 "}) {
+    EXPECT_EQ(writes(echo), kSuccess) << echo;
+    EXPECT_FALSE(comm.TakeStrayWrite()) << echo;
+  }
+  for (const char* const echo : {"0PRM81D=12000", "0PRM81D=120", "0PRM81D=1300"}) {
+    EXPECT_EQ(writes(echo), kEchoMismatch) << echo;
+    EXPECT_FALSE(comm.TakeStrayWrite()) << echo << " names the same parameter";
+  }
+  for (const char* const echo : {"0PRM81=1200", "0PRM881D=1200", "0OK"}) {
+    EXPECT_EQ(writes(echo), kEchoMismatch) << echo;
+    EXPECT_TRUE(comm.TakeStrayWrite()) << echo;
+    EXPECT_FALSE(comm.TakeStrayWrite()) << echo;
+  }
+  port.Answer("0JOGP500", {"0JOGP5000", "0OK"});
+  EXPECT_EQ(comm.helixJog(500, 0), kEchoMismatch);
+}
+
+TEST_F(Exchange, WhatArrivedDamagedIsNoAnswer) {
+  port.Answer("0PRM000", {"0PRM000",
+                          "0Pn000=0000\x7F"
+                          "010"});
+  std::string value = "before";
+  EXPECT_EQ(comm.readParameter("000", value), kValueNotFound);
+  EXPECT_EQ(value, "before");
+  port.Answer("0PRM000=0010", {"0PRM000=0010",
+                               "0\x7F"
+                               "5A1"});
+  EXPECT_EQ(comm.writeParameter("000", "0010"), kNotAcknowledged);
+  port.Answer("0PRM000=0010", {"\x7F"
+                               "0PRM000=0010",
+                               "0OK"});
+  EXPECT_EQ(comm.writeParameter("000", "0010"), kSuccess) << "noise before the echo";
+}
+
 TEST_F(Exchange, WithoutEchoOneLineIsRead) {
   comm.setEchoBack(false);
   port.Answer("0SVON", {"0OK", "leftover"});

@@ -176,5 +176,41 @@ TEST_F(Line, HangUpTakesThePortAway) {
   EXPECT_THROW(port.WriteLine("0VER"), SerialPortError);
 }
 
+// The fifth byte of the command, or of the echo, goes wrong.
+TEST_F(Line, NoiseHarmsOneByteOrItsLine) {
+  struct Case {
+    NoiseKind kind;
+    NoiseDirection direction;
+    Lines lines;
+  };
+  const auto in = NoiseDirection::toAmplifier;
+  const auto out = NoiseDirection::toHost;
+  const std::string answer = "0Pn100=00000040";
+  const Case cases[] = {
+      {NoiseKind::dropByte, in, {"0PRM00", "0Pn000=00000000"}},
+      {NoiseKind::dropByte, out, {"0PRM00", answer}},
+      {NoiseKind::damageByte, in, {}},
+      {NoiseKind::damageByte,
+       out,
+       {"0PRM\x7F"
+        "00",
+        answer}},
+      {NoiseKind::turnByte, out, {"0PRM200", answer}},
+      {NoiseKind::doubleByte, in, {"0PRM1100", "0E210 ERR"}},
+      {NoiseKind::doubleByte, out, {"0PRM1100", answer}},
+      {NoiseKind::delayByte, out, {"0PRM100", answer}},
+      {NoiseKind::cutLine, in, {}},
+      {NoiseKind::cutLine, out, {"0PRM" + answer}},
+      {NoiseKind::repeatLine, in, {"0PRM100", answer, "0PRM100", answer}},
+      {NoiseKind::repeatLine, out, {"0PRM100", "0PRM100", answer}},
+  };
+  for (const Case& c : cases) {
+    line.DropInput();
+    line.noise.Plan({.kind = c.kind, .direction = c.direction, .skip = 4});
+    EXPECT_EQ(Ask("0PRM100"), c.lines) << NoiseNames() << ": " << static_cast<int>(c.kind);
+    EXPECT_FALSE(line.noise.IsPlanned());
+  }
+}
+
 }  // namespace
 }  // namespace velmoor

@@ -11,6 +11,7 @@
 #include "platform/Rx900Utils.h"
 #include "platform/headless/HeadlessFailure.h"
 #include "platform/headless/HeadlessWorld.h"
+#include "platform/headless/OnlyInstance.h"
 #include "platform/posix/PosixFiles.h"
 #include "platform/posix/PosixSerialPort.h"
 #include "platform/posix/ProgramPlaces.h"
@@ -20,20 +21,6 @@
 
 namespace velmoor {
 namespace {
-
-// Nobody else is asked, and nobody asks: a session for itself.
-class OnlyInstance final : public SingleInstance {
- public:
-  bool Claim(const std::string& /*name*/) override { return true; }
-  void Release() override {}
-  void Listen(std::function<void(std::string)> /*onMessage*/, std::function<bool()> /*isVisible*/,
-              std::function<void()> /*onActivate*/) override {}
-  void StopListening() override {}
-  bool FindRunning() override { return false; }
-  bool IsRunningVisible() override { return false; }
-  void SendMessage(const std::string& /*bytes*/, std::chrono::milliseconds /*limit*/) override {}
-  void ActivateRunning() override {}
-};
 
 class StepFailed : public std::runtime_error {
  public:
@@ -140,7 +127,7 @@ class UnattendedSession {
   StandardRx900Utils rx900Utils_;
   CatalogueLibrary catalogue_;
   posix::PosixSerialPort port_;
-  OnlyInstance instance_;
+  headless::OnlyInstance instance_;
   MainModule module_;
   std::size_t boxesBefore_ = 0;
 };

@@ -221,9 +221,10 @@ void PosixSerialPort::Receive() {
   if (count < 0 && (errno == EAGAIN || errno == EINTR)) return;
   if (count <= 0) Lose(count < 0 ? errno : EIO);
   for (const char byte : std::string_view(chunk.data(), static_cast<std::size_t>(count))) {
-    const char c = static_cast<char>(byte & 0x7F);
+    const char seven = static_cast<char>(byte & 0x7F);
+    const char c = seven == '\0' ? kDamagedCharacter : seven;
     if (IsLineEnd(c)) skipsToLineEnd_ = false;
-    if (c != '\0' && !skipsToLineEnd_) received_ += c;
+    if (!skipsToLineEnd_) received_ += c;
   }
 }
 

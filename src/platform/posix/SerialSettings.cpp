@@ -56,6 +56,8 @@ void FillFrame(const Frame& frame, termios& attributes) {
   if (frame.parity != 'n') attributes.c_cflag |= PARENB;
   if (frame.parity == 'o') attributes.c_cflag |= PARODD;
   if (frame.stopBits == 2) attributes.c_cflag |= CSTOPB;
+  // A character whose parity or frame is wrong then arrives as a zero byte.
+  if (frame.parity != 'n') attributes.c_iflag |= INPCK;
   // A break would otherwise arrive as a zero byte.
   attributes.c_iflag |= IGNBRK;
   attributes.c_iflag &= ~static_cast<tcflag_t>(IXON | IXOFF | IXANY);

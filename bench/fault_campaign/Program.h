@@ -1,0 +1,103 @@
+// The desktop program's session without a screen, and a user who agrees to every question.
+#pragma once
+
+#include <algorithm>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "BenchAdapters.h"
+#include "app/MainModule.h"
+#include "platform/headless/HeadlessFailure.h"
+#include "platform/headless/HeadlessWorld.h"
+#include "platform/headless/OnlyInstance.h"
+
+namespace velmoor::campaign {
+
+class AgreeingUser final : public MessageBoxes {
+ public:
+  BoxAnswer Show(BoxKind kind, BoxButtons buttons, const std::string& text,
+                 const std::string& /*title*/) override {
+    texts.push_back(OneLine(text));
+    if (TellsOfFailure(kind, buttons)) ++failures;
+    const bool agrees = !refuses || !refuses(text);
+    switch (buttons) {
+      case BoxButtons::yesNo:
+      case BoxButtons::yesNoCancel:
+        return agrees ? BoxAnswer::yes : BoxAnswer::no;
+      case BoxButtons::okCancel:
+        return agrees ? BoxAnswer::ok : BoxAnswer::cancel;
+      case BoxButtons::ok:
+        break;
+    }
+    return BoxAnswer::ok;
+  }
+
+  std::vector<std::string> texts;
+  int failures = 0;  // boxes that told of one
+  std::function<bool(const std::string& text)> refuses;
+};
+
+class Program {
+ public:
+  // A new project in `folder`, which is open when the object is made. Throws std::runtime_error.
+  Program(SerialPort& port, const std::string& folder) : module_(port, instance_, Path(folder)) {
+    adapters_.Fill(headless_.world, folder);
+    headless_.world.boxes = &user;
+    before_ = headless::SetFailureHandler([this](const std::string& text) {
+      if (text != kNoComparison) unforeseen.push_back(text);
+    });
+    user.refuses = [](const std::string& text) {
+      return text.find("communications manually") != std::string::npos;
+    };
+    adapters_.files.ReplaceDurably(JoinPath(headless_.world.appDirectory, "Velmoor.spt"),
+                                   Path(folder));
+    if (!module_.Main() || gMainForm->CurrentProject() == nullptr) {
+      throw std::runtime_error("the program did not start");
+    }
+  }
+  ~Program() {
+    module_.Terminate();
+    headless::SetFailureHandler(before_);
+    std::filesystem::current_path(directory_);
+  }
+  Program(const Program&) = delete;
+  Program& operator=(const Program&) = delete;
+
+  void Choose(const std::string& command) {
+    user.texts.clear();
+    user.failures = 0;
+    headless_.forms.OnShow("frmCompare",
+                           [](headless::HeadlessForm& form) { form.Press("cmdCancel"); });
+    headless_.forms.Main().Choose(command);
+    headless_.forms.Verify();
+  }
+  [[nodiscard]] bool Said(const std::string& part) const {
+    return std::ranges::any_of(user.texts, [&part](const std::string& text) {
+      return text.find(part) != std::string::npos;
+    });
+  }
+  [[nodiscard]] static frmMain& Form() { return dynamic_cast<frmMain&>(*gMainForm); }
+  [[nodiscard]] static clsHX7Project& Project() {
+    return dynamic_cast<clsHX7Project&>(*gMainForm->CurrentProject());
+  }
+  [[nodiscard]] bool IsDialogOpen() const { return headless_.forms.IsOpen("frmDialogStop"); }
+
+  AgreeingUser user;
+  std::vector<std::string> unforeseen;  // what no user would have met
+
+ private:
+  static constexpr const char* kNoComparison = "The form frmCompare was not shown";
+  static std::string Path(const std::string& folder) { return folder + "/campaign.spj"; }
+
+  std::filesystem::path directory_ = std::filesystem::current_path();
+  headless::HeadlessWorld headless_;
+  bench::BenchAdapters adapters_;
+  headless::OnlyInstance instance_;
+  headless::FailureHandler before_;
+  MainModule module_;
+};
+
+}  // namespace velmoor::campaign

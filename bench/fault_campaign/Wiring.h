@@ -1,0 +1,78 @@
+// The line between the program and the amplifier of a campaign, and the amplifier's console.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "platform/SerialPort.h"
+
+namespace velmoor::campaign {
+
+// Passes everything on, counts the exchanges, and does something before one of them.
+class WatchedPort final : public SerialPort {
+ public:
+  // Time-outs of a real clock are divided by `hurry`.
+  WatchedPort(SerialPort& port, int hurry) : port_(port), hurry_(hurry) {}
+
+  // Starts to count; `work` runs before the exchange number `exchange`, counted from 0.
+  void Before(int exchange, std::function<void()> work) {
+    exchanges_ = 0;
+    when_ = exchange;
+    work_ = std::move(work);
+  }
+  [[nodiscard]] int Exchanges() const { return exchanges_; }
+
+  void SetSettings(const std::string& settings) override { port_.SetSettings(settings); }
+  [[nodiscard]] std::string Settings() const override { return port_.Settings(); }
+  void SetPortName(const std::string& name) override { port_.SetPortName(name); }
+  bool Open() override { return port_.Open(); }
+  void Close() override { port_.Close(); }
+  [[nodiscard]] bool IsOpen() const override { return port_.IsOpen(); }
+  [[nodiscard]] std::string LastError() const override { return port_.LastError(); }
+  void SetReadTimeOut(int milliseconds) override {
+    timeOut_ = milliseconds;
+    port_.SetReadTimeOut(milliseconds / hurry_);
+  }
+  [[nodiscard]] int ReadTimeOut() const override { return timeOut_; }
+  [[nodiscard]] int WaitingBytes() override { return port_.WaitingBytes(); }
+  void DiscardInput() override { port_.DiscardInput(); }
+  void WriteLine(std::string_view line) override {
+    if (exchanges_++ == when_ && work_) work_();
+    port_.WriteLine(line);
+  }
+  std::string ReadLine() override { return port_.ReadLine(); }
+
+ private:
+  SerialPort& port_;
+  int hurry_;
+  int timeOut_ = 5000;
+  int exchanges_ = 0;
+  int when_ = -1;
+  std::function<void()> work_;
+};
+
+// An amplifier on a line that can be harmed, by the commands of the simulator's console.
+class Wiring {
+ public:
+  virtual ~Wiring() = default;
+  [[nodiscard]] virtual WatchedPort& Port() = 0;
+  // What the console says to a command; "send" executes a line as if it came over the wire.
+  virtual std::string Type(const std::string& command) = 0;
+  // Longer than any time-out of the program, in the line's milliseconds.
+  [[nodiscard]] virtual int TooLate() const = 0;
+  // Lets everything arrive that is too late.
+  virtual void WaitForLate() = 0;
+  // Lets the time of a restart pass.
+  virtual void WaitForRestart() = 0;
+  [[nodiscard]] virtual const char* Name() const = 0;
+};
+
+// In this process, on a clock that costs nothing.
+[[nodiscard]] std::unique_ptr<Wiring> WireInProcess();
+// The program `simulator` on a pseudo-terminal, unpaced. Its device is a link below `folder`.
+// Throws std::runtime_error.
+[[nodiscard]] std::unique_ptr<Wiring> WireTerminal(const std::string& simulator,
+                                                   const std::string& folder);
+
+}  // namespace velmoor::campaign
