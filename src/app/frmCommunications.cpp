@@ -66,7 +66,6 @@ void frmCommunications::Show() {
 }
 
 void frmCommunications::Form_Load() {
-  form_->button("cmdHelp").SetEnabled(false);
   DisableUnimplementedOptions();
   iIndexProtocol = kImplementedProtocol;
   iIndexCOM = main_.COM();

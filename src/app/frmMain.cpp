@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "app/HelpTopics.h"
 #include "platform/Events.h"
 #include "platform/Form.h"
 #include "platform/MessageBoxes.h"
@@ -51,7 +52,6 @@ void frmMain::MDIForm_Load() {
   ReadFromRegistryWindowSettings();
   LoadRecentFiles();
   ConnectWindow();
-  DisableMissingCommands();
   for (const char* const shown :
        {"mnuViewStatusBar", "mnuViewToolbarStandard", "mnuViewToolbarModule"}) {
     window_->SetCommandChecked(shown, true);
@@ -76,6 +76,7 @@ void frmMain::ConnectWindow() {
       return true;
     });
   });
+  connections_ += world().forms->HelpAsked.Connect([](const Form* form) { ShowHelpFor(form); });
   connections_ += window_->QueryUnload.Connect([this] { MDIForm_QueryUnload(); });
   connections_ += window_->Unload.Connect([this](bool& Cancel) { MDIForm_Unload(Cancel); });
   connections_ += window_->Closed.Connect([this] { Closed.Raise(); });
@@ -138,6 +139,7 @@ const std::vector<frmMain::CommandEntry>& frmMain::Commands() {
       {"mnuWindowCascade", &frmMain::mnuWindowCascade_Click},
       {"mnuWindowTileHorizontal", &frmMain::mnuWindowTileHorizontal_Click},
       {"mnuWindowTileVertical", &frmMain::mnuWindowTileVertical_Click},
+      {"mnuHelpContents", &frmMain::mnuHelpContents_Click},
       {"mnuHelpAbout", &frmMain::mnuHelpAbout_Click},
   };
   return commands;

@@ -108,7 +108,6 @@ class frmMain final : public SessionState {
   static const std::vector<CommandEntry>& Commands();
   void ConnectWindow();
   void OnCommand(const std::string& name);
-  void DisableMissingCommands();
   void ReceiveMessage(const std::string& bytes);
   void DeliverMessages();
   void RefreshWindow();
@@ -280,6 +279,7 @@ class frmMain final : public SessionState {
   void mnuWindowCascade_Click() { window_->Arrange(Arrangement::cascade); }
   void mnuWindowTileHorizontal_Click() { window_->Arrange(Arrangement::tileHorizontal); }
   void mnuWindowTileVertical_Click() { window_->Arrange(Arrangement::tileVertical); }
+  void mnuHelpContents_Click();
   void mnuHelpAbout_Click();
 
   SingleInstance& instance_;

@@ -1,6 +1,7 @@
 // Modules, tool windows, and which menus and tools are offered.
 
-#include "app/Version.h"
+#include "app/HelpTopics.h"
+#include "app/frmAbout.h"
 #include "app/frmMain.h"
 #include "platform/Form.h"
 #include "platform/MessageBoxes.h"
@@ -28,18 +29,10 @@ constexpr const char* kOnlineCommands[] = {
     "mnuToolsResetDefaultsAll", "mnuToolsResetParametersAll", "mnuToolsResetTablesAll",
     "mnuToolsResetTableIndex",  "mnuToolsResetTableJog",      "mnuToolsResetTableZone",
 };
-// Entries whose tool is not part of the program.
-constexpr const char* kMissingCommands[] = {
-    "mnuHelpContents",
-};
 
 }  // namespace
 
 // ---- what is offered
-
-void frmMain::DisableMissingCommands() {
-  for (const char* const name : kMissingCommands) window_->SetCommandEnabled(name, false);
-}
 
 void frmMain::EnableByState() {
   for (const char* const name : kOnlineCommands) window_->SetCommandEnabled(name, blnIsOnline);
@@ -76,8 +69,12 @@ void frmMain::ShowStatusBar() {
   window_->SetStatusBarVisible(window_->CommandChecked("mnuViewStatusBar"));
 }
 
+void frmMain::mnuHelpContents_Click() {
+  ShowHelpFor(nullptr);
+}
+
 void frmMain::mnuHelpAbout_Click() {
-  ShowPlain("Velmoor\rVersion " + std::string(kProgramVersion), "About Velmoor");
+  frmAbout().Show();
 }
 
 // ---- modules

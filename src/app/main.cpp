@@ -18,6 +18,7 @@
 #include "platform/qt/QtEventPump.h"
 #include "platform/qt/QtProgram.h"
 #include "platform/qt/QtSerialAdapters.h"
+#include "platform/sqlcipher/Engine.h"
 #include "platform/sqlcipher/SqlcipherDatabases.h"
 #include "project/data/CatalogueLibrary.h"
 
@@ -55,6 +56,11 @@ int main(int argc, char** argv) {
   const posix::CatalogueCopyPlace copyPlace(adapters.appDirectory);
   adapters.catalogueCopyDirectory = copyPlace.Directory();
   adapters.reportDirectory = posix::StateDirectory();
+  adapters.foundations = [] {
+    std::vector<std::string> versions = qt::QtProgram::Versions();
+    for (std::string& version : sqlcipher::EngineVersions()) versions.push_back(version);
+    return versions;
+  };
   adapters.lastThrowTrace = posix::LastThrowTrace;
   SetWorld(&adapters);
 

@@ -97,6 +97,10 @@ class Forms {
   [[nodiscard]] virtual Form* Active() const = 0;
   // A modal or blocking form, a message box or a file dialog is up.
   [[nodiscard]] virtual bool InputBlocked() const = 0;
+
+  // The user asks for help: by F1, or by the button cmdHelp of a form. The form that has the
+  // keyboard, or the one below a box; null where there is none but the main window.
+  Event<const Form*> HelpAsked;
 };
 
 }  // namespace velmoor

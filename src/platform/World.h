@@ -18,6 +18,7 @@ class EventPump;
 class FileDialogs;
 class Files;
 class Forms;
+class HelpViewer;
 class Mcatbase;
 class MessageBoxes;
 class PdfMaker;
@@ -40,6 +41,7 @@ struct World {
   TextViewer* textViewer = nullptr;         // null where a program has none
   PdfMaker* pdf = nullptr;                  // null where a program makes no documents
   Printing* printing = nullptr;             // null where a program has no printers
+  HelpViewer* helpViewer = nullptr;         // null where a program has none
   SerialPorts* serialPorts = nullptr;       // null where a program has none to choose from
   Forms* forms = nullptr;                   // windows; null where a program has none
   Rx900Utils* rx900Utils = nullptr;         // the card's number formats and checksum
@@ -53,6 +55,10 @@ struct World {
   std::string catalogueCopyDirectory;
   // The user's directory for reports of errors.
   std::string reportDirectory;
+
+  // The libraries and the system below the program, "Qt 6.4.2", as they are at run time; none: not
+  // known.
+  std::function<std::vector<std::string>()> foundations;
 
   // Takes errors that no procedure handled; none: a box tells of them and the program goes on.
   ErrorHandler onUnhandledError;

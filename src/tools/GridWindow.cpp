@@ -22,7 +22,6 @@ bool GridWindow::Show(const std::string& caption, FormMode mode) {
     connections_ += form_->Unloaded.Connect([this] { OnUnloaded(); });
     connections_ += form_->button("cmdApply").Click.Connect([this] { cmdApply_Click(); });
     connections_ += form_->button("cmdOK").Click.Connect([this] { cmdOK_Click(); });
-    form_->button("cmdHelp").SetEnabled(false);
     connections_ += form_->button("cmdCancel").Click.Connect([this] { form_->Unload(); });
     FormLoad();
     SetApplyButton();

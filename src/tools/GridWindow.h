@@ -51,8 +51,7 @@ class GridWindow {
   Event<> Closed;
 
  protected:
-  // `formName` is the layout's, with the controls vsFG, cmdApply, cmdOK, cmdCancel and cmdHelp,
-  // which waits for topics to show.
+  // `formName` is the layout's, with the controls vsFG, cmdApply, cmdOK and cmdCancel.
   explicit GridWindow(std::string formName) : formName_(std::move(formName)) {}
 
   // Binds the form's other controls; runs once each time the window opens.

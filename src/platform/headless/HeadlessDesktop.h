@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "platform/AppearanceDialogs.h"
+#include "platform/HelpViewer.h"
 #include "platform/TextViewer.h"
 
 namespace velmoor::headless {
@@ -22,6 +23,15 @@ class HeadlessTextViewer final : public TextViewer {
   bool available = true;
   bool starts = true;
   std::vector<std::string> opened;
+};
+
+class HeadlessHelpViewer final : public HelpViewer {
+ public:
+  void ShowPage(const std::string& page, const std::string& anchor) override {
+    shown.push_back(page + "#" + anchor);
+  }
+
+  std::vector<std::string> shown;  // "tables.md#jog-table"
 };
 
 // Without an answer left: Cancel.

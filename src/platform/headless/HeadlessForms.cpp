@@ -154,7 +154,9 @@ bool HeadlessForm::Reach(const std::string& name, const Control& control) {
 
 void HeadlessForm::Press(const std::string& name) {
   HeadlessButton& control = button(name);
-  if (Reach(name, control)) control.Click.Raise();
+  if (!Reach(name, control)) return;
+  if (name == "cmdHelp") return forms_.HelpAsked.Raise(this);
+  control.Click.Raise();
 }
 
 void HeadlessForm::Hold(const std::string& name) {

@@ -188,6 +188,8 @@ class HeadlessForms final : public Forms {
   // form, which must be closed when the script ends; at the next yield for the others.
   using Script = std::function<void(HeadlessForm&)>;
   void OnShow(const std::string& name, Script script);
+  // The user's F1, wherever the keyboard is.
+  void PressHelpKey() { HelpAsked.Raise(active_); }
   // Every script has run; otherwise a failure.
   void Verify();
 

@@ -29,6 +29,7 @@ class HeadlessWorld {
     world.textViewer = &textViewer;
     world.pdf = &pdf;
     world.printing = &printing;
+    world.helpViewer = &helpViewer;
     world.forms = &forms;
     SetWorld(&world);
   }
@@ -44,6 +45,7 @@ class HeadlessWorld {
   HeadlessTextViewer textViewer;
   HeadlessPdfMaker pdf;
   HeadlessPrinting printing;
+  HeadlessHelpViewer helpViewer;
   HeadlessBoxes boxes;
   HeadlessDialogs dialogs;
   HeadlessForms forms;

@@ -56,6 +56,10 @@ QtForm::~QtForm() {
 void QtForm::SetUpKeys() {
   for (auto* const button : root_->findChildren<QPushButton*>()) {
     if (button->objectName() == QLatin1String("cmdCancel")) SetUpKey(Qt::Key_Escape, *button);
+    if (button->objectName() == QLatin1String("cmdHelp")) {
+      QObject::connect(button, &QPushButton::clicked, &context_,
+                       [this] { forms_.HelpAsked.Raise(this); });
+    }
     if (!button->isDefault()) continue;
     SetUpKey(Qt::Key_Return, *button);
     SetUpKey(Qt::Key_Enter, *button);

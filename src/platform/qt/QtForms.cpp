@@ -1,14 +1,31 @@
 #include "platform/qt/QtForms.h"
 
 #include <QApplication>
+#include <QKeyEvent>
 #include <QMdiSubWindow>
 #include <algorithm>
 
 #include "platform/qt/FormLayouts.h"
+#include "platform/qt/HelpWindow.h"
 #include "platform/qt/QtForm.h"
 #include "platform/qt/QtMainWindow.h"
 
 namespace velmoor::qt {
+
+QtForms::QtForms()
+    : helpKey_(*QCoreApplication::instance(),
+               [this](QEvent& event) { return LookForHelpKey(event); }) {}
+
+bool QtForms::LookForHelpKey(QEvent& event) {
+  const bool asked = event.type() == QEvent::ShortcutOverride;
+  if (!asked && event.type() != QEvent::KeyPress) return false;
+  if (!static_cast<const QKeyEvent&>(event).matches(QKeySequence::HelpContents)) return false;
+  if (IsHelpWindow(QApplication::activeWindow())) return false;
+  // The menu's shortcut knows nothing of the window that is active.
+  event.accept();
+  if (!asked && !static_cast<const QKeyEvent&>(event).isAutoRepeat()) HelpAsked.Raise(active_);
+  return true;
+}
 
 std::unique_ptr<Form> QtForms::Load(const std::string& name) {
   return std::make_unique<QtForm>(*this, name, MakeLayout(name));

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "platform/Form.h"
+#include "platform/qt/EventWatch.h"
 
 namespace velmoor::qt {
 
@@ -14,7 +15,7 @@ class QtMainWindow;
 
 class QtForms final : public Forms {
  public:
-  QtForms() = default;
+  QtForms();
   QtForms(const QtForms&) = delete;
   QtForms& operator=(const QtForms&) = delete;
 
@@ -28,6 +29,8 @@ class QtForms final : public Forms {
   friend class QtForm;
   friend class QtMainWindow;
 
+  // F1 in any window but the guide's own.
+  bool LookForHelpKey(QEvent& event);
   void Add(QtForm& form);
   void Forget(QtForm& form);
   // Raises Activated when another form than before takes the keyboard.
@@ -41,6 +44,7 @@ class QtForms final : public Forms {
   std::vector<QtForm*> open_;
   QtForm* active_ = nullptr;
   QPointer<QMdiArea> area_;
+  EventWatch helpKey_;
 };
 
 }  // namespace velmoor::qt

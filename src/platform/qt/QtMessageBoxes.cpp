@@ -6,6 +6,7 @@
 #include <QScreen>
 #include <algorithm>
 
+#include "platform/qt/HelpWindow.h"
 #include "platform/qt/QtText.h"
 
 namespace velmoor::qt {
@@ -59,9 +60,11 @@ BoxAnswer Answer(int button) {
   }
 }
 
-// The window that a box belongs to. None is active for a moment behind another box.
+// The window that a box belongs to. None is active for a moment behind another box, and the guide's
+// has nothing to do with any.
 QWidget* Owner() {
-  if (QWidget* const active = QApplication::activeWindow()) return active;
+  QWidget* const active = QApplication::activeWindow();
+  if (active != nullptr && !IsHelpWindow(active)) return active;
   if (QWidget* const modal = QApplication::activeModalWidget()) return modal;
   const QWidgetList windows = QApplication::topLevelWidgets();
   const auto main = std::find_if(windows.begin(), windows.end(), [](const QWidget* window) {

@@ -3,12 +3,14 @@
 #include <QApplication>
 #include <QLocale>
 #include <QPointer>
+#include <QSysInfo>
 #include <exception>
 #include <typeinfo>
 
 #include "platform/MessageBoxes.h"
 #include "platform/Settings.h"
 #include "platform/qt/QtAppearance.h"
+#include "platform/qt/QtText.h"
 
 namespace velmoor::qt {
 namespace {
@@ -70,10 +72,18 @@ void QtProgram::FillWorld(World& target) {
   target.clipboard = &clipboard_;
   target.appearance = &appearance_;
   target.textViewer = &textViewer_;
+  target.helpViewer = &helpViewer_;
   target.pdf = &pdf_;
   target.printing = &printing_;
   target.events = &events_;
   target.forms = &forms_;
+}
+
+std::vector<std::string> QtProgram::Versions() {
+  const QString system = QSysInfo::prettyProductName() + QStringLiteral(", ") +
+                         QSysInfo::kernelType() + QLatin1Char(' ') + QSysInfo::kernelVersion() +
+                         QStringLiteral(", ") + QSysInfo::currentCpuArchitecture();
+  return {std::string("Qt ") + qVersion(), FromQt(system)};
 }
 
 int QtProgram::Run() {

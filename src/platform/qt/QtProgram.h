@@ -9,6 +9,7 @@
 #include "platform/qt/QtEventPump.h"
 #include "platform/qt/QtFileDialogs.h"
 #include "platform/qt/QtForms.h"
+#include "platform/qt/QtHelpViewer.h"
 #include "platform/qt/QtMessageBoxes.h"
 #include "platform/qt/QtPdfMaker.h"
 #include "platform/qt/QtPrinting.h"
@@ -28,6 +29,8 @@ class QtProgram {
 
   // Puts the window adapters into `target`.
   void FillWorld(World& target);
+  // Qt and the system, for World::foundations.
+  [[nodiscard]] static std::vector<std::string> Versions();
   // Serves events until Quit.
   int Run();
   void Quit();
@@ -39,6 +42,7 @@ class QtProgram {
   QtClipboard clipboard_;
   QtAppearanceDialogs appearance_;
   QtTextViewer textViewer_;
+  QtHelpViewer helpViewer_;
   QtPdfMaker pdf_;
   QtPrinting printing_;
   QtEventPump events_;

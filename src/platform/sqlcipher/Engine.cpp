@@ -208,4 +208,14 @@ std::string Quoted(std::string_view name) {
   return quoted + '"';
 }
 
+std::vector<std::string> EngineVersions() {
+  const Connection scratch(":memory:", OpenMode::create, "\"velmoor\"");
+  const auto ask = [&scratch](const char* question) {
+    const std::unique_ptr<Statement> statement = scratch.Prepare(question);
+    return statement->Step() ? statement->Text(0) : std::string();
+  };
+  return {"SQLCipher " + ask("PRAGMA cipher_version"),
+          std::string("SQLite ") + sqlite3_libversion(), ask("PRAGMA cipher_provider_version")};
+}
+
 }  // namespace velmoor::sqlcipher

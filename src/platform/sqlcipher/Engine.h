@@ -67,6 +67,9 @@ class Connection {
   sqlite3* db_ = nullptr;
 };
 
+// The engine's versions and its cipher library's, a name and a version each, as linked at run time.
+[[nodiscard]] std::vector<std::string> EngineVersions();
+
 // `name` as an identifier of a statement's text.
 [[nodiscard]] std::string Quoted(std::string_view name);
 
