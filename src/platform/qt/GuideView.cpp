@@ -58,10 +58,14 @@ bool GuideView::ShowPage(const QString& file) {
 }
 
 void GuideView::LayOut() {
+  // As one edit, or each block would be laid out anew.
+  QTextCursor edit(document());
+  edit.beginEditBlock();
   for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) {
     LayOutBlock(block, palette());
   }
   LayOutTables();
+  edit.endEditBlock();
   FitImages();
   moveCursor(QTextCursor::Start);
 }
