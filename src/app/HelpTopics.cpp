@@ -21,7 +21,7 @@ constexpr std::array kTopics{
     HelpTopic{"frmRescalePreview", "", "machine.md", "what-a-change-rescales"},
     HelpTopic{"frmProperties", "Interface", "parameters.md", "interface"},
     HelpTopic{"frmProperties", "Flexible", "parameters.md", "flexible-io"},
-    HelpTopic{"frmProperties", "OverTravel", "parameters.md", "over-travel"},
+    HelpTopic{"frmProperties", "Over", "parameters.md", "over-travel"},
     HelpTopic{"frmProperties", "Homing", "parameters.md", "homing"},
     HelpTopic{"frmProperties", "", "parameters.md", ""},
     HelpTopic{"frmEditor", "", "parameters.md", "parameter-editor"},

@@ -1,5 +1,6 @@
 #include "platform/sqlcipher/SqlcipherDatabases.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <unistd.h>
@@ -314,6 +315,12 @@ TEST_F(SqlcipherDatabasesTest, ExtendAddsAndDropsTablesOrNothing) {
   const auto database = databases_.Open(path_, kPassword, DatabaseAccess::readOnly);
   EXPECT_EQ(database->Tables(), std::vector<std::string>{"tblNew"});
   EXPECT_EQ(database->OpenTable("tblNew")->Text("a"), "");
+}
+
+TEST(EngineVersionsTest, NameTheEngineAndItsCiphers) {
+  EXPECT_THAT(EngineVersions(), testing::ElementsAre(testing::StartsWith("SQLCipher "),
+                                                     testing::StartsWith("SQLite 3."),
+                                                     testing::StartsWith("OpenSSL ")));
 }
 
 }  // namespace

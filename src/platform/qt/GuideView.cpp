@@ -17,10 +17,14 @@ QString ImageFile(const QString& name) {
   return QString::fromLatin1(kGuideFolder) + name;
 }
 
+bool IsCode(const QTextBlock& block) {
+  return block.blockFormat().hasProperty(QTextFormat::BlockCodeFence);
+}
+
 void LayOutBlock(const QTextBlock& block, const QPalette& palette) {
   QTextBlockFormat format = block.blockFormat();
   const int level = format.headingLevel();
-  const bool code = format.hasProperty(QTextFormat::BlockCodeFence);
+  const bool code = IsCode(block);
   const bool inTable = QTextCursor(block).currentTable() != nullptr;
   format.setLineHeight(code ? 100 : kLineHeight, QTextBlockFormat::ProportionalHeight);
   if (level > 0) {
@@ -30,7 +34,7 @@ void LayOutBlock(const QTextBlock& block, const QPalette& palette) {
     format.setBackground(palette.alternateBase());
     format.setLeftMargin(12);
     format.setTopMargin(0);
-    format.setBottomMargin(0);
+    format.setBottomMargin(IsCode(block.next()) ? 0 : 10);
   } else {
     const bool item = block.textList() != nullptr;
     format.setTopMargin(0);

@@ -209,7 +209,7 @@ std::string Quoted(std::string_view name) {
 }
 
 std::vector<std::string> EngineVersions() {
-  const Connection scratch(":memory:", OpenMode::create, "\"velmoor\"");
+  const Connection scratch(":memory:", OpenMode::create, "x'" + std::string(64, '0') + "'");
   const auto ask = [&scratch](const char* question) {
     const std::unique_ptr<Statement> statement = scratch.Prepare(question);
     return statement->Step() ? statement->Text(0) : std::string();
