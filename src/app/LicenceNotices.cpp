@@ -66,8 +66,8 @@ std::string LicenceNotices() {
       "system delivers them; what they stand on in turn is told in /usr/share/doc, in the file "
       "\"copyright\" of each package.";
   for (const Notice& notice : kNotices) {
-    text += std::string("\r\r") + notice.library + "\r" + notice.use + "\rLicence: " +
-            notice.licence + "\r" + notice.words;
+    text += std::string("\r\r") + notice.library + "\r" + notice.use +
+            "\rLicence: " + notice.licence + "\r" + notice.words;
   }
   return text;
 }
