@@ -46,9 +46,17 @@ class clsHX7Procedure {
 
   // With `blnShowCurrent` the item under way has a bar and a text of its own.
   void Show_Procedure(const std::string& strCaption, bool blnShowCurrent);
-  void Unload_Procedure() { frmProcedure_.reset(); }
+  // Takes the dialog away; the end of the procedure does the same.
+  void Unload_Procedure();
+
+  clsHX7Procedure() = default;
+  ~clsHX7Procedure() { Unload_Procedure(); }
+  clsHX7Procedure(const clsHX7Procedure&) = delete;
+  clsHX7Procedure& operator=(const clsHX7Procedure&) = delete;
 
  private:
+  std::string strCaption_;
+  std::chrono::milliseconds start_{0};
   std::unique_ptr<frmDialogStop> frmProcedure_;
 };
 

@@ -6,6 +6,7 @@
 #include "platform/Events.h"
 #include "platform/Files.h"
 #include "platform/Form.h"
+#include "platform/Log.h"
 #include "platform/World.h"
 
 namespace velmoor {
@@ -70,6 +71,10 @@ std::string WriteErrorReport(const UnhandledError& error, const std::string& str
   world().files->MakeDirectories(folder);
   std::string text = frmError::Words(error, strProject) + "\r\rCalls, innermost first:\r";
   for (const std::string& call : error.trace) text += "  " + call + "\r";
+  if (const Log* const log = CurrentLog()) {
+    text += "\rWhat went before:\r";
+    for (const std::string& entry : log->Recent()) text += "  " + entry + "\r";
+  }
   for (char& c : text) c = c == '\r' ? '\n' : c;
   std::string path = JoinPath(folder, "Error " + Moment() + ".txt");
   world().files->WriteDurably(path, text);

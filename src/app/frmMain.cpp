@@ -5,6 +5,7 @@
 #include "app/HelpTopics.h"
 #include "platform/Events.h"
 #include "platform/Form.h"
+#include "platform/Log.h"
 #include "platform/MessageBoxes.h"
 #include "platform/Numbers.h"
 #include "platform/ScopedFlag.h"
@@ -50,6 +51,7 @@ void frmMain::MDIForm_Load() {
   ReadFromRegistryCommunicationsSettings();
   ReadFromRegistryMotorSize();
   ReadFromRegistryWindowSettings();
+  ReadFromRegistryLogSettings();
   LoadRecentFiles();
   ConnectWindow();
   for (const char* const shown :
@@ -140,6 +142,8 @@ const std::vector<frmMain::CommandEntry>& frmMain::Commands() {
       {"mnuWindowTileHorizontal", &frmMain::mnuWindowTileHorizontal_Click},
       {"mnuWindowTileVertical", &frmMain::mnuWindowTileVertical_Click},
       {"mnuHelpContents", &frmMain::mnuHelpContents_Click},
+      {"mnuHelpLog", &frmMain::mnuHelpLog_Click},
+      {"mnuHelpLogTraffic", &frmMain::mnuHelpLogTraffic_Click},
       {"mnuHelpAbout", &frmMain::mnuHelpAbout_Click},
   };
   return commands;
@@ -199,6 +203,11 @@ void frmMain::StartFinished() {
 // ---- what the window shows of the session
 
 void frmMain::UpdateStatusText(const std::string& strStatus) {
+  ShowStatusText(strStatus);
+  LogInformation("session", strStatus);
+}
+
+void frmMain::ShowStatusText(const std::string& strStatus) {
   window_->SetPanel(StatusPanel::status, std::string(kStatusLead) + strStatus);
 }
 

@@ -76,7 +76,7 @@ class frmMain final : public SessionState {
   void DisplayFullModuleToolBar(bool bState);
   // The look of being online or offline.
   void DisplayStatusModuleToolBar(bool bState);
-  // "System Status: " and the text.
+  // "System Status: " and the text, which goes to the log as well.
   void UpdateStatusText(const std::string& strStatus);
 
   // ---- project files
@@ -113,6 +113,8 @@ class frmMain final : public SessionState {
   void RefreshWindow();
   // Offers what needs the amplifier only while it is connected.
   void EnableByState();
+  // A status text that the next one follows within moments.
+  void ShowStatusText(const std::string& strStatus);
   void UpdatePanels();
   [[nodiscard]] bool MayClose();
   void MDIForm_QueryUnload();
@@ -123,6 +125,7 @@ class frmMain final : public SessionState {
   void ReadFromRegistryCommunicationsSettings();
   void ReadFromRegistryMotorSize();
   void ReadFromRegistryWindowSettings();
+  void ReadFromRegistryLogSettings();
   void WriteToRegistry();
   void WriteToRegistryCommunicationsSettings();
   void WriteToRegistryMotorSize();
@@ -280,6 +283,8 @@ class frmMain final : public SessionState {
   void mnuWindowTileHorizontal_Click() { window_->Arrange(Arrangement::tileHorizontal); }
   void mnuWindowTileVertical_Click() { window_->Arrange(Arrangement::tileVertical); }
   void mnuHelpContents_Click();
+  void mnuHelpLog_Click();
+  void mnuHelpLogTraffic_Click();
   void mnuHelpAbout_Click();
 
   SingleInstance& instance_;

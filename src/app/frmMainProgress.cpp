@@ -66,7 +66,7 @@ void frmMain::ShowProgress(Tool tool, bool downloading, std::int16_t iCurrentRow
   const std::string verb = downloading ? "Downloading " : "Uploading ";
   const std::string current = verb + words.name + ": " + std::to_string(iCurrentRow) + " of " +
                               std::to_string(iTotalRows) + " " + words.items;
-  UpdateStatusText(current);
+  ShowStatusText(current);
   if (!clsProcedure) return;
   clsProcedure->CurrentFinished = iCurrentRow;
   clsProcedure->CurrentSteps = iTotalRows;

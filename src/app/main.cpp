@@ -3,7 +3,9 @@
 #include <string>
 
 #include "app/MainModule.h"
+#include "app/Version.h"
 #include "platform/Files.h"
+#include "platform/LoggedPort.h"
 #include "platform/Rx900Utils.h"
 #include "platform/World.h"
 #include "platform/posix/IniSettings.h"
@@ -18,6 +20,7 @@
 #include "platform/qt/QtEventPump.h"
 #include "platform/qt/QtProgram.h"
 #include "platform/qt/QtSerialAdapters.h"
+#include "platform/spdlog/RotatingLog.h"
 #include "platform/sqlcipher/Engine.h"
 #include "platform/sqlcipher/SqlcipherDatabases.h"
 #include "project/data/CatalogueLibrary.h"
@@ -62,14 +65,18 @@ int main(int argc, char** argv) {
     return versions;
   };
   adapters.lastThrowTrace = posix::LastThrowTrace;
+  rotating::RotatingLog log(posix::StateDirectory());
+  adapters.log = &log;
   SetWorld(&adapters);
+  LogInformation("session", "Velmoor " + std::string(kProgramVersion) + " starts");
 
   posix::PosixSerialPort comm;
   posix::PosixSerialPorts serialPorts(
       comm, settings, JoinPath(posix::ProgramDirectory(), "velmoor-simulator"), qt::SerialAdapters);
   adapters.serialPorts = &serialPorts;
   posix::PosixSingleInstance instance(qt::WatchDescriptor);
-  MainModule module(comm, instance, CommandLine(argc, argv));
+  LoggedPort logged(comm);
+  MainModule module(logged, instance, CommandLine(argc, argv));
   adapters.onUnhandledError = [&module](const UnhandledError& error) {
     UnhandledError readable = error;
     readable.type = posix::ReadableName(error.type.c_str());
@@ -83,5 +90,6 @@ int main(int argc, char** argv) {
   });
   if (module.Main() && !gone) program.Run();
   module.Terminate();
+  LogInformation("session", "Velmoor ends");
   return 0;
 }

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "link/BaudRates.h"
+#include "platform/Log.h"
 #include "platform/MessageBoxes.h"
 #include "platform/Numbers.h"
 
@@ -166,7 +167,7 @@ ResultCode ClassSerialComm::autoConnect(bool& echoBack, std::int32_t& baudRate,
 
 // ---- the exchange
 
-ResultCode ClassSerialComm::Guarded(AfterExchange after,
+ResultCode ClassSerialComm::Guarded(const std::string& command, AfterExchange after,
                                     const std::function<ResultCode()>& exchange) {
   m_busy = true;
   ResultCode result = kPortNotOpen;
@@ -177,7 +178,14 @@ ResultCode ClassSerialComm::Guarded(AfterExchange after,
   }
   if (after == AfterExchange::resetTimeOut) ResetTimeOut();
   m_busy = false;
+  if (result != kSuccess) LogFailure(command, result);
   return result;
+}
+
+void ClassSerialComm::LogFailure(const std::string& command, ResultCode result) const {
+  const std::string reason =
+      result > kSuccess ? "device error " + NumberText(result) : ErrorMessages(result);
+  LogWarning("link", command + ": " + reason);
 }
 
 void ClassSerialComm::RaiseTimeOut(std::string_view bareCommand) {
@@ -207,7 +215,7 @@ ResultCode ClassSerialComm::executeWriteCommand(const std::string& command) {
   RaiseTimeOut(bareCommand);
   // The raised time-out deliberately stays in force on this path.
   if (m_busy) return kBusy;
-  return Guarded(AfterExchange::resetTimeOut, [&]() -> ResultCode {
+  return Guarded(command, AfterExchange::resetTimeOut, [&]() -> ResultCode {
     if (m_saxComm->WaitingBytes() > 0) m_saxComm->DiscardInput();
     m_saxComm->WriteLine(command);
     const ResultCode echo = ReadEcho(bareCommand);
@@ -247,7 +255,7 @@ ResultCode ClassSerialComm::executeReadCommand(const std::string& command, std::
   if (!IsPortOpen()) return kPortNotOpen;
   if (m_busy) return kBusy;
   // Unlike a write, a read throws no waiting bytes away and leaves the time-out as it is.
-  return Guarded(AfterExchange::keepTimeOut, [&]() -> ResultCode {
+  return Guarded(command, AfterExchange::keepTimeOut, [&]() -> ResultCode {
     m_saxComm->WriteLine(command);
     const ResultCode echo = ReadEcho(WithoutAxis(command));
     if (echo != kSuccess) return echo;
@@ -272,7 +280,7 @@ ResultCode ClassSerialComm::writeToSerial(const std::string& command, RawRespons
   RaiseTimeOut(WithoutAxis(command));
   if (m_busy) return kBusy;
   if (m_saxComm == nullptr) return kPortNotOpen;
-  return Guarded(AfterExchange::resetTimeOut, [&]() -> ResultCode {
+  return Guarded(command, AfterExchange::resetTimeOut, [&]() -> ResultCode {
     m_saxComm->WriteLine(command);
     response[0] = m_saxComm->ReadLine();
     if (response[0].empty()) return kNoResponse;

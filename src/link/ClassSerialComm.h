@@ -128,8 +128,11 @@ class ClassSerialComm {
  private:
   enum class AfterExchange { keepTimeOut, resetTimeOut };
 
-  // Runs an exchange under the guard and clears it whatever happens.
-  ResultCode Guarded(AfterExchange after, const std::function<ResultCode()>& exchange);
+  // Runs the exchange of `command` under the guard and clears it whatever happens; a failure is
+  // told to the log.
+  ResultCode Guarded(const std::string& command, AfterExchange after,
+                     const std::function<ResultCode()>& exchange);
+  void LogFailure(const std::string& command, ResultCode result) const;
   ResultCode ReadEcho(std::string_view bareCommand);
   // executeWriteCommand for a line that ends in a number. The amplifier takes what its echo shows:
   // an echo that goes on behind the command is that of another number, and gives -3.

@@ -6,6 +6,7 @@
 
 #include "platform/Events.h"
 #include "platform/Files.h"
+#include "platform/Log.h"
 #include "platform/MessageBoxes.h"
 #include "platform/Numbers.h"
 #include "platform/Settings.h"
@@ -18,7 +19,17 @@ World* gWorld = nullptr;
 
 BoxAnswer Show(BoxKind kind, BoxButtons buttons, const std::string& text,
                const std::string& title = {}) {
-  return world().boxes->Show(kind, buttons, text, title);
+  constexpr const char* kAnswers[] = {"OK", "Cancel", "Yes", "No"};  // in the order of BoxAnswer
+  if (TellsOfFailure(kind, buttons)) {
+    LogWarning("box", text);
+  } else {
+    LogInformation("box", text);
+  }
+  const BoxAnswer answer = world().boxes->Show(kind, buttons, text, title);
+  if (buttons != BoxButtons::ok) {
+    LogInformation("box", std::string("answer: ") + kAnswers[static_cast<std::size_t>(answer)]);
+  }
+  return answer;
 }
 
 }  // namespace
@@ -26,6 +37,10 @@ BoxAnswer Show(BoxKind kind, BoxButtons buttons, const std::string& text,
 World& world() {
   if (gWorld == nullptr) throw std::logic_error("No platform adapters are in force");
   return *gWorld;
+}
+
+Log* CurrentLog() {
+  return gWorld == nullptr ? nullptr : gWorld->log;
 }
 
 World* SetWorld(World* next) {

@@ -19,6 +19,7 @@ class FileDialogs;
 class Files;
 class Forms;
 class HelpViewer;
+class Log;
 class Mcatbase;
 class MessageBoxes;
 class PdfMaker;
@@ -44,6 +45,7 @@ struct World {
   HelpViewer* helpViewer = nullptr;         // null where a program has none
   SerialPorts* serialPorts = nullptr;       // null where a program has none to choose from
   Forms* forms = nullptr;                   // windows; null where a program has none
+  Log* log = nullptr;                       // null where a program keeps none
   Rx900Utils* rx900Utils = nullptr;         // the card's number formats and checksum
   Mcatbase* catalogue = nullptr;            // the catalogue library
 

@@ -42,6 +42,8 @@ TEST_F(LastResort, TellsWhatFailedAndWritesAReport) {
   const std::string text = data.files.ReadAll(file);
   EXPECT_NE(text.find("Description: no such row\n"), std::string::npos);
   EXPECT_NE(text.find("  main  (velmoor)\n"), std::string::npos);
+  EXPECT_NE(text.find("What went before:\n"), std::string::npos);
+  EXPECT_NE(text.find("  session: Online\n"), std::string::npos);
   EXPECT_EQ(Handle("cmdRetry"), ErrorChoice::retry);
 }
 

@@ -10,6 +10,7 @@
 #include "platform/headless/HeadlessDesktop.h"
 #include "platform/headless/HeadlessEvents.h"
 #include "platform/headless/HeadlessForms.h"
+#include "platform/headless/HeadlessLog.h"
 #include "platform/headless/HeadlessPrinting.h"
 #include "platform/headless/HeadlessSettings.h"
 
@@ -30,6 +31,7 @@ class HeadlessWorld {
     world.pdf = &pdf;
     world.printing = &printing;
     world.helpViewer = &helpViewer;
+    world.log = &log;
     world.forms = &forms;
     SetWorld(&world);
   }
@@ -46,6 +48,7 @@ class HeadlessWorld {
   HeadlessPdfMaker pdf;
   HeadlessPrinting printing;
   HeadlessHelpViewer helpViewer;
+  HeadlessLog log;
   HeadlessBoxes boxes;
   HeadlessDialogs dialogs;
   HeadlessForms forms;

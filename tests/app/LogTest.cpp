@@ -1,0 +1,66 @@
+// What the log tells of a session, and how the Help menu offers it.
+
+#include "AppSession.h"
+
+namespace velmoor {
+namespace {
+
+class SessionLog : public AppSession {
+ protected:
+  void SetUp() override {
+    StartOnline();
+    entries().clear();
+  }
+  std::vector<std::string>& entries() { return data.log.entries; }
+  void ChooseTraffic(bool checked) {
+    Main().SetCommandChecked("mnuHelpLogTraffic", checked);
+    Main().Choose("mnuHelpLogTraffic");
+  }
+};
+
+TEST_F(SessionLog, TellsBoxesAnswersAndTransfersInTheirOrder) {
+  data.boxes.Expect("All parameter and table data will be downloaded", BoxAnswer::ok);
+  Main().Choose("mnuToolsDownloadAll");
+  EXPECT_EQ(
+      entries(),
+      (Texts{
+          "box: All parameter and table data will be downloaded to the controller. "
+          "Do you wish to proceed?",
+          "box: answer: OK", "transfer: Download All begins",
+          "session: Index Table Download Complete", "session: Jog Table Download Complete",
+          "session: Zone Table Download Complete", "session: Hardware Parameters Download Complete",
+          "session: Mechanical System Parameters Download Complete", "session: Download Complete",
+          "transfer: Download All ends after 346 items and 0 ms", "box: Download All complete!"}));
+}
+
+TEST_F(SessionLog, IsShownByTheDesktopOrNamedInABox) {
+  Main().Choose("mnuHelpLog");
+  EXPECT_EQ(data.textViewer.opened, Texts{"/var/log/velmoor.log"});
+  data.textViewer.available = false;
+  Main().Choose("mnuHelpLog");
+  EXPECT_EQ(Boxes(), Texts{"The log could not be shown!\rIt lies in\r/var/log/velmoor.log"});
+}
+
+TEST_F(SessionLog, TakesTheTrafficOnDemandAndRemembersThat) {
+  ChooseTraffic(true);
+  EXPECT_TRUE(data.log.keepsTraffic);
+  EXPECT_EQ(data.settings.Read("LogTraffic"), "1");
+  data.log.keepsTraffic = false;
+  module.reset();
+  ASSERT_TRUE(Start(path));
+  EXPECT_TRUE(data.log.keepsTraffic);
+  EXPECT_TRUE(Main().CommandChecked("mnuHelpLogTraffic"));
+  ChooseTraffic(false);
+  EXPECT_FALSE(data.log.keepsTraffic);
+}
+
+TEST_F(SessionLog, IsNotOfferedWhereThereIsNoFile) {
+  module.reset();
+  data.log.path.clear();
+  ASSERT_TRUE(Start(path));
+  EXPECT_FALSE(Main().CommandEnabled("mnuHelpLog"));
+  EXPECT_TRUE(Main().CommandEnabled("mnuHelpLogTraffic"));
+}
+
+}  // namespace
+}  // namespace velmoor
