@@ -3,7 +3,7 @@
 _velmoorctl() {
   local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}
   local command=${COMP_WORDS[1]-}
-  local line='--port --axis --motor-size'
+  local line='--port --axis'
   local words=''
   COMPREPLY=()
 
@@ -34,13 +34,15 @@ _velmoorctl() {
   if [ -z "$words" ] && [[ $current == --* ]]; then
     case $command in
       report) words='--out --sections --paper --motor-size --yes' ;;
-      download) words="$line --all --new --only --yes" ;;
-      upload) words="$line --all --only --yes" ;;
+      download) words="$line --motor-size --all --new --only --yes" ;;
+      upload) words="$line --motor-size --all --only --yes" ;;
+      info | compare) words="$line --motor-size" ;;
+      scan) words='--port' ;;
       monitor) words="$line --items --count" ;;
       reset) words="$line --yes" ;;
       set) words='--motor-size --yes' ;;
-      new | show | import | diff) words='--motor-size' ;;
-      *) words=$line ;;
+      show | import) words='--motor-size' ;;
+      alarms | send | run) words=$line ;;
     esac
   elif [ -z "$words" ]; then
     case $command:$COMP_CWORD in
