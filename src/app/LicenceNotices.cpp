@@ -13,7 +13,8 @@ struct Notice {
 };
 
 constexpr std::array kNotices{
-    Notice{"Qt 6 (Core, Gui, Widgets, Serial Port)", "Windows, drawing, printing, USB adapters",
+    Notice{"Qt 6 (Core, Gui, Widgets, Print Support, Serial Port)",
+           "Windows, drawing, printing, USB adapters",
            "GNU Lesser General Public License, version 3",
            "Copyright The Qt Company Ltd. and other contributors.\r"
            "Qt is used as shared libraries, as they are delivered with the system. They can be "
@@ -47,6 +48,12 @@ constexpr std::array kNotices{
            "Copyright 1995-2020, The OpenSSL Project Authors.\r"
            "Used as a shared library, unchanged. The licence's text lies in "
            "/usr/share/common-licenses/Apache-2.0."},
+    Notice{"spdlog and {fmt}", "The log", "MIT",
+           "Copyright 2014-2016 Gabi Melman and spdlog contributors.\r"
+           "Copyright 2012-2020 Victor Zverovich and {fmt} contributors.\r"
+           "Permission is granted, free of charge, to use, copy, modify, merge, publish, "
+           "distribute, sublicense and sell copies. The texts lie in "
+           "/usr/share/doc/libspdlog1.10/copyright and /usr/share/doc/libfmt9/copyright."},
     Notice{"GNU C++ library and compiler library", "The language's own library",
            "GNU General Public License, version 3, with the GCC Runtime Library Exception",
            "Copyright Free Software Foundation, Inc.\r"
@@ -62,9 +69,10 @@ constexpr std::array kNotices{
 
 std::string LicenceNotices() {
   std::string text =
-      "Velmoor stands on these libraries. It contains none of their code and uses them as the "
-      "system delivers them; what they stand on in turn is told in /usr/share/doc, in the file "
-      "\"copyright\" of each package.";
+      "Velmoor stands on these libraries. SQLCipher, with SQLite in it, is built into the "
+      "programs; "
+      "the others are used as the system delivers them. What they stand on in turn is told in "
+      "/usr/share/doc, in the file \"copyright\" of each package.";
   for (const Notice& notice : kNotices) {
     text += std::string("\r\r") + notice.library + "\r" + notice.use +
             "\rLicence: " + notice.licence + "\r" + notice.words;

@@ -292,10 +292,6 @@ void TableWindow::OnKey(KeyEvent& key) {
     ClearSelection();
     key.handled = true;
   }
-  if (key.code == keys::kF1 + 2) {
-    FindNext();
-    key.handled = true;
-  }
 }
 
 void TableWindow::OnCommand(const std::string& name) {
@@ -304,6 +300,7 @@ void TableWindow::OnCommand(const std::string& name) {
   if (name == "mnuTableExport") ExportFile();
   if (name == "mnuTableFillDown") FillSelection();
   if (name == "mnuTableClear") ClearSelection();
+  if (name == "mnuTableFindNext") FindNext();
 }
 
 void TableWindow::FindNext() {

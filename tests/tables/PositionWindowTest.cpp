@@ -215,7 +215,7 @@ TEST_F(IndexWindow, StepsAreInsertedDeletedFilledAndFound) {
   EXPECT_EQ(Grid().Row(), 3);
   EXPECT_EQ(Grid().Column(), kEvent);
   form->Type("txtFind", "sel2");
-  form->Press("cmdFind");
+  Choose("mnuTableFindNext");
   EXPECT_EQ(form->label("lblFound").Text(), "Not found");
 }
 
