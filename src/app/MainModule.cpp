@@ -6,6 +6,7 @@
 #include "app/clsHX7Splash.h"
 #include "app/frmError.h"
 #include "platform/Files.h"
+#include "platform/Log.h"
 #include "platform/MessageBoxes.h"
 #include "platform/Numbers.h"
 #include "platform/ScopedFlag.h"
@@ -146,6 +147,7 @@ ErrorChoice MainModule::HandleUnhandledError(const UnhandledError& error) {
     const auto* const project =
         form_ ? dynamic_cast<const clsHX7Project*>(form_->CurrentProject()) : nullptr;
     const std::string strProject = project != nullptr ? project->Title() : std::string();
+    LogWarning("session", "Unexpected error " + error.type + ": " + error.description);
     choice = frmError(error, strProject, ReportError(error, strProject)).Show();
     if (choice == ErrorChoice::end && form_) {
       world().events->Post([this] {

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "app/Version.h"
+#include "app/frmAbout.h"
 #include "platform/Events.h"
 #include "platform/Files.h"
 #include "platform/Form.h"
@@ -71,6 +72,7 @@ std::string WriteErrorReport(const UnhandledError& error, const std::string& str
   world().files->MakeDirectories(folder);
   std::string text = frmError::Words(error, strProject) + "\r\rCalls, innermost first:\r";
   for (const std::string& call : error.trace) text += "  " + call + "\r";
+  text += "\r" + frmAbout::Versions() + "\r";
   if (const Log* const log = CurrentLog()) {
     text += "\rWhat went before:\r";
     for (const std::string& entry : log->Recent()) text += "  " + entry + "\r";

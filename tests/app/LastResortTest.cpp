@@ -44,6 +44,7 @@ TEST_F(LastResort, TellsWhatFailedAndWritesAReport) {
   EXPECT_NE(text.find("  main  (velmoor)\n"), std::string::npos);
   EXPECT_NE(text.find("What went before:\n"), std::string::npos);
   EXPECT_NE(text.find("  session: Online\n"), std::string::npos);
+  EXPECT_NE(text.find("\nVelmoor " VELMOOR_VERSION "\n"), std::string::npos);
   EXPECT_EQ(Handle("cmdRetry"), ErrorChoice::retry);
 }
 

@@ -15,9 +15,11 @@ class Thrower final : public QObject {
  public:
   bool event(QEvent* event) override {
     if (event->type() != QEvent::User) return QObject::event(event);
-    if (++calls <= failures) throw std::out_of_range("no such row");
-    return true;
+    if (++calls > failures) return true;
+    if (wordless) throw 7;
+    throw std::out_of_range("no such row");
   }
+  bool wordless = false;
   int calls = 0;
   int failures = 1;
 };
@@ -43,6 +45,13 @@ TEST(UnhandledError, IsHandedOnAndTheEventGoesAsTheUserChooses) {
   QCoreApplication::sendEvent(&thrower, &event);
   EXPECT_EQ(thrower.calls, 3);
   EXPECT_EQ(errors.size(), 3U);
+  choice = ErrorChoice::goOn;
+  thrower.calls = 0;
+  thrower.wordless = true;
+  QCoreApplication::sendEvent(&thrower, &event);
+  ASSERT_EQ(errors.size(), 4U);
+  EXPECT_EQ(errors[3].type, typeid(int).name());
+  EXPECT_EQ(errors[3].description, "none");
   world().onUnhandledError = nullptr;
   world().lastThrowTrace = nullptr;
 }

@@ -1,5 +1,7 @@
 #include "platform/qt/QtProgram.h"
 
+#include <cxxabi.h>
+
 #include <QApplication>
 #include <QLocale>
 #include <QPointer>
@@ -26,17 +28,23 @@ class Application final : public QApplication {
       try {
         return QApplication::notify(receiver, event);
       } catch (const std::exception& error) {
-        const ErrorChoice choice = Report(error);
-        // The receiver may have gone with what was under way.
-        if (choice != ErrorChoice::retry || !alive) return true;
+        if (!Retries(Report(typeid(error), error.what()), alive)) return true;
+      } catch (...) {
+        // Thrown by a library, or a type of its own: without words.
+        const std::type_info* const type = abi::__cxa_current_exception_type();
+        if (!Retries(Report(type != nullptr ? *type : typeid(void), "none"), alive)) return true;
       }
     }
   }
 
  private:
-  static ErrorChoice Report(const std::exception& error) {
-    UnhandledError unhandled{
-        .type = typeid(error).name(), .description = error.what(), .trace = {}};
+  // The receiver may have gone with what was under way.
+  static bool Retries(ErrorChoice choice, const QPointer<QObject>& receiver) {
+    return choice == ErrorChoice::retry && receiver;
+  }
+
+  static ErrorChoice Report(const std::type_info& type, const char* description) {
+    UnhandledError unhandled{.type = type.name(), .description = description, .trace = {}};
     if (world().lastThrowTrace) unhandled.trace = world().lastThrowTrace();
     if (world().onUnhandledError) return world().onUnhandledError(unhandled);
     ShowCritical(kUnexpectedError + ("Description: " + unhandled.description));
