@@ -9,6 +9,7 @@
 #include <QTemporaryDir>
 
 #include "QtTestUser.h"
+#include "platform/Clipboard.h"
 #include "platform/Events.h"
 #include "platform/FileDialogs.h"
 #include "platform/MainWindow.h"
@@ -117,6 +118,16 @@ TEST(QtBoxTest, TheAnswersOfEachBox) {
     EXPECT_EQ(world().boxes->Show(BoxKind::question, test.buttons, "First <b>\rsecond", ""),
               test.answer);
   }
+}
+
+TEST(QtBoxTest, CtrlCCopiesTheWords) {
+  WhenModal([](QWidget& modal) {
+    ServeEvents();
+    QTest::keyClick(&modal, Qt::Key_C, Qt::ControlModifier);
+    modal.close();
+  });
+  (void)world().boxes->Show(BoxKind::question, BoxButtons::ok, "First\rsecond", "");
+  EXPECT_EQ(world().clipboard->Text(), "First\nsecond");
 }
 
 TEST(QtFileDialogTest, SaveProposesTheNameAndAddsTheEnding) {

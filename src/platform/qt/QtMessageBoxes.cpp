@@ -1,9 +1,11 @@
 #include "platform/qt/QtMessageBoxes.h"
 
 #include <QApplication>
+#include <QClipboard>
 #include <QLabel>
 #include <QMessageBox>
 #include <QScreen>
+#include <QShortcut>
 #include <algorithm>
 
 #include "platform/qt/HelpWindow.h"
@@ -96,6 +98,10 @@ BoxAnswer QtMessageBoxes::Show(BoxKind kind, BoxButtons buttons, const std::stri
   FitToLines(box);
   box.setStandardButtons(choice.buttons);
   box.setEscapeButton(choice.escape);
+  // A message can be quoted without typing it.
+  auto* const copy = new QShortcut(QKeySequence::Copy, &box);
+  QObject::connect(copy, &QShortcut::activated, &box,
+                   [&box] { QApplication::clipboard()->setText(box.text()); });
   // A warning is not agreed to by a stray Enter.
   if (kind == BoxKind::exclamation) box.setDefaultButton(choice.escape);
   // An hourglass of the caller must not lie over the box.
