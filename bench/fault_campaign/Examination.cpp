@@ -8,6 +8,7 @@
 #include "fault_campaign/Campaign.h"
 #include "fault_campaign/Kinds.h"
 #include "fault_campaign/Program.h"
+#include "project/data/Schema.h"
 
 namespace velmoor::campaign {
 
@@ -104,8 +105,12 @@ void Campaign::Retry(const Transfer& transfer, bool finished) {
           "in the retry");
   }
   PowerCycle();
-  const std::vector<FileRow> rows = File();
+  std::vector<FileRow> rows = File();
   Blame(Untruths(rows, wiring_, exempt_, Rows::all), "after the retry");
+  // An upload leaves the marks of parameters in the file: the next session offers them once more.
+  for (FileRow& row : rows) {
+    if (transfer.upload && row.table == schema::Parameters::kTable) row.mark = "0";
+  }
   Blame(Inconsistencies(Program::Project(), rows), "after the retry");
 }
 

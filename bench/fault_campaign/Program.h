@@ -40,20 +40,27 @@ class AgreeingUser final : public MessageBoxes {
   std::function<bool(const std::string& text)> refuses;
 };
 
+enum class Begin { newProject, presentProject };
+
 class Program {
  public:
-  // A new project in `folder`, which is open when the object is made. Throws std::runtime_error.
-  Program(SerialPort& port, const std::string& folder) : module_(port, instance_, Path(folder)) {
+  // The project of `folder` is open when the object is made. Throws std::runtime_error.
+  Program(SerialPort& port, const std::string& folder, Begin begin = Begin::newProject)
+      : module_(port, instance_, Path(folder)) {
     adapters_.Fill(headless_.world, folder);
     headless_.world.boxes = &user;
+    // The pauses of a start cost nothing.
+    headless_.world.clock = &headless_.clock;
     before_ = headless::SetFailureHandler([this](const std::string& text) {
       if (text != kNoComparison) unforeseen.push_back(text);
     });
     user.refuses = [](const std::string& text) {
       return text.find("communications manually") != std::string::npos;
     };
-    adapters_.files.ReplaceDurably(JoinPath(headless_.world.appDirectory, "Velmoor.spt"),
-                                   Path(folder));
+    if (begin == Begin::newProject) {
+      adapters_.files.ReplaceDurably(JoinPath(headless_.world.appDirectory, "Velmoor.spt"),
+                                     Path(folder));
+    }
     if (!module_.Main() || gMainForm->CurrentProject() == nullptr) {
       throw std::runtime_error("the program did not start");
     }
@@ -88,10 +95,10 @@ class Program {
   AgreeingUser user;
   std::vector<std::string> unforeseen;  // what no user would have met
 
- private:
-  static constexpr const char* kNoComparison = "The form frmCompare was not shown";
   static std::string Path(const std::string& folder) { return folder + "/campaign.spj"; }
 
+ private:
+  static constexpr const char* kNoComparison = "The form frmCompare was not shown";
   std::filesystem::path directory_ = std::filesystem::current_path();
   headless::HeadlessWorld headless_;
   bench::BenchAdapters adapters_;
