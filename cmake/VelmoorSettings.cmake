@@ -6,11 +6,22 @@ set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
 
 option(VELMOOR_SANITIZE "Build with the address and undefined-behaviour sanitizers" OFF)
 
+option(VELMOOR_SANITIZE_THREAD "Build with the thread sanitizer" OFF)
+option(VELMOOR_FUZZ "Build the fuzzing targets for libFuzzer; needs clang" OFF)
+
 add_compile_options(-Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror)
 if(VELMOOR_SANITIZE)
   add_compile_options(-fsanitize=address,undefined -fno-omit-frame-pointer
                       -fno-sanitize-recover=undefined)
   add_link_options(-fsanitize=address,undefined)
+endif()
+
+if(VELMOOR_SANITIZE_THREAD)
+  add_compile_options(-fsanitize=thread)
+  add_link_options(-fsanitize=thread)
+endif()
+if(VELMOOR_FUZZ)
+  add_compile_options(-fsanitize=fuzzer-no-link)
 endif()
 
 find_program(VELMOOR_CCACHE ccache)
@@ -19,7 +30,9 @@ if(VELMOOR_CCACHE)
   set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env
       CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime
       ${VELMOOR_CCACHE})
-  add_compile_options(-fpch-preprocess)
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    add_compile_options(-fpch-preprocess)
+  endif()
 endif()
 find_program(VELMOOR_MOLD mold)
 if(VELMOOR_MOLD)

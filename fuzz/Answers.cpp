@@ -1,0 +1,100 @@
+// Answer lines: every reader of what an amplifier says.
+
+#include "ProgramSession.h"
+#include "Target.h"
+#include "online/AlarmReadings.h"
+#include "project/UploadFlow.h"
+
+namespace velmoor::fuzz {
+namespace {
+
+void ReadIdentity(clsHX7Helix7& helix) {
+  std::string text;
+  std::int32_t number = 0;
+  (void)helix.IsRX900AndVKLM();
+  (void)helix.GetServoModel(text);
+  (void)helix.GetMotorModel(text);
+  (void)helix.GetOptionVersion(text);
+  (void)helix.GetOptionYSpec(text);
+  (void)helix.GetServoYSpec(text);
+  (void)helix.GetEncoderResolution(number);
+  (void)helix.GetEncoderResolutionBits(text);
+  (void)helix.GetEncoderType(text);
+  (void)helix.GetAxis("0");
+}
+
+void ReadValues(clsHX7Helix7& helix, unsigned selector) {
+  std::int32_t number = 0;
+  std::int16_t level = 0;
+  std::string text;
+  (void)helix.GetHelixValue(static_cast<std::int32_t>(selector) - 1, number);
+  (void)helix.GetRigidity(level);
+  (void)helix.GetInertiaRatio(number);
+  (void)OpenedProject().GetReferenceSpeedFactor();
+  (void)helix.SendToSerial("0X", text);
+}
+
+void ReadAlarms() {
+  AlarmReading reading;
+  std::vector<AlarmReading> readings;
+  std::string error;
+  (void)ReadAlarm(reading);
+  (void)ReadAlarmHistory(readings);
+  (void)ReadError(error);
+  (void)gMainForm->Helix7()->GetAlarmAndError();
+}
+
+void Write(clsHX7Helix7& helix) {
+  (void)helix.SetParameter("81D", "1200");
+  (void)helix.writeZoneTable(3, {"1", "2"});
+  (void)helix.StopJog();
+}
+
+void UploadTool(unsigned tool) {
+  clsHX7Project& project = campaign::Program::Project();
+  project.TakeSnapshot();
+  if (project.UploadPart(static_cast<Tool>(tool)))
+    project.CommitUploadedTool(static_cast<Tool>(tool));
+  project.RestoreSnapshot();
+}
+
+}  // namespace
+}  // namespace velmoor::fuzz
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  using namespace velmoor;
+  using namespace velmoor::fuzz;
+  static ProgramSession session("answers");
+  std::string_view text = Text(data, size);
+  const unsigned reader = Choose(text, 16);
+  session.port.Open();
+  session.port.Answer(text);
+  session.program.user.texts.clear();
+  clsHX7Helix7& helix = *gMainForm->Helix7();
+  helix.SetEcho(reader % 2 == 0);
+  switch (reader / 2) {
+    case 0:
+      ReadIdentity(helix);
+      break;
+    case 1:
+      ReadValues(helix, static_cast<unsigned>(text.size()) % 20);
+      break;
+    case 2:
+      ReadAlarms();
+      break;
+    case 3:
+      (void)helix.GoOnline(false);
+      break;
+    case 4:
+      Write(helix);
+      break;
+    case 5:
+      (void)RunUploadStages(campaign::Program::Project());
+      campaign::Program::Project().RestoreSnapshot();
+      break;
+    default:
+      UploadTool(static_cast<unsigned>(text.size()) % 10);
+      break;
+  }
+  return 0;
+}

@@ -1,0 +1,85 @@
+// The desktop program's session on a new project, for targets that need one. Made at the first
+// input and kept for all; its folder goes with the process.
+#pragma once
+
+#include <unistd.h>
+
+#include <deque>
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+#include "fault_campaign/Program.h"
+#include "platform/SerialPort.h"
+
+namespace velmoor::fuzz {
+
+// Answers with the lines that it was given; each question takes the next ones.
+class LinePort final : public SerialPort {
+ public:
+  void Answer(std::string_view text) {
+    lines_.clear();
+    while (!text.empty()) {
+      const std::size_t end = text.find('\n');
+      lines_.emplace_back(text.substr(0, end));
+      text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
+    }
+  }
+  // "@" in a line stands for the question, as in an echo.
+  std::string ReadLine() override {
+    if (lines_.empty()) return {};
+    std::string line = lines_.front();
+    lines_.pop_front();
+    const std::size_t at = line.find('@');
+    if (at != std::string::npos) line.replace(at, 1, question_);
+    return line;
+  }
+  void WriteLine(std::string_view line) override { question_ = line; }
+  void SetSettings(const std::string& settings) override { settings_ = settings; }
+  [[nodiscard]] std::string Settings() const override { return settings_; }
+  void SetPortName(const std::string& /*name*/) override {}
+  bool Open() override { return open_ = true; }
+  void Close() override { open_ = false; }
+  [[nodiscard]] bool IsOpen() const override { return open_; }
+  [[nodiscard]] std::string LastError() const override { return {}; }
+  void SetReadTimeOut(int milliseconds) override { timeOut_ = milliseconds; }
+  [[nodiscard]] int ReadTimeOut() const override { return timeOut_; }
+  [[nodiscard]] int WaitingBytes() override { return 0; }
+  void DiscardInput() override {}
+
+ private:
+  std::deque<std::string> lines_;
+  std::string question_;
+  std::string settings_;
+  int timeOut_ = 5000;
+  bool open_ = false;
+};
+
+inline std::string MakeFolder(const char* name) {
+  const std::filesystem::path folder =
+      std::filesystem::temp_directory_path() /
+      (std::string("velmoor-fuzz-") + name + "-" + std::to_string(getpid()));
+  std::filesystem::create_directories(folder);
+  return folder.string();
+}
+
+// A folder that goes with its owner.
+struct Folder {
+  explicit Folder(const char* name) : path(MakeFolder(name)) {}
+  ~Folder() {
+    std::error_code ignored;
+    std::filesystem::remove_all(path, ignored);
+  }
+  Folder(const Folder&) = delete;
+  Folder& operator=(const Folder&) = delete;
+  std::string path;
+};
+
+struct ProgramSession {
+  explicit ProgramSession(const char* name) : folder(name) {}
+  Folder folder;
+  LinePort port;
+  campaign::Program program{port, folder.path};
+};
+
+}  // namespace velmoor::fuzz

@@ -1,0 +1,24 @@
+// The settings file: anything may stand in it, and what is written reads the same.
+
+#include "platform/posix/IniSettings.h"
+
+#include <fstream>
+
+#include "ProgramSession.h"
+#include "Target.h"
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  using namespace velmoor;
+  static const fuzz::Folder folder("settings");
+  const std::string path = folder.path + "/velmoor.ini";
+  const std::string_view text = fuzz::Text(data, size);
+  std::ofstream(path, std::ios::binary) << text;
+  posix::IniSettings settings(path);
+  const auto colours = settings.Read("Colors");
+  (void)settings.Read("COM1");
+  const std::string value(text.substr(0, text.size() / 2));
+  settings.Write("Left", value);
+  fuzz::Require(settings.Read("Left") == value, "a setting that was written reads the same");
+  fuzz::Require(settings.Read("Colors") == colours, "another setting stays");
+  return 0;
+}
