@@ -6,8 +6,9 @@
 
 #include <algorithm>
 #include <functional>
+#include <memory>
 
-#include "ProgramSession.h"
+#include "Folder.h"
 #include "Target.h"
 #include "platform/posix/PosixSingleInstance.h"
 

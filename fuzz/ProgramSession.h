@@ -2,13 +2,11 @@
 // input and kept for all; its folder goes with the process.
 #pragma once
 
-#include <unistd.h>
-
 #include <deque>
-#include <filesystem>
 #include <string>
 #include <string_view>
 
+#include "Folder.h"
 #include "fault_campaign/Program.h"
 #include "platform/SerialPort.h"
 
@@ -53,26 +51,6 @@ class LinePort final : public SerialPort {
   std::string settings_;
   int timeOut_ = 5000;
   bool open_ = false;
-};
-
-inline std::string MakeFolder(const char* name) {
-  const std::filesystem::path folder =
-      std::filesystem::temp_directory_path() /
-      (std::string("velmoor-fuzz-") + name + "-" + std::to_string(getpid()));
-  std::filesystem::create_directories(folder);
-  return folder.string();
-}
-
-// A folder that goes with its owner.
-struct Folder {
-  explicit Folder(const char* name) : path(MakeFolder(name)) {}
-  ~Folder() {
-    std::error_code ignored;
-    std::filesystem::remove_all(path, ignored);
-  }
-  Folder(const Folder&) = delete;
-  Folder& operator=(const Folder&) = delete;
-  std::string path;
 };
 
 struct ProgramSession {

@@ -29,4 +29,12 @@ std::string GetMaximumHex(const NibbleDefinition& definition) {
   return text;
 }
 
+std::string DigitsOfAnswer(const std::string& answer) {
+  const std::string digits = Right(answer, 4);
+  if (digits.size() < 4 || !ParseHex(digits)) {
+    throw NumberError("Type mismatch: '" + answer + "' has no four digits");
+  }
+  return digits;
+}
+
 }  // namespace velmoor

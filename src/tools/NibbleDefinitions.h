@@ -17,4 +17,7 @@ namespace velmoor {
 // The largest value of the definition, digit by digit, unused ones as "0".
 [[nodiscard]] std::string GetMaximumHex(const NibbleDefinition& definition);
 
+// The four digits at the end of an answer. Throws NumberError where they are no hexadecimal digits.
+[[nodiscard]] std::string DigitsOfAnswer(const std::string& answer);
+
 }  // namespace velmoor

@@ -146,7 +146,7 @@ void clsHX7Editor::SendFailed(const std::string& strPn) {
 }
 
 std::string clsHX7Editor::UploadedValue(int row, const std::string& answer) const {
-  if (IsNibbleKey(ExtraOf(row).nibbleKey)) return Right(answer, 4);
+  if (IsNibbleKey(ExtraOf(row).nibbleKey)) return DigitsOfAnswer(answer);
   return ParameterToolBase::UploadedValue(row, answer);
 }
 

@@ -66,7 +66,7 @@ ResultCode clsHX7Tuning::PerformRigidityChange() {
 }
 
 std::string clsHX7Tuning::UploadedValue(int row, const std::string& answer) const {
-  if (IsNibbleKey(arIsNibble_.at(static_cast<std::size_t>(row) - 1))) return Right(answer, 4);
+  if (IsNibbleKey(arIsNibble_.at(static_cast<std::size_t>(row) - 1))) return DigitsOfAnswer(answer);
   return ParameterToolBase::UploadedValue(row, answer);
 }
 
