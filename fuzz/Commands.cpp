@@ -18,6 +18,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     // Words for the user.
   }
   std::vector<const char*> plain;
+  plain.reserve(words.size());
   for (const std::string& word : words) plain.push_back(word.c_str());
   try {
     (void)ParseOptions(plain);

@@ -16,7 +16,7 @@ namespace {
 
 constexpr int kBytesOfAnExchange = 12;  // in either direction, about
 
-std::string Tail(std::vector<std::string> texts) {
+std::string Tail(const std::vector<std::string>& texts) {
   std::string all;
   for (const std::string& text : texts) all += " | " + text;
   return all;
