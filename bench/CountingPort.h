@@ -8,33 +8,23 @@
 
 #include "SimulatorChild.h"
 #include "platform/Numbers.h"
-#include "platform/SerialPort.h"
+#include "platform/PassingPort.h"
 
 namespace velmoor::bench {
 
-class CountingPort final : public SerialPort {
+class CountingPort final : public PassingPort {
  public:
-  explicit CountingPort(SerialPort& port) : port_(port) {}
-  void SetSettings(const std::string& settings) override { port_.SetSettings(settings); }
-  [[nodiscard]] std::string Settings() const override { return port_.Settings(); }
-  void SetPortName(const std::string& name) override { port_.SetPortName(name); }
-  bool Open() override { return port_.Open(); }
-  void Close() override { port_.Close(); }
-  [[nodiscard]] bool IsOpen() const override { return port_.IsOpen(); }
-  [[nodiscard]] std::string LastError() const override { return port_.LastError(); }
-  void SetReadTimeOut(int milliseconds) override { port_.SetReadTimeOut(milliseconds); }
-  [[nodiscard]] int ReadTimeOut() const override { return port_.ReadTimeOut(); }
-  [[nodiscard]] int WaitingBytes() override { return port_.WaitingBytes(); }
-  void DiscardInput() override { port_.DiscardInput(); }
+  using PassingPort::PassingPort;
+
   void WriteLine(std::string_view line) override {
     ++lines;
     bytes += line.size() + 1;
     lastLine = line;
-    port_.WriteLine(line);
+    PassingPort::WriteLine(line);
     lastWrite = std::chrono::steady_clock::now();
   }
   std::string ReadLine() override {
-    std::string line = port_.ReadLine();
+    std::string line = PassingPort::ReadLine();
     bytes += line.size() + 2;
     return line;
   }
@@ -43,9 +33,6 @@ class CountingPort final : public SerialPort {
   std::size_t lines = 0;  // that went out
   std::string lastLine;
   std::chrono::steady_clock::time_point lastWrite;
-
- private:
-  SerialPort& port_;
 };
 
 // Runs `transfer` over `port` and prints its time beside that of its bytes on the line.

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "simulator/NameTable.h"
+
 namespace velmoor {
 namespace {
 
@@ -42,10 +44,7 @@ std::optional<Fault> FaultPlan::Take(std::string_view command) {
 }
 
 std::optional<FaultKind> FaultKindOf(std::string_view name) {
-  for (const auto& [known, kind] : kNames) {
-    if (known == name) return kind;
-  }
-  return std::nullopt;
+  return ValueNamed(kNames, name);
 }
 
 std::string_view NameOf(FaultKind kind) {
@@ -56,12 +55,7 @@ std::string_view NameOf(FaultKind kind) {
 }
 
 std::string FaultNames() {
-  std::string names;
-  for (const auto& [name, kind] : kNames) {
-    if (!names.empty()) names += ' ';
-    names += name;
-  }
-  return names;
+  return NamesOf(kNames);
 }
 
 }  // namespace velmoor

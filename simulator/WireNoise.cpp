@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "simulator/NameTable.h"
+
 namespace velmoor {
 namespace {
 
@@ -66,19 +68,11 @@ std::vector<NoisyPiece> WireNoise::Pass(std::string_view bytes, NoiseDirection d
 }
 
 std::optional<NoiseKind> NoiseKindOf(std::string_view name) {
-  for (const auto& [known, kind] : kNames) {
-    if (known == name) return kind;
-  }
-  return std::nullopt;
+  return ValueNamed(kNames, name);
 }
 
 std::string NoiseNames() {
-  std::string names;
-  for (const auto& [name, kind] : kNames) {
-    if (!names.empty()) names += ' ';
-    names += name;
-  }
-  return names;
+  return NamesOf(kNames);
 }
 
 }  // namespace velmoor

@@ -5,15 +5,15 @@
 #include <memory>
 #include <string>
 
-#include "platform/SerialPort.h"
+#include "platform/PassingPort.h"
 
 namespace velmoor::campaign {
 
 // Passes everything on, counts the exchanges, and does something before one of them.
-class WatchedPort final : public SerialPort {
+class WatchedPort final : public PassingPort {
  public:
   // Time-outs of a real clock are divided by `hurry`.
-  WatchedPort(SerialPort& port, int hurry) : port_(port), hurry_(hurry) {}
+  WatchedPort(SerialPort& port, int hurry) : PassingPort(port), hurry_(hurry) {}
 
   // Starts to count; `work` runs before the exchange number `exchange`, counted from 0.
   void Before(int exchange, std::function<void()> work) {
@@ -23,28 +23,17 @@ class WatchedPort final : public SerialPort {
   }
   [[nodiscard]] int Exchanges() const { return exchanges_; }
 
-  void SetSettings(const std::string& settings) override { port_.SetSettings(settings); }
-  [[nodiscard]] std::string Settings() const override { return port_.Settings(); }
-  void SetPortName(const std::string& name) override { port_.SetPortName(name); }
-  bool Open() override { return port_.Open(); }
-  void Close() override { port_.Close(); }
-  [[nodiscard]] bool IsOpen() const override { return port_.IsOpen(); }
-  [[nodiscard]] std::string LastError() const override { return port_.LastError(); }
   void SetReadTimeOut(int milliseconds) override {
     timeOut_ = milliseconds;
-    port_.SetReadTimeOut(milliseconds / hurry_);
+    PassingPort::SetReadTimeOut(milliseconds / hurry_);
   }
   [[nodiscard]] int ReadTimeOut() const override { return timeOut_; }
-  [[nodiscard]] int WaitingBytes() override { return port_.WaitingBytes(); }
-  void DiscardInput() override { port_.DiscardInput(); }
   void WriteLine(std::string_view line) override {
     if (exchanges_++ == when_ && work_) work_();
-    port_.WriteLine(line);
+    PassingPort::WriteLine(line);
   }
-  std::string ReadLine() override { return port_.ReadLine(); }
 
  private:
-  SerialPort& port_;
   int hurry_;
   int timeOut_ = 5000;
   int exchanges_ = 0;

@@ -30,42 +30,42 @@ auto Watched(const Work& work) {
 
 void LoggedPort::SetSettings(const std::string& settings) {
   Traffic("settings ", settings);
-  port_.SetSettings(settings);
+  PassingPort::SetSettings(settings);
 }
 
 void LoggedPort::SetPortName(const std::string& name) {
   name_ = name;
-  port_.SetPortName(name);
+  PassingPort::SetPortName(name);
 }
 
 bool LoggedPort::Open() {
-  const bool open = port_.Open();
+  const bool open = PassingPort::Open();
   if (open) {
-    LogInformation(kSubject, name_ + " opened at " + port_.Settings());
+    LogInformation(kSubject, name_ + " opened at " + Settings());
   } else {
-    LogWarning(kSubject, name_ + " not opened: " + port_.LastError());
+    LogWarning(kSubject, name_ + " not opened: " + LastError());
   }
   return open;
 }
 
 void LoggedPort::Close() {
-  if (port_.IsOpen()) LogInformation(kSubject, name_ + " closed");
-  port_.Close();
+  if (IsOpen()) LogInformation(kSubject, name_ + " closed");
+  PassingPort::Close();
 }
 
 int LoggedPort::WaitingBytes() {
-  return Watched([this] { return port_.WaitingBytes(); });
+  return Watched([this] { return PassingPort::WaitingBytes(); });
 }
 
 void LoggedPort::WriteLine(std::string_view line) {
   Traffic("> ", line);
-  Watched([&] { port_.WriteLine(line); });
+  Watched([&] { PassingPort::WriteLine(line); });
 }
 
 std::string LoggedPort::ReadLine() {
-  std::string line = Watched([this] { return port_.ReadLine(); });
+  std::string line = Watched([this] { return PassingPort::ReadLine(); });
   if (line.empty()) {
-    Traffic("< nothing within ", NumberText(port_.ReadTimeOut()) + " ms");
+    Traffic("< nothing within ", NumberText(ReadTimeOut()) + " ms");
   } else {
     Traffic("< ", line);
   }
