@@ -2,12 +2,16 @@
 #include <QComboBox>
 #include <QDialog>
 #include <QLineEdit>
+#include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScreen>
 
 #include "QtTestUser.h"
 #include "platform/Form.h"
 #include "platform/MainWindow.h"
+#include "platform/Settings.h"
 #include "platform/World.h"
 #include "platform/qt/FormLayouts.h"
 #include "platform/qt/QtAppearance.h"
@@ -135,6 +139,40 @@ TEST(QtFormTest, ChildrenOfTheMainWindowAreListedActivatedAndClosed) {
   EXPECT_TRUE(second->Unload());
   EXPECT_TRUE(unloaded);
   EXPECT_EQ(world().forms->Shown(), std::vector<Form*>{first.get()});
+}
+
+TEST(QtFormTest, AWindowOpensInTheSizeThatTheUserGaveIt) {
+  const auto main = world().forms->LoadMainWindow();
+  main->Show();
+  // Opens the window, gives it another size where one is told, closes it. Its size before that.
+  const auto visit = [](FormMode mode, std::optional<QSize> size) {
+    QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);  // the one before
+    const auto form = world().forms->Load("frmDialogPOut");
+    form->Show(mode);
+    ServeEvents();
+    QWidget& window = *Widget<QPushButton>("cmdCancel").window();
+    auto* const child = window.findChild<QMdiSubWindow*>();
+    QWidget& resized = mode == FormMode::modeless ? *child : window;
+    const QSize opened = resized.size();
+    if (size) resized.resize(*size);
+    ServeEvents();
+    form->Unload();
+    return opened;
+  };
+  for (const FormMode mode : {FormMode::blocking, FormMode::modeless}) {
+    const QSize designed = visit(mode, std::nullopt);
+    EXPECT_EQ(visit(mode, designed + QSize(37, 21)), designed);
+    EXPECT_EQ(visit(mode, std::nullopt), designed + QSize(37, 21));
+    world().settings->Write("Size_frmDialogPOut", "99999x1");
+    const QSize bounded = visit(mode, std::nullopt);
+    EXPECT_LE(bounded.width(), std::max(Widget<QMdiArea>("mdiArea").width(),
+                                        QGuiApplication::primaryScreen()->availableSize().width()));
+    EXPECT_GT(bounded.height(), 20);
+    for (const char* const nonsense : {"", "x", "-5x300", "300", "300x200x1", "ax900"}) {
+      world().settings->Write("Size_frmDialogPOut", nonsense);
+      EXPECT_EQ(visit(mode, std::nullopt), designed) << nonsense;
+    }
+  }
 }
 
 TEST(QtFormTest, ARefusedTextBoxKeepsTheFocusAndItsEnter) {

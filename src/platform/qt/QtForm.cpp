@@ -8,6 +8,7 @@
 #include <QMdiSubWindow>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QScreen>
 #include <QShortcut>
 #include <QTableView>
 #include <algorithm>
@@ -21,6 +22,7 @@
 #include "platform/qt/QtPageView.h"
 #include "platform/qt/QtTerminalScreen.h"
 #include "platform/qt/QtTimeChart.h"
+#include "platform/qt/WindowSizes.h"
 
 namespace velmoor::qt {
 
@@ -100,6 +102,7 @@ void QtForm::Show(FormMode mode) {
       ShowAsDialog();
       break;
   }
+  openedWith_ = root_->size();
   forms_.NoteActive(this);
   if (mode == FormMode::modal) WaitUntilClosed();
 }
@@ -109,7 +112,8 @@ void QtForm::ShowAsChild() {
   subWindow_->show();
   // The area may be smaller than the window would like to be.
   const QSize area = subWindow_->parentWidget()->size();
-  subWindow_->resize(subWindow_->size().boundedTo(area));
+  const QSize frame = subWindow_->size() - root_->size();
+  subWindow_->resize((WantedSize() + frame).boundedTo(area));
   subWindow_->move(
       std::clamp(subWindow_->x(), 0, std::max(0, area.width() - subWindow_->width())),
       std::clamp(subWindow_->y(), 0, std::max(0, area.height() - subWindow_->height())));
@@ -126,6 +130,8 @@ void QtForm::ShowAsDialog() {
     SetUpKey(Qt::Key_Escape, *exit);
   }
   root_->adjustSize();
+  // The screen may be a smaller one than then.
+  root_->resize(WantedSize().boundedTo(root_->screen()->availableGeometry().size()));
   if (parent != nullptr) {
     const QPoint centre = parent->frameGeometry().center();
     root_->move(centre - root_->rect().center());
@@ -137,6 +143,16 @@ void QtForm::ShowAsSplash() {
   root_->setWindowFlags(Qt::SplashScreen | Qt::FramelessWindowHint);
   root_->adjustSize();
   root_->show();
+}
+
+QSize QtForm::WantedSize() const {
+  return StoredWindowSize(name_).value_or(root_->size()).expandedTo(root_->minimumSizeHint());
+}
+
+void QtForm::KeepSize() {
+  const bool filled = subWindow_ && (subWindow_->isMaximized() || subWindow_->isMinimized());
+  if (mode_ == FormMode::splash || filled || root_->size() == openedWith_) return;
+  StoreWindowSize(name_, root_->size());
 }
 
 void QtForm::WaitUntilClosed() {
@@ -181,6 +197,7 @@ bool QtForm::TryToClose() {
   if (*closed) return true;
   asking_ = false;
   if (cancel) return false;
+  KeepSize();
   *closed_ = true;
   shown_ = false;
   forms_.Forget(*this);

@@ -61,6 +61,10 @@ class QtForm final : public QtCommands<Form> {
   void ShowAsSplash();
   void WaitUntilClosed();
   bool LookAtRoot(QEvent& event);
+  // The size that the user gave it before, or the one that it has.
+  [[nodiscard]] QSize WantedSize() const;
+  // Keeps a size that is not the one the window opened with.
+  void KeepSize();
   // False: a handler of QueryUnload refused.
   bool TryToClose();
   void SetUpKeys();
@@ -73,6 +77,7 @@ class QtForm final : public QtCommands<Form> {
   QPointer<QMdiSubWindow> subWindow_;
   std::unique_ptr<EventWatch> watch_;
   FormMode mode_ = FormMode::modeless;
+  QSize openedWith_;
   bool shown_ = false;
   bool asking_ = false;  // within QueryUnload
   std::map<std::string, std::unique_ptr<Control>> controls_;

@@ -1,0 +1,36 @@
+#include "platform/qt/WindowSizes.h"
+
+#include <QStringList>
+
+#include "platform/Settings.h"
+#include "platform/World.h"
+#include "platform/qt/QtText.h"
+
+namespace velmoor::qt {
+namespace {
+
+// "Size_frmZone=640x480"
+std::string SettingOf(const std::string& layout) {
+  return "Size_" + layout;
+}
+
+}  // namespace
+
+std::optional<QSize> StoredWindowSize(const std::string& layout) {
+  const QStringList parts =
+      ToQt(world().settings->ReadText(SettingOf(layout), "")).split(QLatin1Char('x'));
+  if (parts.size() != 2) return std::nullopt;
+  const QSize size(parts[0].toInt(), parts[1].toInt());  // 0 for what is no number
+  return size.isEmpty() ? std::nullopt : std::optional(size);
+}
+
+void StoreWindowSize(const std::string& layout, QSize size) {
+  try {
+    world().settings->Write(SettingOf(layout),
+                            std::to_string(size.width()) + "x" + std::to_string(size.height()));
+  } catch (const std::exception&) {
+    // The next session opens it as it was designed.
+  }
+}
+
+}  // namespace velmoor::qt
