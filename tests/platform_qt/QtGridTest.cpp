@@ -4,7 +4,11 @@
 #include <QComboBox>
 #include <QHeaderView>
 #include <QLineEdit>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMessageBox>
 #include <QMouseEvent>
+#include <QScopeGuard>
 #include <QTableView>
 
 #include "QtTestUser.h"
@@ -126,6 +130,41 @@ TEST_F(QtGridTest, ABoxWithinTheCheckCommitsNothingTwice) {
   Edit("6");
   EXPECT_EQ(seen_, std::vector<std::string>{"6"});
   EXPECT_EQ(written_, 1);
+}
+
+TEST_F(QtGridTest, KeysReachTheGridAfterABoxAboutABadValue) {
+  QMdiArea area;
+  area.addSubWindow(new QLineEdit)->show();
+  QMdiSubWindow* const child = area.addSubWindow(&view_);
+  const auto takeBack = qScopeGuard([this] { view_.setParent(nullptr); });
+  child->show();
+  area.show();
+  area.activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&area));
+  view_.setFocus();
+  held_ += grid_.ValidateEdit.Connect([&](GridEdit& edit) {
+    if (!edit.cancel) return;
+    WhenModal([](QWidget& box) { PressKey(box, Qt::Key_Return); });
+    QMessageBox(QMessageBox::Warning, {}, QStringLiteral("Bad"), QMessageBox::Ok, &area).exec();
+  });
+  grid_.SetCurrent(1, 1);
+  TypeText(view_, QStringLiteral("b"));
+  ASSERT_NE(Editor(), nullptr);
+  TypeText(*Editor(), QStringLiteral("ad"));
+  PressKey(*Editor(), Qt::Key_Return);
+  ServeEvents();
+  area.activateWindow();  // as a desktop does when the box is gone
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&area));
+  QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  ServeEvents();
+  EXPECT_EQ(area.activeSubWindow(), child);
+  ASSERT_NE(QApplication::focusWidget(), nullptr);
+  EXPECT_EQ(QApplication::focusWidget(), &view_);
+  TypeText(*QApplication::focusWidget(), QStringLiteral("6"));
+  ASSERT_NE(Editor(), nullptr);
+  PressKey(*Editor(), Qt::Key_Return);
+  ServeEvents();
+  EXPECT_EQ(seen_, (std::vector<std::string>{"bad", "6"}));
 }
 
 TEST_F(QtGridTest, OnlyTheUserMovesTheCurrentCellWithAnEvent) {

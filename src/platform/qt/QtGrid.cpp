@@ -28,6 +28,9 @@ QtGrid::QtGrid(QTableView& view)
                 }),
       viewportWatch_(*view.viewport(), [this](QEvent& event) { return LookAtViewport(event); }) {
   SetUpView();
+  // After the view's own answer, which knows nothing of a box in front.
+  QObject::connect(delegate_, &QAbstractItemDelegate::closeEditor, &context_,
+                   [this] { EditorClosed(); });
   QObject::connect(view.selectionModel(), &QItemSelectionModel::currentChanged, &context_,
                    [this] { CurrentMoved(); });
   QObject::connect(&view, &QTableView::clicked, &context_,
@@ -188,6 +191,13 @@ bool QtGrid::FinishEdit() {
   if (!alive) return true;
   if (delegate_->Editor() != nullptr) Q_EMIT delegate_->closeEditor(delegate_->Editor());
   return !refused_;
+}
+
+// An editor that closes behind a box has no focus to pass on: when the box is gone the window would
+// give the keyboard to nobody, or to the next window.
+void QtGrid::EditorClosed() {
+  const QWidget* const focus = view_.window()->focusWidget();
+  if (focus != nullptr && view_.isAncestorOf(focus)) view_.setFocus();
 }
 
 void QtGrid::Commit(GridEdit edit) {

@@ -42,6 +42,7 @@ class QtGrid final : public QtControl<Grid> {
   void Commit(GridEdit edit);
   void CurrentMoved();
   void CellClicked(const QModelIndex& index);
+  void EditorClosed();
   bool LookAtKey(const QKeyEvent& event);
   bool LookAtViewport(QEvent& event);
   void FitColumns();
