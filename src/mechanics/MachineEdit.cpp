@@ -147,9 +147,7 @@ MachineCheck MachineEdit::SetInUnits(int row, const std::string& text) {
   std::string strError;
   if (!IsFloatText(text, strError)) return Restore(strError);
   const std::string name = rows_.Text(row, Column::name);
-  const double factor = factors_[FactorIndex(*UnitKindOf(name))];
-  const double low = Int32FromCell(rows_.Text(row, Column::minimum)) / factor;
-  const double high = Int32FromCell(rows_.Text(row, Column::maximum)) / factor;
+  const auto [low, high] = LimitsInUnits(row);
   const double value = ParseFloat(text).value_or(0);
   if (value < low || value > high) {
     return Ask(OutOfRange(text, NumberText(low), NumberText(high)));
@@ -313,9 +311,7 @@ std::string MachineEdit::ValidateProperties() {
   for (const char* name : kUnitRows) {
     const int row = rows_.FindRow(name);
     if (row == 0) continue;
-    const double factor = factors_[FactorIndex(*UnitKindOf(name))];
-    const double low = Int32FromCell(rows_.Text(row, Column::minimum)) / factor;
-    const double high = Int32FromCell(rows_.Text(row, Column::maximum)) / factor;
+    const auto [low, high] = LimitsInUnits(row);
     const auto value = ParseFloat(rows_.Text(row, Column::value));
     if (value && *value >= low && *value <= high) continue;
     const double nearest = value && *value > high ? high : low;
@@ -327,75 +323,26 @@ std::string MachineEdit::ValidateProperties() {
          "\r\rPlease check values before proceeding.";
 }
 
-// ---- commit
-
-bool MachineEdit::ResolutionDirty() const {
-  return machine_.resolution != original_.resolution;
-}
-
-bool MachineEdit::NeedUpdateOverTravel() const {
-  const bool wasRotary = original_.system == kRotaryTable;
-  const bool isRotary = machine_.system == kRotaryTable;
-  if (wasRotary != isRotary) return true;
-  return isRotary && (machine_.length != original_.length || ResolutionDirty());
-}
-
-std::string MachineEdit::CommitQuestion() const {
-  if (ResolutionDirty() && SystemDirty()) {
-    return "Programming resolution and mechanical system have been changed!\r\r"
-           "Accepting change would invalidate existing Index Table and Zone Table!\r"
-           "Also, existing parameters of numeric values may no longer be valid!\r"
-           "(Pn81B-Pn81D and Pn825-Pn828 may no longer be within allowable ranges.)\r\r"
-           "Do you wish to accept the change?";
-  }
-  if (egrDirty_ && !ResolutionDirty()) {
-    return "Electronic gear ratio has been changed!\r\r"
-           "Existing Index Table entries, Zone Table entries, and\r"
-           "Over Travel switch settings may no longer be valid!\r"
-           "Please review aforementioned values if changes are accepted.\r\r"
-           "Do you wish to accept the change?";
-  }
-  return {};
-}
-
-std::string MachineEdit::CommitInformation() const {
-  if (!ResolutionDirty() || SystemDirty()) return {};
-  return "Programming resolution has been changed!\r\r"
-         "All values have been updated to the new resolution.\r"
-         "Please review values to check if changes are acceptable.";
-}
-
-void MachineEdit::UpdateCheckSum() {
-  if (machine_.length == 0.0F || machine_.n1 == 0 || machine_.n2 == 0) return;
-  const std::string checksum = world().rx900Utils->MechSystemChecksum(
-      machine_.n1, machine_.n2, machine_.resolution, machine_.length, Value("Pn82E"));
-  Put("Pn829", Left(checksum, 8));
-  Put("Pn82A", Right(checksum, 8));
-}
-
-MechanicalSystemEdit MachineEdit::TakeForCommit() {
-  UpdateCheckSum();
-  MechanicalSystemEdit edit;
-  edit.rows = rows_;
-  edit.isDirty = dirty_;
-  edit.resolutionDirty = ResolutionDirty() || TimeBaseDirty();
-  edit.systemDirty = SystemDirty() && ResolutionDirty();
-  edit.needUpdateOverTravel = NeedUpdateOverTravel();
-  return edit;
-}
-
 // ---- limits
 
+std::pair<double, double> MachineEdit::LimitsInUnits(int row) const {
+  const UnitKind kind = UnitKindOf(rows_.Text(row, Column::name)).value();
+  const double factor = factors_[FactorIndex(kind)];
+  return {Int32FromCell(rows_.Text(row, Column::minimum)) / factor,
+          Int32FromCell(rows_.Text(row, Column::maximum)) / factor};
+}
+
 std::string MachineEdit::MinimumText(int row) const {
-  const auto kind = UnitKindOf(rows_.Text(row, Column::name));
-  const std::string& limit = rows_.Text(row, Column::minimum);
-  if (!kind) return limit;
-  return CountsToUnits(Int32FromCell(limit), factors_[FactorIndex(*kind)], machine_.resolution);
+  return LimitText(row, Column::minimum);
 }
 
 std::string MachineEdit::MaximumText(int row) const {
+  return LimitText(row, Column::maximum);
+}
+
+std::string MachineEdit::LimitText(int row, Column column) const {
   const auto kind = UnitKindOf(rows_.Text(row, Column::name));
-  const std::string& limit = rows_.Text(row, Column::maximum);
+  const std::string& limit = rows_.Text(row, column);
   if (!kind) return limit;
   return CountsToUnits(Int32FromCell(limit), factors_[FactorIndex(*kind)], machine_.resolution);
 }

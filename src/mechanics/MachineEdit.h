@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "mechanics/GearRatio.h"
@@ -55,8 +56,7 @@ class MachineEdit {
 
   // ---- edits: checked, and carried through when accepted
 
-  // A cell of the grid; rows that cannot be edited are
-  // refused.
+  // A cell of the grid; rows that cannot be edited are refused.
   MachineCheck SetValue(const std::string& name, const std::string& text);
   // By their indexes. The resolution follows into its allowable range; a gear ratio that is invalid
   // all the same is told as a warning, and the choice stands.
@@ -106,6 +106,9 @@ class MachineEdit {
   void MarkUnitRows();
   void UpdateUnits();
   void UpdateCheckSum();
+  // Of a row that has a unit: the lowest and the highest value in that unit.
+  [[nodiscard]] std::pair<double, double> LimitsInUnits(int row) const;
+  [[nodiscard]] std::string LimitText(int row, Column column) const;
 
   BlockMatrix rows_;
   Machine machine_, original_;
