@@ -1,8 +1,11 @@
 #include "platform/qt/QtPrinting.h"
 
 #include <QApplication>
+#include <QDialogButtonBox>
 #include <QPrintDialog>
 #include <QPrinterInfo>
+#include <QPushButton>
+#include <QScopeGuard>
 #include <array>
 #include <stdexcept>
 
@@ -11,6 +14,7 @@
 
 namespace velmoor::qt {
 namespace {
+
 
 // Dots per inch of the four qualities.
 constexpr std::array<int, 4> kResolutions{150, 300, 600, 1200};
@@ -61,18 +65,40 @@ bool QtPrinting::SetUp() {
   QPrintDialog dialog(&Chosen(), QApplication::activeWindow());
   dialog.setOption(QAbstractPrintDialog::PrintToFile, false);
   dialog.setOption(QAbstractPrintDialog::PrintPageRange);
+  // Nothing is printed here yet.
+  dialog.setWindowTitle(QStringLiteral("Printer Setup"));
+  if (const auto* const buttons = dialog.findChild<QDialogButtonBox*>()) {
+    for (QAbstractButton* const button : buttons->buttons()) {
+      if (buttons->buttonRole(button) == QDialogButtonBox::AcceptRole) {
+        button->setText(QStringLiteral("OK"));
+      }
+    }
+  }
   return dialog.exec() == QDialog::Accepted;
 }
 
 void QtPrinting::Print(const PrintDocument& document, Paper paper) {
   QPrinter& printer = Chosen();
+  // The print system takes a job for a printer that is gone, and loses it without a word.
+  if (!QPrinterInfo::availablePrinterNames().contains(printer.printerName())) {
+    throw std::runtime_error("The printer '" + FromQt(printer.printerName()) +
+                             "' is not installed any more.");
+  }
+  // A choice of pages holds for one document.
+  const auto allAgain = qScopeGuard([&printer] {
+    printer.setPrintRange(QPrinter::AllPages);
+    printer.setFromTo(0, 0);
+  });
   printer.setDocName(ToQt(document.title));
   LayOut(printer, paper);
   const PageSetter pages(document, paper);
   const bool range = printer.printRange() == QPrinter::PageRange && printer.fromPage() > 0;
   const auto all = static_cast<int>(pages.Pages().size());
-  DrawPages(pages, printer, range ? printer.fromPage() : 1,
-            range ? std::min(printer.toPage(), all) : all);
+  const int first = range ? printer.fromPage() : 1;
+  if (first > all) {
+    throw std::runtime_error("The document has " + std::to_string(all) + " pages.");
+  }
+  DrawPages(pages, printer, first, range ? std::min(printer.toPage(), all) : all);
 }
 
 }  // namespace velmoor::qt
