@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <stdexcept>
 #include <typeinfo>
 
@@ -15,7 +16,10 @@ TEST(ThrowTrace, NamesTypesAndRemembersTheCallsOfTheLastThrow) {
 #if !defined(__SANITIZE_ADDRESS__)
   const auto trace = LastThrowTrace();
   ASSERT_GT(trace.size(), 2U);
-  EXPECT_NE(trace.front().find("libstdc++"), std::string::npos);
+  // A sanitizer's own calls may stand in front.
+  const bool library = std::ranges::any_of(
+      trace, [](const std::string& call) { return call.find("libstdc++") != std::string::npos; });
+  EXPECT_TRUE(library) << trace.front();
 #endif
 }
 
