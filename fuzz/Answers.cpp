@@ -1,9 +1,8 @@
-// Answer lines: every reader of what an amplifier says.
+// Answer lines: every reader of what an amplifier says, but the uploads.
 
 #include "ProgramSession.h"
 #include "Target.h"
 #include "online/AlarmReadings.h"
-#include "project/UploadFlow.h"
 
 namespace velmoor::fuzz {
 namespace {
@@ -50,14 +49,6 @@ void Write(clsHX7Helix7& helix) {
   (void)helix.StopJog();
 }
 
-void UploadTool(unsigned tool) {
-  clsHX7Project& project = campaign::Program::Project();
-  project.TakeSnapshot();
-  if (project.UploadPart(static_cast<Tool>(tool)))
-    project.CommitUploadedTool(static_cast<Tool>(tool));
-  project.RestoreSnapshot();
-}
-
 }  // namespace
 }  // namespace velmoor::fuzz
 
@@ -66,10 +57,8 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace velmoor::fuzz;
   static ProgramSession session("answers");
   std::string_view text = Text(data, size);
-  const unsigned reader = Choose(text, 16);
-  session.port.Open();
-  session.port.Answer(text);
-  session.program.user.texts.clear();
+  const unsigned reader = Choose(text, 10);
+  session.TakeAnswers(text);
   clsHX7Helix7& helix = *gMainForm->Helix7();
   helix.SetEcho(reader % 2 == 0);
   switch (reader / 2) {
@@ -85,15 +74,8 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     case 3:
       (void)helix.GoOnline(false);
       break;
-    case 4:
-      Write(helix);
-      break;
-    case 5:
-      (void)RunUploadStages(campaign::Program::Project());
-      campaign::Program::Project().RestoreSnapshot();
-      break;
     default:
-      UploadTool(static_cast<unsigned>(text.size()) % 10);
+      Write(helix);
       break;
   }
   return 0;

@@ -55,6 +55,14 @@ class LinePort final : public SerialPort {
 
 struct ProgramSession {
   explicit ProgramSession(const char* name) : folder(name) {}
+
+  // The line is open and gives these answers; what was shown before is forgotten.
+  void TakeAnswers(std::string_view text) {
+    port.Open();
+    port.Answer(text);
+    program.user.texts.clear();
+  }
+
   Folder folder;
   LinePort port;
   campaign::Program program{port, folder.path};

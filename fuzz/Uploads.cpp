@@ -1,0 +1,42 @@
+// Answer lines to uploads, of the whole project and of one tool, with what comes of them in the
+// file.
+//
+// Apart from the other readers: a commit takes a thousand times as long as they do.
+
+#include "ProgramSession.h"
+#include "Target.h"
+#include "project/UploadFlow.h"
+
+namespace velmoor::fuzz {
+namespace {
+
+constexpr unsigned kTools = 10;
+
+void UploadTool(unsigned tool) {
+  clsHX7Project& project = campaign::Program::Project();
+  project.TakeSnapshot();
+  if (project.UploadPart(static_cast<Tool>(tool)))
+    project.CommitUploadedTool(static_cast<Tool>(tool));
+  project.RestoreSnapshot();
+}
+
+}  // namespace
+}  // namespace velmoor::fuzz
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  using namespace velmoor;
+  using namespace velmoor::fuzz;
+  static ProgramSession session("uploads");
+  std::string_view text = Text(data, size);
+  const unsigned choice = Choose(text, 2 * (kTools + 1));
+  const unsigned tool = choice / 2;
+  session.TakeAnswers(text);
+  gMainForm->Helix7()->SetEcho(choice % 2 == 0);
+  if (tool == kTools) {
+    (void)RunUploadStages(campaign::Program::Project());
+    campaign::Program::Project().RestoreSnapshot();
+  } else {
+    UploadTool(tool);
+  }
+  return 0;
+}
