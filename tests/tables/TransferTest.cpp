@@ -240,6 +240,23 @@ TEST_F(Transfers, ARefusedUploadBringsTheEditsBack) {
   EXPECT_FALSE(form.button("cmdApply").Enabled());
 }
 
+TEST_F(Transfers, AGarbledWordFailsTheUploadAndShowsNothingOfItsRow) {
+  GoOnline();
+  FillIndex(5);
+  ASSERT_TRUE(Index().Download(false));
+  for (const char* const answer :
+       {"0POUTT2=NNXNN", "0POUTT2=NNN", "0EVENTT2=SEL0T", "0EVENTT2=QT5"}) {
+    const std::string_view text(answer);
+    const MotionTable::Rows before = Index().Cells();
+    line.faults.Add({.kind = FaultKind::wrongAnswer,
+                     .match = std::string(text.substr(1, text.find('=') - 1)),
+                     .text = answer});
+    EXPECT_FALSE(Index().Upload()) << answer;
+    EXPECT_TRUE(Index().Cells() == before) << answer;
+    line.faults.Clear();
+  }
+}
+
 // ---- other units
 
 TEST_F(Transfers, AChangedResolutionKeepsNumbersAndLeavesWordsAlone) {

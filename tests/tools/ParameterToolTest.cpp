@@ -262,6 +262,12 @@ TEST_F(Online, AnAnswerThatIsNoNumberFailsTheUpload) {
   line.faults.Add({.kind = FaultKind::wrongAnswer, .match = "PRM825", .text = "0PRM825=high"});
   EXPECT_FALSE(project().Homing().Upload());
   EXPECT_EQ(status, "Upload Failed");
+  // Four digits, each with a meaning of its own, are no number and must be whole all the same.
+  for (const char* const answer : {"0PRM408=000", "0PRM408=00G1", "0PRM408="}) {
+    line.faults.Clear();
+    line.faults.Add({.kind = FaultKind::wrongAnswer, .match = "PRM408", .text = answer});
+    EXPECT_FALSE(project().Tuning().Upload()) << answer;
+  }
 }
 
 TEST_F(Online, AStopEndsATransferBetweenTwoRows) {
