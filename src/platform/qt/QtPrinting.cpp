@@ -15,7 +15,6 @@
 namespace velmoor::qt {
 namespace {
 
-
 // Dots per inch of the four qualities.
 constexpr std::array<int, 4> kResolutions{150, 300, 600, 1200};
 
