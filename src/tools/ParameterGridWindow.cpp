@@ -102,7 +102,7 @@ void ParameterGridWindow::CurrentRowChanged(int row) {
   form().label("lblHelp").SetText(tool_.Help(row));
   const std::string reason = source_.LockedBecause(row);
   Label& limits = form().label("lblLimits");
-  limits.SetText(reason.empty() ? LimitsInWords(OpenedProject(), tool_.Describe(row)) : reason);
+  limits.SetText(reason.empty() ? LimitsWithUnit(OpenedProject(), tool_.Describe(row)) : reason);
   limits.SetTone(Tone::faint);
 }
 

@@ -193,6 +193,14 @@ std::string LimitsInWords(const Project& project, const ParameterRow& row) {
          MaximumText(project, row);
 }
 
+std::string LimitsWithUnit(const Project& project, const ParameterRow& row) {
+  const std::string limits = LimitsInWords(project, row);
+  // Units of the machine stand behind the description.
+  const bool told = UnitsInWords(project, row.unit) != row.unit;
+  if (limits.empty() || row.unit.empty() || told) return limits;
+  return "Unit: " + row.unit + ".  " + limits;
+}
+
 std::string ParameterTip(const Project& project, const ParameterRow& row) {
   const std::string limits = LimitsInWords(project, row);
   return limits.empty() ? row.description : row.description + ": " + limits;

@@ -52,6 +52,9 @@ enum class ParameterWindow {
 [[nodiscard]] std::string MaximumText(const Project& project, const ParameterRow& row);
 // "Minimum value is ...; Maximum value is ..."; empty for a list row.
 [[nodiscard]] std::string LimitsInWords(const Project& project, const ParameterRow& row);
+// The same for below the grid, behind the unit where the description does not tell it: "Unit: 0.01
+// ms. Minimum value is ...".
+[[nodiscard]] std::string LimitsWithUnit(const Project& project, const ParameterRow& row);
 // "In Position Window: Minimum value is ...; Maximum value is ...", or the description of a list
 // row.
 [[nodiscard]] std::string ParameterTip(const Project& project, const ParameterRow& row);

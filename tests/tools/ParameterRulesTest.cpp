@@ -213,6 +213,11 @@ TEST(ParameterRules, TipsTellTheLimitsInUnits) {
   ParameterRow list = UnitRow();
   list.list = "a|b";
   EXPECT_EQ(ParameterTip(project, list), "Positive limit");
+  // The grid tells the machine's units behind the description, and others nowhere.
+  EXPECT_EQ(LimitsWithUnit(project, UnitRow()), "Minimum value is -5.000; Maximum value is 12.500");
+  ParameterRow whole = WholeRow();
+  whole.unit = "0.01 ms";
+  EXPECT_EQ(LimitsWithUnit(project, whole), "Unit: 0.01 ms.  " + LimitsInWords(project, whole));
 }
 
 TEST(ParameterRules, TheUnitsFollowTheDescription) {
