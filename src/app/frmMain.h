@@ -217,6 +217,7 @@ class frmMain final : public SessionState {
   void mnuToolsDownloadNew_Click();
   void TuningDownload();
   bool GoOnlineForTransfer(const std::string& failure);
+  [[nodiscard]] int StepsOfWholeProject(bool downloading) const;
   void BeginProcedure(const std::string& strCaption, int steps);
   void UnloadProcedureDialog();
   void UploadAll();

@@ -225,9 +225,7 @@ void frmMain::mnuToolsCompare_Click() {
   if (!clsProject) return;
   Trapped("Compare with Hardware failed!\r", [this] {
     if (!GoOnlineForTransfer("Comparison failed!")) return false;
-    static const ItemTransfer kEverything{
-        "", 0, {Tool::mechanicalSystem, Tool::editor, Tool::jog, Tool::zone, Tool::position}};
-    BeginProcedure("Compare with Hardware", StepsOf(kEverything));
+    BeginProcedure("Compare with Hardware", StepsOfWholeProject(false));
     const bool read = RunUploadStages(*clsProject);
     UnloadProcedureDialog();
     const std::vector<PartComparison> parts = clsProject->CompareWithSnapshot();

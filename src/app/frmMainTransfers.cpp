@@ -57,6 +57,15 @@ void frmMain::UnloadProcedureDialog() {
   intFinished = 0;
 }
 
+// Every row that tells of its progress. The machine is read with the gear ratio and the properties,
+// which the editor sends.
+int frmMain::StepsOfWholeProject(bool downloading) const {
+  const clsHX7MechanicalSystem& machine = clsProject->MechanicalSystem();
+  return (downloading ? machine.NumMechSystemPns() : machine.NumPns()) +
+         clsProject->Editor().RowsInArray() + clsProject->Position().RowsInArray() +
+         clsProject->Jog().RowsInArray() + clsProject->Zone().RowsInArray();
+}
+
 // ---- upload
 
 void frmMain::mnuToolsUploadAll_Click() {
@@ -74,8 +83,7 @@ void frmMain::UploadAll() {
           "Do you wish to continue?")) {
     return;
   }
-  BeginProcedure("Upload All Data", clsProject->Editor().RowsInArray() +
-                                        clsProject->MechanicalSystem().NumMechSystemPns());
+  BeginProcedure("Upload All Data", StepsOfWholeProject(false));
   if (!RunUploadStages(*clsProject)) return;
   UnloadProcedureDialog();
   ShowUploadedDifferences();
@@ -101,8 +109,7 @@ void frmMain::mnuToolsDownloadAll_Click() {
     }
     clsHX7Tuning& tuning = clsProject->Tuning();
     if (tuning.ChangedRigidity() && !AskRigidity()) tuning.SetChangedRigidity(false);
-    BeginProcedure("Download All", clsProject->Editor().RowsInArray() +
-                                       clsProject->MechanicalSystem().NumMechSystemPns());
+    BeginProcedure("Download All", StepsOfWholeProject(true));
     const bool ok = clsProject->DownloadAll();
     FinishDownload(ok, {"Download All complete!", "Download All terminated!"});
   });

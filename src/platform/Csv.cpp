@@ -6,8 +6,12 @@
 namespace velmoor {
 namespace {
 
+constexpr std::string_view kByteOrderMark = "\xef\xbb\xbf";
+
+// A mark at the front of a text is taken off by readers.
 bool NeedsQuotes(const std::string& field) {
   if (field.empty()) return false;
+  if (field.starts_with(kByteOrderMark)) return true;
   return field.find_first_of(",\"\r\n") != std::string::npos || field.front() == ' ' ||
          field.back() == ' ';
 }
@@ -96,10 +100,7 @@ std::string CsvLine(const CsvRow& fields) {
 }
 
 std::vector<CsvRow> ParseCsv(std::string_view text) {
-  constexpr std::string_view kByteOrderMark = "\xef\xbb\xbf";
-  if (text.substr(0, kByteOrderMark.size()) == kByteOrderMark) {
-    text.remove_prefix(kByteOrderMark.size());
-  }
+  if (text.starts_with(kByteOrderMark)) text.remove_prefix(kByteOrderMark.size());
   std::vector<CsvRow> rows;
   Reader reader(text);
   while (!reader.AtEnd()) {

@@ -110,6 +110,27 @@ TEST_F(Transfers, ProgressIsShownInTheBarAndTheDialog) {
   EXPECT_NE(step, texts.end());
 }
 
+TEST_F(Transfers, TheTotalReachesItsEndAndNotBefore) {
+  int finished = 0;
+  int steps = 0;
+  // Behind the main window's own answer.
+  const auto look = [&](Tool, std::int16_t, std::int16_t) {
+    finished = Form().Procedure()->Finished;
+    steps = Form().Procedure()->Steps;
+    ASSERT_LE(finished, steps);
+  };
+  Connections held;
+  held += Project().ToolDownloading.Connect(look);
+  held += Project().ToolUploading.Connect(look);
+  data.boxes.Expect(kDownloadAll, BoxAnswer::ok);
+  Main().Choose("mnuToolsDownloadAll");
+  EXPECT_EQ(data.boxes.shown.back().text, "Download All complete!");
+  EXPECT_EQ(finished, steps);
+  Main().Choose("mnuToolsCompare");
+  EXPECT_GT(steps, 300);
+  EXPECT_EQ(finished, steps);
+}
+
 TEST_F(Transfers, AMessageDuringATransferWaitsForItsEnd) {
   const std::string other = data.MakeProject("line2.spj");
   data.boxes.Expect(kDownloadAll, BoxAnswer::ok);

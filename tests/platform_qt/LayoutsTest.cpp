@@ -38,37 +38,64 @@ TEST_P(LayoutsTest, AScreenReaderHasANameForEachControl) {
   }
 }
 
-void ExpectDifferentKeys(const QMenu& menu) {
+// Of what a key of the window itself reaches, with a key or without.
+QStringList TextsWithKeys(const QWidget& window) {
+  QStringList texts;
+  for (const auto* const button : window.findChildren<QAbstractButton*>()) texts += button->text();
+  for (const auto* const box : window.findChildren<QGroupBox*>()) texts += box->title();
+  for (const auto* const label : window.findChildren<QLabel*>()) {
+    if (label->buddy() != nullptr) texts += label->text();
+  }
+  for (const auto* const bar : window.findChildren<QMenuBar*>()) {
+    for (const QAction* const action : bar->actions()) texts += action->text();
+  }
+  return texts;
+}
+
+void ExpectDifferentKeys(const QStringList& texts) {
   std::map<QString, QString> taken;
-  for (const QAction* const action : menu.actions()) {
-    if (action->menu() != nullptr) ExpectDifferentKeys(*action->menu());
-    const QString key = QKeySequence::mnemonic(action->text()).toString();
+  for (const QString& text : texts) {
+    const QString key = QKeySequence::mnemonic(text).toString();
     if (key.isEmpty()) continue;
-    EXPECT_TRUE(taken.emplace(key, action->text()).second)
-        << key.toStdString() << ": " << taken[key].toStdString() << " and "
-        << action->text().toStdString();
+    EXPECT_TRUE(taken.emplace(key, text).second)
+        << key.toStdString() << ": " << taken[key].toStdString() << " and " << text.toStdString();
   }
 }
 
-TEST_P(LayoutsTest, NoTwoControlsShareAKey) {
-  std::map<QString, QString> taken;
-  const auto take = [&](const QString& text) {
-    const QString key = QKeySequence::mnemonic(text).toString();
-    if (key.isEmpty()) return;
-    EXPECT_TRUE(taken.emplace(key, text).second)
-        << key.toStdString() << ": " << taken[key].toStdString() << " and " << text.toStdString();
-  };
-  for (const auto* const button : root_->findChildren<QAbstractButton*>()) take(button->text());
-  for (const auto* const box : root_->findChildren<QGroupBox*>()) take(box->title());
-  for (const auto* const label : root_->findChildren<QLabel*>()) {
-    if (label->buddy() != nullptr) take(label->text());
+void ExpectDifferentKeys(const QMenu& menu) {
+  QStringList texts;
+  for (const QAction* const action : menu.actions()) {
+    texts += action->text();
+    if (action->menu() != nullptr) ExpectDifferentKeys(*action->menu());
   }
+  ExpectDifferentKeys(texts);
+}
+
+TEST_P(LayoutsTest, NoTwoControlsShareAKey) {
+  ExpectDifferentKeys(TextsWithKeys(*root_));
   for (const auto* const bar : root_->findChildren<QMenuBar*>()) {
-    for (const QAction* const action : bar->actions()) {
-      take(action->text());
-      ExpectDifferentKeys(*action->menu());
+    for (const QAction* const action : bar->actions()) ExpectDifferentKeys(*action->menu());
+  }
+}
+
+// A child window lies within the main window, and its keys beside those of the menus.
+TEST(ChildLayoutsTest, KeysOfTheMenusStayTheMenus) {
+  const std::unique_ptr<QWidget> main(MakeLayout("frmMain"));
+  std::map<QString, QString> menus;
+  for (const QAction* const action : main->findChild<QMenuBar*>()->actions()) {
+    menus.emplace(QKeySequence::mnemonic(action->text()).toString(), action->text());
+  }
+  ASSERT_EQ(menus.size(), 7U);
+  QStringList taken;
+  for (const char* const name : {"frmPosition", "frmZone", "frmJog", "frmProperties", "frmEditor",
+                                 "frmTuning", "frmMonitoring", "frmTerminal"}) {
+    const std::unique_ptr<QWidget> child(MakeLayout(name));
+    for (const QString& text : TextsWithKeys(*child)) {
+      if (menus.contains(QKeySequence::mnemonic(text).toString())) taken.append(text);
     }
   }
+  // Its words are given; it is the window's default button.
+  EXPECT_EQ(taken, QStringList{QStringLiteral("Begin &Monitor")});
 }
 
 // A screen of 1920 x 1080 dots at 150 %, less what the desktop and the frame take.
