@@ -1,5 +1,6 @@
 #include "platform/qt/QtForm.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QEventLoop>
@@ -155,6 +156,15 @@ void QtForm::KeepSize() {
   StoreWindowSize(name_, root_->size());
 }
 
+// The desktop looks for the next window itself, and may find none where a box and the dialog below
+// it close at once.
+void QtForm::GiveKeyboardBack() {
+  if (subWindow_ || mode_ == FormMode::splash) return;
+  QWidget* const modal = QApplication::activeModalWidget();
+  QWidget* const next = modal != nullptr ? modal : root_->parentWidget();
+  if (next != nullptr && next->isVisible()) next->window()->activateWindow();
+}
+
 void QtForm::WaitUntilClosed() {
   const std::shared_ptr<bool> closed = closed_;
   QEventLoop loop;
@@ -202,6 +212,7 @@ bool QtForm::TryToClose() {
   shown_ = false;
   forms_.Forget(*this);
   root_->hide();
+  GiveKeyboardBack();
   Unloaded.Raise();
   return true;
 }

@@ -63,6 +63,7 @@ class QtForm final : public QtCommands<Form> {
   bool LookAtRoot(QEvent& event);
   // The size that the user gave it before, or the one that it has.
   [[nodiscard]] QSize WantedSize() const;
+  void GiveKeyboardBack();
   // Keeps a size that is not the one the window opened with.
   void KeepSize();
   // False: a handler of QueryUnload refused.

@@ -52,6 +52,8 @@ QtMainWindow::QtMainWindow(QtForms& forms, QMainWindow& window)
         return true;
       }) {
   ApplyIcons(window);
+  // Behind a window that closes comes the one that was in front before it.
+  area_->setActivationOrder(QMdiArea::ActivationHistoryOrder);
   SetUpStatusBar();
   SetUpRecentEntries();
   SetUpTheme();

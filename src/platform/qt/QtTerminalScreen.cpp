@@ -14,7 +14,8 @@ QFont FixedFont(const std::string& name, int points) {
   QFont font(ToQt(name), points);
   font.setStyleHint(QFont::Monospace);
   font.setFixedPitch(true);
-  if (QFontInfo(font).fixedPitch()) return font;
+  // The nearest to a font that is not there may be a slanted one.
+  if (QFontDatabase::hasFamily(font.family()) && QFontInfo(font).fixedPitch()) return font;
   font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
   font.setPointSize(points);
   return font;

@@ -93,12 +93,14 @@ void TimeChartWidget::paintEvent(QPaintEvent*) {
   }
   DrawTimes(painter);
   const double height = area.height() / static_cast<double>(data_.lanes.size());
-  const double head = fontMetrics().height() + kGap / 2.0;
+  // The uppermost value stands half above its line.
+  const double head = 1.5 * fontMetrics().height() + kGap / 2.0;
   for (std::size_t i = 0; i < data_.lanes.size(); ++i) {
     const QRectF whole(area.left(), area.top() + static_cast<double>(i) * height, area.width(),
                        height);
     const QColor color = LaneColor(i);
-    DrawHead(painter, data_.lanes[i], whole.adjusted(0, 0, 0, head - height), color);
+    DrawHead(painter, data_.lanes[i],
+             QRectF(whole.topLeft(), QSizeF(whole.width(), fontMetrics().height())), color);
     DrawLane(painter, data_.lanes[i], whole.adjusted(0, head, 0, -kGap), color);
   }
   if (cursor_ && area.contains(QPointF(*cursor_, area.center().y()))) {
