@@ -114,8 +114,8 @@ bool frmHomePosition::UpdateOffset() {
 }
 
 void frmHomePosition::cmdAbsReset_Click() {
-  if (!AskYesNo("Caution!  This action will clear the absolute encoder position!\r"
-                "Do you wish to proceed?")) {
+  if (!AskGraveYesNo("Caution!  This action will clear the absolute encoder position!\r"
+                     "Do you wish to proceed?")) {
     return;
   }
   const BusyPointer busy;

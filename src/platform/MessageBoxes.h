@@ -5,7 +5,15 @@
 
 namespace velmoor {
 
-enum class BoxKind { plain, critical, exclamation, information, question };
+enum class BoxKind {
+  plain,
+  critical,
+  exclamation,
+  information,
+  question,
+  graveQuestion  // looks like a question, but Enter does not agree: work or a position is lost by
+                 // Yes
+};
 enum class BoxButtons { ok, okCancel, yesNo, yesNoCancel };
 enum class BoxAnswer { ok, cancel, yes, no };
 
@@ -38,7 +46,9 @@ void ShowPlain(const std::string& text, const std::string& title);
 // Questions; each returns true for the first button (OK or Yes).
 [[nodiscard]] bool AskOkCancel(const std::string& text);
 [[nodiscard]] bool AskYesNo(const std::string& text);
-// The same as AskYesNo under the sign of a warning.
+// Before work or a position is lost by a Yes: a stray Enter keeps it.
+[[nodiscard]] bool AskGraveYesNo(const std::string& text);
+// The same under the sign of a warning.
 [[nodiscard]] bool AskExclamationYesNo(const std::string& text);
 [[nodiscard]] BoxAnswer AskYesNoCancel(const std::string& text);
 

@@ -73,6 +73,9 @@ bool AskOkCancel(const std::string& text) {
 bool AskYesNo(const std::string& text) {
   return Show(BoxKind::question, BoxButtons::yesNo, text) == BoxAnswer::yes;
 }
+bool AskGraveYesNo(const std::string& text) {
+  return Show(BoxKind::graveQuestion, BoxButtons::yesNo, text) == BoxAnswer::yes;
+}
 bool AskExclamationYesNo(const std::string& text) {
   return Show(BoxKind::exclamation, BoxButtons::yesNo, text) == BoxAnswer::yes;
 }

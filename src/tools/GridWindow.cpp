@@ -98,8 +98,8 @@ void GridWindow::cmdOK_Click() {
 // question.
 void GridWindow::OnQueryUnload(bool& cancel) {
   if (closingWithoutQuestion_) return;
-  if (blnNotCommitted_ && !AskYesNo("Modified values will be lost if changes are cancelled!\r"
-                                    "Do you wish to discard changes?")) {
+  if (blnNotCommitted_ && !AskGraveYesNo("Modified values will be lost if changes are cancelled!\r"
+                                         "Do you wish to discard changes?")) {
     cancel = true;
     return;
   }

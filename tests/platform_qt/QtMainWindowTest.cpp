@@ -120,6 +120,18 @@ TEST(QtBoxTest, TheAnswersOfEachBox) {
   }
 }
 
+TEST(QtBoxTest, AStrayEnterAgreesToQuestionsThatLoseNothing) {
+  for (const auto& [kind, answer] : {std::pair(BoxKind::question, BoxAnswer::yes),
+                                     {BoxKind::graveQuestion, BoxAnswer::no},
+                                     {BoxKind::exclamation, BoxAnswer::no}}) {
+    WhenModal([](QWidget& modal) {
+      ServeEvents();
+      PressKey(modal, Qt::Key_Return);
+    });
+    EXPECT_EQ(world().boxes->Show(kind, BoxButtons::yesNo, "Go on?", ""), answer);
+  }
+}
+
 TEST(QtBoxTest, CtrlCCopiesTheWords) {
   WhenModal([](QWidget& modal) {
     ServeEvents();

@@ -25,6 +25,7 @@ QMessageBox::Icon Icon(BoxKind kind) {
     case BoxKind::information:
       return QMessageBox::Information;
     case BoxKind::question:
+    case BoxKind::graveQuestion:
       return QMessageBox::Question;
   }
   return QMessageBox::NoIcon;
@@ -103,7 +104,8 @@ BoxAnswer QtMessageBoxes::Show(BoxKind kind, BoxButtons buttons, const std::stri
   QObject::connect(copy, &QShortcut::activated, &box,
                    [&box] { QApplication::clipboard()->setText(box.text()); });
   // A warning is not agreed to by a stray Enter.
-  if (kind == BoxKind::exclamation) box.setDefaultButton(choice.escape);
+  const bool grave = kind == BoxKind::exclamation || kind == BoxKind::graveQuestion;
+  if (grave) box.setDefaultButton(choice.escape);
   // An hourglass of the caller must not lie over the box.
   QApplication::setOverrideCursor(Qt::ArrowCursor);
   const int button = box.exec();
