@@ -37,8 +37,9 @@ class Files {
   // Copies the contents (not the permissions) over `target` such that at any instant the old file
   // or the new one is there, whole and on the disk: temporary file beside the target, flush,
   // rename, flush of the directory. A symbolic link keeps pointing; its target is replaced. A
-  // journal that lies beside the target is deleted first. Throws FileError; the target is then the
-  // old one.
+  // journal that lies beside the target is deleted first. The permissions are those of the old
+  // file. Throws FileError, also for a target that is write-protected or no regular file; the
+  // target is then the old one.
   virtual void ReplaceDurably(const std::string& source, const std::string& target) = 0;
   // Lays a disposable working copy: deletes a journal left beside `target`, then writes it in
   // place. Throws FileError.

@@ -29,17 +29,33 @@ class PosixFilesTest : public testing::Test {
   PosixFiles files_;
 };
 
+// What `work` is refused with, by a user who is not above permissions.
+template <typename Work>
+std::string RefusalAsUser(Work work) {
+  const bool superuser = geteuid() == 0;
+  EXPECT_TRUE(!superuser || seteuid(65534) == 0);
+  std::string words;
+  try {
+    work();
+  } catch (const FileError& error) {
+    words = error.what();
+  }
+  EXPECT_TRUE(!superuser || seteuid(0) == 0);
+  return words;
+}
+
 TEST_F(PosixFilesTest, ReplacingTakesContentsButNotPermissionsAndLeavesNothingElse) {
   const std::string source = Put("template", "new contents");
   fs::permissions(source, fs::perms(0444));
   const std::string target = Put("line1.spj", "old");
+  fs::permissions(target, fs::perms(0660));
   Put("line1.spj-journal", "stale");
   const std::string before = files_.Identity(target);
   const mode_t mask = umask(027);
   files_.ReplaceDurably(source, target);
   umask(mask);
   EXPECT_EQ(files_.ReadAll(target), "new contents");
-  EXPECT_EQ(fs::status(target).permissions(), fs::perms(0640));
+  EXPECT_EQ(fs::status(target).permissions(), fs::perms(0660));
   EXPECT_NE(files_.Identity(target), before);
   EXPECT_EQ(folder_.Count(), 2);
 }
@@ -72,12 +88,30 @@ TEST_F(PosixFilesTest, AFailedReplacementLeavesTheOldFile) {
   EXPECT_EQ(folder_.Count(), 1);
 
   fs::permissions(folder_.Path(), fs::perms(0555));
-  const bool superuser = geteuid() == 0;  // who may write anywhere
-  ASSERT_TRUE(!superuser || seteuid(65534) == 0);
-  EXPECT_FALSE(files_.IsWritableDirectory(folder_.Path().string()));
-  EXPECT_THROW(files_.WriteDurably(target, "new"), FileError);
-  ASSERT_TRUE(!superuser || seteuid(0) == 0);
+  const std::string words = RefusalAsUser([&] {
+    EXPECT_FALSE(files_.IsWritableDirectory(folder_.Path().string()));
+    files_.WriteDurably(target, "new");
+  });
+  EXPECT_EQ(words, target + ": Permission denied");
   EXPECT_EQ(files_.ReadAll(target), "old");
+}
+
+// Each by the name that was asked for, not by that of the helper file.
+TEST_F(PosixFilesTest, APlaceThatTakesNoFileIsRefusedByItsName) {
+  const auto refusal = [this](const std::string& target) {
+    return RefusalAsUser([&] { files_.WriteDurably(target, "new"); });
+  };
+  const std::string target = Put("line1.spj", "old");
+  fs::permissions(folder_.Path(), fs::perms(0777));
+  fs::permissions(target, fs::perms(0444));
+  EXPECT_EQ(refusal(target), target + ": Permission denied") << "write-protected";
+  EXPECT_EQ(files_.ReadAll(target), "old");
+  EXPECT_EQ(refusal(At("no/a.pdf")), At("no/a.pdf") + ": No such file or directory");
+  fs::create_directory(At("folder"));
+  EXPECT_EQ(refusal(At("folder")), At("folder") + ": Is a directory");
+  ASSERT_EQ(mkfifo(At("pipe").c_str(), 0666), 0);
+  EXPECT_EQ(refusal(At("pipe")), At("pipe") + ": it is no regular file");
+  EXPECT_EQ(folder_.Count(), 3);
 }
 
 TEST_F(PosixFilesTest, AWorkingCopyKeepsItsFileAndLosesItsJournal) {

@@ -11,6 +11,7 @@
 #include <cstring>
 #include <filesystem>
 #include <functional>
+#include <optional>
 #include <string_view>
 #include <utility>
 
@@ -22,6 +23,7 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr mode_t kNewFileMode = 0644;
+constexpr mode_t kPermissions = 0777;
 constexpr std::array<std::string_view, 3> kJournals = {"-journal", "-wal", "-shm"};
 
 [[noreturn]] void Fail(const std::string& path, int error) {
@@ -37,11 +39,16 @@ bool IsCutShort(const std::string& path) {
   return path.find('\0') != std::string::npos;
 }
 
-FileDescriptor OpenFile(const std::string& path, int flags, mode_t mode = 0) {
-  if (IsCutShort(path)) Fail(path, ENOENT);
+// A failure names `named`.
+FileDescriptor OpenFor(const std::string& named, const std::string& path, int flags, mode_t mode) {
+  if (IsCutShort(path)) Fail(named, ENOENT);
   FileDescriptor file(::open(path.c_str(), flags | O_CLOEXEC, mode));
-  Check(file.IsValid(), path);
+  Check(file.IsValid(), named);
   return file;
+}
+
+FileDescriptor OpenFile(const std::string& path, int flags, mode_t mode = 0) {
+  return OpenFor(path, path, flags, mode);
 }
 
 bool Status(const std::string& path, struct stat& status) {
@@ -111,7 +118,19 @@ bool TakeLock(int file, const std::string& path) {
   return true;
 }
 
-// A file beside the target that takes the target's name when it is complete.
+// The permissions of the file that is to be replaced, where there is one. The replacement would
+// get round a write protection and take the place of a device, so both are refused here.
+std::optional<mode_t> ModeToKeep(const std::string& target) {
+  struct stat present {};
+  if (!Status(target, present)) return std::nullopt;
+  if (S_ISDIR(present.st_mode)) Fail(target, EISDIR);
+  if (!S_ISREG(present.st_mode)) throw FileError(target + ": it is no regular file");
+  Check(::faccessat(AT_FDCWD, target.c_str(), W_OK, AT_EACCESS) == 0, target);
+  return present.st_mode & kPermissions;
+}
+
+// A file beside the target that takes the target's name, and the permissions of a file that had it,
+// when it is complete. Failures name the target.
 //
 // Its name is always the same, so what a crash left is used up by the next one; a lock keeps two
 // processes apart that replace the same target.
@@ -120,10 +139,14 @@ class Successor {
   explicit Successor(const std::string& target)
       : target_(Resolved(target)),
         name_(JoinPath(DirectoryOf(target_), "." + GetFileTitle(target_) + ".new")),
-        file_(OpenFile(name_, O_WRONLY | O_CREAT | O_NOFOLLOW, kNewFileMode)) {
+        mode_(ModeToKeep(target_)),
+        file_(OpenFor(target_, name_, O_WRONLY | O_CREAT | O_NOFOLLOW,
+                      mode_.value_or(kNewFileMode))) {
     // The name may have gone to the target between the opening and the lock.
-    if (!TakeLock(file_.Get(), name_) || !IsStillNamed()) Fail(target_, EBUSY);
+    if (!TakeLock(file_.Get(), target_) || !IsStillNamed()) Fail(target_, EBUSY);
     Check(::ftruncate(file_.Get(), 0) == 0, target_);
+    // The mask of the process may have taken from what the file had.
+    if (mode_) Check(::fchmod(file_.Get(), *mode_) == 0, target_);
   }
   Successor(const Successor&) = delete;
   Successor& operator=(const Successor&) = delete;
@@ -150,6 +173,7 @@ class Successor {
 
   std::string target_;
   std::string name_;
+  std::optional<mode_t> mode_;
   FileDescriptor file_;
   bool done_ = false;
 };
