@@ -7,6 +7,7 @@
 #include "app/frmError.h"
 #include "platform/Files.h"
 #include "platform/Log.h"
+#include "platform/Mcatbase.h"
 #include "platform/MessageBoxes.h"
 #include "platform/Numbers.h"
 #include "platform/ScopedFlag.h"
@@ -161,6 +162,26 @@ ErrorChoice MainModule::HandleUnhandledError(const UnhandledError& error) {
 
 void MainModule::MakeSafe() {
   if (form_) form_->MakeSafe();
+}
+
+void MainModule::LeaveAtOnce() {
+  const auto quietly = [](const std::function<void()>& work) {
+    try {
+      work();
+    } catch (const std::exception& error) {
+      LogWarning("session", error.what());
+    }
+  };
+  quietly([this] { MakeSafe(); });
+  quietly([this] {
+    if (form_) form_->LeaveAtOnce();
+  });
+  quietly([] { (void)world().catalogue->McatRemove(); });
+  quietly([this] {
+    instance_.StopListening();
+    instance_.Release();
+  });
+  LogInformation("session", "Velmoor is ended by a signal");
 }
 
 void MainModule::Terminate() {

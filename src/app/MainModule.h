@@ -35,8 +35,11 @@ class MainModule {
   // written, and the user chooses. The end of the program is that of its main window, questions
   // included; an error within all this is told in a box, and the program goes on.
   ErrorChoice HandleUnhandledError(const UnhandledError& error);
-  // What moves is stopped and switched off, without a word: the process ends.
-  void MakeSafe();
+  // For a signal that ends the process: what moves is stopped and switched off first, and then
+  // nothing stays behind that a closing would have taken away, but for work that is not saved.
+  // Nothing is shown or asked, nothing is thrown, and nothing but the end of the process may
+  // follow.
+  void LeaveAtOnce();
   // Releases the session. Runs at the latest with the end of the object.
   void Terminate();
 
@@ -46,6 +49,7 @@ class MainModule {
   [[nodiscard]] bool CheckRequiredFiles(std::string& strErrorFile) const;
   void BuildSession();
   void OpenFirstProject();
+  void MakeSafe();
   // The command line without quotes around it, as an absolute name; empty when there is none.
   [[nodiscard]] std::string CommandLineFile() const;
 

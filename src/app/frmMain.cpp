@@ -266,6 +266,20 @@ void frmMain::LeaveForGood() {
   }
 }
 
+void frmMain::LeaveAtOnce() {
+  try {
+    StoreCommunicationsSettings();
+  } catch (const std::exception& error) {
+    LogWarning("session", error.what());
+  }
+  if (!clsProject) return;
+  if (!clsProject->NeedsSaving()) return clsProject->RemoveWorkingFile();
+  world().databases->Release(clsProject->ProjectDatabasePath());
+  LogWarning("session", "Project " + clsProject->Title() + " was not saved; its changes are in " +
+                            clsProject->ProjectDatabasePath() +
+                            " until it is opened again: a copy of it is a project");
+}
+
 void frmMain::WriteToRegistry() {
   WriteToRegistryCommunicationsSettings();
   WriteToRegistryMotorSize();
@@ -301,14 +315,18 @@ void frmMain::ReadFromRegistryWindowSettings() {
 }
 
 void frmMain::WriteToRegistryCommunicationsSettings() {
-  // A simulated amplifier is for the session: the next one looks for the real one again.
-  if (intCOM == kSimulatedPort) return;
   Trapped("frmMain.WriteToRegistryCommunicationsSettings: ", [this] {
-    world().settings->Write("Port", std::to_string(intCOM));
-    world().settings->Write("Rate", std::to_string(lngBaudRate));
-    world().settings->Write("Axis", strAxis);
+    StoreCommunicationsSettings();
     return true;
   });
+}
+
+void frmMain::StoreCommunicationsSettings() {
+  // A simulated amplifier is for the session: the next one looks for the real one again.
+  if (intCOM == kSimulatedPort) return;
+  world().settings->Write("Port", std::to_string(intCOM));
+  world().settings->Write("Rate", std::to_string(lngBaudRate));
+  world().settings->Write("Axis", strAxis);
 }
 
 void frmMain::WriteToRegistryMotorSize() {

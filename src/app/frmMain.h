@@ -65,6 +65,11 @@ class frmMain final : public SessionState {
 
   // Stops and switches off a motor that the test run has energised, without a word.
   void MakeSafe();
+  // Leaves what a closing leaves, without a word: the settings of the communications are kept, the
+  // working file goes. That of a project with unsaved changes stays, and the log names it: nobody
+  // can be asked, and there is no other copy of them. Nothing but the end of the process may
+  // follow.
+  void LeaveAtOnce();
 
   // Makes the device object and listens to it.
   void StartHelix7();
@@ -128,6 +133,8 @@ class frmMain final : public SessionState {
   void ReadFromRegistryLogSettings();
   void WriteToRegistry();
   void WriteToRegistryCommunicationsSettings();
+  // Throws std::runtime_error.
+  void StoreCommunicationsSettings();
   void WriteToRegistryMotorSize();
   void WriteToRegistryWindowSettings();
   void WriteToRegistryActiveBarSettings() {}  // there is nothing to keep

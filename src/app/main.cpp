@@ -1,6 +1,8 @@
 // velmoor: the desktop program.
 
+#include <optional>
 #include <string>
+#include <utility>
 
 #include "app/MainModule.h"
 #include "app/Version.h"
@@ -56,8 +58,8 @@ int main(int argc, char** argv) {
   adapters.rx900Utils = &rx900Utils;
   adapters.catalogue = &catalogue;
   adapters.appDirectory = posix::ProgramDirectory();
-  const posix::CatalogueCopyPlace copyPlace(adapters.appDirectory);
-  adapters.catalogueCopyDirectory = copyPlace.Directory();
+  std::optional<posix::CatalogueCopyPlace> copyPlace(std::in_place, adapters.appDirectory);
+  adapters.catalogueCopyDirectory = copyPlace->Directory();
   adapters.reportDirectory = posix::StateDirectory();
   adapters.foundations = [] {
     std::vector<std::string> versions = qt::QtProgram::Versions();
@@ -82,7 +84,10 @@ int main(int argc, char** argv) {
     readable.type = posix::ReadableName(error.type.c_str());
     return module.HandleUnhandledError(readable);
   };
-  const posix::TerminationSignals signals(qt::WatchDescriptor, [&module] { module.MakeSafe(); });
+  const posix::TerminationSignals signals(qt::WatchDescriptor, [&module, &copyPlace] {
+    module.LeaveAtOnce();
+    copyPlace.reset();
+  });
   bool gone = false;
   const Connection closed = module.Closed.Connect([&] {
     gone = true;

@@ -13,6 +13,10 @@ clsHX7Project::clsHX7Project() : strTHDatabasePath_(gMainForm->THDatabasePath())
 
 clsHX7Project::~clsHX7Project() {
   connections_.Clear();
+  RemoveWorkingFile();
+}
+
+void clsHX7Project::RemoveWorkingFile() {
   if (strProjectDatabasePath_.empty() || !workingFileLock_) return;
   world().databases->Release(strProjectDatabasePath_);
   workingFileLock_.reset();

@@ -69,6 +69,9 @@ class clsHX7Project final : public Project {
   // which must be set. False puts the reason into `strError`; the project then holds no data.
   bool OpenProject(const std::string& strFileName, const std::string& strFileTitle,
                    std::string& strError);
+  // Deletes the working file and lets go of its lock; nothing but the destructor may follow. A
+  // folder that became read-only keeps the file.
+  void RemoveWorkingFile();
   // Copies the working file over the project file, durably, and clears the need of saving. Throws
   // FileError; nothing is changed then.
   void Save();

@@ -2,6 +2,7 @@
 
 #include "AppSession.h"
 #include "platform/Events.h"
+#include "project/ProjectCompare.h"
 
 namespace velmoor {
 namespace {
@@ -60,6 +61,50 @@ TEST_F(LastResort, StopsTheTestRunFirst) {
     form.Unload();
   });
   Main().Choose("mnuToolsServoJog");
+}
+
+// ---- a signal that ends the process
+
+TEST_F(LastResort, ASignalStopsTheMotorAndLeavesNothingBehind) {
+  data.settings.values["Axis"] = "7";
+  const std::string working = Project().ProjectDatabasePath();
+  ASSERT_TRUE(data.files.Exists(working));
+  data.boxes.Expect("Use extreme caution!", BoxAnswer::yes);
+  data.forms.OnShow("frmServoJog", [&](headless::HeadlessForm& form) {
+    form.Press("cmdServo");
+    form.Hold("cmdJog_0");
+    data.boxes.shown.clear();
+    Amplifier().ForgetWhatWasAsked();
+    module->LeaveAtOnce();
+    EXPECT_EQ(Amplifier().Journal().front().line, "0SKIP");
+    EXPECT_FALSE(Amplifier().State().axis.IsServoOn());
+    EXPECT_EQ(Boxes(), Texts{});
+    form.Unload();  // the process would be gone
+  });
+  Main().Choose("mnuToolsServoJog");
+  EXPECT_FALSE(data.files.Exists(working));
+  EXPECT_FALSE(data.files.Exists(data.folder.At("tempIdeInfo.mdb")));
+  EXPECT_FALSE(instance.claimed);
+  EXPECT_EQ(data.settings.values["Axis"], "0");
+}
+
+TEST_F(LastResort, ASignalLeavesWorkThatIsNotSavedInTheWorkingFile) {
+  const std::string working = Project().ProjectDatabasePath();
+  const std::string saved = data.files.ReadAll(path);
+  Project().Editor().EditValue(Project().Editor().Rows().FindRow("Pn100"), "55");
+  ASSERT_TRUE(Project().Editor().AcceptEdits());
+  ASSERT_TRUE(Project().NeedsSaving());
+  data.settings.refuseWrites = true;
+  module->LeaveAtOnce();
+  EXPECT_EQ(Boxes(), Texts{});
+  EXPECT_EQ(data.files.ReadAll(path), saved);
+  const std::string rescued = data.folder.At("rescued.spj");
+  data.files.ReplaceDurably(working, rescued);
+  Texts changed;
+  for (const PartComparison& part : CompareProjects(path, rescued)) {
+    for (const ProjectDifference& d : part.differences) changed.push_back(d.row + " " + d.second);
+  }
+  EXPECT_EQ(changed, Texts{"Pn100 55"});
 }
 
 TEST_F(LastResort, EndsTheProgramByItsWindowSoThatNothingIsLost) {
