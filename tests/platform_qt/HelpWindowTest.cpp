@@ -62,6 +62,7 @@ TEST_F(HelpWindowTest, GoesToTheHeadingAndBack) {
   EXPECT_EQ(Widget<QTreeWidget>("helpContents").currentItem()->text(0), "Jog table");
   Choose("Back");
   EXPECT_EQ(View().Page(), "index.md");
+  EXPECT_EQ(Window().windowTitle(), "Velmoor User Guide");
   Choose("Forward");
   EXPECT_EQ(View().textCursor().block().text(), "Jog table");
 }
@@ -80,6 +81,11 @@ TEST_F(HelpWindowTest, FindsOnThePagesBehind) {
   PressKey(find, Qt::Key_Return);
   EXPECT_EQ(View().Page(), "serial-ports.md");
   EXPECT_EQ(View().textCursor().selectedText(), "dialout");
+  // As the page shows it, not as its source marks it; and in sight.
+  find.setText("Home Position sets the home offset");
+  PressKey(find, Qt::Key_Return);
+  EXPECT_EQ(View().Page(), "test-run.md");
+  EXPECT_TRUE(View().viewport()->rect().contains(View().cursorRect()));
   find.setText("no such word anywhere");
   PressKey(find, Qt::Key_Return);
   EXPECT_EQ(Widget<QLabel>("helpFound").text(), "Not found");

@@ -2,6 +2,7 @@
 
 #include <QFile>
 #include <QRegularExpression>
+#include <QTextDocument>
 #include <algorithm>
 
 #include "platform/HelpViewer.h"
@@ -48,6 +49,12 @@ std::vector<GuidePage> GuidePages() {
 QString GuideText(const QString& file) {
   QFile text(QString::fromLatin1(kGuideFolder) + file);
   return text.open(QIODevice::ReadOnly) ? QString::fromUtf8(text.readAll()) : QString();
+}
+
+QString GuideWords(const QString& file) {
+  QTextDocument page;
+  page.setMarkdown(GuideText(file), QTextDocument::MarkdownDialectGitHub);
+  return page.toPlainText();
 }
 
 QString AnchorOf(const QString& heading) {

@@ -30,6 +30,8 @@ inline constexpr char kFirstPage[] = "index.md";
 [[nodiscard]] std::vector<GuidePage> GuidePages();
 // Markdown; empty where the guide has no such page.
 [[nodiscard]] QString GuideText(const QString& file);
+// The page as it reads, without the marks of its source.
+[[nodiscard]] QString GuideWords(const QString& file);
 [[nodiscard]] QString AnchorOf(const QString& heading);
 
 }  // namespace velmoor::qt

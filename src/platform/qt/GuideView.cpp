@@ -134,6 +134,12 @@ void GuideView::ScrollTo(const QString& anchor) {
   verticalScrollBar()->setValue(0);
 }
 
+// The whole page is laid out first: a place below what is laid out so far has no height yet.
+void GuideView::ShowCursor() {
+  (void)document()->documentLayout()->documentSize();
+  ensureCursorVisible();
+}
+
 void GuideView::ShowAgain() {
   const QScrollBar& bar = *verticalScrollBar();
   const double place = bar.maximum() > 0 ? static_cast<double>(bar.value()) / bar.maximum() : 0;

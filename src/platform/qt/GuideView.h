@@ -15,6 +15,8 @@ class GuideView final : public QTextBrowser {
   bool ShowPage(const QString& file);
   // To the heading, or to the top of the page where it has none like it.
   void ScrollTo(const QString& anchor);
+  // Scrolls to what is selected.
+  void ShowCursor();
   // The same page anew, in other colours or another size, at the same place.
   void ShowAgain();
   [[nodiscard]] const QString& Page() const { return page_; }

@@ -170,7 +170,9 @@ void HelpWindow::MarkContents() {
     }
     page->setExpanded(true);
     contents_->setCurrentItem(marked);
-    setWindowTitle(page->text(0) + QStringLiteral(" - Velmoor User Guide"));
+    // The first page bears the guide's own name.
+    const QString guide = QStringLiteral("Velmoor User Guide");
+    setWindowTitle(i == 0 ? guide : page->text(0) + QStringLiteral(" - ") + guide);
   }
 }
 
@@ -202,6 +204,7 @@ void HelpWindow::FindNext() {
   if (words.isEmpty()) return StartFinding();
   const bool found = view_->find(words) || FindOnOtherPage(words);
   found_->setText(found ? QString() : QStringLiteral("Not found"));
+  if (found) view_->ShowCursor();
 }
 
 bool HelpWindow::FindOnOtherPage(const QString& words) {
@@ -211,7 +214,7 @@ bool HelpWindow::FindOnOtherPage(const QString& words) {
   const auto start = static_cast<std::size_t>(here - pages_.begin());
   for (std::size_t i = 1; i <= pages_.size(); ++i) {
     const GuidePage& page = pages_[(start + i) % pages_.size()];
-    if (!GuideText(page.file).contains(words, Qt::CaseInsensitive)) continue;
+    if (!GuideWords(page.file).contains(words, Qt::CaseInsensitive)) continue;
     Go({page.file, {}});
     if (view_->find(words)) return true;
   }
