@@ -16,7 +16,12 @@ Work::Work(const Context& context) : session_(context.program.port, context.prog
     context.program.setDevice(context.program.port, *device);
   }
   const std::string size = context.line.Value("motor-size").value_or(session_.LastMotorSize());
-  if (!ParseWhole(size)) throw UsageError("Option --motor-size needs a whole number of watts");
+  constexpr std::int64_t kMostWatts = 65535;
+  const auto watts = ParseWhole(size);
+  if (!watts || *watts < 1 || *watts > kMostWatts) {
+    throw UsageError("Option --motor-size needs a whole number of watts from 1 to " +
+                     NumberText(kMostWatts));
+  }
   started_ = session_.Start(size);
 }
 

@@ -83,6 +83,10 @@ TableAccess AccessTo(Table& (clsHX7Project::*table)()) {
           [table](clsHX7Project& project) { return (project.*table)().ChangeAccepted(); }};
 }
 
+bool IsTable(const std::string& name) {
+  return name == "index" || name == "zone" || name == "jog";
+}
+
 TableAccess TableNamed(const std::string& name) {
   if (name == "index") return AccessTo(&clsHX7Project::Position);
   if (name == "zone") return AccessTo(&clsHX7Project::Zone);
@@ -96,7 +100,8 @@ using Shown = std::function<std::string(clsHX7Project&)>;
 Shown ShownAs(const std::string& name) {
   if (name == "parameters") return ExportParameters;
   if (name == "system") return SystemCsv;
-  return TableNamed(name).show;
+  if (IsTable(name)) return TableNamed(name).show;
+  throw UsageError("'" + name + "' is none of index, zone, jog, system and parameters");
 }
 
 bool Show(const Context& context) {
@@ -132,19 +137,37 @@ bool SetParameterValues(const Context& context) {
   return true;
 }
 
-// The machine or parameters, as the first assignment says; not both in one command.
-bool Set(const Context& context) {
-  if (context.Argument(2).starts_with("Pn")) return SetParameterValues(context);
+bool IsParameterAssignment(const std::string& word) {
+  return word.starts_with("Pn");
+}
+
+// The assignments to the machine. Throws UsageError.
+std::vector<Assignment> MachineAssignments(std::span<const std::string> words) {
   std::vector<Assignment> assignments;
-  for (std::size_t i = 2; i < context.line.Arguments().size(); ++i) {
-    const std::string& word = context.Argument(i);
+  for (const std::string& word : words) {
     const std::size_t equals = word.find('=');
     if (equals == std::string::npos) throw UsageError("'" + word + "' is no assignment");
-    assignments.emplace_back(word.substr(0, equals), word.substr(equals + 1));
-    if (!IsSystemKey(assignments.back().first)) {
-      throw UsageError("'" + assignments.back().first + "' cannot be set");
+    const std::string name = word.substr(0, equals);
+    if (!IsSystemKey(name)) {
+      throw UsageError("'" + name +
+                       "' cannot be set: it is no parameter such as Pn81B, and none of "
+                       "system, measure, n1, n2, resolution, units, time and encoder");
     }
+    if (std::ranges::find(assignments, name, &Assignment::first) != assignments.end()) {
+      throw UsageError("'" + word + "' assigns a second time");
+    }
+    assignments.emplace_back(name, word.substr(equals + 1));
   }
+  return assignments;
+}
+
+// The machine or parameters; not both in one command, which could not keep one of them only.
+bool Set(const Context& context) {
+  const auto words = std::span(context.line.Arguments()).subspan(2);
+  const auto parameters = std::ranges::count_if(words, IsParameterAssignment);
+  if (parameters == std::ssize(words)) return SetParameterValues(context);
+  if (parameters > 0) throw UsageError("Set the machine and parameters by one command each");
+  const std::vector<Assignment> assignments = MachineAssignments(words);
   context.program.boxes.Agree(context.line.Has("yes"));
   Work work(context);
   if (!work.Open(context.Argument(1))) return false;
@@ -221,10 +244,14 @@ int RunCommand(const std::vector<std::string>& words, const ConsoleProgram& prog
       throw UsageError("Wrong number of arguments for '" + command.name + "'");
     }
     line.AllowOnly(command.options);
+    if (std::ranges::count(line.Arguments(), std::string()) > 0) {
+      throw UsageError("An argument of '" + command.name + "' is empty");
+    }
     const bool done = command.run({line, program});
     return done && program.boxes.Failures() == 0 ? 0 : 1;
   } catch (const UsageError& error) {
-    program.err << error.what() << "\n\n" << kUsage;
+    // The whole text would push the message off a screen.
+    program.err << error.what() << "\nvelmoorctl --help lists the commands and their options.\n";
     return 2;
   } catch (const std::exception& error) {
     program.err << error.what() << '\n';

@@ -39,6 +39,11 @@ bool IsRefusal(std::string_view answer) {
   return answer.size() == kDeviceErrorSize && answer[1] == 'E' && ParseHex(answer.substr(2));
 }
 
+// A line with a line end within would go out as two, and only the first would be looked at.
+bool IsPlain(std::string_view line) {
+  return std::ranges::all_of(line, [](char c) { return c >= ' ' && c <= '~'; });
+}
+
 // Sends a line and prints its answer. False: none came, or it is a refusal.
 bool Exchange(const Context& context, clsHX7Helix7& helix, const std::string& line) {
   std::string answer;
@@ -58,6 +63,7 @@ bool Send(const Context& context) {
   (void)context.line.Required("port");
   const std::string line = UpperCase(Trim(context.Argument(1)));
   if (line.empty()) throw UsageError("The line to send is empty");
+  if (!IsPlain(line)) throw UsageError("The line to send holds more than plain characters");
   Work work(context);
   if (line.substr(0, 1) != work.session().Axis()) {
     throw UsageError("The line must begin with its axis, and --axis name the same one");
@@ -71,6 +77,10 @@ bool RunScript(const Context& context) {
       ScriptLines(world().files->ReadAll(world().files->Absolute(context.Argument(1))));
   if (lines.empty()) {
     ShowExclamation("NO COMMANDS IN SCRIPT MEMORY TO EXECUTE!");
+    return false;
+  }
+  if (!std::ranges::all_of(lines, IsPlain)) {
+    ShowExclamation("The file is no script: it holds more than plain characters!");
     return false;
   }
   Work work(context);

@@ -4,6 +4,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <chrono>
 #include <ctime>
 #include <fstream>
@@ -76,10 +77,22 @@ TEST_F(Velmoorctl, RefusesWhatItDoesNotUnderstand) {
       {"send", "0PRM800"},
       {"send", "", "--port", "x"},
       {"send", "1PRM800", "--port", "x"},
+      {"send", "0PUN\r1PRM800=2", "--port", "x"},
+      {"new", ""},
+      {"show", project, "system", "--motor-size", "99999999999"},
+      {"show", project, "system", "--motor-size", "-400"},
+      {"set", project, "n1=1", "n1=2"},
+      {"set", project, "n1=1", "Pn100=50"},
+      {"set", project, "Pn100=50", "n1=1"},
       {"monitor", "--port", "x"},
       {"monitor", "--port", "x", "--count", "0"},
       {"monitor", "--port", "x", "--count", "1", "--items", "PUN,FOO"}};
-  for (const auto& words : lines) EXPECT_EQ(Run(words), 2) << err.str();
+  for (const auto& words : lines) {
+    EXPECT_EQ(Run(words), 2) << err.str();
+    // The words are still on the screen.
+    EXPECT_EQ(std::ranges::count(err.str(), '\n'), 2) << err.str();
+  }
+  EXPECT_TRUE(line.Amplifier('0')->Journal().empty());
   EXPECT_EQ(Run({"--help"}), 0);
   EXPECT_NE(out.str().find("velmoorctl download FILE"), std::string::npos);
 }
@@ -119,6 +132,11 @@ TEST_F(Velmoorctl, RunsAScriptToItsEndPastAFailedLine) {
   EXPECT_EQ(err.str().substr(0, 38), "*** ERROR SENDING SERIAL RESPONSE! ***");
   EXPECT_EQ(Run({"run", WriteFile("b.tsc", "0PRM800\n"), "--port", "x"}), 0) << err.str();
   EXPECT_EQ(Run({"run", WriteFile("c.tsc", " \n"), "--port", "x"}), 1);
+  // A file of another kind does not reach the line.
+  line.Amplifier('0')->ForgetWhatWasAsked();
+  EXPECT_EQ(Run({"run", WriteFile("d.tsc", "0PRM800\n\x01\xff\n"), "--port", "x"}), 1);
+  EXPECT_EQ(err.str(), "The file is no script: it holds more than plain characters!\n");
+  EXPECT_TRUE(line.Amplifier('0')->Journal().empty());
 }
 
 TEST_F(Velmoorctl, PrintsTheAlarmAndItsHistory) {
