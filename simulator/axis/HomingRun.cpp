@@ -9,6 +9,13 @@ namespace {
 constexpr double kLongestSearch = 1000;  // turns
 constexpr double kLongestPulseSearch = 3;
 
+// The speed towards a signal that is near. With one signal alone there is no approach: what finds
+// it is the creep speed.
+double SlowSpeed(const HomingSettings& settings) {
+  const bool both = settings.method == HomingMethod::switchAndPulse;
+  return settings.direction * (both ? settings.approachSpeed : settings.creepSpeed);
+}
+
 }  // namespace
 
 void HomingRun::Start(const HomingSurroundings& axis) {
@@ -20,7 +27,7 @@ void HomingRun::Start(const HomingSurroundings& axis) {
     arrived_ = true;
     phase_ = Phase::idle;
   } else if (settings.method == HomingMethod::pulseOnly) {
-    axis.profile.Run(settings.direction * settings.approachSpeed);
+    axis.profile.Run(SlowSpeed(settings));
     phase_ = Phase::zeroPulse;
   } else {
     axis.profile.Run(settings.direction * settings.searchSpeed);
@@ -42,7 +49,7 @@ std::string HomingRun::Step(const HomingSurroundings& axis) {
       break;
     case Phase::search:
       if (axis.homeSwitch) {
-        axis.profile.Run(settings.direction * settings.approachSpeed);
+        axis.profile.Run(SlowSpeed(settings));
         phase_ = Phase::leaveSwitch;
       } else if (way > kLongestSearch) {
         Abort();
