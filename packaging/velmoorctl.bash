@@ -21,7 +21,7 @@ _velmoorctl() {
     --axis) words='0 1 2 3 4 5 6 7 8 9 A B C D E F' ;;
     --only) words='index zone jog parameters system' ;;
     --paper) words='a4 letter' ;;
-    --items) words='PUN PER NFB TREF STS' ;;
+    --items) words='PUN PER POS DST RPOS RDST PFB NFB NREF TREF STS IN1 IN2 OUT1 OUT2' ;;
     --sections)
       words='communications system parameters tuning interface flexibleio overtravel homing index jog zone'
       ;;
@@ -49,7 +49,7 @@ _velmoorctl() {
       show:3) words='index zone jog system parameters' ;;
       import:3) words='index zone jog' ;;
       reset:2) words='all parameters tables index zone jog' ;;
-      set:[3-9]) words='system= measure= n1= n2= resolution= units= time= encoder=' ;;
+      set:[3-9] | set:1[0-9]) words='system= measure= n1= n2= resolution= units= time= encoder=' ;;
     esac
   fi
   if [ -n "$words" ]; then

@@ -9,6 +9,7 @@
 #include <ctime>
 #include <fstream>
 #include <random>
+#include <regex>
 
 #include "Velmoorctl.h"
 
@@ -95,6 +96,35 @@ TEST_F(Velmoorctl, RefusesWhatItDoesNotUnderstand) {
   EXPECT_TRUE(line.Amplifier('0')->Journal().empty());
   EXPECT_EQ(Run({"--help"}), 0);
   EXPECT_NE(out.str().find("velmoorctl download FILE"), std::string::npos);
+}
+
+// What nobody remembers to write down a second time.
+TEST_F(Velmoorctl, ManualAndCompletionKnowWhatTheHelpTells) {
+  ASSERT_EQ(Run({"--help"}), 0);
+  std::string help = out.str();
+  const auto read = [this](const std::string& name) {
+    return std::regex_replace(world.files.ReadAll(std::string(VELMOOR_SOURCE) + "/" + name),
+                              std::regex(R"(\\-)"), "-");
+  };
+  const std::string manual = read("packaging/man/velmoorctl.1");
+  const std::string completion = read("packaging/velmoorctl.bash");
+  const std::string guide = read("docs/guide/command-line.md");
+  const std::regex words("velmoorctl ([a-z]+)|(--[a-z-]+)|\\b([A-Z]{3,4}[12]?)\\b");
+  int told = 0;
+  for (std::sregex_iterator at(help.begin(), help.end(), words), end; at != end; ++at) {
+    const std::string word = (*at)[1].matched ? (*at)[1] : (*at)[0];
+    const bool placeholder = word == "FILE" || word == "NAME" || word == "VALUE" || word == "DEV" ||
+                             word == "WHAT" || word == "LIST" || word == "SIZE" || word == "CSV" ||
+                             word == "PDF";
+    if (placeholder) continue;
+    ++told;
+    EXPECT_NE(manual.find(word), std::string::npos) << word;
+    EXPECT_NE(completion.find(word), std::string::npos) << word;
+    if ((*at)[1].matched) {
+      EXPECT_NE(guide.find("velmoorctl " + word), std::string::npos) << word;
+    }
+  }
+  EXPECT_GT(told, 40);
 }
 
 TEST_F(Velmoorctl, InfoTellsWhatAnswers) {
