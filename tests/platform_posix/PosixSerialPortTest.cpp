@@ -200,6 +200,15 @@ TEST_F(PseudoTerminal, VanishedPeerClosesThePort) {
   EXPECT_NE(port.LastError(), "");
 }
 
+TEST_F(PseudoTerminal, AnIdleLineThatVanishesIsNoticed) {
+  ASSERT_TRUE(port.Open());
+  EXPECT_EQ(port.WaitingBytes(), 0);
+  far.HangUp();
+  EXPECT_THROW((void)port.WaitingBytes(), SerialPortError);
+  EXPECT_FALSE(port.IsOpen());
+  EXPECT_EQ(port.WaitingBytes(), 0);
+}
+
 TEST_F(PseudoTerminal, WritingToAVanishedPeerClosesThePort) {
   ASSERT_TRUE(port.Open());
   far.HangUp();

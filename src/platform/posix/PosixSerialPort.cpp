@@ -144,10 +144,12 @@ void PosixSerialPort::Close() {
 
 int PosixSerialPort::WaitingBytes() {
   if (!IsOpen()) return 0;
-  pollfd look{.fd = device_.Get(), .events = POLLIN, .revents = 0};
-  if (poll(&look, 1, 0) > 0 && (look.revents & POLLIN) == 0) Lose(EIO);
   int waiting = 0;
-  if (ioctl(device_.Get(), FIONREAD, &waiting) != 0) waiting = 0;
+  if (ioctl(device_.Get(), FIONREAD, &waiting) != 0) Lose(errno);
+  // A line that hung up calls itself readable: what can be read is its end.
+  pollfd look{.fd = device_.Get(), .events = POLLIN, .revents = 0};
+  constexpr int kGone = POLLHUP | POLLERR | POLLNVAL;
+  if (waiting == 0 && poll(&look, 1, 0) > 0 && (look.revents & kGone) != 0) Lose(EIO);
   return waiting + static_cast<int>(received_.size());
 }
 
