@@ -154,11 +154,13 @@ bool Download(const Context& context) {
         "New items must be changed and committed before download!");
     return true;
   }
+  const bool hadMarks = !work.project().WhatIsDirty().empty();
   const bool done = only      ? work.project().DownloadParts(items)
                     : onlyNew ? work.project().Download()
                               : work.project().DownloadAll();
-  // The marks of what went out are true whether or not all did.
-  work.project().Save();
+  // The marks of what went out are true whether or not all did. A project without any is not
+  // written: it may be protected, and go to many amplifiers.
+  if (hadMarks || !done) work.project().Save();
   if (!done) {
     ShowExclamation("Error downloading data to controller!");
     return false;
