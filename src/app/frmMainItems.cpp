@@ -217,7 +217,11 @@ void frmMain::DownloadItems(const ItemTransfer& item, const std::function<bool()
 // ---- comparing
 
 void frmMain::ShowUploadedDifferences() {
-  const std::vector<PartComparison> parts = clsProject->CompareWithSnapshot();
+  std::vector<PartComparison> parts = clsProject->CompareWithSnapshot();
+  // A machine that cannot be used was asked about, and is no value that a Yes would take.
+  for (PartComparison& part : parts) {
+    std::erase_if(part.differences, [](const ProjectDifference& d) { return d.row.empty(); });
+  }
   if (Differs(parts)) frmCompare(parts).Show();
 }
 

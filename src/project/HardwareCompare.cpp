@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <utility>
 
 #include "platform/Numbers.h"
 #include "project/ProjectCompare.h"
@@ -109,8 +110,14 @@ std::vector<PartComparison> clsHX7Project::CompareWithSnapshot() const {
                                 std::size_t place) {
     return CompareTable(ToolName(tool), table, firstRow, snapshots_->tables[place], before, now);
   };
-  return {CompareParameters("Mechanical System Parameters", snapshots_->machine.rows,
-                            clsMechanicalSystem_.Rows(), &parameters, before, now),
+  PartComparison machine =
+      CompareParameters("Mechanical System Parameters", snapshots_->machine.rows,
+                        clsMechanicalSystem_.Rows(), &parameters, before, now);
+  if (snapshots_->machineUnread) {
+    machine.differences.push_back(
+        {machine.part, "", "Machine", "described", "no description that can be used"});
+  }
+  return {std::move(machine),
           CompareParameters("Parameters", parameters, clsEditor_.Rows(), nullptr, before, now),
           compareTable(Tool::position, clsPosition_, 1, 0), compareTable(Tool::jog, clsJog_, 0, 1),
           compareTable(Tool::zone, clsZone_, 0, 2)};

@@ -247,7 +247,9 @@ int clsHX7Project::RowsOf(Tool part) {
 bool clsHX7Project::UploadPart(Tool part) {
   if (MotionTable* const table = TableOf(part)) return table->Upload();
   if (ParameterToolBase* const tool = ParameterToolOf(part)) return tool->Upload();
-  return clsMechanicalSystem_.Upload();
+  const bool read = clsMechanicalSystem_.Upload();
+  if (snapshots_) snapshots_->machineUnread = !read;
+  return read;
 }
 
 bool clsHX7Project::UploadParts(const std::vector<Tool>& parts) {

@@ -226,6 +226,8 @@ class clsHX7Project final : public Project {
   // What an upload overwrites, tool by tool.
   struct Snapshots {
     clsHX7MechanicalSystem::Snapshot machine;
+    // The amplifier holds none that can be used; the project's has stayed.
+    bool machineUnread = false;
     std::vector<ParameterToolBase::Snapshot> parameterTools;
     std::vector<MotionTable::Snapshot> tables;
     ShownUnits units;

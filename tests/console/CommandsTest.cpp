@@ -307,6 +307,18 @@ TEST_F(Velmoorctl, ComparesWithTheHardwareAndChangesNeither) {
   EXPECT_EQ(amplifier.Asked("PRM="), 1) << "the echo of a search, and nothing else";
 }
 
+// The upload goes on without the machine and leaves the project's, which differs from nothing.
+TEST_F(Velmoorctl, AMachineThatCannotBeUsedIsADifference) {
+  ASSERT_EQ(Run({"new", project}), 0);
+  ASSERT_EQ(Run({"download", project, "--port", "x", "--yes"}), 0) << err.str();
+  ASSERT_EQ(Run({"compare", project, "--port", "x"}), 0) << out.str();
+  ASSERT_TRUE(line.Amplifier('0')->State().memory.parameters.Write(0x82B, "0"));
+  EXPECT_EQ(Run({"compare", project, "--port", "x"}), 1);
+  EXPECT_EQ(out.str(),
+            "part,row,field,project,hardware\n"
+            "Mechanical System Parameters,,Machine,described,no description that can be used\n");
+}
+
 TEST_F(Velmoorctl, TellsWhereTwoProjectsDiffer) {
   const std::string other = world.folder.At("b.spj");
   ASSERT_EQ(Run({"new", project}), 0);
