@@ -99,9 +99,16 @@ class Desktop:
     def __init__(self, size, scale=1.0):
         self.scale = scale
         self.processes = []
+        try:
+            self.open(size)
+        except BaseException:
+            self.close()
+            raise
+
+    def open(self, size):
         read, write = os.pipe()
         self.start(["Xvfb", "-displayfd", str(write), "-screen", "0", f"{size[0]}x{size[1]}x24",
-                    "-nolisten", "tcp"], None, pass_fds=[write])
+                    "-nolisten", "tcp", "-noreset"], None, pass_fds=[write])
         os.close(write)
         with os.fdopen(read) as numbers:
             number = numbers.readline().strip()

@@ -116,7 +116,8 @@ class Session:
 
     def focus(self, within=None):
         """The control that has the keyboard; of a table its current cell."""
-        for top in [within] if within else self.root().children():
+        tops = [within] if within else [t for t in self.root().children() if t.has("active")]
+        for top in tops:
             for control in top.all():
                 if control.role == "table":
                     cell = next((c for c in control.children() if c.has("focused")), None)
