@@ -7,7 +7,9 @@ ImageMagick.
 
 import os
 import shutil
+import signal
 import subprocess
+import sys
 import time
 
 LIMIT = 15.0  # seconds that anything may take to appear
@@ -28,6 +30,11 @@ def missing():
     except (ImportError, ValueError):
         names.append("the Python bindings of AT-SPI")
     return names
+
+
+def end_in_order():
+    """A script that is told to end stops its programs first."""
+    signal.signal(signal.SIGTERM, lambda *_: sys.exit(1))
 
 
 def wait_for(what, probe, limit=LIMIT):
