@@ -5,6 +5,7 @@ Needs Xvfb, openbox, xdotool, xclip, dbus-daemon, AT-SPI with its Python binding
 ImageMagick.
 """
 
+import functools
 import os
 import shutil
 import signal
@@ -47,6 +48,18 @@ def wait_for(what, probe, limit=LIMIT):
         if time.monotonic() > end:
             raise Failure(f"waited {limit:.0f} s in vain for {what}")
         time.sleep(LOOK)
+
+
+def unless_it_vanishes(look):
+    """What goes away while it is looked at was not to be found."""
+    @functools.wraps(look)
+    def looked(*arguments, **options):
+        from gi.repository import GLib
+        try:
+            return look(*arguments, **options)
+        except GLib.Error:
+            return None
+    return looked
 
 
 class Control:
@@ -208,6 +221,7 @@ class Desktop:
 
     # ---- controls
 
+    @unless_it_vanishes
     def program(self, name):
         """The program of that name as the root of its controls; None while it is not there."""
         import gi

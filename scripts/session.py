@@ -6,7 +6,7 @@ import pathlib
 import subprocess
 import time
 
-from desktop import LIMIT, Failure, wait_for
+from desktop import LIMIT, Failure, unless_it_vanishes, wait_for
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 PROGRAMS = ROOT / "build/release/bin"
@@ -78,6 +78,7 @@ class Session:
     def root(self):
         return wait_for("velmoor's controls", lambda: self.desktop.program("velmoor"))
 
+    @unless_it_vanishes
     def find(self, name, role=None, within=None, into_tables=False):
         """A control that is to be seen, by what it is called; None when there is none."""
         if within:
@@ -103,6 +104,7 @@ class Session:
 
     def child(self, title, limit=LIMIT):
         """A window within the main one, once it has the keyboard."""
+        @unless_it_vanishes
         def probe():
             for top in self.root().children():
                 for control in top.all() if top.has("active") else ():
@@ -114,6 +116,23 @@ class Session:
         time.sleep(0.1)
         return found
 
+    def child_gone(self, title):
+        @unless_it_vanishes
+        def probe():
+            return not any(control.role == "frame" and control.name.startswith(title)
+                           for top in self.root().children() for control in top.all())
+        wait_for(f"the window {title!r} to close", probe)
+
+    def value_cell(self, table, description):
+        """The cell right of the one with that text."""
+        @unless_it_vanishes
+        def probe():
+            grid = self.find(table, "table")
+            cells = iter(grid.children() if grid else ())
+            return next((next(cells) for cell in cells if cell.name == description), None)
+        return wait_for(f"the row {description!r} of {table!r}", probe)
+
+    @unless_it_vanishes
     def focus(self, within=None):
         """The control that has the keyboard; of a table its current cell."""
         tops = [within] if within else [t for t in self.root().children() if t.has("active")]
@@ -129,8 +148,22 @@ class Session:
 
     # ---- what a user does
 
+    def to_main(self):
+        """Waits until the main window has the keyboard. Where a dialog and the box above it close
+        together, the window manager may give the keyboard to neither: a user would click."""
+        title = f"^Velmoor - {self.project.stem}"
+        try:
+            return self.desktop.window(title, 3)
+        except Failure:
+            if len(self.desktop.windows(".")) > 1:
+                raise
+            print("    (nobody had the keyboard: the main window was clicked)")
+            self.desktop.run("xdotool", "windowactivate", *self.desktop.windows(title))
+            return self.desktop.window(title)
+
     def menu(self, *letters):
         """Alt and the first letter, then the letters of entries, one by one."""
+        self.to_main()
         self.desktop.keys(f"alt+{letters[0]}")
         for letter in letters[1:]:
             time.sleep(0.2)
