@@ -108,7 +108,7 @@ class Control:
         while waiting:
             control = waiting.pop(0)
             yield control
-            if control.role in ("menu bar", "combo box", "popup menu"):
+            if control.role in ("combo box", "popup menu"):
                 continue
             if control.role == "table" and not into_tables:
                 continue
