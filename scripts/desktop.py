@@ -196,9 +196,8 @@ class Desktop:
     # ---- keys and mouse
 
     def keys(self, *names):
-        for name in names:
-            self.run("xdotool", "key", "--clearmodifiers", name)
-            time.sleep(0.03)
+        self.run("xdotool", "key", "--clearmodifiers", "--delay", "40", *names)
+        time.sleep(0.03)
 
     def type(self, text):
         self.run("xdotool", "type", "--delay", "4", "--", text)

@@ -153,7 +153,7 @@ class Session:
         together, the window manager may give the keyboard to neither: a user would click."""
         title = f"^Velmoor - {self.project.stem}"
         try:
-            return self.desktop.window(title, 3)
+            return self.desktop.window(title, 1.5)
         except Failure:
             if len(self.desktop.windows(".")) > 1:
                 raise
