@@ -126,9 +126,10 @@ class Desktop:
             raise
 
     def open(self, size):
+        """The server stays when a client leaves, and repeats no key that is let go of late."""
         read, write = os.pipe()
         self.start(["Xvfb", "-displayfd", str(write), "-screen", "0", f"{size[0]}x{size[1]}x24",
-                    "-nolisten", "tcp", "-noreset"], None, pass_fds=[write])
+                    "-nolisten", "tcp", "-noreset", "-r"], None, pass_fds=[write])
         os.close(write)
         with os.fdopen(read) as numbers:
             number = numbers.readline().strip()

@@ -103,17 +103,17 @@ class Session:
         self.desktop.click(self.control(name, role, within))
 
     def child(self, title, limit=LIMIT):
-        """A window within the main one, once it has the keyboard."""
+        """A window within the main one, once it is there."""
         @unless_it_vanishes
         def probe():
             for top in self.root().children():
                 for control in top.all() if top.has("active") else ():
                     if control.role == "frame" and control.name.startswith(title) and \
-                            control is not top and self.focus(control):
+                            control.accessible != top.accessible:
                         return control
             return None
         found = wait_for(f"the window {title!r}", probe, limit)
-        time.sleep(0.1)
+        time.sleep(0.3)  # until its grid has the keyboard: of a long one asking takes longer
         return found
 
     def child_gone(self, title):
