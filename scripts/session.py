@@ -49,7 +49,7 @@ class Session:
     def __init__(self, desktop, folder, programs, theme="light", settings="", arguments=()):
         self.desktop = desktop
         self.folder = folder
-        self.programs = pathlib.Path(programs)
+        self.programs = pathlib.Path(programs).resolve()
         self.boxes = 0
         (folder / "config/velmoor").mkdir(parents=True)
         (folder / "runtime").mkdir(mode=0o700)
