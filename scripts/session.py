@@ -63,9 +63,13 @@ class Session:
                                 QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1")
         self.simulator = Simulator(self.programs / "velmoor-simulator", self.line,
                                    folder / "console")
-        self.velmoor = subprocess.Popen([self.programs / "velmoor", *arguments],
-                                        env=self.environment, cwd=folder,
-                                        stderr=open(folder / "velmoor.log", "w"))
+        try:
+            self.velmoor = subprocess.Popen([self.programs / "velmoor", *arguments],
+                                            env=self.environment, cwd=folder,
+                                            stderr=open(folder / "velmoor.log", "w"))
+        except OSError:
+            self.simulator.close()
+            raise
 
     def close(self):
         if self.velmoor.poll() is None:
