@@ -1,10 +1,9 @@
-// The frame of the benchmarks: a folder of their own, the simulator beside them, and their end.
+// What every program of the benchmarks needs of its surroundings.
 #pragma once
 
-#include <exception>
+#include <cstdlib>
 #include <filesystem>
-#include <functional>
-#include <iostream>
+#include <stdexcept>
 #include <string>
 
 namespace velmoor::bench {
@@ -14,21 +13,29 @@ inline std::string ProgramBeside(const std::string& name) {
   return std::filesystem::read_symlink("/proc/self/exe").parent_path() / name;
 }
 
-// Runs `work` with the path of velmoor-simulator, the first argument where one is given, and a
-// folder that is removed afterwards. The exit status.
-inline int RunWithSimulator(const std::string& name, int argc, char** argv,
-                            const std::function<void(const std::string& simulator,
-                                                     const std::filesystem::path& folder)>& work) {
-  const auto folder = std::filesystem::temp_directory_path() / ("velmoor-" + name);
-  try {
-    std::filesystem::create_directories(folder);
-    work(argc > 1 ? argv[1] : ProgramBeside("velmoor-simulator"), folder);
-    std::filesystem::remove_all(folder);
-    return 0;
-  } catch (const std::exception& error) {
-    std::cerr << name << ": " << error.what() << "\n";
-    return 1;
+// A new folder in `place`, the system's for temporary files where that is empty; it goes with the
+// object.
+class TemporaryFolder {
+ public:
+  // Throws std::runtime_error.
+  explicit TemporaryFolder(const std::string& place, const std::string& name) {
+    std::string pattern =
+        (place.empty() ? std::filesystem::temp_directory_path().string() : place) + "/" + name +
+        "-XXXXXX";
+    if (mkdtemp(pattern.data()) == nullptr) throw std::runtime_error(pattern + " cannot be made");
+    path_ = std::filesystem::absolute(pattern);
   }
-}
+  ~TemporaryFolder() {
+    std::error_code ignored;
+    std::filesystem::remove_all(path_, ignored);
+  }
+  TemporaryFolder(const TemporaryFolder&) = delete;
+  TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+
+  [[nodiscard]] const std::filesystem::path& Path() const { return path_; }
+
+ private:
+  std::filesystem::path path_;
+};
 
 }  // namespace velmoor::bench

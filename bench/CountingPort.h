@@ -1,51 +1,46 @@
-// A port that counts the bytes of its line, line ends included, and tells when a line goes out.
+// A port that counts the bytes that an exchange has to wait for, and tells of each line that has
+// gone out.
 #pragma once
 
-#include <chrono>
+#include <cstdint>
 #include <functional>
-#include <iostream>
 #include <string>
+#include <string_view>
+#include <utility>
 
-#include "SimulatorChild.h"
-#include "platform/Numbers.h"
 #include "platform/PassingPort.h"
 
 namespace velmoor::bench {
+
+// The time that so many bytes take on the line: a start bit, 7 data bits, parity, 2 stop bits each.
+[[nodiscard]] inline double WireSeconds(std::size_t bytes, std::int32_t baudRate) {
+  constexpr double kBitsPerCharacter = 11;
+  return static_cast<double>(bytes) * kBitsPerCharacter / baudRate;
+}
 
 class CountingPort final : public PassingPort {
  public:
   using PassingPort::PassingPort;
 
   void WriteLine(std::string_view line) override {
-    ++lines;
     bytes += line.size() + 1;
-    lastLine = line;
+    answered_ = false;
     PassingPort::WriteLine(line);
-    lastWrite = std::chrono::steady_clock::now();
+    if (written) written(line);
   }
+  // A line is there at its CR. Its LF delays a line behind it, the answer behind the echo; behind
+  // the last it travels beside the next command, which goes the other way.
   std::string ReadLine() override {
     std::string line = PassingPort::ReadLine();
-    bytes += line.size() + 2;
+    bytes += line.size() + (std::exchange(answered_, true) ? 2 : 1);
     return line;
   }
 
   std::size_t bytes = 0;
-  std::size_t lines = 0;  // that went out
-  std::string lastLine;
-  std::chrono::steady_clock::time_point lastWrite;
-};
+  std::function<void(std::string_view line)> written;
 
-// Runs `transfer` over `port` and prints its time beside that of its bytes on the line.
-inline void MeasureTransfer(const std::string& what, CountingPort& port, std::int32_t baudRate,
-                            const std::function<bool()>& transfer) {
-  port.bytes = port.lines = 0;
-  const auto start = std::chrono::steady_clock::now();
-  const bool done = transfer();
-  const std::chrono::duration<double> wall = std::chrono::steady_clock::now() - start;
-  const double wire = WireSeconds(port.bytes, baudRate);
-  std::cout << what << (done ? "" : " FAILED") << ": " << port.lines << " exchanges, wire time "
-            << FixedText(wire, 3) << " s, wall time " << FixedText(wall.count(), 3) << " s, "
-            << FixedText((wall.count() / wire - 1) * 100, 2) << " % above (goal 3)\n";
-}
+ private:
+  bool answered_ = false;  // since the last line that went out
+};
 
 }  // namespace velmoor::bench

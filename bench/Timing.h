@@ -1,37 +1,31 @@
-// Timing and printing shared by the benchmarks.
+// Taking times, in seconds.
 #pragma once
 
-#include <algorithm>
 #include <chrono>
 #include <functional>
-#include <iomanip>
-#include <iostream>
-#include <string>
 #include <vector>
 
 namespace velmoor::bench {
 
-// Runs `work` some times and prints the median and the worst in milliseconds, beside the goal.
-inline void Time(const std::string& what, int runs, const std::string& goal,
-                 const std::function<void()>& work) {
+class Stopwatch {
+ public:
+  [[nodiscard]] double Seconds() const {
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start_).count();
+  }
+
+ private:
+  std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
+};
+
+// What each run of `work` took.
+[[nodiscard]] inline std::vector<double> Times(int runs, const std::function<void()>& work) {
   std::vector<double> times;
   for (int i = 0; i < runs; ++i) {
-    const auto start = std::chrono::steady_clock::now();
+    const Stopwatch watch;
     work();
-    const std::chrono::duration<double, std::milli> taken =
-        std::chrono::steady_clock::now() - start;
-    times.push_back(taken.count());
+    times.push_back(watch.Seconds());
   }
-  std::ranges::sort(times);
-  std::cout << std::left << std::setw(52) << what << std::right << std::fixed
-            << std::setprecision(3) << std::setw(10) << times[times.size() / 2] << std::setw(10)
-            << times.back() << "   " << goal << "\n";
-}
-
-inline void Heading() {
-  std::cout << std::left << std::setw(52) << "ms" << std::right << std::setw(10) << "median"
-            << std::setw(10) << "worst"
-            << "   goal\n";
+  return times;
 }
 
 }  // namespace velmoor::bench

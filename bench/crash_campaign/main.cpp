@@ -2,13 +2,12 @@
 // 500 times unless told, and prints what was found afterwards. Exit status 1 where anything was
 // lost, torn or left behind.
 
-#include <cstdlib>
 #include <exception>
-#include <filesystem>
 #include <iomanip>
 #include <iostream>
 #include <string>
 
+#include "BenchMain.h"
 #include "crash_campaign/CrashCampaign.h"
 #include "platform/Numbers.h"
 
@@ -17,13 +16,9 @@ int main(int argc, char** argv) {
     const auto number = [&](int at, std::int64_t otherwise) {
       return argc > at ? velmoor::ParseWhole(argv[at]).value_or(otherwise) : otherwise;
     };
-    std::string folder =
-        (argc > 3 ? std::string(argv[3]) : std::filesystem::temp_directory_path().string()) +
-        "/crash-campaign-XXXXXX";
-    if (mkdtemp(folder.data()) == nullptr) throw std::runtime_error(folder + " cannot be made");
+    const velmoor::bench::TemporaryFolder folder(argc > 3 ? argv[3] : "", "crash-campaign");
     const auto report = velmoor::campaign::RunCrashes(
-        folder, static_cast<std::uint64_t>(number(2, 1)), static_cast<int>(number(1, 500)));
-    std::filesystem::remove_all(folder);
+        folder.Path(), static_cast<std::uint64_t>(number(2, 1)), static_cast<int>(number(1, 500)));
     std::cout << "killed in      kills    old    new\n";
     for (const auto& [name, tally] : report.operations) {
       std::cout << std::left << std::setw(12) << name << std::right << std::setw(8) << tally.kills

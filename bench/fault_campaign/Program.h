@@ -1,4 +1,4 @@
-// The desktop program's session without a screen, and a user who agrees to every question.
+// The desktop program's session without a screen, and its user.
 #pragma once
 
 #include <algorithm>
@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "AgreeingUser.h"
 #include "BenchAdapters.h"
 #include "app/MainModule.h"
 #include "platform/headless/HeadlessFailure.h"
@@ -16,29 +17,7 @@
 
 namespace velmoor::campaign {
 
-class AgreeingUser final : public MessageBoxes {
- public:
-  BoxAnswer Show(BoxKind kind, BoxButtons buttons, const std::string& text,
-                 const std::string& /*title*/) override {
-    texts.push_back(OneLine(text));
-    if (TellsOfFailure(kind, buttons)) ++failures;
-    const bool agrees = !refuses || !refuses(text);
-    switch (buttons) {
-      case BoxButtons::yesNo:
-      case BoxButtons::yesNoCancel:
-        return agrees ? BoxAnswer::yes : BoxAnswer::no;
-      case BoxButtons::okCancel:
-        return agrees ? BoxAnswer::ok : BoxAnswer::cancel;
-      case BoxButtons::ok:
-        break;
-    }
-    return BoxAnswer::ok;
-  }
-
-  std::vector<std::string> texts;
-  int failures = 0;  // boxes that told of one
-  std::function<bool(const std::string& text)> refuses;
-};
+using bench::AgreeingUser;
 
 enum class Begin { newProject, presentProject };
 

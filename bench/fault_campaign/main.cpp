@@ -6,9 +6,7 @@
 // with it, velmoor-simulator runs on a pseudo-terminal, unpaced, and all time-outs of the program
 // are divided by 50.
 
-#include <cstdlib>
 #include <exception>
-#include <filesystem>
 #include <iostream>
 #include <string>
 
@@ -61,13 +59,8 @@ int Run(const Options& options, const std::string& folder) {
 int main(int argc, char** argv) {
   try {
     const velmoor::Options options = velmoor::Parse(argc, argv);
-    std::string pattern =
-        options.folder.empty() ? std::filesystem::temp_directory_path().string() : options.folder;
-    pattern += "/fault-campaign-XXXXXX";
-    if (mkdtemp(pattern.data()) == nullptr) throw std::runtime_error(pattern + " cannot be made");
-    const int status = velmoor::Run(options, pattern);
-    std::filesystem::remove_all(pattern);
-    return status;
+    const velmoor::bench::TemporaryFolder folder(options.folder, "fault-campaign");
+    return velmoor::Run(options, folder.Path());
   } catch (const std::exception& error) {
     std::cerr << "fault_campaign: " << error.what() << "\n";
     return 2;

@@ -1,0 +1,24 @@
+// The monitoring window in a user's hands.
+#pragma once
+
+#include <QCheckBox>
+#include <QPushButton>
+#include <vector>
+
+#include "WindowUser.h"
+#include "Workbench.h"
+
+namespace velmoor::bench {
+
+inline const std::vector<const char*> kOneItem{"chkOption_0"};
+inline const std::vector<const char*> kFiveItems{"chkOption_0", "chkOption_1", "chkOption_7",
+                                                 "chkOption_9", "chkOption_10"};
+
+// Opens the window, ticks the items, and gives the button that begins and ends the passes.
+inline QPushButton& ShowMonitoring(clsHX7Project& project, const std::vector<const char*>& ticks) {
+  Require(project.Monitoring().Show_Monitoring(), "the monitoring window");
+  for (const char* const tick : ticks) InWindow<QCheckBox>(tick).click();
+  return InWindow<QPushButton>("cmdMonitoring");
+}
+
+}  // namespace velmoor::bench

@@ -1,0 +1,115 @@
+// velmoor-bench [--markdown] [--folder DIRECTORY] [SECTION...]: measures what a user waits for, and
+// prints it beside its goal and its physical limit.
+//
+// Exit status: 0 everything was measured, 1 something could not be, 2 wrong usage. A goal that is
+// missed is marked, and changes no status.
+#include <algorithm>
+#include <exception>
+#include <iostream>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "BenchMain.h"
+#include "Desktop.h"
+#include "Workbench.h"
+#include "console/CommandLine.h"
+
+namespace velmoor::bench {
+namespace {
+
+struct Section {
+  const char* name;
+  const char* about;
+  void (*measure)(Workbench& bench);
+};
+
+constexpr Section kSections[] = {
+    {"link", "Exchanges of a command and its answer", MeasureLink},
+    {"transfers", "Transfers; tables and Stop at 38400 bit/s", MeasureTransfers},
+    {"online", "Live tools at 38400 bit/s", MeasureOnline},
+    {"project", "Project files", MeasureProject},
+    {"start", "Start of the programs", MeasureStart},
+    {"windows", "Windows and edits", MeasureWindows},
+    {"report", "The report of a full project", MeasureReport},
+    {"memory", "Resident memory", MeasureMemory},
+};
+
+std::string Usage() {
+  std::string text =
+      "velmoor-bench: measures what a user of Velmoor waits for\n\n"
+      "  velmoor-bench [--markdown] [--folder DIRECTORY] [SECTION...]\n\n"
+      "  --markdown          print the table as Markdown\n"
+      "  --folder DIRECTORY  work on the disk where that lies; the system's for temporary files\n"
+      "                      unless given\n\n"
+      "Sections, all unless named:\n";
+  for (const Section& section : kSections) {
+    std::string name = section.name;
+    name.resize(std::max<std::size_t>(name.size() + 1, 12), ' ');
+    text += "  " + name + section.about + "\n";
+  }
+  return text + "\nExit status: 0 success, 1 something could not be measured, 2 wrong usage.\n";
+}
+
+// In the order of the table. Throws UsageError.
+std::vector<Section> Chosen(const std::vector<std::string>& names) {
+  const auto isNamed = [&names](const Section& section) {
+    return names.empty() || std::ranges::find(names, section.name) != names.end();
+  };
+  for (const std::string& name : names) {
+    if (std::ranges::find(kSections, name, &Section::name) == std::end(kSections)) {
+      throw UsageError("'" + name + "' is no section");
+    }
+  }
+  std::vector<Section> chosen;
+  std::ranges::copy_if(kSections, std::back_inserter(chosen), isNamed);
+  return chosen;
+}
+
+// False: something could not be measured, of which the user is told.
+bool Measure(const Section& section, Workbench& bench) {
+  bench.table.Begin(section.about);
+  try {
+    section.measure(bench);
+    return true;
+  } catch (const std::exception& error) {
+    std::cerr << "velmoor-bench: " << section.name << ": " << error.what() << std::endl;
+    return false;
+  }
+}
+
+int Run(int argc, char** argv) {
+  const CommandLine line({argv + 1, argv + argc}, {"help", "markdown"});
+  line.AllowOnly({"help", "markdown", "folder"});
+  if (line.Has("help")) {
+    std::cout << Usage();
+    return 0;
+  }
+  const std::vector<Section> sections = Chosen(line.Arguments());
+  const TemporaryFolder folder(line.Value("folder").value_or(""), "velmoor-bench");
+  Table table(std::cout, line.Has("markdown") ? Table::Form::markdown : Table::Form::plain);
+  Workbench bench(argc, argv, folder.Path(), table);
+  bool all = true;
+  for (const Section& section : sections) all = Measure(section, bench) && all;
+  table.End();
+  return all && std::cout ? 0 : 1;
+}
+
+}  // namespace
+}  // namespace velmoor::bench
+
+int main(int argc, char** argv) {
+  using namespace velmoor;
+  const std::string first = argc > 1 ? argv[1] : "";
+  try {
+    if (first == bench::BareWindow::kWord) return bench::BareWindow::Show(argc, argv);
+    if (first == bench::kMonitoringWord) return bench::MonitorForHours(argc, argv);
+    return bench::Run(argc, argv);
+  } catch (const UsageError& error) {
+    std::cerr << "velmoor-bench: " << error.what() << "\n\n" << bench::Usage();
+    return 2;
+  } catch (const std::exception& error) {
+    std::cerr << "velmoor-bench: " << error.what() << "\n";
+    return 1;
+  }
+}

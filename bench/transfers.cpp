@@ -1,0 +1,90 @@
+// What a user waits for at the bar of a transfer: the whole project at each speed of the line, each
+// table by itself, and the answer to Stop. A restart behind a download is the amplifier's own time
+// and not part of it.
+#include <optional>
+
+#include "PacedLine.h"
+#include "link/BaudRates.h"
+#include "platform/Numbers.h"
+#include "project/UploadFlow.h"
+
+namespace velmoor::bench {
+namespace {
+
+constexpr std::int32_t kTableRate = 38400;
+
+// The project's own parameter for the speed: a download of everything sends it.
+void SetBaudRate(clsHX7Project& project, std::int32_t baudRate) {
+  BlockMatrix rows;
+  project.Editor().GetBlockMatrix(rows);
+  const int row = rows.FindRow("Pn801");
+  rows.Set(row, Column::value, NumberText(baudRate));
+  rows.Set(row, Column::dirty, "1");
+  project.Editor().LetBlockMatrix(rows);
+  Require(project.Editor().SaveToDB(), "the storing of Pn801");
+}
+
+void MeasureWhole(Workbench& bench, std::int32_t baudRate, int runs) {
+  LiveSession live(bench, baudRate);
+  SetBaudRate(live.Project(), baudRate);
+  std::vector<LineRun> downloads;
+  std::vector<LineRun> uploads;
+  for (int i = 0; i < runs; ++i) {
+    downloads.push_back(
+        live.Line().Time("Download All", [&] { return live.Project().DownloadAll(); }));
+    live.Session().WaitForRestart();
+    GoOnline(live.Session());
+    uploads.push_back(
+        live.Line().Time("Upload All", [&] { return RunUploadStages(live.Project()); }));
+    live.Project().RestoreSnapshot();
+  }
+  const std::string at = " at " + std::to_string(baudRate) + " bit/s";
+  bench.table.Add(LineFigure("Download All" + at, kSeconds, downloads, kNearTheWire));
+  bench.table.Add(LineFigure("Upload All" + at, kSeconds, uploads, kNearTheWire));
+}
+
+template <typename Table>
+void MeasureTable(Workbench& bench, LiveSession& live, const std::string& name, Table& table) {
+  constexpr int kRuns = 3;
+  std::vector<LineRun> downloads;
+  std::vector<LineRun> uploads;
+  for (int i = 0; i < kRuns; ++i) {
+    downloads.push_back(live.Line().Time(name, [&] { return table.Download(true); }));
+    uploads.push_back(live.Line().Time(name, [&] { return table.Upload(); }));
+  }
+  bench.table.Add(LineFigure(name + ", download", kSeconds, downloads, kNearTheWire));
+  bench.table.Add(LineFigure(name + ", upload", kSeconds, uploads, kNearTheWire));
+}
+
+// From the press of Stop to the end of the download. The step under way goes out whole.
+LineRun StopDownload(LiveSession& live) {
+  std::optional<Stopwatch> pressed;
+  const Connection stops = live.Project().ToolDownloading.Connect(
+      [&](Tool /*tool*/, std::int16_t row, std::int16_t /*total*/) {
+        if (row != 64 || pressed) return;
+        pressed.emplace();
+        live.Line().Port().bytes = 0;
+        live.Session().SetStopProcedure(true);
+      });
+  const bool whole = live.Project().Position().Download(true);
+  Require(pressed && !whole, "Stop");
+  const double taken = pressed->Seconds();
+  live.Session().SetStopProcedure(false);
+  return {taken, WireSeconds(live.Line().Port().bytes, kTableRate)};
+}
+
+}  // namespace
+
+void MeasureTransfers(Workbench& bench) {
+  for (const std::int32_t rate : kBaudRates) MeasureWhole(bench, rate, rate == kTableRate ? 3 : 1);
+  LiveSession live(bench, kTableRate);
+  MeasureTable(bench, live, "Index table, 128 steps", live.Project().Position());
+  MeasureTable(bench, live, "Zone table, 32 zones", live.Project().Zone());
+  MeasureTable(bench, live, "Jog table, 16 speeds", live.Project().Jog());
+  std::vector<LineRun> stops;
+  for (int i = 0; i < 3; ++i) stops.push_back(StopDownload(live));
+  bench.table.Add(LineFigure("Stop, pressed before a step goes out", kMilliseconds, stops,
+                             Goal{250, Goal::Of::worst}));
+}
+
+}  // namespace velmoor::bench
