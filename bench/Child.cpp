@@ -12,7 +12,7 @@ namespace velmoor::bench {
 namespace {
 
 constexpr int kEndLimit = 5000;    // ms
-constexpr int kLineLimit = 20000;  // ms
+constexpr int kLineLimit = 60000;  // ms
 
 }  // namespace
 
@@ -52,7 +52,7 @@ Child::~Child() {
 std::string Child::WaitForLine(const std::vector<std::string>& words) {
   do {
     while (process_.canReadLine()) {
-      std::string line = process_.readLine().toStdString();
+      std::string line = process_.readLine().trimmed().toStdString();
       const auto isIn = [&line](const std::string& word) {
         return line.find(word) != std::string::npos;
       };

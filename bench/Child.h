@@ -25,7 +25,7 @@ class Child {
   Child& operator=(const Child&) = delete;
 
   // Reads the program's errors up to a line that holds all of `words`, and gives that line. Throws
-  // std::runtime_error when the program is silent for 20 s.
+  // std::runtime_error when the program is silent for a minute.
   std::string WaitForLine(const std::vector<std::string>& words);
   // Waits for the end. Throws std::runtime_error where the status is not 0.
   void WaitForSuccess();

@@ -1,4 +1,4 @@
-// A port that counts the bytes that an exchange has to wait for, and tells of each line that has
+// A port that counts the bytes of its line, line ends included, and tells of each line that has
 // gone out.
 #pragma once
 
@@ -18,29 +18,42 @@ namespace velmoor::bench {
   return static_cast<double>(bytes) * kBitsPerCharacter / baudRate;
 }
 
+struct LineBytes {
+  std::size_t all = 0;
+  // Those that the exchanges have to wait for. A line is there at its CR: the LF behind an echo
+  // delays the answer, but that behind an answer travels beside the next command, which goes the
+  // other way.
+  std::size_t awaited = 0;
+};
+
 class CountingPort final : public PassingPort {
  public:
   using PassingPort::PassingPort;
 
   void WriteLine(std::string_view line) override {
-    bytes += line.size() + 1;
-    answered_ = false;
+    Count(line.size() + 1);
+    lineFeeds_ = 0;
     PassingPort::WriteLine(line);
     if (written) written(line);
   }
-  // A line is there at its CR. Its LF delays a line behind it, the answer behind the echo; behind
-  // the last it travels beside the next command, which goes the other way.
   std::string ReadLine() override {
     std::string line = PassingPort::ReadLine();
-    bytes += line.size() + (std::exchange(answered_, true) ? 2 : 1);
+    Count(line.size() + 1);
+    bytes.all += 1;
+    bytes.awaited += std::exchange(lineFeeds_, 1);
     return line;
   }
 
-  std::size_t bytes = 0;
+  LineBytes bytes;
   std::function<void(std::string_view line)> written;
 
  private:
-  bool answered_ = false;  // since the last line that went out
+  void Count(std::size_t count) {
+    bytes.all += count;
+    bytes.awaited += count;
+  }
+
+  std::size_t lineFeeds_ = 0;  // on their way behind the line that was read last
 };
 
 }  // namespace velmoor::bench

@@ -33,9 +33,8 @@ std::string Padded(const std::string& text, const Column& column) {
 
 std::string GoalText(const std::optional<Goal>& goal) {
   if (!goal) return "-";
-  const std::string text = "< " + NumberText(goal->most);
-  if (goal->of == Goal::Of::worst) return "worst " + text;
-  return goal->of == Goal::Of::ratio ? text + " x" : text;
+  const std::string text = "< " + NumberText(RoundToPlaces(goal->most, 2));
+  return goal->of == Goal::Of::worst ? "worst " + text : text;
 }
 
 }  // namespace
@@ -56,9 +55,7 @@ std::optional<double> Figure::Ratio() const {
 }
 
 bool Figure::MissesGoal() const {
-  if (!goal) return false;
-  if (goal->of == Goal::Of::ratio) return Ratio().value() >= goal->most;
-  return (goal->of == Goal::Of::worst ? Worst() : Median()) * unit.perBase >= goal->most;
+  return goal && (goal->of == Goal::Of::worst ? Worst() : Median()) * unit.perBase >= goal->most;
 }
 
 Table::Table(std::ostream& out, Form form) : out_(out), form_(form) {

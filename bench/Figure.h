@@ -19,10 +19,9 @@ inline constexpr Unit kMilliseconds{"ms", 1e3};
 inline constexpr Unit kMicroseconds{"us", 1e6};
 inline constexpr Unit kMegabytes{"MB", 1e-6};
 
-// What a figure is to stay below: its median or worst in its unit, or its median as a multiple of
-// its limit.
+// What a figure's median or worst is to stay below, in the figure's unit.
 struct Goal {
-  enum class Of { median, worst, ratio };
+  enum class Of { median, worst };
   double most;
   Of of = Of::median;
 };

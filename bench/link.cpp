@@ -60,10 +60,9 @@ Figure TimeOnTheLine(const Workbench& bench, std::int32_t baudRate) {
   std::vector<LineRun> runs;
   for (int i = 0; i < baudRate / kRatePerRun; ++i) {
     const LineRun run = link.line.Time("an exchange", [&] { return Exchange(link.comm); });
-    runs.push_back({run.taken / kMixture, run.wire / kMixture});
+    runs.push_back({run.taken / kMixture, run.wire / kMixture, run.limit / kMixture});
   }
-  return LineFigure("An exchange at " + std::to_string(baudRate) + " bit/s", kMilliseconds, runs,
-                    kNearTheWire);
+  return LineFigure("An exchange at " + std::to_string(baudRate) + " bit/s", kMilliseconds, runs);
 }
 
 }  // namespace

@@ -35,12 +35,9 @@ class PassWatch {
   void Look(std::string_view text) {
     if (first_.empty()) first_ = text;
     if (text != first_ || passes_.size() == kPasses) return;
-    const std::size_t before = line_.Port().bytes - text.size() - 1;
-    if (watch_) {
-      passes_.push_back({watch_->Seconds(), WireSeconds(before - bytes_, line_.BaudRate())});
-    }
+    if (watch_) passes_.push_back(line_.RunSince(before_, watch_->Seconds()));
     watch_.emplace();
-    bytes_ = before;
+    before_ = line_.Port().bytes;
     if (passes_.size() == kPasses) enough_();
   }
 
@@ -48,7 +45,7 @@ class PassWatch {
   std::function<void()> enough_;
   std::string first_;
   std::optional<Stopwatch> watch_;
-  std::size_t bytes_ = 0;
+  LineBytes before_;
   std::vector<LineRun> passes_;
 };
 
@@ -58,8 +55,7 @@ void MeasurePasses(Workbench& bench, LiveSession& live, const std::string& items
   const PassWatch watch(live.Line(), [&] { QTimer::singleShot(0, &begin, &QPushButton::click); });
   begin.click();
   CloseWindows();
-  bench.table.Add(
-      LineFigure("A monitoring pass, " + items, kMilliseconds, watch.Passes(), kNearTheWire));
+  bench.table.Add(LineFigure("A monitoring pass, " + items, kMilliseconds, watch.Passes()));
 }
 
 void SendMouse(QWidget& widget, QEvent::Type type) {
