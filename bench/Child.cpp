@@ -8,6 +8,8 @@
 #include <fstream>
 #include <stdexcept>
 
+#include "platform/Numbers.h"
+
 namespace velmoor::bench {
 namespace {
 
@@ -60,6 +62,11 @@ std::string Child::WaitForLine(const std::vector<std::string>& words) {
     }
   } while (process_.waitForReadyRead(kLineLimit));
   throw std::runtime_error(process_.program().toStdString() + " does not tell of " + words.back());
+}
+
+double Child::WaitForNumber(const std::string& words) {
+  const std::string line = WaitForLine({words});
+  return ParseFloat(line.substr(line.find(words) + words.size())).value();
 }
 
 void Child::WaitForSuccess() {

@@ -27,6 +27,8 @@ class Child {
   // Reads the program's errors up to a line that holds all of `words`, and gives that line. Throws
   // std::runtime_error when the program is silent for a minute.
   std::string WaitForLine(const std::vector<std::string>& words);
+  // The number behind `words` on the line that WaitForLine finds.
+  double WaitForNumber(const std::string& words);
   // Waits for the end. Throws std::runtime_error where the status is not 0.
   void WaitForSuccess();
   [[nodiscard]] double ResidentMemory() const {

@@ -6,8 +6,11 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <iostream>
 #include <stdexcept>
 
+#include "BenchMain.h"
+#include "Child.h"
 #include "Figure.h"
 #include "Timing.h"
 #include "platform/World.h"
@@ -23,10 +26,7 @@ void Check(bool done, const std::string& path) {
   if (!done) throw std::runtime_error(path + ": " + std::strerror(errno));
 }
 
-double MedianOf(std::vector<double> times) {
-  return Figure{.what = {}, .unit = kSeconds, .samples = std::move(times), .goal = {}, .limit = {}}
-      .Median();
-}
+constexpr const char* kDerived = "key derived in: ";
 
 }  // namespace
 
@@ -50,10 +50,26 @@ double FlushSeconds(const std::filesystem::path& folder, const std::string& mode
 
 double KeySeconds() {
   constexpr int kRuns = 7;
-  return MedianOf(Times(kRuns, [] {
-    sqlcipher::KeyRing keys;
-    (void)keys.KeyForFile(schema::kPassword, sqlcipher::KeyRing::RandomSalt());
-  }));
+  std::vector<double> times;
+  for (int i = 0; i < kRuns; ++i) {
+    Child child(ProgramBeside("velmoor-bench"), {kKeyWord});
+    times.push_back(child.WaitForNumber(kDerived));
+    child.WaitForSuccess();
+  }
+  return MedianOf(times);
+}
+
+int DeriveKey() {
+  const Stopwatch watch;
+  sqlcipher::KeyRing keys;
+  (void)keys.KeyForFile(schema::kPassword, sqlcipher::KeyRing::RandomSalt());
+  std::cerr << kDerived << watch.Seconds() << std::endl;
+  return 0;
+}
+
+double MedianOf(std::vector<double> times) {
+  return Figure{.what = {}, .unit = kSeconds, .samples = std::move(times), .goal = {}, .limit = {}}
+      .Median();
 }
 
 }  // namespace velmoor::bench

@@ -45,7 +45,9 @@ inline void CloseWindows() {
 inline void WithinWindow(const std::function<void()>& show, const std::function<void()>& work) {
   std::exception_ptr thrown;
   bool done = false;
-  QTimer::singleShot(0, qApp, [&] {
+  QTimer drawn;  // goes with a `show` that throws
+  drawn.setSingleShot(true);
+  QObject::connect(&drawn, &QTimer::timeout, [&] {
     QApplication::processEvents();
     try {
       work();
@@ -55,6 +57,7 @@ inline void WithinWindow(const std::function<void()>& show, const std::function<
     done = true;
     CloseWindows();
   });
+  drawn.start(0);
   show();
   while (!done) QApplication::processEvents();
   if (thrown) std::rethrow_exception(thrown);

@@ -3,6 +3,7 @@
 #include <stdexcept>
 #include <utility>
 
+#include "Timing.h"
 #include "platform/Files.h"
 #include "simulator/InProcessPort.h"
 #include "tables/TableCsv.h"
@@ -55,6 +56,11 @@ Workbench::Workbench(int& argc, char** argv, std::filesystem::path workFolder, T
 
 Workbench::~Workbench() {
   SetWorld(nullptr);
+}
+
+void Workbench::Time(std::string what, Unit unit, int runs, Goal goal,
+                     const std::function<void()>& work, std::optional<Limit> limit) {
+  table.Add({std::move(what), unit, Times(runs, work), goal, limit});
 }
 
 void Workbench::MakeFullProject() {

@@ -3,6 +3,8 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
+#include <optional>
 #include <string>
 
 #include "AgreeingUser.h"
@@ -23,6 +25,10 @@ class Workbench {
   ~Workbench();
   Workbench(const Workbench&) = delete;
   Workbench& operator=(const Workbench&) = delete;
+
+  // Times `runs` runs of `work` and adds the figure.
+  void Time(std::string what, Unit unit, int runs, Goal goal, const std::function<void()>& work,
+            std::optional<Limit> limit = std::nullopt);
 
   Table& table;
   const std::filesystem::path folder;  // goes with the run; on the disk to be measured

@@ -12,6 +12,7 @@
 
 #include "BenchMain.h"
 #include "Desktop.h"
+#include "Limits.h"
 #include "Workbench.h"
 #include "console/CommandLine.h"
 
@@ -100,9 +101,11 @@ int Run(int argc, char** argv) {
 
 int main(int argc, char** argv) {
   using namespace velmoor;
+  // This program's own children.
   const std::string first = argc > 1 ? argv[1] : "";
   try {
     if (first == bench::BareWindow::kWord) return bench::BareWindow::Show(argc, argv);
+    if (first == bench::kKeyWord) return bench::DeriveKey();
     if (first == bench::kMonitoringWord) return bench::MonitorForHours(argc, argv);
     return bench::Run(argc, argv);
   } catch (const UsageError& error) {

@@ -72,6 +72,11 @@ class Hours {
   int hour_ = 0;
 };
 
+void Add(Workbench& bench, const std::string& what, double bytes,
+         std::optional<Limit> limit = std::nullopt, Goal goal = {150}) {
+  bench.table.Add({what, kMegabytes, {bytes}, goal, limit});
+}
+
 void MeasurePrograms(Workbench& bench) {
   BareWindow bare;
   bare.WaitForWindow();
@@ -79,28 +84,25 @@ void MeasurePrograms(Workbench& bench) {
   {
     Desktop empty(bench.folder);
     (void)empty.WaitForLine({"Flushing QRegion", "QFileDialog"});
-    bench.table.Add(
-        {"velmoor, asking for a project", kMegabytes, {empty.ResidentMemory()}, Goal{150}, qt});
+    Add(bench, "velmoor, asking for a project", empty.ResidentMemory(), qt);
   }
   Desktop full(bench.folder, bench.fullProject);
   full.WaitForProject();
-  bench.table.Add(
-      {"velmoor, a full project open", kMegabytes, {full.ResidentMemory()}, Goal{150}, qt});
+  Add(bench, "velmoor, a full project open", full.ResidentMemory(), qt);
 }
 
 void MeasureMonitoring(Workbench& bench) {
   Child child(ProgramBeside("velmoor-bench"), {kMonitoringWord});
   std::vector<double> hours;
   for (int hour = 0; hour <= kHours; ++hour) {
-    const std::string line = child.WaitForLine({kHour + std::to_string(hour)});
-    hours.push_back(ParseFloat(line.substr(line.find(':') + 1)).value());
+    hours.push_back(child.WaitForNumber(kHour + std::to_string(hour) + ": "));
   }
   child.WaitForSuccess();
-  bench.table.Add({"Monitoring of five items, begun", kMegabytes, {hours[0]}, Goal{150}, {}});
-  bench.table.Add({"The same after an hour", kMegabytes, {hours[1]}, Goal{150}, {}});
-  bench.table.Add({"The same after 4 hours", kMegabytes, {hours[kHours]}, Goal{150}, {}});
-  bench.table.Add(
-      {"Growth from hour 1 to hour 4", kMegabytes, {hours[kHours] - hours[1]}, Goal{1}, {}});
+  const std::string last = "hour " + std::to_string(kHours);
+  Add(bench, "Monitoring of five items, at its begin", hours[0]);
+  Add(bench, "Monitoring of five items, hour 1", hours[1]);
+  Add(bench, "Monitoring of five items, " + last, hours[kHours]);
+  Add(bench, "Growth from hour 1 to " + last, hours[kHours] - hours[1], {}, Goal{1});
 }
 
 }  // namespace

@@ -3,7 +3,6 @@
 #include <string>
 
 #include "Limits.h"
-#include "Timing.h"
 #include "Workbench.h"
 #include "platform/Files.h"
 #include "project/data/CatalogueLibrary.h"
@@ -17,32 +16,11 @@ namespace {
 constexpr int kRuns = 21;
 
 void MeasureCatalogue(Workbench& bench, ConsoleSession& session) {
-  bench.table.Add({"Session built, its pauses apart",
-                   kMilliseconds,
-                   Times(5, [&] { Require(session.Start("400"), "the session's start"); }),
-                   Goal{300},
-                   {}});
+  bench.Time("Session built, its pauses apart", kMilliseconds, 5, Goal{300},
+             [&] { Require(session.Start("400"), "the session's start"); });
   const std::string copy = CatalogueLibrary::WorkingCopyPath();
-  bench.table.Add(
-      {"All parameters' definitions read",
-       kMilliseconds,
-       Times(kRuns,
-             [&] { (void)ReadParameterDefinitions(copy, GetTableNames(copy).ParametersTable); }),
-       Goal{5},
-       {}});
-}
-
-void MeasureOpening(Workbench& bench, ConsoleSession& session, const std::string& project) {
-  const auto open = [&] { Require(session.Open(project), "an opening"); };
-  const auto openLikeAnotherProcess = [&] {
-    sqlcipher::SqlcipherDatabases fresh;
-    world().databases = &fresh;
-    open();
-    world().databases = &bench.adapters.databases;
-  };
-  bench.table.Add({"Open, the key to be derived", kMilliseconds, Times(7, openLikeAnotherProcess),
-                   Goal{300}, Limit{KeySeconds(), "key"}});
-  bench.table.Add({"Open, the key known", kMilliseconds, Times(kRuns, open), Goal{60}, {}});
+  bench.Time("All parameters' definitions read", kMilliseconds, kRuns, Goal{5},
+             [&] { (void)ReadParameterDefinitions(copy, GetTableNames(copy).ParametersTable); });
 }
 
 void ClearOneMark(const std::string& path) {
@@ -65,19 +43,19 @@ void MeasureProject(Workbench& bench) {
 
   const std::string pattern = JoinPath(world().appDirectory, "Velmoor.spt");
   const std::string fresh = bench.folder / "new.spj";
-  bench.table.Add({"New, from the template", kMilliseconds,
-                   Times(kRuns, [&] { world().files->ReplaceDurably(pattern, fresh); }), Goal{100},
-                   Limit{FlushSeconds(bench.folder, pattern), "flush"}});
-  MeasureOpening(bench, session, bench.fullProject);
+  bench.Time(
+      "New, from the template", kMilliseconds, kRuns, Goal{100},
+      [&] { world().files->ReplaceDurably(pattern, fresh); },
+      Limit{FlushSeconds(bench.folder, pattern), "flush"});
+  bench.Time("Open, the key known", kMilliseconds, kRuns, Goal{60},
+             [&] { Require(session.Open(bench.fullProject), "an opening"); });
   clsHX7Project& project = session.project();
-  bench.table.Add({"Save", kMilliseconds, Times(kRuns, [&] { project.Save(); }), Goal{100},
-                   Limit{FlushSeconds(bench.folder, bench.fullProject), "flush"}});
+  bench.Time(
+      "Save", kMilliseconds, kRuns, Goal{100}, [&] { project.Save(); },
+      Limit{FlushSeconds(bench.folder, bench.fullProject), "flush"});
   const std::string working = project.ProjectDatabasePath();
-  bench.table.Add({"A row's mark cleared and committed",
-                   kMicroseconds,
-                   Times(101, [&] { ClearOneMark(working); }),
-                   Goal{1000},
-                   {}});
+  bench.Time("A row's mark cleared and committed", kMicroseconds, 101, Goal{1000},
+             [&] { ClearOneMark(working); });
 }
 
 }  // namespace velmoor::bench

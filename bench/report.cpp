@@ -1,5 +1,4 @@
 // The report of a full project: its text, and the PDF document of all eleven sections.
-#include "Timing.h"
 #include "Workbench.h"
 #include "platform/Printing.h"
 #include "reports/rptHX7Main.h"
@@ -18,18 +17,10 @@ void MeasureReport(Workbench& bench) {
   all.fill(true);
   report.SetPrintReportItems(all);
   report.SetProject(session.project());
-  bench.table.Add({"All eleven sections as text",
-                   kMilliseconds,
-                   Times(kRuns, [&] { Require(!report.Run().sections.empty(), "the report"); }),
-                   Goal{10},
-                   {}});
-  bench.table.Add(
-      {"All eleven sections as PDF",
-       kMilliseconds,
-       Times(kRuns,
-             [&] { Require(!world().pdf->Pdf(report.Run(), Paper::a4).empty(), "the PDF"); }),
-       Goal{1000},
-       {}});
+  bench.Time("All eleven sections as text", kMilliseconds, kRuns, Goal{10},
+             [&] { Require(!report.Run().sections.empty(), "the report"); });
+  bench.Time("All eleven sections as PDF", kMilliseconds, kRuns, Goal{1000},
+             [&] { Require(!world().pdf->Pdf(report.Run(), Paper::a4).empty(), "the PDF"); });
 }
 
 }  // namespace velmoor::bench

@@ -80,22 +80,16 @@ int RowsInSight(const QTableView& grid) {
   return rows;
 }
 
-void MeasureFilter(Workbench& bench, clsHX7Editor& editor) {
-  WithinWindow(
-      [&] { (void)editor.Show_Editor(); },
-      [&] {
-        auto& filter = InWindow<QLineEdit>("txtFilter");
-        const auto& grid = InWindow<QTableView>("vsFG");
-        const int all = RowsInSight(grid);
-        bool typed = false;
-        const auto key = [&] {
-          typed = !typed;
-          PressKey(filter, typed ? Qt::Key_G : Qt::Key_Backspace, typed ? "g" : "\b");
-        };
-        bench.table.Add(
-            {"A key in the editor's filter, drawn", kMilliseconds, Times(101, key), Goal{30}, {}});
-        Require(typed && RowsInSight(grid) < all, "the filter");
-      });
+void TimeFilter(Workbench& bench) {
+  auto& filter = InWindow<QLineEdit>("txtFilter");
+  const auto& grid = InWindow<QTableView>("vsFG");
+  const int all = RowsInSight(grid);
+  bool typed = false;
+  bench.Time("A key in the editor's filter, drawn", kMilliseconds, 101, Goal{30}, [&] {
+    typed = !typed;
+    PressKey(filter, typed ? Qt::Key_G : Qt::Key_Backspace, typed ? "g" : "\b");
+  });
+  Require(typed && RowsInSight(grid) < all, "the filter");
 }
 
 // Another value of the same kind each time.
@@ -108,102 +102,64 @@ std::string OtherValue(const ParameterRow& row) {
   return row.value == "1" ? "2" : "1";
 }
 
-void MeasureEditorApply(Workbench& bench, clsHX7Editor& editor) {
-  bench.table.Add({"Apply of every row of the editor",
-                   kMilliseconds,
-                   Times(50,
-                         [&] {
-                           for (int row = 1; row <= editor.RowsInArray(); ++row) {
-                             editor.EditValue(row, OtherValue(editor.Describe(row)));
-                           }
-                           Require(editor.AcceptEdits(), "an Apply");
-                         }),
-                   kApplied,
-                   {}});
+void MeasureEditor(Workbench& bench, clsHX7Editor& editor) {
+  WithinWindow([&] { (void)editor.Show_Editor(); }, [&] { TimeFilter(bench); });
+  bench.Time("Apply of every row of the editor", kMilliseconds, 50, kApplied, [&] {
+    for (int row = 1; row <= editor.RowsInArray(); ++row) {
+      editor.EditValue(row, OtherValue(editor.Describe(row)));
+    }
+    Require(editor.AcceptEdits(), "an Apply");
+  });
 }
 
 // ---- within the index table
 
 // All that an edit of a cell sets off: check, references, history, path and picture.
-void MeasureEdit(Workbench& bench, clsHX7Position& index) {
+void TimeEdit(Workbench& bench, const clsHX7Position& index) {
   constexpr int kStep = 64;
-  WithinWindow([&] { (void)index.Show(); },
-               [&] {
-                 auto& grid = world().forms->Active()->grid("vsFG");
-                 const auto& view = InWindow<QTableView>("vsFG");
-                 int speed = 0;
-                 bench.table.Add({"An edit in the index table, drawing apart",
-                                  kMilliseconds,
-                                  Times(201,
-                                        [&] {
-                                          grid.SetCurrent(kStep, 1 + Position::speed);
-                                          grid.BeginEdit();
-                                          view.findChild<QLineEdit*>()->setText(
-                                              QString::number(50 + ++speed % 100));
-                                          Require(grid.FinishEdit(), "an edit");
-                                          QApplication::sendPostedEvents(nullptr,
-                                                                         QEvent::DeferredDelete);
-                                        }),
-                                  kCellChecked,
-                                  {}});
-                 Require(index.Text(kStep, Position::speed) == "51.000", "an edit");
-               });
+  auto& grid = world().forms->Active()->grid("vsFG");
+  const auto& view = InWindow<QTableView>("vsFG");
+  int speed = 0;
+  bench.Time("An edit in the index table, drawing apart", kMilliseconds, 201, kCellChecked, [&] {
+    grid.SetCurrent(kStep, 1 + Position::speed);
+    grid.BeginEdit();
+    view.findChild<QLineEdit*>()->setText(QString::number(50 + ++speed % 100));
+    Require(grid.FinishEdit(), "an edit");
+    QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  });
+  Require(index.Text(kStep, Position::speed) == "51.000", "an edit");
 }
 
 void MeasureIndex(Workbench& bench, clsHX7Project& project) {
   clsHX7Position& index = project.Position();
-  bench.table.Add({"Check of every cell of a step",
-                   kMicroseconds,
-                   Times(200,
-                         [&] {
-                           for (int column = 0; column <= Position::next; ++column) {
-                             (void)CheckIndexCell(project, index, 128, column,
-                                                  index.Text(128, column));
-                           }
-                         }),
-                   Goal{5000},
-                   {}});
-  bench.table.Add({"Path and picture of 128 steps",
-                   kMicroseconds,
-                   Times(200,
-                         [&] {
-                           (void)PlotMotion(index, FollowProgramme(index, 1), {1000, 1000, 1});
-                         }),
-                   Goal{5000},
-                   {}});
-  bench.table.Add({"Apply of 128 changed steps",
-                   kMilliseconds,
-                   Times(50,
-                         [&] {
-                           for (int row = 1; row <= 128; ++row) {
-                             index.SetText(row, Position::loop,
-                                           index.Text(row, Position::loop) == "2" ? "3" : "2");
-                           }
-                           Require(index.ChangeAccepted(), "an Apply");
-                         }),
-                   kApplied,
-                   {}});
+  WithinWindow([&] { (void)index.Show(); }, [&] { TimeEdit(bench, index); });
+  bench.Time("Check of every cell of a step", kMicroseconds, 200, Goal{5000}, [&] {
+    for (int column = 0; column <= Position::next; ++column) {
+      (void)CheckIndexCell(project, index, 128, column, index.Text(128, column));
+    }
+  });
+  bench.Time("Path and picture of 128 steps", kMicroseconds, 200, Goal{5000}, [&] {
+    (void)PlotMotion(index, FollowProgramme(index, 1), {1000, 1000, 1});
+  });
+  bench.Time("Apply of 128 changed steps", kMilliseconds, 50, kApplied, [&] {
+    for (int row = 1; row <= 128; ++row) {
+      index.SetText(row, Position::loop, index.Text(row, Position::loop) == "2" ? "3" : "2");
+    }
+    Require(index.ChangeAccepted(), "an Apply");
+  });
 }
 
 // ---- the machine
 
 void MeasureMachine(Workbench& bench, clsHX7Project& project) {
-  bench.table.Add({"Gear ratio reduced to what fits",
-                   kMicroseconds,
-                   Times(101,
-                         [] {
-                           double a = 157079.633;
-                           double b = 8192;
-                           (void)ReduceGearRatio(a, b);
-                         }),
-                   Goal{2000},
-                   {}});
+  bench.Time("Gear ratio reduced to what fits", kMicroseconds, 101, Goal{2000}, [] {
+    double a = 157079.633;
+    double b = 8192;
+    (void)ReduceGearRatio(a, b);
+  });
   const MachineEdit edit(project.MechanicalSystem());
-  bench.table.Add({"The machine's figures after an edit",
-                   kMicroseconds,
-                   Times(101, [&] { (void)edit.Figures(); }),
-                   Goal{5000},
-                   {}});
+  bench.Time("The machine's figures after an edit", kMicroseconds, 101, Goal{5000},
+             [&] { (void)edit.Figures(); });
 }
 
 }  // namespace
@@ -218,9 +174,7 @@ void MeasureWindows(Workbench& bench) {
   GoOnline(session);
   clsHX7Project& project = session.project();
   for (const Opening& opening : kOpenings) MeasureOpening(bench, project, opening);
-  MeasureFilter(bench, project.Editor());
-  MeasureEditorApply(bench, project.Editor());
-  MeasureEdit(bench, project.Position());
+  MeasureEditor(bench, project.Editor());
   MeasureIndex(bench, project);
   MeasureMachine(bench, project);
 }
