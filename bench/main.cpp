@@ -27,7 +27,7 @@ struct Section {
 
 constexpr Section kSections[] = {
     {"link", "Exchanges of a command and its answer", MeasureLink},
-    {"transfers", "Transfers; tables and Stop at 38400 bit/s", MeasureTransfers},
+    {"transfers", "Transfers; tables at 38400 bit/s", MeasureTransfers},
     {"online", "Live tools at 38400 bit/s", MeasureOnline},
     {"project", "Project files", MeasureProject},
     {"start", "Start of the programs", MeasureStart},

@@ -99,7 +99,7 @@ void MeasureMonitoring(Workbench& bench) {
   }
   child.WaitForSuccess();
   const std::string last = "hour " + std::to_string(kHours);
-  Add(bench, "Monitoring of five items, at its begin", hours[0]);
+  Add(bench, "Monitoring of five items, at its start", hours[0]);
   Add(bench, "Monitoring of five items, hour 1", hours[1]);
   Add(bench, "Monitoring of five items, " + last, hours[kHours]);
   Add(bench, "Growth from hour 1 to " + last, hours[kHours] - hours[1], {}, Goal{1});
