@@ -23,7 +23,7 @@ Child::Variables Telling(Child::Variables variables) {
 
 // A log of an earlier start would tell of its project.
 std::filesystem::path FreshHome(const std::filesystem::path& folder) {
-  const std::filesystem::path home = folder / "home";
+  std::filesystem::path home = folder / "home";
   std::filesystem::remove_all(home);
   std::filesystem::create_directories(home / "velmoor");
   std::filesystem::permissions(home, std::filesystem::perms::owner_all);

@@ -52,8 +52,8 @@ void MeasureTable(Workbench& bench, LiveSession& live, const std::string& name, 
     downloads.push_back(live.Line().Time(name, [&] { return table.Download(true); }));
     uploads.push_back(live.Line().Time(name, [&] { return table.Upload(); }));
   }
-  bench.table.Add(LineFigure(name + ", download", kSeconds, downloads));
-  bench.table.Add(LineFigure(name + ", upload", kSeconds, uploads));
+  bench.table.Add(LineFigure(name + ", download", kMilliseconds, downloads));
+  bench.table.Add(LineFigure(name + ", upload", kMilliseconds, uploads));
 }
 
 // From the press of Stop to the end of the download. The step under way goes out whole.
@@ -84,6 +84,7 @@ void MeasureTransfers(Workbench& bench) {
   MeasureTable(bench, live, "Zone table, 32 zones", live.Project().Zone());
   MeasureTable(bench, live, "Jog table, 16 speeds", live.Project().Jog());
   std::vector<LineRun> stops;
+  stops.reserve(kRuns);
   for (int i = 0; i < kRuns; ++i) stops.push_back(StopDownload(live));
   bench.table.Add(LineFigure("Stop, pressed before a step goes out", kMilliseconds, stops));
 }
