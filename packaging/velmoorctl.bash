@@ -9,7 +9,7 @@ _velmoorctl() {
 
   if ((COMP_CWORD == 1)); then
     mapfile -t COMPREPLY < <(compgen -W 'new show import set report info download upload compare diff
-      scan monitor alarms send run reset --help' -- "$current")
+      scan monitor alarms send run reset --help --version' -- "$current")
     return
   fi
   case $previous in

@@ -1,5 +1,6 @@
 // velmoor: the desktop program.
 
+#include <iostream>
 #include <optional>
 #include <string>
 #include <utility>
@@ -36,10 +37,27 @@ std::string CommandLine(int argc, char** argv) {
   return line;
 }
 
+// What is asked of the program itself, and needs no window: answered, and true.
+bool AnswerFromTheShell(const std::string& line) {
+  if (line == "--version") {
+    std::cout << "velmoor " << velmoor::kProgramVersion << "\n";
+  } else if (line == "--help" || line == "-h") {
+    std::cout << "velmoor [PROJECT.spj]: set up, tune, program and watch one servo axis\n"
+                 "  --help      this text\n"
+                 "  --version   the program's version\n"
+                 "The user guide is inside: F1 in any window.\n";
+  } else {
+    return false;
+  }
+  return true;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
   using namespace velmoor;
+
+  if (AnswerFromTheShell(CommandLine(argc, argv))) return 0;
 
   posix::IniSettings settings(posix::IniSettings::DefaultPath());
   qt::QtProgram program(argc, argv, &settings);

@@ -63,6 +63,7 @@ constexpr const char* kUsage =
     "  --yes            agree to what would be asked: download, upload and reset overwrite data,\n"
     "                   report a file that is there, set may empty a filled table\n"
     "  --help           this text\n"
+    "  --version        the program's version\n"
     "\n"
     "send, run: what goes out is not checked, and may move the machine.\n"
     "import: with a column \"step\", \"zone\" or \"jog\" the rows named are replaced and the "
@@ -236,9 +237,13 @@ const Command& CommandNamed(const std::string& name) {
 
 int RunCommand(const std::vector<std::string>& words, const ConsoleProgram& program) {
   try {
-    const CommandLine line(words, {"yes", "all", "new", "help"});
+    const CommandLine line(words, {"yes", "all", "new", "help", "version"});
     if (line.Has("help")) {
       program.out << kUsage;
+      return 0;
+    }
+    if (line.Has("version")) {
+      program.out << "velmoorctl " VELMOOR_VERSION "\n";
       return 0;
     }
     if (line.Arguments().empty()) throw UsageError("A command is missing");

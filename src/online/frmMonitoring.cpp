@@ -13,6 +13,7 @@
 namespace velmoor {
 namespace {
 
+constexpr int kDisplayColumn = 2;               // the last of the history
 constexpr std::chrono::milliseconds kIdle{10};  // a pass that reads nothing waits so long
 
 }  // namespace
@@ -61,6 +62,7 @@ void frmMonitoring::FormLoad() {
   }
   history_.clear();
   form().grid("vsHistory").Bind(historyGrid_.get());
+  form().grid("vsHistory").SetColumnShare(kDisplayColumn);
   UpdateAlarmHistoryComment();
   for (int item = 0; item <= kStatusItem; ++item) {
     CheckBox& tick = form().checkBox(Numbered("chkOption_", item));

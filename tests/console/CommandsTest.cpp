@@ -94,6 +94,8 @@ TEST_F(Velmoorctl, RefusesWhatItDoesNotUnderstand) {
     EXPECT_EQ(std::ranges::count(err.str(), '\n'), 2) << err.str();
   }
   EXPECT_TRUE(line.Amplifier('0')->Journal().empty());
+  EXPECT_EQ(Run({"--version"}), 0);
+  EXPECT_TRUE(out.str().starts_with("velmoorctl ")) << out.str();
   EXPECT_EQ(Run({"--help"}), 0);
   EXPECT_NE(out.str().find("velmoorctl download FILE"), std::string::npos);
 }

@@ -95,8 +95,7 @@ TEST_F(HelpWindowTest, KeepsSizeAndZoom) {
   Window().resize(900, 610);
   Choose("Larger");
   Window().close();
-  EXPECT_EQ(world().settings->ReadNumber("HelpWidth", 0), 900);
-  EXPECT_EQ(world().settings->ReadNumber("HelpHeight", 0), 610);
+  EXPECT_EQ(world().settings->ReadText("Size_helpWindow", ""), "900x610");
   EXPECT_EQ(world().settings->ReadNumber("HelpZoom", 0), 1);
   Show("index.md", "");
   Choose("Smaller");

@@ -18,12 +18,12 @@
 #include "platform/World.h"
 #include "platform/qt/GuideView.h"
 #include "platform/qt/QtAppearance.h"
+#include "platform/qt/WindowSizes.h"
 
 namespace velmoor::qt {
 namespace {
 
-constexpr const char* kWidthSetting = "HelpWidth";
-constexpr const char* kHeightSetting = "HelpHeight";
+constexpr const char* kName = "helpWindow";
 constexpr const char* kZoomSetting = "HelpZoom";
 constexpr QSize kFirstSize(1080, 760);
 constexpr QSize kLeastSize(480, 320);
@@ -51,7 +51,7 @@ bool IsHelpWindow(const QWidget* window) {
 
 HelpWindow::HelpWindow()
     : pages_(GuidePages()), contents_(new QTreeWidget), view_(new GuideView(nullptr)) {
-  setObjectName(QStringLiteral("helpWindow"));
+  setObjectName(QString::fromLatin1(kName));
   auto* const bar = new QToolBar;
   MakeTools(*bar);
   contents_->setObjectName(QStringLiteral("helpContents"));
@@ -230,22 +230,16 @@ void HelpWindow::Zoom(int steps) {
 }
 
 void HelpWindow::ReadSettings() {
-  const Settings& settings = *world().settings;
-  const QSize room = QGuiApplication::primaryScreen()->availableGeometry().size();
-  const QSize kept(settings.ReadNumber(kWidthSetting, kFirstSize.width()),
-                   settings.ReadNumber(kHeightSetting, kFirstSize.height()));
-  resize(kept.expandedTo(kLeastSize).boundedTo(room));
-  Zoom(settings.ReadNumber(kZoomSetting, 0));
+  resize(FittingScreen(StoredWindowSize(kName).value_or(kFirstSize).expandedTo(kLeastSize)));
+  Zoom(world().settings->ReadNumber(kZoomSetting, 0));
 }
 
 void HelpWindow::WriteSettings() {
+  StoreWindowSize(kName, size());
   try {
-    Settings& settings = *world().settings;
-    settings.Write(kWidthSetting, std::to_string(width()));
-    settings.Write(kHeightSetting, std::to_string(height()));
-    settings.Write(kZoomSetting, std::to_string(zoom_));
+    world().settings->Write(kZoomSetting, std::to_string(zoom_));
   } catch (const std::exception&) {
-    // The size holds for this session all the same.
+    // It holds for this session all the same.
   }
 }
 

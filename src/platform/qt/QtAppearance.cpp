@@ -51,7 +51,7 @@ QPalette MakePalette(bool dark) {
     palette.setColor(entry.role, QColor(dark ? entry.dark : entry.light));
   }
   for (const QPalette::ColorRole role : kTextRoles) {
-    palette.setColor(QPalette::Disabled, role, QColor(dark ? "#7d858e" : "#8d949c"));
+    palette.setColor(QPalette::Disabled, role, QColor(dark ? "#969ea7" : "#858c94"));
   }
   palette.setColor(QPalette::Disabled, QPalette::Highlight, QColor(dark ? "#43484f" : "#b9bfc6"));
   return palette;

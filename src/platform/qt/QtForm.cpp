@@ -9,7 +9,6 @@
 #include <QMdiSubWindow>
 #include <QProgressBar>
 #include <QPushButton>
-#include <QScreen>
 #include <QShortcut>
 #include <QTableView>
 #include <algorithm>
@@ -132,7 +131,7 @@ void QtForm::ShowAsDialog() {
   }
   root_->adjustSize();
   // The screen may be a smaller one than then.
-  root_->resize(WantedSize().boundedTo(root_->screen()->availableGeometry().size()));
+  root_->resize(FittingScreen(WantedSize()));
   if (parent != nullptr) {
     const QPoint centre = parent->frameGeometry().center();
     root_->move(centre - root_->rect().center());

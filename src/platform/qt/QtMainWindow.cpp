@@ -16,6 +16,7 @@
 #include "platform/qt/QtAppearance.h"
 #include "platform/qt/QtControls.h"
 #include "platform/qt/QtForms.h"
+#include "platform/qt/WindowSizes.h"
 
 namespace velmoor::qt {
 namespace {
@@ -34,8 +35,6 @@ constexpr PanelLook kPanels[] = {
     {StatusPanel::port, "Serial port"},
     {StatusPanel::baudRate, "Speed of the serial line in bits per second"},
 };
-
-constexpr int kFrame = 40;  // what the desktop's title bar may take
 
 const char* const kToolBarNames[] = {"tbStandard", "tbModule"};
 
@@ -237,10 +236,8 @@ WindowGeometry QtMainWindow::Geometry() const {
 void QtMainWindow::SetGeometry(std::optional<int> left, std::optional<int> top,
                                std::optional<int> width, std::optional<int> height) {
   // The layout's size may be more than a small or enlarged screen has.
-  const QSize room = QGuiApplication::primaryScreen()->availableGeometry().size();
-  const QSize asked(width.value_or(std::min(window_.width(), room.width())),
-                    height.value_or(std::min(window_.height(), room.height() - kFrame)));
-  window_.resize(asked);
+  const QSize fitting = FittingScreen(window_.size());
+  window_.resize(width.value_or(fitting.width()), height.value_or(fitting.height()));
   if (left || top) {
     window_.move(left.value_or(window_.x()), top.value_or(window_.y()));
     MoveOntoScreen();

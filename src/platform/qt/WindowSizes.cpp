@@ -1,5 +1,7 @@
 #include "platform/qt/WindowSizes.h"
 
+#include <QGuiApplication>
+#include <QScreen>
 #include <QStringList>
 
 #include "platform/Settings.h"
@@ -31,6 +33,11 @@ void StoreWindowSize(const std::string& layout, QSize size) {
   } catch (const std::exception&) {
     // The next session opens it as it was designed.
   }
+}
+
+QSize FittingScreen(QSize size) {
+  constexpr QSize kFrame(4, 40);  // what the desktop's title bar and edges may take
+  return size.boundedTo(QGuiApplication::primaryScreen()->availableGeometry().size() - kFrame);
 }
 
 }  // namespace velmoor::qt

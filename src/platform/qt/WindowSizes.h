@@ -14,4 +14,7 @@ namespace velmoor::qt {
 // A setting that cannot be written is no failure: the size holds as long as the window.
 void StoreWindowSize(const std::string& layout, QSize size);
 
+// As much of `size` as the screen has room for, with the desktop's frame around it.
+[[nodiscard]] QSize FittingScreen(QSize size);
+
 }  // namespace velmoor::qt
