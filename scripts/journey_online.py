@@ -137,7 +137,7 @@ class OnlineSteps:
         self.cell("0")  # speed loop gain
         self.box("The value 0 is out of the allowable range! Value must range from 1 to 2000.")
         self.desktop.window("^Gain Tuning")
-        self.put("Parameters", "Speed loop gain", "60")
+        self.cell("60")  # the grid has the keyboard again
         self.put("Parameters", "Inertia ratio", "180")
         self.picture("tuning", window)
         self.desktop.keys("alt+d")
@@ -155,7 +155,7 @@ class OnlineSteps:
         self.box("The value 00G0 contains non-hexadecimal characters! Please modify!")
         self.desktop.window("^Parameter Editor")
         self.expect("Pn000", self.value_cell("Parameters", "Direction and axis").name, "0000")
-        self.desktop.keys("alt+f")
+        self.desktop.keys("alt+i")
         self.desktop.type("Pn821")
         self.control("In Position Window (mm)", into_tables=True)
         self.press("OK")

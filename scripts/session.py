@@ -153,17 +153,8 @@ class Session:
     # ---- what a user does
 
     def to_main(self):
-        """Waits until the main window has the keyboard. Where a dialog and the box above it close
-        together, the window manager may give the keyboard to neither: a user would click."""
-        title = f"^Velmoor - {self.project.stem}"
-        try:
-            return self.desktop.window(title, 1.5)
-        except Failure:
-            if len(self.desktop.windows(".")) > 1:
-                raise
-            print("    (nobody had the keyboard: the main window was clicked)")
-            self.desktop.run("xdotool", "windowactivate", *self.desktop.windows(title))
-            return self.desktop.window(title)
+        """Waits until the main window has the keyboard."""
+        return self.desktop.window(f"^Velmoor - {self.project.stem}")
 
     def menu(self, *letters):
         """Alt and the first letter, then the letters of entries, one by one."""
