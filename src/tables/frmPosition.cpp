@@ -79,7 +79,7 @@ void frmPosition::FormLoad() {
 }
 
 void frmPosition::LayOutColumns() {
-  constexpr int kWidths[] = {4, 18, 18, 12, 11, 12, 11, 17, 6, 17};
+  constexpr int kWidths[] = {4, 17, 16, 12, 10, 12, 11, 15, 6, 16};
   for (int column = 0; column < source().Columns(); ++column) {
     grid().SetColumnWidth(column, kWidths[column]);
   }

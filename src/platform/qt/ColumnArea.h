@@ -1,6 +1,7 @@
 // Columns that may be taller than their window: scrolled up and down, never sideways.
 #pragma once
 
+#include <QEvent>
 #include <QScrollArea>
 #include <QScrollBar>
 
@@ -20,6 +21,15 @@ class ColumnArea final : public QScrollArea {
   }
   [[nodiscard]] QSize minimumSizeHint() const override {
     return {Room(widget()->minimumSizeHint().width()), kLeastHeight};
+  }
+
+ protected:
+  // What the columns need changes with their texts, of which the area itself is not told.
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    const bool changed = watched == widget() && event->type() == QEvent::LayoutRequest;
+    const bool taken = QScrollArea::eventFilter(watched, event);
+    if (changed) updateGeometry();
+    return taken;
   }
 
  private:
