@@ -5,7 +5,9 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
+#include <chrono>
 #include <exception>
 #include <filesystem>
 #include <functional>
@@ -27,7 +29,6 @@ namespace fs = std::filesystem;
 
 struct Work {
   const char* name;
-  int longest;  // milliseconds after which it is killed at the latest
   void (*once)(Program& program, const std::string& folder, int generation);
 };
 
@@ -82,10 +83,10 @@ void TransferOnce(Program& program, const std::string& /*folder*/, int generatio
   program.Choose("mnuToolsUploadAll");
 }
 
-constexpr std::array<Work, 4> kWorks{{{"Save", 40, SaveOnce},
-                                      {"Save As", 60, SaveAsOnce},
-                                      {"commit", 30, CommitOnce},
-                                      {"transfer", 250, TransferOnce}}};
+constexpr std::array<Work, 4> kWorks{{{"Save", SaveOnce},
+                                      {"Save As", SaveAsOnce},
+                                      {"commit", CommitOnce},
+                                      {"transfer", TransferOnce}}};
 
 // The generation of a file whose rows all tell the same one. Throws where they do not, and where
 // the file is no project.
@@ -104,13 +105,17 @@ int GenerationOf(const std::string& path) {
 
 // ---- in the child processes
 
+// Tells of its readiness by "r", of each work that is done by "d", of its failure by "x".
 [[noreturn]] void WorkUntilKilled(const Work& work, const std::string& folder, int ready) {
   try {
     const auto wiring = WireInProcess();
     Program program(wiring->Port(), folder, Begin::presentProject);
     int generation = GenerationOf(Program::Path(folder));
     if (write(ready, "r", 1) != 1) _exit(1);
-    for (;;) work.once(program, folder, ++generation);
+    for (;;) {
+      work.once(program, folder, ++generation);
+      if (write(ready, "d", 1) != 1) _exit(1);
+    }
   } catch (const std::exception& error) {
     (void)!write(ready, "x", 1);
     _exit(1);
@@ -167,8 +172,16 @@ std::string LookInChild(const std::string& folder) {
   return found.empty() ? "the next start dies" : found;
 }
 
-// False: it did not come to work.
-bool KillOne(const Work& work, const std::string& folder, int microseconds) {
+// The generation that a look has found, or -1.
+int GenerationIn(const std::string& found) {
+  if (!found.starts_with('=')) return -1;
+  return static_cast<int>(ParseWhole(found.substr(1)).value_or(-1));
+}
+
+// Starts a worker and kills it behind `wait`, which may listen to it. False: it did not come to
+// work, or failed.
+bool KillBehind(const Work& work, const std::string& folder,
+                const std::function<void(int ready)>& wait) {
   std::array<int, 2> ready{};
   if (pipe(ready.data()) != 0) throw std::runtime_error("no pipe");
   const pid_t child = fork();
@@ -176,13 +189,34 @@ bool KillOne(const Work& work, const std::string& folder, int microseconds) {
   close(ready[1]);
   char sign = 0;
   const bool works = read(ready[0], &sign, 1) == 1 && sign == 'r';
-  const timespec until{.tv_sec = 0, .tv_nsec = microseconds * 1000L};
-  if (works) ppoll(nullptr, 0, &until, nullptr);
+  if (works) wait(ready[0]);
   kill(child, SIGKILL);
   int status = 0;
   waitpid(child, &status, 0);
   close(ready[0]);
   return works && WIFSIGNALED(status);
+}
+
+bool KillOne(const Work& work, const std::string& folder, std::chrono::microseconds moment) {
+  return KillBehind(work, folder, [moment](int) {
+    const auto seconds = std::chrono::floor<std::chrono::seconds>(moment);
+    const timespec until{.tv_sec = seconds.count(),
+                         .tv_nsec = std::chrono::nanoseconds(moment - seconds).count()};
+    ppoll(nullptr, 0, &until, nullptr);
+  });
+}
+
+// How long the work takes here, under whatever load.
+std::chrono::microseconds DurationOf(const Work& work, const std::string& folder) {
+  std::chrono::microseconds duration{0};
+  (void)KillBehind(work, folder, [&duration](int ready) {
+    const auto start = std::chrono::steady_clock::now();
+    char sign = 0;
+    (void)!read(ready, &sign, 1);
+    duration = std::chrono::duration_cast<std::chrono::microseconds>(
+        std::chrono::steady_clock::now() - start);
+  });
+  return duration;
 }
 
 void MakeProject(const std::string& folder) {
@@ -202,14 +236,23 @@ void MakeProject(const std::string& folder) {
 }  // namespace
 
 CrashReport RunCrashes(const std::string& folder, std::uint64_t seed, int kills) {
+  constexpr int kDurations = 4;  // within which it is killed
   CrashReport report;
   std::mt19937_64 random(seed);
   MakeProject(folder);
   int last = 0;
+  std::array<std::chrono::microseconds, kWorks.size()> longest{};
+  for (std::size_t i = 0; i < kWorks.size(); ++i) {
+    longest[i] = kDurations * std::max(DurationOf(kWorks[i], folder), std::chrono::microseconds(1));
+    last = std::max(last, GenerationIn(LookInChild(folder)));
+  }
   for (int i = 0; i < kills; ++i) {
-    const Work& work = kWorks[static_cast<std::size_t>(i) % kWorks.size()];
-    const auto moment = static_cast<int>(random() % static_cast<unsigned>(work.longest * 1000));
-    const std::string what = std::string(work.name) + ", killed after " + NumberText(moment) +
+    const std::size_t kind = static_cast<std::size_t>(i) % kWorks.size();
+    const Work& work = kWorks[kind];
+    const auto most = static_cast<std::uint64_t>(longest[kind].count());
+    const std::chrono::microseconds moment(random() % most);
+    const std::string what = std::string(work.name) + ", killed after " +
+                             NumberText(static_cast<std::int64_t>(moment.count())) +
                              " microseconds (kill " + NumberText(i) + "): ";
     if (!KillOne(work, folder, moment)) report.violations.push_back(what + "it failed by itself");
     const std::string found = LookInChild(folder);
@@ -222,7 +265,7 @@ CrashReport RunCrashes(const std::string& folder, std::uint64_t seed, int kills)
       last = 0;
       continue;
     }
-    const auto generation = static_cast<int>(ParseWhole(found.substr(1)).value_or(-1));
+    const int generation = GenerationIn(found);
     if (generation < last) report.violations.push_back(what + "an older project came back");
     ++(generation == last ? tally.old : tally.fresh);
     last = generation;
