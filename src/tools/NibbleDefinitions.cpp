@@ -30,7 +30,7 @@ std::string GetMaximumHex(const NibbleDefinition& definition) {
 }
 
 std::string DigitsOfAnswer(const std::string& answer) {
-  const std::string digits = Right(answer, 4);
+  std::string digits = Right(answer, 4);
   if (digits.size() < 4 || !ParseHex(digits)) {
     throw NumberError("Type mismatch: '" + answer + "' has no four digits");
   }

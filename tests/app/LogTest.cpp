@@ -1,6 +1,7 @@
 // What the log tells of a session, and how the Help menu offers it.
 
 #include "AppSession.h"
+#include "platform/MessageBoxes.h"
 
 namespace velmoor {
 namespace {
@@ -19,14 +20,14 @@ class SessionLog : public AppSession {
 };
 
 TEST_F(SessionLog, TellsBoxesAnswersAndTransfersInTheirOrder) {
-  data.boxes.Expect("All parameter and table data will be downloaded", BoxAnswer::ok);
+  const std::string question =
+      "All parameter and table data will be downloaded to the controller.\rDo you wish to proceed?";
+  data.boxes.Expect(question, BoxAnswer::ok);
   Main().Choose("mnuToolsDownloadAll");
   EXPECT_EQ(
       entries(),
       (Texts{
-          "box: All parameter and table data will be downloaded to the controller. "
-          "Do you wish to proceed?",
-          "box: answer: OK", "transfer: Download All begins",
+          "box: " + OneLine(question), "box: answer: OK", "transfer: Download All begins",
           "session: Index Table Download Complete", "session: Jog Table Download Complete",
           "session: Zone Table Download Complete", "session: Hardware Parameters Download Complete",
           "session: Mechanical System Parameters Download Complete", "session: Download Complete",

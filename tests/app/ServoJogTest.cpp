@@ -127,7 +127,7 @@ TEST_F(ServoJog, EveryWayOutStopsAndSwitchesOff) {
       {"disabled", [](headless::HeadlessForm& form) { form.button("cmdJog_1").SetEnabled(false); }},
       {"hidden", [](headless::HeadlessForm& form) { form.button("cmdJog_1").SetVisible(false); }}};
   for (const auto& [name, leave] : ways) {
-    TestRun([&, leave = leave](headless::HeadlessForm& form) {
+    TestRun([&, leave = leave, name = name](headless::HeadlessForm& form) {
       Enable(form);
       form.Hold("cmdJog_1");
       Amplifier().AdvanceTo(port.Now() + 100ms);

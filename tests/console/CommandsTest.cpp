@@ -199,8 +199,10 @@ TEST_F(Velmoorctl, DownloadAndUploadCarryAProjectThroughTheAmplifier) {
   std::string text = kHead;
   for (int step = 1; step <= 128; ++step) {
     const std::string number = std::to_string(step);
-    text += "q" + number + ",I+" + number + ".5," + number + ",-,1,NNAZ:,SEL0T" + number + ",1," +
-            (step < 128 ? "q" + std::to_string(step + 1) : "END") + "\n";
+    const std::string next = step < 128 ? "q" + std::to_string(step + 1) : "END";
+    const std::string_view parts[] = {
+        "q", number, ",I+", number, ".5,", number, ",-,1,NNAZ:,SEL0T", number, ",1,", next, "\n"};
+    for (const std::string_view part : parts) text += part;
   }
   ASSERT_EQ(Run({"import", project, "index", WriteFile("a.csv", text)}), 0) << err.str();
   EXPECT_EQ(Run({"download", project, "--port", "x", "--yes"}), 0) << err.str();
@@ -398,6 +400,7 @@ class KilledProgram : public Velmoorctl {
   pid_t Start(std::vector<std::string> words) {
     words.insert(words.begin(), VELMOORCTL);
     std::vector<char*> arguments;
+    arguments.reserve(words.size() + 1);
     for (std::string& word : words) arguments.push_back(word.data());
     arguments.push_back(nullptr);
     pid_t child = 0;
