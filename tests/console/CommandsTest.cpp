@@ -1,22 +1,11 @@
-#include <poll.h>
-#include <signal.h>
-#include <spawn.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include <algorithm>
-#include <chrono>
-#include <ctime>
 #include <fstream>
-#include <random>
 #include <regex>
 
 #include "Velmoorctl.h"
 
 namespace velmoor {
 namespace {
-
-const char* const kHead = "label,position,speed,rdst,rspd,pout,event,loop,next\n";
 
 TEST_F(Velmoorctl, MakesAProjectOnceAndNeverOverOne) {
   EXPECT_EQ(Run({"new", project}), 0) << err.str();
@@ -29,7 +18,7 @@ TEST_F(Velmoorctl, MakesAProjectOnceAndNeverOverOne) {
 TEST_F(Velmoorctl, ImportsAndShowsATable) {
   ASSERT_EQ(Run({"new", project}), 0);
   const std::string csv =
-      WriteFile("a.csv", std::string(kHead) + "go,I+1,10,-,1,:::::,IT0,1,END\n");
+      WriteFile("a.csv", std::string(kIndexHead) + "go,I+1,10,-,1,:::::,IT0,1,END\n");
   EXPECT_EQ(Run({"import", project, "index", csv}), 0) << err.str();
   EXPECT_EQ(Run({"show", project, "index"}), 0) << err.str();
   EXPECT_EQ(out.str().substr(0, 118),
@@ -44,8 +33,9 @@ TEST_F(Velmoorctl, ImportsAndShowsATable) {
 TEST_F(Velmoorctl, ABadImportNamesEachCellAndChangesNothing) {
   ASSERT_EQ(Run({"new", project}), 0);
   const std::string bytes = world.files.ReadAll(project);
-  const std::string csv = WriteFile(
-      "a.csv", std::string(kHead) + "go,I+1,fast,-,1,:::::,IT0,1,END\nx,-,1,-,1,:::::,IT0,0,END\n");
+  const std::string csv =
+      WriteFile("a.csv", std::string(kIndexHead) +
+                             "go,I+1,fast,-,1,:::::,IT0,1,END\nx,-,1,-,1,:::::,IT0,0,END\n");
   EXPECT_EQ(Run({"import", project, "index", csv}), 1);
   EXPECT_EQ(err.str(),
             "Row 1, column speed: Speed value must be numeric!\n"
@@ -129,127 +119,6 @@ TEST_F(Velmoorctl, ManualAndCompletionKnowWhatTheHelpTells) {
   EXPECT_GT(told, 40);
 }
 
-TEST_F(Velmoorctl, InfoTellsWhatAnswers) {
-  EXPECT_EQ(Run({"info", "--port", "x"}), 0) << err.str();
-  EXPECT_NE(out.str().find("Servo model: VKLM-04AE\n"), std::string::npos) << out.str();
-  EXPECT_NE(out.str().find("Motor model: VMMAH-04AC\n"), std::string::npos) << out.str();
-  port.Unplug();
-  EXPECT_EQ(Run({"info", "--port", "x"}), 1);
-  EXPECT_EQ(err.str().substr(0, 18), "Cannot go online!\n") << err.str();
-}
-
-TEST_F(Velmoorctl, AWrongAmplifierIsNamed) {
-  line.Amplifier('0')->State().settings.optionType = "00000500";
-  EXPECT_EQ(Run({"info", "--port", "x"}), 1);
-  EXPECT_EQ(err.str().substr(0, 31), "Option type error: Not RX900!\nC") << err.str();
-}
-
-// ---- live hardware
-
-TEST_F(Velmoorctl, SendsALineInCapitalsAndPrintsTheAnswer) {
-  EXPECT_EQ(Run({"send", "0prm800", "--port", "x"}), 0) << err.str();
-  EXPECT_EQ(out.str(), "0PN800=00000001\n");
-  // The answer of a refused line is printed all the same.
-  EXPECT_EQ(Run({"send", "0PRM800=99", "--port", "x"}), 1);
-  EXPECT_NE(out.str(), "");
-  EXPECT_EQ(Run({"send", "0ERR", "--port", "x"}), 0) << out.str();
-  port.Unplug();
-  EXPECT_EQ(Run({"send", "0PRM800", "--port", "x"}), 1);
-}
-
-TEST_F(Velmoorctl, RunsAScriptToItsEndPastAFailedLine) {
-  const std::string script = WriteFile("a.tsc", " 0PRM800\r\n\r\n1PRM800\n0TYPE\n");
-  EXPECT_EQ(Run({"run", script, "--port", "x"}), 1);
-  EXPECT_EQ(out.str(), "0PRM800\n> 0PN800=00000001\n1PRM800\n> 0TYPE\n> 0TYPE=00000600\n");
-  EXPECT_EQ(err.str().substr(0, 38), "*** ERROR SENDING SERIAL RESPONSE! ***");
-  EXPECT_EQ(Run({"run", WriteFile("b.tsc", "0PRM800\n"), "--port", "x"}), 0) << err.str();
-  EXPECT_EQ(Run({"run", WriteFile("c.tsc", " \n"), "--port", "x"}), 1);
-  // A file of another kind does not reach the line.
-  line.Amplifier('0')->ForgetWhatWasAsked();
-  EXPECT_EQ(Run({"run", WriteFile("d.tsc", "0PRM800\n\x01\xff\n"), "--port", "x"}), 1);
-  EXPECT_EQ(err.str(), "The file is no script: it holds more than plain characters!\n");
-  EXPECT_TRUE(line.Amplifier('0')->Journal().empty());
-}
-
-TEST_F(Velmoorctl, PrintsTheAlarmAndItsHistory) {
-  EXPECT_EQ(Run({"alarms", "--port", "x"}), 0) << err.str();
-  EXPECT_EQ(out.str(), "entry,display,code,name\nnow,BB,BB,Servo off\n");
-  line.Amplifier('0')->RaiseAlarm("A.40");
-  line.Amplifier('0')->RaiseAlarm("A.9F");
-  EXPECT_EQ(Run({"alarms", "--port", "x"}), 0) << err.str();
-  EXPECT_EQ(out.str(),
-            "entry,display,code,name\n"
-            "now,A.9F,E19F,Warning: indexer card\n"
-            "1,A.9F,E19F,Warning: indexer card\n"
-            "2,A.40,A.40,Overspeed\n");
-}
-
-TEST_F(Velmoorctl, MonitorsTheItemsThatAreNamed) {
-  EXPECT_EQ(Run({"monitor", "--port", "x", "--items", "pun,STS", "--count", "2"}), 0) << err.str();
-  EXPECT_EQ(out.str(),
-            "time,seconds,PUN,STS\n"
-            "2024-03-01 09:00:00,0.000,0,1000000\n"
-            "2024-03-01 09:00:00,0.000,0,1000000\n");
-  port.Unplug();
-  EXPECT_EQ(Run({"monitor", "--port", "x", "--count", "1"}), 1);
-}
-
-TEST_F(Velmoorctl, DownloadAndUploadCarryAProjectThroughTheAmplifier) {
-  ASSERT_EQ(Run({"new", project}), 0);
-  std::string text = kHead;
-  for (int step = 1; step <= 128; ++step) {
-    const std::string number = std::to_string(step);
-    const std::string next = step < 128 ? "q" + std::to_string(step + 1) : "END";
-    const std::string_view parts[] = {
-        "q", number, ",I+", number, ".5,", number, ",-,1,NNAZ:,SEL0T", number, ",1,", next, "\n"};
-    for (const std::string_view part : parts) text += part;
-  }
-  ASSERT_EQ(Run({"import", project, "index", WriteFile("a.csv", text)}), 0) << err.str();
-  EXPECT_EQ(Run({"download", project, "--port", "x", "--yes"}), 0) << err.str();
-  EXPECT_EQ(Run({"show", project, "index"}), 0);
-  const std::string sent = out.str();
-  EXPECT_EQ(sent.find(",1\n"), std::string::npos) << "no row is dirty after the download";
-
-  const std::string fresh = world.folder.At("fresh.spj");
-  ASSERT_EQ(Run({"new", fresh}), 0);
-  EXPECT_EQ(Run({"upload", fresh, "--port", "x", "--yes"}), 0) << err.str();
-  EXPECT_EQ(Run({"show", fresh, "index"}), 0);
-  std::string expected = sent;
-  for (std::size_t at = 0; (at = expected.find(",q", at)) != std::string::npos; ++at) {
-    expected.replace(at + 1, 1, "label");
-  }
-  EXPECT_EQ(out.str(), expected);
-}
-
-TEST_F(Velmoorctl, ADownloadWritesTheProjectOnlyForItsMarks) {
-  ASSERT_EQ(Run({"new", project}), 0);
-  ASSERT_EQ(Run({"set", project, "Pn100=55"}), 0) << err.str();
-  const std::string marked = world.files.Identity(project);
-  EXPECT_EQ(Run({"download", project, "--port", "x", "--yes"}), 0) << err.str();
-  const std::string sent = world.files.Identity(project);
-  EXPECT_NE(sent, marked);
-  EXPECT_EQ(Run({"download", project, "--port", "x", "--yes"}), 0) << err.str();
-  EXPECT_EQ(world.files.Identity(project), sent);
-  EXPECT_EQ(Run({"download", project, "--port", "x", "--yes", "--new"}), 0) << err.str();
-  EXPECT_NE(err.str().find("No new changes"), std::string::npos) << err.str();
-}
-
-TEST_F(Velmoorctl, ADownloadThatFailsKeepsTheMarksOfWhatIsNotStored) {
-  ASSERT_EQ(Run({"new", project}), 0);
-  ASSERT_EQ(Run({"import", project, "jog", WriteFile("j.csv", "jog,speed\n0,1\n1,2\n2,3\n")}), 0);
-  line.faults.Add({.kind = FaultKind::deviceError, .match = "JSPDT1="});
-  EXPECT_EQ(Run({"download", project, "--port", "x", "--yes", "--new"}), 1);
-  EXPECT_NE(err.str().find("Error downloading data to controller!\n"), std::string::npos);
-  EXPECT_EQ(Run({"show", project, "jog"}), 0);
-  EXPECT_EQ(out.str().substr(0, 52), "jog,speed,dirty\n0,1.000,1\n1,2.000,1\n2,3.000,1\n3,,0\n4");
-  EXPECT_EQ(Run({"download", project, "--port", "x", "--yes", "--new"}), 0) << err.str();
-  EXPECT_EQ(line.Amplifier('0')->Asked("JSPDT="), 5);
-  EXPECT_EQ(Run({"download", project, "--port", "x", "--yes", "--new"}), 0);
-  EXPECT_EQ(err.str(),
-            "No new changes have been committed!\n"
-            "New items must be changed and committed before download!\n");
-}
-
 TEST_F(Velmoorctl, SetsTheMachineInAnyOrderOrNotAtAll) {
   ASSERT_EQ(Run({"new", project}), 0);
   EXPECT_EQ(Run({"set", project, "resolution=2", "measure=360", "units=deg", "n2=10",
@@ -278,7 +147,7 @@ TEST_F(Velmoorctl, SetsTheMachineInAnyOrderOrNotAtAll) {
 TEST_F(Velmoorctl, AChangeThatEmptiesTheTablesTakesAnAgreement) {
   ASSERT_EQ(Run({"new", project}), 0);
   const std::string csv =
-      WriteFile("a.csv", std::string(kHead) + "go,I+1,10,-,1,:::::,IT0,1,END\n");
+      WriteFile("a.csv", std::string(kIndexHead) + "go,I+1,10,-,1,:::::,IT0,1,END\n");
   ASSERT_EQ(Run({"import", project, "index", csv}), 0);
   EXPECT_EQ(Run({"set", project, "system=Other", "resolution=2"}), 1);
   EXPECT_NE(err.str().find("would invalidate existing Index Table"), std::string::npos);
@@ -287,40 +156,6 @@ TEST_F(Velmoorctl, AChangeThatEmptiesTheTablesTakesAnAgreement) {
   EXPECT_EQ(Run({"set", project, "system=Other", "resolution=2", "--yes"}), 0) << err.str();
   EXPECT_EQ(Run({"show", project, "index"}), 0);
   EXPECT_NE(out.str().find("\n1,,,,,,,,,,1\n"), std::string::npos);
-}
-
-// ---- comparing, single items, resets
-
-TEST_F(Velmoorctl, ComparesWithTheHardwareAndChangesNeither) {
-  ASSERT_EQ(Run({"new", project}), 0);
-  ASSERT_EQ(Run({"import", project, "jog", WriteFile("j.csv", "jog,speed\n0,1\n1,2\n")}), 0);
-  ASSERT_EQ(Run({"download", project, "--port", "x", "--yes", "--all"}), 0) << err.str();
-  EXPECT_EQ(Run({"compare", project, "--port", "x"}), 0) << out.str();
-  EXPECT_EQ(out.str(), "part,row,field,project,hardware\n");
-  const std::string bytes = world.files.ReadAll(project);
-  SimulatedAmplifier& amplifier = *line.Amplifier('0');
-  amplifier.State().memory.jog.working[1] = "00000180";
-  ASSERT_TRUE(amplifier.State().memory.parameters.Write(0x100, "77"));
-  amplifier.ForgetWhatWasAsked();
-  EXPECT_EQ(Run({"compare", project, "--port", "x"}), 1);
-  EXPECT_EQ(out.str(),
-            "part,row,field,project,hardware\n"
-            "Parameters,Pn100,Speed loop gain,40,77\n"
-            "Jog Table,1,Speed,2.000 mm/sec,3.000 mm/sec\n");
-  EXPECT_EQ(world.files.ReadAll(project), bytes);
-  EXPECT_EQ(amplifier.Asked("PRM="), 1) << "the echo of a search, and nothing else";
-}
-
-// The upload goes on without the machine and leaves the project's, which differs from nothing.
-TEST_F(Velmoorctl, AMachineThatCannotBeUsedIsADifference) {
-  ASSERT_EQ(Run({"new", project}), 0);
-  ASSERT_EQ(Run({"download", project, "--port", "x", "--yes"}), 0) << err.str();
-  ASSERT_EQ(Run({"compare", project, "--port", "x"}), 0) << out.str();
-  ASSERT_TRUE(line.Amplifier('0')->State().memory.parameters.Write(0x82B, "0"));
-  EXPECT_EQ(Run({"compare", project, "--port", "x"}), 1);
-  EXPECT_EQ(out.str(),
-            "part,row,field,project,hardware\n"
-            "Mechanical System Parameters,,Machine,described,no description that can be used\n");
 }
 
 TEST_F(Velmoorctl, TellsWhereTwoProjectsDiffer) {
@@ -333,115 +168,6 @@ TEST_F(Velmoorctl, TellsWhereTwoProjectsDiffer) {
   EXPECT_EQ(out.str(),
             "part,row,field,first,second\nZone Table,4,ControllerLowerLimit,,1000\n"
             "Zone Table,4,ControllerUpperLimit,,2000\n");
-}
-
-TEST_F(Velmoorctl, MovesTheItemsThatAreNamed) {
-  ASSERT_EQ(Run({"new", project}), 0);
-  ASSERT_EQ(Run({"import", project, "jog", WriteFile("j.csv", "jog,speed\n0,1\n1,2\n")}), 0);
-  SimulatedAmplifier& amplifier = *line.Amplifier('0');
-  EXPECT_EQ(Run({"download", project, "--port", "x", "--yes", "--only", "zone,jog"}), 0)
-      << err.str();
-  EXPECT_EQ(amplifier.Asked("JSPDT="), 16);
-  EXPECT_EQ(amplifier.Asked("ZONENT="), 32);
-  EXPECT_EQ(amplifier.Asked("POST="), 0);
-  EXPECT_EQ(amplifier.Asked("RES"), 0);
-  EXPECT_EQ(Run({"download", project, "--port", "x", "--yes", "--only", "parameters"}), 0);
-  EXPECT_EQ(amplifier.Asked("RES"), 1);
-  amplifier.State().memory.jog.working[1] = "00000180";
-  ASSERT_TRUE(amplifier.State().memory.parameters.Write(0x100, "77"));
-  EXPECT_EQ(Run({"upload", project, "--port", "x", "--yes", "--only", "jog"}), 0) << err.str();
-  EXPECT_EQ(Run({"compare", project, "--port", "x"}), 1);
-  EXPECT_EQ(out.str().find("Jog Table"), std::string::npos);
-  EXPECT_NE(out.str().find("Pn100"), std::string::npos) << "parameters were not uploaded";
-  for (const char* const list : {"", "song", "jog,", "jog,,zone"}) {
-    EXPECT_EQ(Run({"upload", project, "--port", "x", "--yes", "--only", list}), 2) << list;
-  }
-  EXPECT_EQ(Run({"download", project, "--port", "x", "--yes", "--new", "--all"}), 2);
-}
-
-TEST_F(Velmoorctl, AFailedUploadOfAnItemSavesNothing) {
-  ASSERT_EQ(Run({"new", project}), 0);
-  const std::string bytes = world.files.ReadAll(project);
-  line.faults.Add({.kind = FaultKind::silence, .match = "JSPDT9"});
-  EXPECT_EQ(Run({"upload", project, "--port", "x", "--yes", "--only", "zone,jog"}), 1);
-  EXPECT_EQ(world.files.ReadAll(project), bytes);
-}
-
-TEST_F(Velmoorctl, ScansEverySpeedAndResetsWhatIsNamed) {
-  AmplifierSettings fast;
-  fast.axis = 'C';
-  fast.baud = 38400;
-  line.AddAmplifier(fast);
-  EXPECT_EQ(Run({"scan", "--port", "x"}), 0);
-  EXPECT_EQ(out.str(), "axis,baud\n0,9600\nC,38400\n");
-  SimulatedAmplifier& amplifier = *line.Amplifier('0');
-  amplifier.State().memory.jog.working[1] = "00000180";
-  amplifier.State().memory.jog.Store();
-  EXPECT_EQ(Run({"reset", "jog", "--port", "x"}), 2) << "without --yes";
-  EXPECT_EQ(Run({"reset", "everything", "--port", "x", "--yes"}), 2);
-  EXPECT_EQ(amplifier.Asked("JSPDINIT"), 0);
-  EXPECT_EQ(Run({"reset", "jog", "--port", "x", "--yes"}), 0) << err.str();
-  EXPECT_EQ(amplifier.State().memory.jog.stored[1], "");
-  EXPECT_EQ(amplifier.Asked("SVOFF"), 0);
-  EXPECT_EQ(Run({"reset", "all", "--port", "x", "--yes"}), 0) << err.str();
-  EXPECT_EQ(amplifier.Asked("SVOFF"), 1);
-  EXPECT_EQ(amplifier.Asked("PRMINIT"), 1);
-  line.faults.Add({.kind = FaultKind::deviceError, .match = "SVOFF", .count = 0});
-  EXPECT_EQ(Run({"reset", "parameters", "--port", "x", "--yes"}), 1);
-  EXPECT_EQ(amplifier.Asked("PRMINIT"), 1);
-  port.Unplug();
-  EXPECT_EQ(Run({"scan", "--port", "x"}), 1);
-}
-
-// ---- the program itself
-
-class KilledProgram : public Velmoorctl {
- protected:
-  pid_t Start(std::vector<std::string> words) {
-    words.insert(words.begin(), VELMOORCTL);
-    std::vector<char*> arguments;
-    arguments.reserve(words.size() + 1);
-    for (std::string& word : words) arguments.push_back(word.data());
-    arguments.push_back(nullptr);
-    pid_t child = 0;
-    EXPECT_EQ(posix_spawn(&child, VELMOORCTL, nullptr, nullptr, arguments.data(), environ), 0);
-    return child;
-  }
-  static int Wait(pid_t child) {
-    int status = 0;
-    EXPECT_EQ(waitpid(child, &status, 0), child);
-    return status;
-  }
-};
-
-TEST_F(KilledProgram, ASaveThatIsKilledLeavesTheOldOrTheNewProject) {
-  ASSERT_EQ(Run({"new", project}), 0);
-  const std::string texts[] = {"speed\n1\n2\n", "speed\n100\n200\n"};
-  const std::string files[] = {WriteFile("0.csv", texts[0]), WriteFile("1.csv", texts[1])};
-  ASSERT_EQ(Run({"import", project, "jog", files[0]}), 0);
-  const auto begin = std::chrono::steady_clock::now();
-  ASSERT_EQ(Wait(Start({"import", project, "jog", files[0]})), 0);
-  const auto whole = std::chrono::duration_cast<std::chrono::microseconds>(
-      std::chrono::steady_clock::now() - begin);
-
-  std::mt19937 engine(20261124);
-  int killed = 0;
-  for (int round = 0; round < 40; ++round) {
-    const pid_t child = Start({"import", project, "jog", files[round % 2]});
-    const auto moment = std::uniform_int_distribution<std::int64_t>(0, whole.count())(engine);
-    const timespec until{moment / 1000000, moment % 1000000 * 1000};
-    ppoll(nullptr, 0, &until, nullptr);
-    kill(child, SIGKILL);
-    if (WIFSIGNALED(Wait(child))) ++killed;
-    ASSERT_EQ(Run({"show", project, "jog"}), 0) << "round " << round << ": " << err.str();
-    const std::string shown = out.str();
-    const bool old = shown.find("\n0,1.000,") != std::string::npos &&
-                     shown.find("\n1,2.000,") != std::string::npos;
-    const bool fresh = shown.find("\n0,100.000,") != std::string::npos &&
-                       shown.find("\n1,200.000,") != std::string::npos;
-    ASSERT_TRUE(old || fresh) << "round " << round << ": " << shown;
-  }
-  EXPECT_GT(killed, 10) << "most rounds must have been cut";
 }
 
 // ---- parameters

@@ -14,6 +14,9 @@
 
 namespace velmoor {
 
+// Of an index table as comma-separated text.
+inline constexpr const char* kIndexHead = "label,position,speed,rdst,rspd,pout,event,loop,next\n";
+
 class Velmoorctl : public ::testing::Test {
  protected:
   Velmoorctl() : port(line) {
