@@ -1,7 +1,10 @@
 #include "platform/qt/HelpWindow.h"
 
 #include <gtest/gtest.h>
+#include <QComboBox>
+#include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QScrollBar>
 #include <QTextBlock>
 #include <QTextBrowser>

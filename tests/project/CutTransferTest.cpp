@@ -203,7 +203,9 @@ TEST_F(CutTransfer, RowsThatWereSentAndNotStoredAreSentAgain) {
     SCOPED_TRACE(c.what);
     Mend();
     const std::string n = NumberText(++speed);
-    Import(project().Jog(), "jog,speed\n0," + n + "\n1," + n + "\n2," + n + "\n");
+    std::string speeds = "jog,speed\n";
+    for (const char* const row : {"0,", "1,", "2,"}) speeds.append(row).append(n).append("\n");
+    Import(project().Jog(), speeds);
     line.faults.Add({.kind = c.kind, .match = c.match});
     Connection stops = project().ToolDownloading.Connect([&](Tool, std::int16_t row, std::int16_t) {
       if (row == c.stopAtRow) session.SetStopProcedure(true);

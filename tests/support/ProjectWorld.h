@@ -57,7 +57,7 @@ class ProjectWorld : public ::testing::Test {
 
   SimulatedAmplifier& amplifier() { return *line.Amplifier('0'); }
   std::string OpenNew(const std::string& name) {
-    const std::string path = world.MakeProject(name);
+    std::string path = world.MakeProject(name);
     EXPECT_EQ(session.Open(path), "");
     return path;
   }
