@@ -14,7 +14,6 @@ using headless::HeadlessForm;
 using ::testing::AllOf;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
-using ::testing::IsEmpty;
 using ::testing::StartsWith;
 
 // Grid columns are the table's plus one, for the step's number.

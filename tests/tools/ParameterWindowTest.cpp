@@ -199,7 +199,7 @@ TEST_F(ParameterWindows, TheLastAcceptedOfTwoWindowsStandsAndACancelKeepsTheOthe
     BlockMatrix before;
     homing.GetBlockMatrix(before);
     EXPECT_TRUE(homing.ReadFromDB());
-    const std::string value = Shown(homing, "Pn825");
+    std::string value = Shown(homing, "Pn825");
     homing.LetBlockMatrix(before);
     return value;
   };
