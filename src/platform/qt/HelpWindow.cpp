@@ -236,11 +236,7 @@ void HelpWindow::ReadSettings() {
 
 void HelpWindow::WriteSettings() {
   StoreWindowSize(kName, size());
-  try {
-    world().settings->Write(kZoomSetting, std::to_string(zoom_));
-  } catch (const std::exception&) {
-    // It holds for this session all the same.
-  }
+  KeepComfort(kZoomSetting, std::to_string(zoom_));
 }
 
 // ---- the window among the others

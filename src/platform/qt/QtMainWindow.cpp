@@ -10,8 +10,6 @@
 #include <QToolBar>
 #include <algorithm>
 
-#include "platform/Settings.h"
-#include "platform/World.h"
 #include "platform/qt/LampWidget.h"
 #include "platform/qt/QtAppearance.h"
 #include "platform/qt/QtControls.h"
@@ -105,11 +103,7 @@ void QtMainWindow::SetUpTheme() {
   dark->setChecked(IsDark());
   QObject::connect(dark, &QAction::triggered, &context_, [](bool on) {
     SetDark(on);
-    try {
-      world().settings->Write(kThemeSetting, on ? kDarkTheme : kLightTheme);
-    } catch (const std::exception&) {
-      // The colours hold for this session all the same.
-    }
+    KeepComfort(kThemeSetting, on ? kDarkTheme : kLightTheme);
   });
 }
 

@@ -26,13 +26,17 @@ std::optional<QSize> StoredWindowSize(const std::string& layout) {
   return size.isEmpty() ? std::nullopt : std::optional(size);
 }
 
-void StoreWindowSize(const std::string& layout, QSize size) {
+void KeepComfort(std::string_view setting, std::string_view value) {
   try {
-    world().settings->Write(SettingOf(layout),
-                            std::to_string(size.width()) + "x" + std::to_string(size.height()));
+    world().settings->Write(setting, value);
   } catch (const std::exception&) {
-    // The next session opens it as it was designed.
+    // The next session has it as it was designed.
   }
+}
+
+void StoreWindowSize(const std::string& layout, QSize size) {
+  KeepComfort(SettingOf(layout),
+              std::to_string(size.width()) + "x" + std::to_string(size.height()));
 }
 
 QSize FittingScreen(QSize size) {

@@ -1,9 +1,10 @@
-// The sizes that the user gave the windows, kept in the settings from one session to the next.
+// What the windows keep of their look from one session to the next: above all their sizes.
 #pragma once
 
 #include <QSize>
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace velmoor::qt {
 
@@ -11,7 +12,10 @@ namespace velmoor::qt {
 // where the settings hold something else.
 [[nodiscard]] std::optional<QSize> StoredWindowSize(const std::string& layout);
 
-// A setting that cannot be written is no failure: the size holds as long as the window.
+// For a comfort of a window. A setting that cannot be written is no failure: the choice holds for
+// this session all the same.
+void KeepComfort(std::string_view setting, std::string_view value);
+
 void StoreWindowSize(const std::string& layout, QSize size);
 
 // As much of `size` as the screen has room for, with the desktop's frame around it.
