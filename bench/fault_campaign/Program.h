@@ -69,6 +69,8 @@ class Program {
   [[nodiscard]] static clsHX7Project& Project() {
     return dynamic_cast<clsHX7Project&>(*gMainForm->CurrentProject());
   }
+  // The windows that are open, and what stands in for the desktop.
+  [[nodiscard]] headless::HeadlessWorld& Desktop() { return headless_; }
   [[nodiscard]] bool IsDialogOpen() const { return headless_.forms.IsOpen("frmDialogStop"); }
 
   AgreeingUser user;
