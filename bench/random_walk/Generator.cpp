@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 #include <cstdlib>
+#include <filesystem>
 #include <utility>
 
 namespace velmoor::walk {
@@ -228,6 +229,25 @@ Step Generator::InMachine(Walk& walk, HeadlessForm& form) {
     default:
       return edit(OneOf(kUnitRows).c_str(), NumberWithin("0.001", "100"));
   }
+}
+
+Walked WalkAtRandom(const std::string& folder, std::uint64_t seed, int steps,
+                    const std::set<std::string>& ignored) {
+  std::filesystem::remove_all(folder);
+  std::filesystem::create_directories(folder);
+  Walked walked;
+  {
+    Walk walk(folder, ignored);
+    Generator generator(seed, steps);
+    walk.Run([&](Walk& present) {
+      auto step = generator(present);
+      if (step) walked.steps.push_back(*step);
+      return step;
+    });
+    walked.found = walk.Found();
+  }
+  std::filesystem::remove_all(folder);
+  return walked;
 }
 
 }  // namespace velmoor::walk

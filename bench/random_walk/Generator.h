@@ -4,7 +4,9 @@
 #include <cstdint>
 #include <optional>
 #include <random>
+#include <set>
 #include <string>
+#include <vector>
 
 #include "random_walk/Walk.h"
 
@@ -38,5 +40,13 @@ class Generator {
   int left_;
   bool started_ = false;
 };
+
+// One walk of that seed, until its steps are done or something does not hold.
+struct Walked {
+  std::vector<Step> steps;
+  std::vector<Violation> found;
+};
+[[nodiscard]] Walked WalkAtRandom(const std::string& folder, std::uint64_t seed, int steps,
+                                  const std::set<std::string>& ignored);
 
 }  // namespace velmoor::walk

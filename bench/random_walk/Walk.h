@@ -27,7 +27,6 @@ class Walk {
   [[nodiscard]] Access& Program() { return access_; }
   [[nodiscard]] const Records& File() const { return file_; }
   [[nodiscard]] bool IsUnderEdit(std::string_view window) const;
-  [[nodiscard]] int Steps() const { return steps_; }
 
   // For tests of the walk itself: runs behind each step, before it is judged.
   std::function<void(Access& access, const Step& step)> sabotage;

@@ -76,24 +76,6 @@ int Replay(const Options& options, const std::string& folder) {
   return found.empty() ? 0 : 1;
 }
 
-// The steps of a walk that failed; empty for one that did not.
-std::vector<walk::Step> OneWalk(const Options& options, const std::string& folder,
-                                std::uint64_t seed, std::set<std::string>& kinds, int& done) {
-  std::filesystem::create_directories(folder);
-  walk::Walk walk(folder, options.ignored);
-  walk::Generator generator(seed, options.steps);
-  std::vector<walk::Step> steps;
-  walk.Run([&](walk::Walk& present) {
-    auto step = generator(present);
-    if (step) steps.push_back(*step);
-    return step;
-  });
-  done += walk.Steps();
-  if (walk.Found().empty()) return {};
-  for (const walk::Violation& each : walk.Found()) kinds.insert(each.kind);
-  return steps;
-}
-
 void PrintShortest(const Options& options, const std::string& place, std::uint64_t seed,
                    const std::vector<walk::Step>& walked, const std::string& kind) {
   const auto shortest = walk::Shrink(place, walked, kind, options.ignored);
@@ -112,14 +94,15 @@ int RunWalks(const Options& options, const std::string& folder) {
   std::chrono::duration<double> shrinking{};
   for (int i = 0; i < options.walks; ++i) {
     const std::uint64_t seed = options.seed + static_cast<std::uint64_t>(i);
+    const walk::Walked walked = walk::WalkAtRandom(place, seed, options.steps, options.ignored);
     std::set<std::string> found;
-    const auto walked = OneWalk(options, place, seed, found, steps);
-    std::filesystem::remove_all(place);
+    for (const walk::Violation& each : walked.found) found.insert(each.kind);
+    steps += static_cast<int>(walked.steps.size());
     failures += found.empty() ? 0 : 1;
     const auto before = std::chrono::steady_clock::now();
     for (const std::string& kind : found) {
       // The first few of a kind tell what the others would.
-      if (++kinds[kind] <= 3) PrintShortest(options, place, seed, walked, kind);
+      if (++kinds[kind] <= 3) PrintShortest(options, place, seed, walked.steps, kind);
     }
     shrinking += std::chrono::steady_clock::now() - before;
   }
