@@ -176,7 +176,8 @@ void Access::Begin(bool refuses) {
   Within(kPreview, [this, refuses](HeadlessForm& form) {
     const GridSource& source = *form.grid("vsFG").Source();
     for (int row = 1; row < source.Rows(); ++row) {
-      preview.push_back({source.Text(row, 0), source.Text(row, 2), source.Text(row, 4)});
+      preview.push_back(
+          {source.Text(row, 0), source.Text(row, 1), source.Text(row, 2), source.Text(row, 4)});
     }
     form.Press(refuses ? "cmdCancel" : "cmdOK");
   });

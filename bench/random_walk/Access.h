@@ -54,7 +54,7 @@ inline constexpr std::array<WindowKind, 10> kWindows{{
 
 // A line of the preview of a change of the machine.
 struct PreviewLine {
-  std::string place, text, counts;
+  std::string place, now, text, counts;
 };
 
 // Passes on to the real databases; one write to come fails as on a full disk.

@@ -94,7 +94,9 @@ void Examiner::CheckUnits(const FileRow& row, std::size_t field, Kind kind,
                        " counts at resolution " + std::to_string(machine.resolution) + ", " +
                        machine.time);
   }
-  if (PlacesOf(shown) != machine.resolution) {
+  const auto was = before_->find(row.Name());
+  const bool fresh = was == before_->end() || was->second.shown[field] != row.shown[field];
+  if (fresh && PlacesOf(shown) != machine.resolution) {
     Blame("places", row.questions[field] + " shows " + Quoted(shown) + " at resolution " +
                         std::to_string(machine.resolution));
   }
@@ -129,7 +131,8 @@ void Examiner::CheckStep(const FileRow& row, const HeldMachine& machine) {
   CheckLimits(row, 3, 0, kMost);
 }
 
-void Examiner::Forms(const Records& records) {
+void Examiner::Forms(const Records& before, const Records& records) {
+  before_ = &before;
   const HeldMachine machine = MachineIn(records);
   for (const auto& [name, row] : records) {
     if (row.mark != "0" && row.mark != "1") Blame("forms", name + " has the mark " + row.mark);
@@ -269,7 +272,7 @@ void Examiner::Saved() {
   const auto writtenAt = std::filesystem::last_write_time(access_.ProjectFile());
   if (writtenAt == savedAt_) return;
   savedAt_ = writtenAt;
-  const Records now = ReadRecords(access_.ProjectFile());
+  Records now = ReadRecords(access_.ProjectFile());
   for (const auto& [name, row] : now) {
     const FileRow& was = saved_.at(name);
     // A download may bring the marks that it cleared.
@@ -278,6 +281,15 @@ void Examiner::Saved() {
                          Quoted(was.shown[0]) + " was saved");
     }
   }
+  saved_ = std::move(now);
+}
+
+bool Examiner::IsAllSaved(const Records& records) const {
+  return std::ranges::all_of(records, [this](const auto& entry) {
+    const auto saved = saved_.find(entry.first);
+    return saved != saved_.end() && saved->second.shown == entry.second.shown &&
+           saved->second.values == entry.second.values && saved->second.mark == entry.second.mark;
+  });
 }
 
 // ---- changes

@@ -16,10 +16,11 @@ namespace velmoor::walk {
 
 // Something that does not hold. `kind` is one word, the same for the same rule:
 //   forms      the text and the controller's form of a record disagree
-//   places     a text in units has not the resolution's places
+//   places     a text in units that is new has not the resolution's places
 //   limits     a value outside its limits
 //   window     an open window shows something else than the working file, where nothing is edited
 //   saved      the project file is not what was saved
+//   marks      a download's marks are not in the project file, though nothing else was unsaved
 //   stored     what was accepted is not what the window showed
 //   typed      a value differs that nobody named
 //   preview    a value differs from what the preview of the change told
@@ -65,10 +66,13 @@ class Examiner {
   void Blame(const std::string& kind, const std::string& text) { found.push_back({kind, text}); }
 
   // ---- what holds always
-  void Forms(const Records& records);
+  // `before` are the records that were looked at last.
+  void Forms(const Records& before, const Records& records);
   void Windows(const Records& records, const Pending& pending);
   void Amplifier(const Records& records, campaign::Rows which, const char* when);
   void Saved();
+  // Whether the project file holds all that the records hold, marks included.
+  [[nodiscard]] bool IsAllSaved(const Records& records) const;
   void TakeAsSaved();
   [[nodiscard]] const Records& SavedRecords() const { return saved_; }
 
@@ -92,12 +96,13 @@ class Examiner {
                    const std::set<std::string>& pending);
   void CheckMachineWindow(HeadlessForm& form, const Records& records);
   void CheckTravel(const Records& before, const Records& after);
-  void CheckPreview(const Records& after);
+  void CheckPreview(const Records& before, const Records& after);
   [[nodiscard]] bool IsNamed(const std::string& name, std::size_t field,
                              const FileRow& after) const;
 
   Access& access_;
   const campaign::Exempt& exempt_;
+  const Records* before_ = nullptr;  // of Forms, while it runs
   Records saved_;
   std::filesystem::file_time_type savedAt_;
 };

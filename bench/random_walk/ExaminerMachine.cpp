@@ -94,11 +94,15 @@ bool Examiner::IsNamed(const std::string& name, std::size_t field, const FileRow
   });
 }
 
-void Examiner::CheckPreview(const Records& after) {
+void Examiner::CheckPreview(const Records& before, const Records& after) {
   for (const PreviewLine& line : access_.preview) {
     const auto [name, field] = PlaceIn(line.place);
     const auto record = after.find(name);
     if (record == after.end()) continue;
+    if (before.at(name).shown[field] != line.now) {
+      Blame("preview", "the preview told that " + line.place + " is '" + line.now +
+                           "' now, and the file had '" + before.at(name).shown[field] + "'");
+    }
     const std::string& shown = record->second.shown[field];
     const std::string& counts = record->second.values[field];
     if (shown == line.text && MoveOf(counts) == line.counts) continue;
@@ -143,7 +147,7 @@ void Examiner::CheckTravel(const Records& before, const Records& after) {
 void Examiner::MachineChange(const Records& before, const Records& after,
                              const std::map<std::string, std::string>& shown) {
   CheckTravel(before, after);
-  CheckPreview(after);
+  CheckPreview(before, after);
   const bool turns = IsRotary(MachineIn(before).system) || IsRotary(MachineIn(after).system);
   for (const auto& [name, row] : after) {
     const bool follows = turns && (name == "PRM81A" || name == "PRM81B" || name == "PRM81C");

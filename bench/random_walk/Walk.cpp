@@ -131,7 +131,7 @@ void Walk::JudgeStep() {
            a.second.mark == b.second.mark;
   };
   const bool changed = steps_ == 0 || !std::ranges::equal(file_, now, differs);
-  if (changed) examiner_.Forms(now);
+  if (changed) examiner_.Forms(file_, now);
   if (!held_) examiner_.Windows(now, pending_);
   examiner_.Saved();
   if (synchronous_ && (changed || lineUsed_)) {
@@ -427,6 +427,7 @@ void Walk::Transfer(const Step& step, bool upload) {
   const bool commits = upload && step.Word(2) == "commit" && !step.Refuses();
   if (upload && !commits) access_.Refuse("Commit uploaded data");
   if (access_.Blocking() != nullptr) return;
+  const bool allSaved = examiner_.IsAllSaved(file_);
   PlanFault(fault, std::atoi(step.Word(upload ? 4 : 3).c_str()));
   const bool chosen =
       access_.Choose(std::string("mnuTools") + (upload ? "Upload" : "Download") + item);
@@ -444,6 +445,15 @@ void Walk::Transfer(const Step& step, bool upload) {
     rule_ = [](const Records&, const Records&) {};
   }
   if (!done) return;
+  if (!upload && allSaved) {
+    rule_ = [this, rule = rule_](const Records& before, const Records& after) {
+      rule(before, after);
+      examiner_.Saved();
+      if (!examiner_.IsAllSaved(after)) {
+        examiner_.Blame("marks", "what the download cleared is not in the project file");
+      }
+    };
+  }
   // An amplifier without a machine leaves the project's own in force.
   const bool machineless = upload && access_.Said("mechanical system data");
   const bool whole = item == "All" && (!upload || commits) && !machineless;

@@ -20,10 +20,10 @@ constexpr const char* kWalk =
     "edit jog 4 1 20\n"
     "ok jog\n"
     "open homing\n"
-    "edit homing Pn825 3 7\n"
+    "edit homing Pn81D 3 7\n"
     "apply homing\n"
-    "save\n"
     "download New none 0\n"
+    "save\n"
     "power\n"
     "compare\n";
 
