@@ -1,7 +1,6 @@
 #include "random_walk/Examiner.h"
 
 #include <algorithm>
-#include <array>
 #include <bit>
 #include <cstdint>
 #include <cstdlib>
@@ -43,8 +42,6 @@ std::string RecordName(const std::string& pn) {
 }
 
 HeldMachine MachineIn(const Records& records) {
-  static constexpr std::array<const char*, 6> kUnits{"cm", "mm", "inch", "ft", "deg", "rad"};
-  static constexpr std::array<const char*, 3> kEncoders{"2048", "16384", "32768"};
   const auto value = [&records](const char* name) { return records.at(name).values[0]; };
   const std::string selections = value("PRM82E");
   const auto digit = [&selections](std::size_t at) { return selections.at(at) - '0'; };

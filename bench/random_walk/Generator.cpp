@@ -7,6 +7,8 @@
 #include <filesystem>
 #include <utility>
 
+#include "random_walk/MachineOracle.h"
+
 namespace velmoor::walk {
 namespace {
 
@@ -191,10 +193,6 @@ Step Generator::EditOfTable(const WindowKind& kind, HeadlessForm& form) {
 // ---- the machine
 
 Step Generator::InMachine(Walk& walk, HeadlessForm& form) {
-  static constexpr std::array<const char*, 5> kSystems{"Leadscrew", "Tangential/Belt Drive",
-                                                       "Material Feeder", "Rotary Table", "Other"};
-  static constexpr std::array<const char*, 3> kEncoders{"2048", "16384", "32768"};
-  static constexpr std::array<const char*, 6> kUnits{"cm", "mm", "inch", "ft", "deg", "rad"};
   static constexpr std::array<const char*, 8> kMeasures{"5", "10", "36",  "360",
                                                         "1", "20", "2.5", "50"};
   static constexpr std::array<const char*, 5> kUnitRows{"Pn81E", "Pn81F", "Pn820", "Pn821",

@@ -2,16 +2,22 @@
 // terms, the range of resolutions, the records of the file, or the words of the refusal.
 #pragma once
 
+#include <array>
 #include <map>
-#include <random>
 #include <string>
 #include <vector>
 
 namespace velmoor::walk {
 
+// In the order in which the amplifier counts them.
+inline constexpr std::array<const char*, 5> kSystems{"Leadscrew", "Tangential/Belt Drive",
+                                                     "Material Feeder", "Rotary Table", "Other"};
+inline constexpr std::array<const char*, 6> kUnits{"cm", "mm", "inch", "ft", "deg", "rad"};
+inline constexpr std::array<const char*, 3> kEncoders{"2048", "16384", "32768"};
+
 // A description as it is typed.
 struct TypedMachine {
-  int system = 0;  // 0 to 4, in the order of SystemName
+  int system = 0;  // among kSystems
   std::string measure = "5";
   std::string n1 = "1";
   std::string n2 = "1";
@@ -26,6 +32,8 @@ struct TypedMachine {
 };
 
 [[nodiscard]] std::string SystemName(int system);
+// Travel of a turn for one of the measure.
+[[nodiscard]] double MultiplierOf(const TypedMachine& machine);
 [[nodiscard]] inline bool IsRotary(int system) {
   return system == 3;
 }
@@ -60,10 +68,5 @@ struct ExpectedRow {
 [[nodiscard]] ExpectedRow AfterChange(const std::string& pn, const UnitRow& row,
                                       const TypedMachine& before, const TypedMachine& after,
                                       long low, long high);
-
-// A machine of any system, encoder and gearing, valid in about three cases of four.
-[[nodiscard]] TypedMachine RandomMachine(std::mt19937_64& random);
-// One that is valid beyond doubt.
-[[nodiscard]] TypedMachine RandomValidMachine(std::mt19937_64& random);
 
 }  // namespace velmoor::walk

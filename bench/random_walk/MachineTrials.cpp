@@ -20,6 +20,7 @@
 #include "platform/headless/HeadlessWorld.h"
 #include "random_walk/Literal.h"
 #include "random_walk/MachineOracle.h"
+#include "random_walk/RandomMachine.h"
 #include "simulator/InProcessPort.h"
 #include "simulator/SimulatedLine.h"
 

@@ -52,7 +52,7 @@ class Walk {
   void Accept(const WindowKind& kind, const std::string& button);
   void Cancel(const WindowKind& kind);
   void Save();
-  void Reopen(bool save);
+  void Reopen(const Step& step);
   void Transfer(const Step& step, bool upload);
   void Compare();
 
