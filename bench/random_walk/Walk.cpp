@@ -233,7 +233,8 @@ void Walk::Transfer(const Step& step, bool upload) {
     };
   }
   // An amplifier without a machine leaves the project's own in force.
-  const bool machineless = upload && access_.Said("mechanical system data");
+  const bool machineless =
+      upload && (access_.Said("mechanical system data") || access_.Said("Could not upload"));
   const bool whole = item == "All" && (!upload || commits) && !machineless;
   if (whole) synchronous_ = true;
   if (!upload && synchronous_ && (whole || item == "New")) {
