@@ -93,7 +93,7 @@ TypedMachine RandomMachine(std::mt19937_64& random) {
 
 TypedMachine RandomValidMachine(std::mt19937_64& random) {
   for (;;) {
-    const TypedMachine machine = RandomMachine(random);
+    TypedMachine machine = RandomMachine(random);
     const Judgement judgement = Judge(machine);
     if (judgement.valid && !judgement.doubtful) return machine;
   }

@@ -135,9 +135,10 @@ void Walk::UndoEdit(const WindowKind& kind, bool redo) {
   const auto& then = undo_.back();
   for (const auto& [cell, text] : now) {
     if (then.at(cell) == text) continue;
-    examiner_.Blame("undo", std::string(kind.word) + ", cell " + cell + " is '" + text +
-                                "' instead of '" + then.at(cell) + "'" +
-                                (offered ? "" : ": undo is not offered"));
+    std::string told(kind.word);
+    told.append(", cell ").append(cell).append(" is '").append(text).append("' instead of '");
+    told.append(then.at(cell)).append(offered ? "'" : "': undo is not offered");
+    examiner_.Blame("undo", told);
     break;
   }
   undo_.pop_back();
@@ -198,8 +199,10 @@ void Walk::Accepted(const WindowKind& kind, const std::map<std::string, std::str
         const auto record = after.find(RecordName(pn));
         if (record == after.end() || record->second.shown[0] == text) continue;
         if (reset && KindOf(pn) != Kind::plain) continue;
-        examiner_.Blame("stored", "machine " + pn + " was '" + text + "' in the window and is '" +
-                                      record->second.shown[0] + "' in the file");
+        std::string told = "machine " + pn;
+        told.append(" was '").append(text).append("' in the window and is '");
+        told.append(record->second.shown[0]).append("' in the file");
+        examiner_.Blame("stored", told);
       }
     };
     return;
@@ -218,9 +221,10 @@ void Walk::Accepted(const WindowKind& kind, const std::map<std::string, std::str
       const auto text = shown.find(pn);
       if (record == after.end() || text == shown.end()) continue;
       if (record->second.shown[0] == text->second) continue;
-      examiner_.Blame("stored", word + " " + pn + " was '" + text->second +
-                                    "' in the window and is '" + record->second.shown[0] +
-                                    "' in the file");
+      std::string told = word;
+      told.append(" ").append(pn).append(" was '").append(text->second);
+      told.append("' in the window and is '").append(record->second.shown[0]);
+      examiner_.Blame("stored", told.append("' in the file"));
     }
   };
 }
