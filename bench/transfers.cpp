@@ -16,13 +16,9 @@ constexpr int kRuns = 2;  // at that rate; one at the others
 
 // The project's own parameter for the speed: a download of everything sends it.
 void SetBaudRate(clsHX7Project& project, std::int32_t baudRate) {
-  BlockMatrix rows;
-  project.Editor().GetBlockMatrix(rows);
-  const int row = rows.FindRow("Pn801");
-  rows.Set(row, Column::value, NumberText(baudRate));
-  rows.Set(row, Column::dirty, "1");
-  project.Editor().LetBlockMatrix(rows);
-  Require(project.Editor().SaveToDB(), "the storing of Pn801");
+  clsHX7Editor& editor = project.Editor();
+  editor.EditValue(editor.FindRow("Pn801"), NumberText(baudRate));
+  Require(editor.AcceptEdits(), "the storing of Pn801");
 }
 
 void MeasureWhole(Workbench& bench, std::int32_t baudRate, int runs) {
@@ -37,7 +33,7 @@ void MeasureWhole(Workbench& bench, std::int32_t baudRate, int runs) {
     GoOnline(live.Session());
     uploads.push_back(
         live.Line().Time("Upload All", [&] { return RunUploadStages(live.Project()); }));
-    live.Project().RestoreSnapshot();
+    live.Project().DropUpload();
   }
   const std::string at = " at " + std::to_string(baudRate) + " bit/s";
   bench.table.Add(LineFigure("Download All" + at, kSeconds, downloads));

@@ -11,10 +11,10 @@
 #include "Workbench.h"
 #include "mechanics/GearRatio.h"
 #include "mechanics/MachineEdit.h"
+#include "project/data/ComboListText.h"
 #include "simulator/InProcessPort.h"
 #include "tables/CellRules.h"
 #include "tables/MotionPlot.h"
-#include "tools/ComboListText.h"
 #include "tools/ParameterRules.h"
 
 namespace velmoor::bench {
@@ -157,7 +157,7 @@ void MeasureMachine(Workbench& bench, clsHX7Project& project) {
     double b = 8192;
     (void)ReduceGearRatio(a, b);
   });
-  const MachineEdit edit(project.MechanicalSystem());
+  const MachineEdit edit = project.MechanicalSystem().Edit();
   bench.Time("The machine's figures after an edit", kMicroseconds, 101, Goal{5000},
              [&] { (void)edit.Figures(); });
 }

@@ -12,14 +12,14 @@ namespace {
 template <typename Table>
 void Import(Table& table, std::string_view text) {
   const Project& project = OpenedProject();
-  const auto before = table.TakeSnapshot();
+  const auto before = table.TakeEdits();
   if (ImportCsv(project, table, text).empty()) {
     Require(table.ChangeAccepted(), "an import can be stored");
     const std::string exported = ExportCsv(table);
     Require(ImportCsv(project, table, exported).empty(), "an export can be imported");
     Require(ExportCsv(table) == exported, "an export imports to the same");
   }
-  table.RestoreSnapshot(before);
+  table.PutBackEdits(before);
 }
 
 }  // namespace

@@ -10,14 +10,10 @@
 namespace velmoor::fuzz {
 namespace {
 
-constexpr unsigned kTools = 10;
-
 void UploadTool(unsigned tool) {
   clsHX7Project& project = campaign::Program::Project();
-  project.TakeSnapshot();
-  if (project.UploadPart(static_cast<Tool>(tool)))
-    project.CommitUploadedTool(static_cast<Tool>(tool));
-  project.RestoreSnapshot();
+  if (project.UploadParts({static_cast<Tool>(tool)})) (void)project.CommitUpload();
+  project.DropUpload();
 }
 
 }  // namespace
@@ -28,13 +24,13 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace velmoor::fuzz;
   static ProgramSession session("uploads");
   std::string_view text = Text(data, size);
-  const unsigned choice = Choose(text, 2 * (kTools + 1));
+  const unsigned choice = Choose(text, 2 * (velmoor::kTools + 1));
   const unsigned tool = choice / 2;
   session.TakeAnswers(text);
   gMainForm->Helix7()->SetEcho(choice % 2 == 0);
-  if (tool == kTools) {
+  if (tool == velmoor::kTools) {
     (void)RunUploadStages(campaign::Program::Project());
-    campaign::Program::Project().RestoreSnapshot();
+    campaign::Program::Project().DropUpload();
   } else {
     UploadTool(tool);
   }

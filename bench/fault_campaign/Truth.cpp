@@ -10,8 +10,8 @@
 #include "platform/Database.h"
 #include "platform/Numbers.h"
 #include "project/data/Schema.h"
+#include "project/data/UnitConversion.h"
 #include "tools/ParameterToolBase.h"
-#include "tools/UnitConversion.h"
 
 namespace velmoor::campaign {
 namespace {
@@ -102,7 +102,15 @@ void CheckCounts(std::vector<std::string>& wrong, const FileRow& row, std::size_
   }
 }
 
-void CheckStep(std::vector<std::string>& wrong, clsHX7Project& project, const FileRow& row) {
+// "I+12.345" goes out as "I+12345"; words go out as they are.
+std::string CountsOfMove(const std::string& shown) {
+  const bool moves = shown.size() > 2 && (shown[1] == '+' || shown[1] == '-');
+  if (!moves) return shown;
+  return shown.substr(0, 2) +
+         UnitsToCounts(shown.substr(2), FactorOf(OpenedProject(), UnitKind::distance));
+}
+
+void CheckStep(std::vector<std::string>& wrong, const FileRow& row) {
   const bool blank = row.shown[0].empty();
   for (const std::string& each : row.shown) {
     if (each.empty() != blank) wrong.push_back(row.Name() + ": half filled");
@@ -111,15 +119,15 @@ void CheckStep(std::vector<std::string>& wrong, clsHX7Project& project, const Fi
   CheckCounts(wrong, row, 2, UnitKind::distance);
   CheckCounts(wrong, row, 3, UnitKind::speed);
   if (blank) return;
-  if (project.Position().ConvertPositionToCounts(row.shown[0]) != row.values[0]) {
+  if (CountsOfMove(row.shown[0]) != row.values[0]) {
     wrong.push_back(row.Name() + ": shows " + row.shown[0] + " and sends " + row.values[0]);
   }
 }
 
-void CheckForms(std::vector<std::string>& wrong, clsHX7Project& project, const FileRow& row) {
+void CheckForms(std::vector<std::string>& wrong, const FileRow& row) {
   if (row.mark != "1" && row.mark != "0") wrong.push_back(row.Name() + ": mark '" + row.mark + "'");
   if (row.table == Position::kTable) {
-    CheckStep(wrong, project, row);
+    CheckStep(wrong, row);
   } else if (row.table == Zone::kTable) {
     if (row.shown[0].empty() != row.shown[1].empty()) wrong.push_back(row.Name() + ": one limit");
     CheckCounts(wrong, row, 0, UnitKind::distance);
@@ -160,7 +168,7 @@ bool IsOffered(clsHX7Project& project, const FileRow& row) {
   const std::string strPn = "Pn" + row.Name().substr(3);
   if (IsMechSystemPn(strPn)) return project.MechanicalSystem().IsDirty();
   return std::ranges::any_of(project.ParameterTools(), [&strPn](const ParameterToolBase* tool) {
-    return tool->IsDirty() && tool->Rows().FindRow(strPn) > 0;
+    return tool->IsDirty() && tool->FindRow(strPn) > 0;
   });
 }
 
@@ -208,17 +216,16 @@ std::vector<std::string> Untruths(const std::vector<FileRow>& rows, Wiring& wiri
 
 std::vector<std::string> Inconsistencies(clsHX7Project& project, const std::vector<FileRow>& rows) {
   std::vector<std::string> wrong;
-  for (const FileRow& row : rows) CheckForms(wrong, project, row);
+  for (const FileRow& row : rows) CheckForms(wrong, row);
   CompareMemory(wrong, project.Position(), rows, Position::kTable, clsHX7Position::position);
   CompareMemory(wrong, project.Zone(), rows, Zone::kTable, 0);
   CompareMemory(wrong, project.Jog(), rows, Jog::kTable, 0);
   for (const FileRow& row : rows) {
     if (row.table != Parameters::kTable) continue;
-    const BlockMatrix& matrix = project.Editor().Rows();
-    const int at = matrix.FindRow("Pn" + row.Name().substr(3));
-    if (at > 0 && matrix.Text(at, Column::value) != row.shown[0]) {
-      wrong.push_back(row.Name() + ": memory shows " + matrix.Text(at, Column::value) +
-                      ", the file " + row.shown[0]);
+    const Parameter* const parameter = project.Parameters().Find("Pn" + row.Name().substr(3));
+    if (parameter != nullptr && parameter->text != row.shown[0]) {
+      wrong.push_back(row.Name() + ": memory shows " + parameter->text + ", the file " +
+                      row.shown[0]);
     }
   }
   CheckFlags(wrong, project, rows);

@@ -223,7 +223,7 @@ void Walk::Transfer(const Step& step, bool upload) {
     rule_ = [](const Records&, const Records&) {};
   }
   if (!done) return;
-  if (!upload && allSaved) {
+  if (!upload && allSaved && !harmed_) {
     rule_ = [this, rule = rule_](const Records& before, const Records& after) {
       rule(before, after);
       examiner_.Saved();

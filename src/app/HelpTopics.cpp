@@ -3,36 +3,28 @@
 #include <algorithm>
 #include <array>
 #include <string>
+#include <vector>
 
 #include "platform/Form.h"
 #include "platform/HelpViewer.h"
 #include "platform/World.h"
+#include "session/Tools.h"
 
 namespace velmoor {
 namespace {
 
-constexpr std::array kTopics{
+constexpr std::array kOthers{
     HelpTopic{"frmMain", "", "index.md", ""},
     HelpTopic{"frmSplash", "", "start.md", "starting-velmoor"},
     HelpTopic{"frmInitialSettings", "", "start.md", "starting-velmoor"},
     HelpTopic{"frmAbout", "", "index.md", "versions-and-licences"},
     HelpTopic{"frmCommunications", "", "start.md", "communications-settings"},
-    HelpTopic{"frmMechanicalSystem", "", "machine.md", "the-window"},
     HelpTopic{"frmRescalePreview", "", "machine.md", "what-a-change-rescales"},
-    HelpTopic{"frmProperties", "Interface", "parameters.md", "interface"},
-    HelpTopic{"frmProperties", "Flexible", "parameters.md", "flexible-io"},
-    HelpTopic{"frmProperties", "Over", "parameters.md", "over-travel"},
-    HelpTopic{"frmProperties", "Homing", "parameters.md", "homing"},
     HelpTopic{"frmProperties", "", "parameters.md", ""},
-    HelpTopic{"frmEditor", "", "parameters.md", "parameter-editor"},
-    HelpTopic{"frmTuning", "", "tuning.md", "gain-tuning"},
     HelpTopic{"frmInertiaRatio", "", "tuning.md", "inertia-ratio"},
-    HelpTopic{"frmPosition", "", "tables.md", "index-table"},
     HelpTopic{"frmDialogPosition", "", "tables.md", "position"},
     HelpTopic{"frmDialogEvent", "", "tables.md", "event"},
     HelpTopic{"frmDialogPOut", "", "tables.md", "outputs"},
-    HelpTopic{"frmZone", "", "tables.md", "zone-table"},
-    HelpTopic{"frmJog", "", "tables.md", "jog-table"},
     HelpTopic{"frmDialogStop", "", "transfers.md", "stopping-a-transfer"},
     HelpTopic{"frmCompare", "", "transfers.md", "comparing"},
     HelpTopic{"frmServoJog", "", "test-run.md", "the-window"},
@@ -49,18 +41,28 @@ constexpr std::array kTopics{
 }  // namespace
 
 std::span<const HelpTopic> HelpTopics() {
+  // A tool's window comes before one that serves several of them.
+  static const std::vector<HelpTopic> kTopics = [] {
+    std::vector<HelpTopic> topics;
+    for (const ToolInfo& info : Tools()) {
+      topics.push_back({info.window, info.caption, info.page, info.anchor});
+    }
+    topics.insert(topics.end(), kOthers.begin(), kOthers.end());
+    return topics;
+  }();
   return kTopics;
 }
 
 void ShowHelpFor(const Form* form) {
   if (world().helpViewer == nullptr) return;
-  const std::string name = form == nullptr ? kTopics.front().window : form->Name();
+  const std::string name = form == nullptr ? std::string() : form->Name();
   const std::string caption = form == nullptr ? std::string() : form->Caption();
-  const auto* const topic = std::ranges::find_if(kTopics, [&](const HelpTopic& entry) {
+  const auto topics = HelpTopics();
+  const auto topic = std::ranges::find_if(topics, [&](const HelpTopic& entry) {
     return name == entry.window && caption.starts_with(entry.leadWord);
   });
-  const HelpTopic& found = topic == kTopics.end() ? kTopics.front() : *topic;
-  world().helpViewer->ShowPage(found.page, found.anchor);
+  const HelpTopic& found = topic == topics.end() ? kOthers.front() : *topic;
+  world().helpViewer->ShowPage(std::string(found.page), std::string(found.anchor));
 }
 
 }  // namespace velmoor

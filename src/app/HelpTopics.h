@@ -2,16 +2,17 @@
 #pragma once
 
 #include <span>
+#include <string_view>
 
 namespace velmoor {
 
 class Form;
 
 struct HelpTopic {
-  const char* window;    // the name of its form
-  const char* leadWord;  // of the caption, where one form serves several tools; otherwise empty
-  const char* page;
-  const char* anchor;
+  std::string_view window;    // the name of its form
+  std::string_view leadWord;  // of the caption, where one form serves several tools; else empty
+  std::string_view page;
+  std::string_view anchor;
 };
 
 [[nodiscard]] std::span<const HelpTopic> HelpTopics();

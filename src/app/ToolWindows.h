@@ -1,4 +1,4 @@
-// The tool windows by what the main window keeps of each, the modules, and the items of a transfer.
+// The windows by what the main window keeps of each, and the modules.
 #pragma once
 
 #include <array>
@@ -8,26 +8,17 @@
 
 namespace velmoor {
 
+// Those that are no tool of the project.
 enum class ToolWindow : std::size_t {
   servoJog,
-  interface,
-  flexibleIO,
-  overTravel,
-  mechanicalSystem,
-  homing,
-  position,
-  jog,
-  zone,
   monitoring,
   terminal,
   productInfo,
-  tuning,
   inertiaRatio,
-  editor,
   communicationsSettings,
   homePosition,
 };
-inline constexpr std::size_t kToolWindows = 17;
+inline constexpr std::size_t kToolWindows = 7;
 
 enum class Module { testRun = 0, indexer = 1, tuning = 2, monitoring = 3, editor = 4 };
 
@@ -42,21 +33,6 @@ inline constexpr std::array<ModuleInfo, 5> kModules{{
     {"mnuModuleMonitoring", "Monitoring/Troubleshooting"},
     {"mnuModuleEditor", "Parameter Editor"},
 }};
-
-inline constexpr std::array<const char*, 12> arTransferItemNames{
-    "All",
-    "All Parameters",
-    "Tuning Parameters",
-    "Mechanical System Parameters",
-    "Interface Parameters",
-    "Flexible I/O Parameters",
-    "Homing Parameters",
-    "Over Travel Parameters",
-    "All Tables",
-    "Index Table",
-    "Jog Table",
-    "Zone Table",
-};
 
 // A tool window of that type is on show. The parameter grid window serves several tools and is
 // known by the first word of its caption; any other by the name of its form.

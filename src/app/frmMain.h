@@ -53,6 +53,8 @@ class frmMain final : public SessionState {
 
   [[nodiscard]] clsHX7Procedure* Procedure() override { return clsProcedure.get(); }
   [[nodiscard]] Module SelectedModule() const { return eSelectedModule; }
+  // The tool's window is open.
+  [[nodiscard]] bool ToolOpened(Tool tool) const { return clsProject && clsProject->IsShown(tool); }
   [[nodiscard]] bool ToolOpened(ToolWindow tool) const {
     return toolOpened_[static_cast<std::size_t>(tool)];
   }
@@ -106,7 +108,6 @@ class frmMain final : public SessionState {
     const char* stopped;
   };
   struct ItemTransfer;
-  struct ToolOpener;
   struct ResetStep;
 
   // ---- the window (frmMain.cpp)
@@ -249,14 +250,11 @@ class frmMain final : public SessionState {
   bool UnloadModuleTools(Module eNotThisModule, bool& Cancel);
   // Unloads every form on show; false when one of them stayed.
   static bool UnloadAllForms();
-  void mnuToolsMechanicalSystem_Click();
   // The pattern of a blocking tool: flag, window, flag again.
   void OpenModalTool(ToolWindow tool, const std::string& prefix, const std::function<void()>& show);
   void SetToolOpened(ToolWindow tool, bool opened);
   // Opens a tool that stays beside the main window, and flags it as open.
   void OpenTool(ToolWindow window, const std::string& prefix, const std::function<bool()>& show);
-  void mnuToolsTuning_Click();
-  void mnuToolsEditor_Click();
   // ---- tools on the live hardware (frmMainOnlineTools.cpp)
   void ConnectOnlineTools();
   void mnuToolsMonitoring_Click();
@@ -274,7 +272,6 @@ class frmMain final : public SessionState {
   // The commands that open a tool beside the main window or upload one tool. False: no such
   // command.
   bool RunToolCommand(const std::string& name);
-  void clsProject_ToolClosed(Tool tool);
   // ---- the Edit menu (frmMainEdit.cpp)
   void ConnectEditMenu();
   // The active window as the Edit menu knows it; null where it has no such notion.

@@ -12,9 +12,10 @@
 
 namespace velmoor {
 
+// One item of a transfer: a tool, or a group of them.
 struct frmMain::ItemTransfer {
-  const char* command;
-  std::size_t name;  // in arTransferItemNames
+  std::string_view command;
+  std::string name;
   std::vector<Tool> tools;
 
   static const std::vector<ItemTransfer>& Uploads();
@@ -23,66 +24,36 @@ struct frmMain::ItemTransfer {
 
 namespace {
 
-bool Differs(const std::vector<PartComparison>& parts) {
-  return std::ranges::any_of(parts,
-                             [](const PartComparison& part) { return !part.differences.empty(); });
-}
-
-// The command that opens the tool's window beside the main window; null for one that blocks.
-const char* WindowCommandOf(Tool tool) {
-  switch (tool) {
-    case Tool::interface:
-      return "mnuToolsIndexerInterface";
-    case Tool::flexibleIO:
-      return "mnuToolsIndexerFlexibleIO";
-    case Tool::overTravel:
-      return "mnuToolsIndexerOverTravel";
-    case Tool::homing:
-      return "mnuToolsIndexerHoming";
-    case Tool::position:
-      return "mnuToolsIndexerPosition";
-    case Tool::jog:
-      return "mnuToolsIndexerJog";
-    case Tool::zone:
-      return "mnuToolsIndexerZone";
-    default:
-      return nullptr;
-  }
-}
+constexpr const char* kAllTables = "All Tables";
 
 }  // namespace
 
 const std::vector<frmMain::ItemTransfer>& frmMain::ItemTransfer::Uploads() {
-  static const std::vector<ItemTransfer> kUploads{
-      {"mnuToolsUploadParametersAll", 1, {Tool::editor}},
-      {"mnuToolsUploadParameterTuning", 2, {Tool::tuning}},
-      {"mnuToolsUploadParameterMechanicalSystem", 3, {Tool::mechanicalSystem}},
-      {"mnuToolsUploadParameterInterface", 4, {Tool::interface}},
-      {"mnuToolsUploadParameterFlexibleIO", 5, {Tool::flexibleIO}},
-      {"mnuToolsUploadParameterHoming", 6, {Tool::homing}},
-      {"mnuToolsUploadParameterOverTravel", 7, {Tool::overTravel}},
-      {"mnuToolsUploadTablesAll", 8, {Tool::jog, Tool::zone, Tool::position}},
-      {"mnuToolsUploadTableIndex", 9, {Tool::position}},
-      {"mnuToolsUploadTableJog", 10, {Tool::jog}},
-      {"mnuToolsUploadTableZone", 11, {Tool::zone}},
-  };
+  static const std::vector<ItemTransfer> kUploads = [] {
+    std::vector<ItemTransfer> items;
+    for (const ToolInfo& info : Tools()) {
+      items.push_back({info.upload, std::string(info.item), {info.tool}});
+    }
+    items.push_back(
+        {"mnuToolsUploadTablesAll", kAllTables, {Tool::jog, Tool::zone, Tool::position}});
+    return items;
+  }();
   return kUploads;
 }
 
 // The machine's description travels with the parameters that it is made of.
 const std::vector<frmMain::ItemTransfer>& frmMain::ItemTransfer::Downloads() {
-  static const std::vector<ItemTransfer> kDownloads{
-      {"mnuToolsDownloadParametersAll", 1, {Tool::editor, Tool::mechanicalSystem}},
-      {"mnuToolsDownloadParameterTuning", 2, {Tool::tuning}},
-      {"mnuToolsDownloadParameterInterface", 4, {Tool::interface}},
-      {"mnuToolsDownloadParameterFlexibleIO", 5, {Tool::flexibleIO}},
-      {"mnuToolsDownloadParameterHoming", 6, {Tool::homing}},
-      {"mnuToolsDownloadParameterOverTravel", 7, {Tool::overTravel}},
-      {"mnuToolsDownloadTablesAll", 8, {Tool::position, Tool::jog, Tool::zone}},
-      {"mnuToolsDownloadTableIndex", 9, {Tool::position}},
-      {"mnuToolsDownloadTableJog", 10, {Tool::jog}},
-      {"mnuToolsDownloadTableZone", 11, {Tool::zone}},
-  };
+  static const std::vector<ItemTransfer> kDownloads = [] {
+    std::vector<ItemTransfer> items;
+    for (const ToolInfo& info : Tools()) {
+      if (info.download.empty()) continue;
+      std::vector<Tool> tools{info.tool};
+      if (info.tool == Tool::editor) tools.push_back(Tool::mechanicalSystem);
+      items.push_back({info.download, std::string(info.item), std::move(tools)});
+    }
+    items.push_back({"mnuToolsDownloadTablesAll", kAllTables, {kTables.begin(), kTables.end()}});
+    return items;
+  }();
   return kDownloads;
 }
 
@@ -123,7 +94,7 @@ void frmMain::UploadFromWindow(Tool tool) {
   const auto item = std::ranges::find_if(ItemTransfer::Uploads(), [tool](const ItemTransfer& each) {
     return each.tools.front() == tool;
   });
-  RunWindowCommand(item->command, [this, &item] { UploadItems(*item); });
+  RunWindowCommand(std::string(item->command), [this, &item] { UploadItems(*item); });
 }
 
 void frmMain::DownloadFromWindow(Tool tool) {
@@ -132,7 +103,7 @@ void frmMain::DownloadFromWindow(Tool tool) {
   const auto item =
       std::ranges::find_if(ItemTransfer::Downloads(),
                            [tool](const ItemTransfer& each) { return each.tools.front() == tool; });
-  RunWindowCommand(item->command, [this, &item, tool] {
+  RunWindowCommand(std::string(item->command), [this, &item, tool] {
     DownloadItems(*item, [this, tool] {
       return clsProject->ParameterToolOf(tool)->Window().CommitPending();
     });
@@ -158,7 +129,7 @@ int frmMain::StepsOf(const ItemTransfer& item) const {
 // What a failed or stopped upload has read leaves no trace: one tool's rows would be half the
 // file's and half the amplifier's.
 void frmMain::UploadItems(const ItemTransfer& item) {
-  const std::string name = arTransferItemNames.at(item.name);
+  const std::string& name = item.name;
   Trapped("Upload " + name + " failed!\r", [&] {
     if (!GoOnlineForTransfer("Upload failed!")) return false;
     if (!AskExclamationYesNo(
@@ -178,10 +149,10 @@ void frmMain::UploadItems(const ItemTransfer& item) {
     ShowUploadedDifferences();
     if (!AskYesNo(name +
                   " successfully uploaded from controller.\rCommit uploaded data to project?")) {
-      clsProject->RestoreSnapshot();
+      clsProject->DropUpload();
       return true;
     }
-    clsProject->CommitUploadedParts(item.tools);
+    if (!clsProject->CommitUpload()) return false;
     LaunchUploadedToolWindows(item.tools);
     return true;
   });
@@ -191,13 +162,14 @@ void frmMain::UploadItems(const ItemTransfer& item) {
 void frmMain::LaunchUploadedToolWindows(const std::vector<Tool>& tools) {
   if (eSelectedModule != Module::indexer) return;
   for (const Tool tool : tools) {
-    const char* const command = WindowCommandOf(tool);
-    if (command != nullptr && window_->CommandEnabled(command)) RunToolCommand(command);
+    const ToolInfo& info = InfoOf(tool);
+    const std::string command(info.open);
+    if (!info.modal && window_->CommandEnabled(command)) RunToolCommand(command);
   }
 }
 
 void frmMain::DownloadItems(const ItemTransfer& item, const std::function<bool()>& prepare) {
-  const std::string name = arTransferItemNames.at(item.name);
+  const std::string& name = item.name;
   Trapped("Download " + name + " failed!\r", [&] {
     if (!GoOnlineForTransfer("Download failed!")) return false;
     if (!AskOkCancel(name + " of the project will be downloaded to the controller.\r"
@@ -217,7 +189,7 @@ void frmMain::DownloadItems(const ItemTransfer& item, const std::function<bool()
 // ---- comparing
 
 void frmMain::ShowUploadedDifferences() {
-  std::vector<PartComparison> parts = clsProject->CompareWithSnapshot();
+  std::vector<PartComparison> parts = clsProject->CompareWithUpload();
   // A machine that cannot be used was asked about, and is no value that a Yes would take.
   for (PartComparison& part : parts) {
     std::erase_if(part.differences, [](const ProjectDifference& d) { return d.row.empty(); });
@@ -232,9 +204,9 @@ void frmMain::mnuToolsCompare_Click() {
     BeginProcedure("Compare with Hardware", StepsOfWholeProject(false));
     const bool read = RunUploadStages(*clsProject);
     UnloadProcedureDialog();
-    const std::vector<PartComparison> parts = clsProject->CompareWithSnapshot();
+    const std::vector<PartComparison> parts = clsProject->CompareWithUpload();
     // What was read serves the comparison alone.
-    clsProject->RestoreSnapshot();
+    clsProject->DropUpload();
     if (!read) return false;
     if (Differs(parts)) {
       frmCompare(parts).Show();

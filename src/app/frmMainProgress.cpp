@@ -7,35 +7,10 @@
 #include "project/UploadFlow.h"
 
 namespace velmoor {
-namespace {
-
-struct ToolWords {
-  const char* name;
-  const char* items;  // what its rows are
-};
-
-const ToolWords& WordsOf(Tool tool) {
-  static const std::map<Tool, ToolWords> words{
-      {Tool::editor, {"Hardware Parameters", "Parameters"}},
-      {Tool::tuning, {"Tuning Parameters", "Parameters"}},
-      {Tool::flexibleIO, {"Flexible I/O Parameters", "Parameters"}},
-      {Tool::homing, {"Homing Parameters", "Parameters"}},
-      {Tool::interface, {"Interface Parameters", "Parameters"}},
-      {Tool::mechanicalSystem, {"Mechanical System Parameters", "Parameters"}},
-      {Tool::overTravel, {"Over Travel Parameters", "Parameters"}},
-      {Tool::position, {"Index Table", "Steps"}},
-      {Tool::jog, {"Jog Table", "Speeds"}},
-      {Tool::zone, {"Zone Table", "Zones"}},
-  };
-  return words.at(tool);
-}
-
-}  // namespace
-
 void frmMain::ConnectTransfers() {
   Connections& held = projectConnections_;
   held += clsProject->ToolStatus.Connect([this](Tool tool, const std::string& strStatus) {
-    UpdateStatusText(std::string(WordsOf(tool).name) + " " + strStatus);
+    UpdateStatusText(std::string(InfoOf(tool).status) + " " + strStatus);
     lineSuspect_ = lineSuspect_ || strStatus.ends_with("Failed");
   });
   held +=
@@ -62,10 +37,10 @@ void frmMain::ConnectTransfers() {
 
 void frmMain::ShowProgress(Tool tool, bool downloading, std::int16_t iCurrentRow,
                            std::int16_t iTotalRows) {
-  const ToolWords& words = WordsOf(tool);
+  const ToolInfo& info = InfoOf(tool);
   const std::string verb = downloading ? "Downloading " : "Uploading ";
-  const std::string current = verb + words.name + ": " + std::to_string(iCurrentRow) + " of " +
-                              std::to_string(iTotalRows) + " " + words.items;
+  const std::string current = verb + std::string(info.status) + ": " + std::to_string(iCurrentRow) +
+                              " of " + std::to_string(iTotalRows) + " " + std::string(info.rows);
   ShowStatusText(current);
   if (!clsProcedure) return;
   clsProcedure->CurrentFinished = iCurrentRow;
@@ -100,8 +75,11 @@ void frmMain::clsProject_RigidityChanged() {
   const bool ownProcedure = clsProcedure == nullptr;
   if (ownProcedure) clsProcedure = std::make_unique<clsHX7Procedure>();
   clsProcedure->Steps = clsProject->Tuning().RowsInArray();
-  if (!clsProject->Tuning().Upload()) {
+  // The Yes is the agreement to take them into the project.
+  if (!clsProject->UploadParts({Tool::tuning})) {
     UpdateStatusText("Tuning Parameters Upload parameters failed");
+  } else {
+    (void)clsProject->CommitUpload();
   }
   if (ownProcedure) clsProcedure.reset();
 }

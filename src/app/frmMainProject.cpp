@@ -204,7 +204,6 @@ void frmMain::ConnectProject() {
   held += clsProject->CommunicationDown.Connect([this] { CommunicationDown(); });
   held += clsProject->ResolutionDataInvalidated.Connect(
       [this](const std::string& items) { clsProject_ResolutionDataInvalidated(items); });
-  held += clsProject->ToolClosed.Connect([this](Tool tool) { clsProject_ToolClosed(tool); });
   ConnectTransfers();
   ConnectEditMenu();
   ConnectOnlineTools();

@@ -84,8 +84,9 @@ void frmMain::UploadAll() {
     return;
   }
   BeginProcedure("Upload All Data", StepsOfWholeProject(false));
-  if (!RunUploadStages(*clsProject)) return;
+  const bool read = RunUploadStages(*clsProject);
   UnloadProcedureDialog();
+  if (!read) return;
   ShowUploadedDifferences();
   AskToCommitUpload(*clsProject);
 }

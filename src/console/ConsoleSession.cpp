@@ -8,7 +8,6 @@
 #include "platform/Numbers.h"
 #include "platform/Trapped.h"
 #include "platform/World.h"
-#include "project/ToolNames.h"
 #include "project/UploadFlow.h"
 
 namespace velmoor {
@@ -64,7 +63,8 @@ bool ConsoleSession::Open(const std::string& fileName) {
   connections_ += clsProject->MechanicalSystemZeroSystem.Connect(inform(kZeroSystemWords));
   const auto show = [this](const char* verb) {
     return [this, verb](Tool tool, std::int16_t row, std::int16_t total) {
-      ShowProgress(verb + ToolName(tool) + ": " + NumberText(row) + " of " + NumberText(total));
+      ShowProgress(verb + std::string(InfoOf(tool).item) + ": " + NumberText(row) + " of " +
+                   NumberText(total));
     };
   };
   connections_ += clsProject->ToolDownloading.Connect(show("Downloading "));
@@ -73,7 +73,7 @@ bool ConsoleSession::Open(const std::string& fileName) {
     EndProgress();
     // Where a transfer ended is worth a line, its success is not.
     if (text.find("Complete") == std::string::npos) {
-      ShowInformation(ToolName(tool) + " " + text + " (" + lastProgress_ + ")");
+      ShowInformation(std::string(InfoOf(tool).item) + " " + text + " (" + lastProgress_ + ")");
     }
   });
   return true;

@@ -16,7 +16,6 @@
 #include "platform/Numbers.h"
 #include "platform/World.h"
 #include "project/ProjectCompare.h"
-#include "project/ToolNames.h"
 #include "project/UploadFlow.h"
 
 namespace velmoor {
@@ -24,32 +23,23 @@ namespace {
 
 // ---- the items of --only
 
-struct Item {
-  const char* name;
-  Tool tool;
-};
-constexpr std::array<Item, 5> kItems{{{"system", Tool::mechanicalSystem},
-                                      {"parameters", Tool::editor},
-                                      {"jog", Tool::jog},
-                                      {"zone", Tool::zone},
-                                      {"index", Tool::position}}};
-
 // The items of "index,zone" in the order of an upload.
 std::vector<Tool> ItemsNamed(const std::string& list) {
-  std::vector<bool> wanted(kItems.size(), false);
+  std::vector<Tool> wanted;
   for (std::size_t begin = 0; begin <= list.size();) {
     const std::size_t end = std::min(list.find(',', begin), list.size());
     const std::string name = list.substr(begin, end - begin);
-    const auto* const item = std::ranges::find(kItems, name, &Item::name);
-    if (item == kItems.end()) {
+    const auto* const item = std::ranges::find_if(
+        kUploadOrder, [&name](Tool tool) { return InfoOf(tool).word == name; });
+    if (item == kUploadOrder.end()) {
       throw UsageError("'" + name + "' is none of index, zone, jog, parameters and system");
     }
-    wanted[static_cast<std::size_t>(item - kItems.begin())] = true;
+    wanted.push_back(*item);
     begin = end + 1;
   }
   std::vector<Tool> tools;
-  for (std::size_t i = 0; i < kItems.size(); ++i) {
-    if (wanted[i]) tools.push_back(kItems[i].tool);
+  for (const Tool tool : kUploadOrder) {
+    if (std::ranges::find(wanted, tool) != wanted.end()) tools.push_back(tool);
   }
   return tools;
 }
@@ -63,15 +53,13 @@ void AllowOneOf(const Context& context, std::initializer_list<const char*> optio
 
 bool PrintDifferences(const Context& context, const std::vector<PartComparison>& parts,
                       const char* first, const char* second) {
-  bool equal = true;
   context.program.out << CsvLine({"part", "row", "field", first, second});
   for (const PartComparison& part : parts) {
-    equal = equal && part.differences.empty();
     for (const ProjectDifference& d : part.differences) {
       context.program.out << CsvLine({d.part, d.row, d.field, d.first, d.second});
     }
   }
-  return equal;
+  return !Differs(parts);
 }
 
 }  // namespace
@@ -154,13 +142,9 @@ bool Download(const Context& context) {
         "New items must be changed and committed before download!");
     return true;
   }
-  const bool hadMarks = !work.project().WhatIsDirty().empty();
   const bool done = only      ? work.project().DownloadParts(items)
                     : onlyNew ? work.project().Download()
                               : work.project().DownloadAll();
-  // The marks of what went out are true whether or not all did. A project without any is not
-  // written: it may be protected, and go to many amplifiers.
-  if (hadMarks || !done) work.project().Save();
   if (!done) {
     ShowExclamation("Error downloading data to controller!");
     return false;
@@ -187,7 +171,7 @@ bool Upload(const Context& context) {
       ShowExclamation("Error uploading data from controller!");
       return false;
     }
-    work.project().CommitUploadedParts(items);
+    if (!work.project().CommitUpload()) return false;
   } else {
     if (!RunUploadStages(work.project())) return false;
     AskToCommitUpload(work.project());
@@ -257,7 +241,7 @@ bool Compare(const Context& context) {
   if (!work.Open(context.Argument(1))) return false;
   if (!work.session().GoOnline("Cannot go online!")) return false;
   if (!RunUploadStages(work.project())) return false;
-  return PrintDifferences(context, work.project().CompareWithSnapshot(), "project", "hardware");
+  return PrintDifferences(context, work.project().CompareWithUpload(), "project", "hardware");
 }
 
 bool Diff(const Context& context) {

@@ -4,17 +4,13 @@
 #include <set>
 
 #include "platform/Csv.h"
-#include "platform/Database.h"
 #include "platform/MessageBoxes.h"
 #include "platform/Numbers.h"
 #include "project/clsHX7Project.h"
-#include "project/data/Schema.h"
 #include "tools/ParameterRules.h"
 
 namespace velmoor {
 namespace {
-
-using schema::Parameters;
 
 struct CheckedValue {
   int row = 0;
@@ -22,8 +18,7 @@ struct CheckedValue {
 };
 
 // A limit that has no meaning for the user, such as a list's, is left empty.
-CsvRow RowOf(const Project& project, const ParameterRow& row, RowSet& records) {
-  const bool stored = records.FindFirst(Parameters::kPn, row.name);
+CsvRow RowOf(const Project& project, const ParameterRow& row, const Parameter& parameter) {
   const bool limited = row.list.empty();
   return {row.name,
           row.description,
@@ -31,8 +26,8 @@ CsvRow RowOf(const Project& project, const ParameterRow& row, RowSet& records) {
           UnitsInWords(project, row.unit),
           limited ? MinimumText(project, row) : std::string(),
           limited ? MaximumText(project, row) : std::string(),
-          stored ? records.Text(Parameters::kControllerValue) : std::string(),
-          stored ? records.Text(Parameters::kDirty) : std::string()};
+          parameter.recorded ? parameter.controller : std::string(),
+          parameter.IsMarked() ? "1" : "0"};
 }
 
 // Reads one assignment into `taken`. Returns what is wrong with it, or an empty text.
@@ -41,7 +36,7 @@ std::string Check(clsHX7Project& project, const std::string& text, CheckedValue&
   if (at == std::string::npos) return "'" + text + "' is no assignment such as Pn81B=12.5";
   const std::string name = text.substr(0, at);
   clsHX7Editor& editor = project.Editor();
-  taken.row = editor.Rows().FindRow(name);
+  taken.row = editor.FindRow(name);
   if (taken.row == 0) return "'" + name + "' is no parameter of the direct parameter editor";
   std::string locked = LockedReason(name);
   if (!locked.empty()) return locked;
@@ -56,12 +51,11 @@ std::string Check(clsHX7Project& project, const std::string& text, CheckedValue&
 }  // namespace
 
 std::string ExportParameters(clsHX7Project& project) {
-  const auto database = OpenForReading(project.ProjectDatabasePath());
-  const auto records = database->OpenTable(Parameters::kTable);
   std::string csv =
       CsvLine({"pn", "description", "value", "unit", "minimum", "maximum", "controller", "dirty"});
   for (int row = 1; row <= project.Editor().RowsInArray(); ++row) {
-    csv += CsvLine(RowOf(project, project.Editor().Describe(row), *records));
+    csv +=
+        CsvLine(RowOf(project, project.Editor().Describe(row), project.Editor().ParameterOf(row)));
   }
   return csv;
 }
@@ -84,6 +78,7 @@ std::vector<std::string> SetParameters(clsHX7Project& project,
   for (const CheckedValue& value : taken) {
     project.Editor().EditValue(value.row, value.value);
   }
+  if (!project.Editor().HoldsEdits()) return faults;
   if (!project.Editor().AcceptEdits()) faults.push_back("Nothing was stored");
   return faults;
 }

@@ -4,11 +4,11 @@
 #include <array>
 
 #include "mechanics/MachineEdit.h"
-#include "mechanics/MachineUnits.h"
 #include "platform/Csv.h"
 #include "platform/MessageBoxes.h"
 #include "platform/Numbers.h"
 #include "project/clsHX7Project.h"
+#include "project/data/MachineUnits.h"
 
 namespace velmoor {
 namespace {
@@ -33,93 +33,72 @@ const Key* KeyNamed(const std::string& name) {
   return found == kKeys.end() ? nullptr : found;
 }
 
-MachineCheck Unknown(const std::string& what, const std::string& text) {
-  return {MachineCheck::Kind::restore, "'" + text + "' is no " + what + "!"};
-}
-
-MachineCheck Choose(MachineEdit& edit, const std::string& key, const std::string& text) {
+std::string Choose(MachineEdit& edit, const std::string& key, const std::string& text) {
   if (key == "system") {
     for (std::int32_t index = 0; index < 5; ++index) {
-      if (LowerCase(MechanicalSystemFromIndex(index)) == LowerCase(text)) {
-        return edit.SetSystem(index);
-      }
+      if (LowerCase(MechanicalSystemFromIndex(index)) != LowerCase(text)) continue;
+      (void)edit.SetSystem(index);
+      return {};
     }
-    return Unknown("mechanical system", text);
+    return "'" + text + "' is no mechanical system!";
   }
   for (std::int32_t index = 0; index < 3; ++index) {
-    if (NumberText(EncoderCountFromIndex(index)) == text) return edit.SetEncoder(index);
+    if (NumberText(EncoderCountFromIndex(index)) != text) continue;
+    (void)edit.SetEncoder(index);
+    return {};
   }
-  return Unknown("encoder", text);
+  return "'" + text + "' is no encoder!";
 }
 
-MachineCheck Carry(MachineEdit& edit, const Assignment& assignment) {
-  const Key& key = *KeyNamed(assignment.first);
-  return key.row != nullptr ? edit.SetValue(key.row, assignment.second)
-                            : Choose(edit, assignment.first, assignment.second);
-}
-
-// Some changes are possible only after others: what is refused is tried again as long as any other
-// change goes through. Returns the words of the first that never does.
-std::string CarryAll(MachineEdit& edit, std::vector<Assignment> pending) {
-  std::stable_sort(pending.begin(), pending.end(), [](const Assignment& a, const Assignment& b) {
-    return KeyNamed(a.first) < KeyNamed(b.first);
+// Takes every assignment, each judged alone; the words of the first that is none. The machine as a
+// whole is judged when all are there. A resolution that was asked for stands beside every system
+// and encoder: these come first.
+std::string TakeAll(MachineEdit& edit, std::vector<Assignment> assignments) {
+  std::ranges::stable_sort(assignments, {}, [](const Assignment& assignment) {
+    return KeyNamed(assignment.first)->row != nullptr;
   });
-  std::string words;
-  for (std::size_t before = pending.size() + 1; !pending.empty() && pending.size() < before;) {
-    before = pending.size();
-    words.clear();
-    std::erase_if(pending, [&](const Assignment& assignment) {
-      const MachineCheck check = Carry(edit, assignment);
-      // A system or an encoder stands even where the gear ratio is not valid yet.
-      const bool stands = KeyNamed(assignment.first)->row == nullptr && !check.Accepted() &&
-                          check.words.find("gear ratio") != std::string::npos;
-      if (!check.Accepted() && !stands && words.empty()) {
-        words = check.words.substr(0, check.words.find_last_of('\r'));
-      }
-      return check.Accepted() || stands;
-    });
-  }
-  return pending.empty() ? std::string() : words;
-}
-
-// The tables that a change of system and resolution empties hold something.
-bool HoldsProgramme(clsHX7Project& project) {
-  const auto holds = [](const MotionTable& table) {
-    for (int row = 1; row <= table.RowsInArray(); ++row) {
-      if (!table.IsBlank(row)) return true;
+  for (const auto& [key, text] : assignments) {
+    const char* const row = KeyNamed(key)->row;
+    if (row == nullptr) {
+      std::string words = Choose(edit, key, text);
+      if (!words.empty()) return words;
+      continue;
     }
-    return false;
-  };
-  return holds(project.Position()) || holds(project.Zone());
+    const MachineCheck check = edit.SetValue(row, text);
+    const bool stands = check.Accepted() || check.kind == MachineCheck::Kind::whole;
+    // The last line asks or tells what becomes of a window's cell.
+    if (!stands) return check.words.substr(0, check.words.find_last_of('\r'));
+  }
+  return {};
 }
 
 }  // namespace
 
 std::string SystemCsv(clsHX7Project& project) {
-  const MachineEdit edit(project.MechanicalSystem());
-  const MachineFigures figures = edit.Figures();
-  const std::string& unit = edit.DistanceUnits();
+  const MachineEdit machine = project.MechanicalSystem().Edit();
+  const MachineFigures figures = machine.Figures();
+  const MachineDescription description = machine.Description();
+  const std::string& unit = description.distanceUnits;
   std::string text = CsvLine({"name", "value", "unit"});
   const auto add = [&text](const std::string& name, const std::string& value,
                            const std::string& unitWord = {}) {
     text += CsvLine({name, value, unitWord});
   };
-  add("system", edit.Value("Pn82E.2"));
-  add("measure", edit.Value("Pn82F.0"), unit);
-  add("n1", edit.Value("Pn82B"));
-  add("n2", edit.Value("Pn82C"));
-  add("resolution", edit.Value("Pn82D"));
+  add("system", machine.Value("Pn82E.2"));
+  add("measure", machine.Value("Pn82F.0"), unit);
+  add("n1", machine.Value("Pn82B"));
+  add("n2", machine.Value("Pn82C"));
+  add("resolution", machine.Value("Pn82D"));
   add("units", unit);
-  add("time", edit.TimeUnits());
-  add("encoder", edit.Value("Pn82E.3"), "lines");
+  add("time", description.timeUnits);
+  add("encoder", machine.Value("Pn82E.3"), "lines");
   for (const char* name : {"Pn81E", "Pn81F", "Pn820", "Pn821", "Pn822"}) {
-    const int row = edit.Rows().FindRow(name);
-    if (row == 0) continue;
-    add(edit.Rows().Text(row, Column::description), edit.Value(name),
-        edit.Rows().Text(row, Column::unit));
+    const int row = MachineEdit::FindRow(name);
+    add(machine.Text(row, Column::description), machine.Value(name),
+        machine.Text(row, Column::unit));
   }
-  add("A", edit.Value("Pn203"));
-  add("B", edit.Value("Pn202"));
+  add("A", machine.Value("Pn203"));
+  add("B", machine.Value("Pn202"));
   add("travel per motor turn", NumberText(figures.travelPerMotorTurn), unit);
   add("counts per unit", NumberText(figures.countsPerUnit));
   if (figures.hasRange) {
@@ -134,26 +113,20 @@ bool IsSystemKey(const std::string& key) {
 }
 
 bool SetSystem(clsHX7Project& project, const std::vector<Assignment>& assignments) {
-  MachineEdit edit(project.MechanicalSystem());
-  const std::string words = CarryAll(edit, assignments);
+  MachineEdit edit = project.MechanicalSystem().Edit();
+  std::string words = TakeAll(edit, assignments);
+  if (words.empty()) words = edit.Figures().reason;
   if (!words.empty()) {
     ShowExclamation(words);
     return false;
   }
-  const MachineCheck units = edit.ValidateUnits();
-  const MachineFigures figures = edit.Figures();
-  if (!units.Accepted() || !figures.valid) {
-    ShowExclamation(units.Accepted() ? figures.reason
-                                     : units.words.substr(0, units.words.find('\r')));
-    return false;
-  }
-  const std::string corrected = edit.ValidateProperties();
+  const std::string corrected = edit.NewlyCorrected();
   if (!corrected.empty()) ShowInformation(corrected);
   if (!edit.IsDirty()) return true;
   const std::string question = edit.CommitQuestion();
   if (!question.empty()) {
     // Whoever types the command has decided; only data that would be lost takes an agreement more.
-    const bool discards = edit.ResolutionDirty() && edit.SystemDirty() && HoldsProgramme(project);
+    const bool discards = !project.Consequences(edit.Wanted()).emptied.empty();
     if (!discards) {
       ShowInformation(question.substr(0, question.rfind("\r\r")));
     } else if (!AskOkCancel(question)) {
@@ -163,8 +136,7 @@ bool SetSystem(clsHX7Project& project, const std::vector<Assignment>& assignment
   }
   const std::string information = edit.CommitInformation();
   if (!information.empty()) ShowInformation(information);
-  project.MechanicalSystem().ChangeAccepted(edit.TakeForCommit());
-  return true;
+  return project.MechanicalSystem().Accept(edit);
 }
 
 }  // namespace velmoor

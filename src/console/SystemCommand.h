@@ -16,8 +16,8 @@ using Assignment = std::pair<std::string, std::string>;
 
 // True for system, measure, n1, n2, resolution, units, time and encoder.
 [[nodiscard]] bool IsSystemKey(const std::string& key);
-// Carries out all assignments or none, in whatever order they are possible, and commits. False:
-// refused, in the words of the machine's window.
+// Takes all assignments together, judges the machine that they make, and commits it, the whole or
+// nothing. False: refused, in the words of the machine's window.
 [[nodiscard]] bool SetSystem(clsHX7Project& project, const std::vector<Assignment>& assignments);
 
 }  // namespace velmoor

@@ -2,9 +2,9 @@
 
 #include <cmath>
 
-#include "mechanics/MachineUnits.h"
 #include "platform/Numbers.h"
 #include "platform/Utility.h"
+#include "project/data/MachineUnits.h"
 
 namespace velmoor {
 namespace {
@@ -172,15 +172,6 @@ bool GetResolutionRange(const Machine& machine, std::int16_t& low, std::int16_t&
   high = Walk{ratio, machine.resolution}.HighestAboveLowRatio();
   low = Walk{ratio, machine.resolution}.LowestBelowHighRatio();
   return FinishRange(low, high);
-}
-
-void UpdateConversionFactors(ConversionFactors& factors, std::string_view timeUnits,
-                             std::int16_t resolution) {
-  if (timeUnits == "seconds") factors[3] = 60.0;
-  if (timeUnits == "minutes") factors[3] = 1.0;
-  factors[0] = PowerOfTen(resolution);
-  factors[1] = factors[3] * factors[0] / 1000;
-  factors[2] = factors[1] * factors[3] / 60 / 1000;
 }
 
 }  // namespace velmoor

@@ -42,11 +42,4 @@ struct GearRatio {
 [[nodiscard]] bool GetResolutionRange(const Machine& machine, std::int16_t& low, std::int16_t& high,
                                       std::string& strError);
 
-// Counts for one unit of distance (0), speed (1) and acceleration (2), and the time entry (3): the
-// amplifier's speed is in 1000 reference units a minute, its acceleration in 1000 of those a minute
-// a millisecond. A time word other than "seconds" and "minutes" leaves entry 3 as it was.
-using ConversionFactors = std::array<double, 4>;
-void UpdateConversionFactors(ConversionFactors& factors, std::string_view timeUnits,
-                             std::int16_t resolution);
-
 }  // namespace velmoor

@@ -1,18 +1,19 @@
-// A machine under edit: a copy of the rows on which every change is checked and carried through.
-// The mechanical system itself changes at the commit only, and nothing of a failed edit reaches it.
+// A machine under edit. Nothing but what was typed is held here: everything else that is shown is
+// derived from that and from the project, so that the order of the edits makes no difference.
 //
-// Behind the machine's window and behind the console program. Texts and questions are those of the
-// window; asking is left to the caller.
+// Behind the machine's window and behind the console program, and, without an edit, the machine as
+// it is. Texts and questions are those of the window; asking is left to the caller.
 #pragma once
 
 #include <cstdint>
+#include <optional>
+#include <set>
 #include <string>
-#include <utility>
+#include <string_view>
 #include <vector>
 
-#include "mechanics/GearRatio.h"
-#include "mechanics/clsHX7MechanicalSystem.h"
-#include "tools/BlockMatrix.h"
+#include "mechanics/MachineStep.h"
+#include "tools/Column.h"
 
 namespace velmoor {
 
@@ -20,8 +21,9 @@ namespace velmoor {
 struct MachineCheck {
   enum class Kind {
     accepted,
-    restore,  // refused: the old value comes back, `words` tell so
-    ask       // refused: `words` ask whether the old value is to come back
+    restore,  // refused: the old value stays, `words` tell so
+    ask,      // refused: `words` ask whether the old value is to come back
+    whole     // taken, but the machine as a whole is none: `words` ask whether to take it back
   };
   Kind kind = Kind::accepted;
   std::string words;
@@ -31,7 +33,7 @@ struct MachineCheck {
 
 // What derives from the description, for the user to see while editing.
 struct MachineFigures {
-  bool valid = false;  // the gear ratio can be set
+  bool valid = false;  // the machine can be set
   std::string reason;  // why not
   GearRatio ratio;
   double travelPerMotorTurn = 0;  // distance units
@@ -44,78 +46,84 @@ struct MachineFigures {
 
 class MachineEdit {
  public:
-  // Starts from what the machine holds now.
-  explicit MachineEdit(const clsHX7MechanicalSystem& machine);
+  // Starts from what the store holds, which must outlive the edit and is read at every call.
+  explicit MachineEdit(const ParameterStore& store);
 
-  [[nodiscard]] const BlockMatrix& Rows() const { return rows_; }
-  [[nodiscard]] const Machine& Description() const { return machine_; }
-  [[nodiscard]] std::string Value(const char* name) const;
-  [[nodiscard]] const std::string& DistanceUnits() const { return distanceUnits_; }
-  [[nodiscard]] const std::string& TimeUnits() const { return timeUnits_; }
-  [[nodiscard]] MachineFigures Figures() const;
-
-  // ---- edits: checked, and carried through when accepted
-
-  // A cell of the grid; rows that cannot be edited are refused.
-  MachineCheck SetValue(const std::string& name, const std::string& text);
-  // By their indexes. The resolution follows into its allowable range; a gear ratio that is invalid
-  // all the same is told as a warning, and the choice stands.
-  MachineCheck SetSystem(std::int32_t index);
-  MachineCheck SetEncoder(std::int32_t index);
-  // After a change of units or system: values out of their range take the nearest limit. The words
-  // tell which; empty when all fit.
-  std::string ValidateProperties();
-  // The unit fits the system: "Selected system cannot have rotary units!" and the like.
-  [[nodiscard]] MachineCheck ValidateUnits() const;
-
-  // ---- commit
-  [[nodiscard]] bool IsDirty() const { return dirty_; }
-  [[nodiscard]] bool EGRDirty() const { return egrDirty_; }
-  [[nodiscard]] bool ResolutionDirty() const;
-  [[nodiscard]] bool SystemDirty() const { return machine_.system != original_.system; }
-  // The time base changed: the counts of all speeds follow their shown numbers.
-  [[nodiscard]] bool TimeBaseDirty() const { return timeUnits_ != originalTimeUnits_; }
-  [[nodiscard]] bool NeedUpdateOverTravel() const;
-  // The question before a commit, or the information; empty when it needs none of the two.
-  [[nodiscard]] std::string CommitQuestion() const;
-  [[nodiscard]] std::string CommitInformation() const;
-  // The conversion factors that a commit brings.
-  [[nodiscard]] const ConversionFactors& Factors() const { return factors_; }
-  // What the machine takes: with the checksum brought up to date.
-  [[nodiscard]] MechanicalSystemEdit TakeForCommit();
-
+  // ---- rows, from 1: the description first, the gear terms last; "Pn82E.0" and "Pn82F.0" are
+  // views of digits and halves
+  [[nodiscard]] static int Rows();
+  [[nodiscard]] static int FindRow(std::string_view name);
+  [[nodiscard]] static std::string_view NameOf(int row);
+  [[nodiscard]] std::string Text(int row, Column column) const;
+  [[nodiscard]] std::string Value(std::string_view name) const;
+  // Its value differs from the project's, or has still to go to the amplifier.
+  [[nodiscard]] bool IsMarked(int row) const;
   // The row's limits in the units of the edit.
   [[nodiscard]] std::string MinimumText(int row) const;
   [[nodiscard]] std::string MaximumText(int row) const;
 
+  [[nodiscard]] MachineDescription Description() const;
+  [[nodiscard]] MachineFigures Figures() const;
+
+  // ---- edits
+
+  // A cell of the grid, judged alone; then the machine as a whole, where it was one before.
+  MachineCheck SetValue(const std::string& name, const std::string& text);
+  // By their indexes. The resolution follows into its allowable range for as long as it lies
+  // outside of it; a gear ratio that is invalid all the same is told as a warning, and the choice
+  // stands.
+  MachineCheck SetSystem(std::int32_t index);
+  MachineCheck SetEncoder(std::int32_t index);
+  // Takes the last edit back.
+  void TakeBack();
+  // The words about properties that a limit has replaced and that were not named before.
+  [[nodiscard]] std::string NewlyCorrected();
+
+  // ---- commit
+  [[nodiscard]] bool IsDirty() const { return !Change().changes.empty(); }
+  [[nodiscard]] bool EGRDirty() const;
+  [[nodiscard]] bool ResolutionDirty() const;
+  [[nodiscard]] bool SystemDirty() const;
+  // The question before a commit, or the information; empty when it needs none of the two.
+  [[nodiscard]] std::string CommitQuestion() const;
+  [[nodiscard]] std::string CommitInformation() const;
+  // What a commit is to bring.
+  [[nodiscard]] MachineChange Wanted() const;
+
  private:
+  // What was typed or chosen; the rest is as the project has it.
+  struct Typed {
+    std::optional<std::int32_t> system, encoderCount;
+    std::optional<std::string> distanceUnits, timeUnits;
+    std::optional<float> length;
+    std::optional<std::int16_t> n1, n2, resolution;
+    std::map<std::string, std::string> properties;
+    // The resolution is the user's last word: a choice of system or encoder has not come after it.
+    bool resolutionStands = false;
+    bool gear = false;  // the gear terms are to be those of the description
+  };
+
+  // What a commit would do now.
+  [[nodiscard]] const ParameterStep& Change() const;
   MachineCheck SetWhole(const std::string& name, const std::string& text);
-  MachineCheck SetInUnits(int row, const std::string& text);
+  MachineCheck SetInUnits(const std::string& name, const std::string& text);
   MachineCheck SetMeasure(const std::string& text);
   MachineCheck SetDistanceUnits(const std::string& word);
   MachineCheck SetTimeUnits(const std::string& word);
-  // The gear ratio of `candidate`; refused with the words of the check.
-  [[nodiscard]] static MachineCheck CheckGear(const Machine& candidate, GearRatio& ratio);
   MachineCheck AfterChoice();
-  void ValidateResolution();
-  void SetEGR(const GearRatio& ratio);
-  void UpdateValuesWithResolution();
-  void UpdateMeasure();
-  void PutDigit(int digit, std::int32_t index, const char* viewRow, const std::string& word);
-  void Put(const char* name, const std::string& value);
-  void MarkUnitRows();
-  void UpdateUnits();
-  void UpdateCheckSum();
-  // Of a row that has a unit: the lowest and the highest value in that unit.
-  [[nodiscard]] std::pair<double, double> LimitsInUnits(int row) const;
-  [[nodiscard]] std::string LimitText(int row, Column column) const;
+  // Where the machine was valid before the edit and is not now.
+  [[nodiscard]] MachineCheck JudgeWhole(bool wasValid) const;
+  [[nodiscard]] std::string WholeFault() const;
+  [[nodiscard]] GearRatio Ratio() const;
+  [[nodiscard]] std::string MeasureText() const;
+  [[nodiscard]] std::string LimitText(int row, bool high) const;
 
-  BlockMatrix rows_;
-  Machine machine_, original_;
-  std::string distanceUnits_, timeUnits_, originalTimeUnits_;
-  ConversionFactors factors_{};
-  bool dirty_ = false;
-  bool egrDirty_ = false;
+  const ParameterStore& store_;
+  Typed typed_, before_;
+  // Made anew after an edit, and after a change of the store.
+  mutable std::optional<ParameterStep> step_;
+  mutable int storeRevision_ = 0;
+  std::set<std::string> named_;  // properties of which the user was told that a limit replaced them
 };
 
 }  // namespace velmoor

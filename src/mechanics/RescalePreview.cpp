@@ -1,5 +1,6 @@
 #include "mechanics/RescalePreview.h"
 
+#include <algorithm>
 #include <array>
 
 #include "platform/Form.h"
@@ -17,11 +18,27 @@ bool RescalePreview::Ask() {
     form->Unload();
   });
   connections += form->button("cmdCancel").Click.Connect([&] { form->Unload(); });
-  form->label("lblSummary")
-      .SetText(NumberText(values_.size()) + " values keep their numbers and change their counts.");
+  form->label("lblSummary").SetText(Summary());
   form->grid("vsFG").Bind(this);
   form->Show(FormMode::modal);
   return goesOn;
+}
+
+// A value with a rounding error is one whose number stays.
+std::string RescalePreview::Summary() const {
+  const auto kept = std::ranges::count_if(values_, [](const RescaledValue& value) {
+    return !value.error.empty() && value.oldCounts != value.newCounts;
+  });
+  const auto others = static_cast<std::ptrdiff_t>(values_.size()) - kept;
+  std::string text;
+  if (kept > 0) {
+    text = NumberText(kept) + " values keep their numbers and change their counts.";
+  }
+  if (others > 0) {
+    text += (text.empty() ? "" : "  ") + NumberText(others) + " values change otherwise.";
+  }
+  for (const std::string& table : consequences_.emptied) text += "  " + table + " is emptied.";
+  return text;
 }
 
 std::string RescalePreview::Text(int row, int column) const {

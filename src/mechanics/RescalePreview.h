@@ -11,7 +11,8 @@ namespace velmoor {
 
 class RescalePreview final : private ReadOnlyGridSource {
  public:
-  explicit RescalePreview(const std::vector<RescaledValue>& values) : values_(values) {}
+  explicit RescalePreview(const MachineConsequences& consequences)
+      : consequences_(consequences), values_(consequences.values) {}
   // Shows the list; true when the user goes on.
   [[nodiscard]] bool Ask();
 
@@ -19,7 +20,9 @@ class RescalePreview final : private ReadOnlyGridSource {
   [[nodiscard]] int Rows() const override { return static_cast<int>(values_.size()) + 1; }
   [[nodiscard]] int Columns() const override { return 6; }
   [[nodiscard]] std::string Text(int row, int column) const override;
+  [[nodiscard]] std::string Summary() const;
 
+  const MachineConsequences& consequences_;
   const std::vector<RescaledValue>& values_;
 };
 

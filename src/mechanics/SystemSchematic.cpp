@@ -1,6 +1,6 @@
 #include "mechanics/SystemSchematic.h"
 
-#include "mechanics/MachineUnits.h"
+#include "project/data/MachineUnits.h"
 #include "session/Project.h"
 
 namespace velmoor {

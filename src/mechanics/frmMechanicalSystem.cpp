@@ -4,7 +4,6 @@
 #include <array>
 
 #include "link/clsHX7Helix7.h"
-#include "mechanics/MachineUnits.h"
 #include "mechanics/RescalePreview.h"
 #include "mechanics/SystemSchematic.h"
 #include "platform/Events.h"
@@ -13,6 +12,7 @@
 #include "platform/Trapped.h"
 #include "platform/Utility.h"
 #include "platform/World.h"
+#include "project/data/MachineUnits.h"
 #include "session/Session.h"
 
 namespace velmoor {
@@ -21,7 +21,7 @@ namespace {
 enum GridColumn { parameter = 0, description, value, unit, columns };
 
 // Halves, checksum and packed digits are the amplifier's form of what other rows show.
-bool IsShown(const std::string& name) {
+bool IsShown(std::string_view name) {
   static constexpr std::array<std::string_view, 7> kHidden{"Pn829", "Pn82A",   "Pn82E",  "Pn82F",
                                                            "Pn830", "Pn82E.2", "Pn82E.3"};
   return std::find(kHidden.begin(), kHidden.end(), name) == kHidden.end();
@@ -36,17 +36,16 @@ std::string EncoderIndexText(std::int32_t count) {
 
 }  // namespace
 
-frmMechanicalSystem::frmMechanicalSystem(clsHX7MechanicalSystem& machine)
-    : GridWindow("frmMechanicalSystem"), machine_(machine) {
+frmMechanicalSystem::frmMechanicalSystem(const ParameterStore& store)
+    : GridWindow("frmMechanicalSystem"), store_(store) {
+  for (int row = 1; row <= MachineEdit::Rows(); ++row) {
+    if (IsShown(MachineEdit::NameOf(row))) shown_.push_back(row);
+  }
   Restart();
 }
 
 void frmMechanicalSystem::Restart() {
-  edit_ = std::make_unique<MachineEdit>(machine_);
-  shown_.clear();
-  for (int row = 1; row <= edit_->Rows().Rows(); ++row) {
-    if (IsShown(edit_->Rows().Text(row, Column::name))) shown_.push_back(row);
-  }
+  edit_ = std::make_unique<MachineEdit>(store_);
 }
 
 void frmMechanicalSystem::FormLoad() {
@@ -64,7 +63,7 @@ void frmMechanicalSystem::FormLoad() {
   form().comboBox("cmbEncoder").SetEnabled(false);
   grid().Bind(this);
   connections_ += grid().ValidateEdit.Connect([this](GridEdit& edit) { vsFG_ValidateEdit(edit); });
-  connections_ += grid().AfterEdit.Connect([this](int, int) { vsFG_AfterEdit(); });
+  connections_ += grid().AfterEdit.Connect([this](int, int) { ShowEdit(); });
   connections_ +=
       grid().Tip.Connect([this](int row, int, std::string& tip) { vsFG_Tip(row, tip); });
   connections_ += form().comboBox("cmbSystem").Click.Connect([this] { cmbSystem_Click(); });
@@ -88,7 +87,7 @@ int frmMechanicalSystem::Columns() const {
 }
 
 std::string frmMechanicalSystem::NameAt(int row) const {
-  return edit_->Rows().Text(shown_.at(static_cast<std::size_t>(row) - 1), Column::name);
+  return std::string(MachineEdit::NameOf(shown_.at(static_cast<std::size_t>(row) - 1)));
 }
 
 std::string frmMechanicalSystem::Text(int row, int column) const {
@@ -96,7 +95,7 @@ std::string frmMechanicalSystem::Text(int row, int column) const {
   if (row == 0) return kHeadings[column];
   const int at = shown_.at(static_cast<std::size_t>(row) - 1);
   const Column cells[] = {Column::name, Column::description, Column::value, Column::unit};
-  return edit_->Rows().Text(at, cells[column]);
+  return edit_->Text(at, cells[column]);
 }
 
 // The edit has taken the value while it was checked.
@@ -106,7 +105,7 @@ CellTraits frmMechanicalSystem::Traits(int row, int column) const {
   CellTraits traits;
   if (row == 0) return traits;
   const std::string name = NameAt(row);
-  traits.changed = edit_->Rows().IsDirty(shown_.at(static_cast<std::size_t>(row) - 1));
+  traits.changed = edit_->IsMarked(shown_.at(static_cast<std::size_t>(row) - 1));
   traits.locked = column == value && (name == "Pn202" || name == "Pn203");
   traits.editable = column == value && !traits.locked;
   if (traits.editable && name == "Pn82E.1") SetComboList(traits, "seconds|minutes");
@@ -115,36 +114,48 @@ CellTraits frmMechanicalSystem::Traits(int row, int column) const {
 }
 
 void frmMechanicalSystem::vsFG_ValidateEdit(GridEdit& edit) {
-  const bool checked = Trapped("frmMechanicalSystem.vsFG_ValidateEdit: ", [&] {
-    const std::string name = NameAt(edit.row);
-    if (edit.text == Text(edit.row, value)) {
-      edit.cancel = true;
-      return true;
-    }
-    const MachineCheck check = edit_->SetValue(name, edit.text);
-    if (check.Accepted()) {
-      edit.text = Text(edit.row, value);
-      return true;
-    }
-    edit.cancel = true;
-    if (check.kind == MachineCheck::Kind::restore) {
-      ShowExclamation(check.words);
-    } else if (!AskYesNo(check.words)) {
-      // Nothing is accepted; the user goes on in the same cell.
-      world().events->Post([this] {
-        if (IsOpen()) grid().BeginEdit();
-      });
-    }
+  const bool stands = Trapped("frmMechanicalSystem.vsFG_ValidateEdit: ", [&] {
+    if (!TakeEdit(NameAt(edit.row), edit.text)) return false;
+    edit.text = Text(edit.row, value);
     return true;
   });
-  if (!checked) edit.cancel = true;
+  edit.cancel = !stands;
 }
 
-void frmMechanicalSystem::vsFG_AfterEdit() {
-  const std::string corrected = edit_->ValidateProperties();
-  MarkEdited();
+bool frmMechanicalSystem::TakeEdit(const std::string& name, const std::string& text) {
+  const MachineCheck check = edit_->SetValue(name, text);
+  switch (check.kind) {
+    case MachineCheck::Kind::accepted:
+      return true;
+    case MachineCheck::Kind::restore:
+      ShowExclamation(check.words);
+      return false;
+    case MachineCheck::Kind::ask:
+      if (!AskYesNo(check.words)) {
+        // Nothing is accepted; the user goes on in the same cell.
+        world().events->Post([this, alive = std::weak_ptr<int>(alive_)] {
+          if (!alive.expired() && IsOpen()) grid().BeginEdit();
+        });
+      }
+      return false;
+    case MachineCheck::Kind::whole:
+      // Others may be typed before the machine is one again: Apply waits for that.
+      if (!AskYesNo(check.words)) return true;
+      edit_->TakeBack();
+      return false;
+  }
+  return false;
+}
+
+void frmMechanicalSystem::ShowEdit() {
+  const std::string corrected = edit_->NewlyCorrected();
+  SetNotCommitted(edit_->IsDirty());
   ShowEverything();
   if (!corrected.empty()) ShowExclamation(corrected);
+}
+
+bool frmMechanicalSystem::MayApply() const {
+  return edit_->Figures().valid;
 }
 
 void frmMechanicalSystem::vsFG_Tip(int row, std::string& tip) const {
@@ -170,10 +181,7 @@ void frmMechanicalSystem::vsFG_Tip(int row, std::string& tip) const {
 
 void frmMechanicalSystem::AfterChoice(const MachineCheck& check) {
   if (!check.Accepted()) ShowExclamation(check.words);
-  const std::string corrected = edit_->ValidateProperties();
-  if (!corrected.empty()) ShowExclamation(corrected);
-  if (edit_->IsDirty()) MarkEdited();
-  ShowEverything();
+  ShowEdit();
 }
 
 void frmMechanicalSystem::cmbSystem_Click() {
@@ -206,11 +214,6 @@ void frmMechanicalSystem::cmdGetEncoder_Click() {
 bool frmMechanicalSystem::MayCommit() {
   bool may = false;
   const bool done = Trapped("Error committing data!\r", [&] {
-    const MachineCheck units = edit_->ValidateUnits();
-    if (!units.Accepted()) {
-      ShowExclamation(units.words.substr(0, units.words.find('\r')));
-      return true;
-    }
     const MachineFigures figures = edit_->Figures();
     if (edit_->IsDirty() && !figures.valid) {
       ShowExclamation(figures.reason);
@@ -230,13 +233,11 @@ bool frmMechanicalSystem::MayCommit() {
   return done && may;
 }
 
-// Before values are rescaled the user sees what becomes of each. True: go on.
+// Before values change the user sees what becomes of each. True: go on.
 bool frmMechanicalSystem::ShowPreview() {
-  if (!edit_->ResolutionDirty() && !edit_->TimeBaseDirty()) return true;
-  if (edit_->ResolutionDirty() && edit_->SystemDirty()) return true;  // discarded, not rescaled
-  const std::vector<RescaledValue> values = gMainForm->CurrentProject()->PreviewRescale(
-      edit_->Description().resolution, edit_->Factors());
-  return values.empty() || RescalePreview(values).Ask();
+  const MachineConsequences consequences =
+      gMainForm->CurrentProject()->Consequences(edit_->Wanted());
+  return consequences.values.empty() || RescalePreview(consequences).Ask();
 }
 
 void frmMechanicalSystem::Committed() {
@@ -244,16 +245,14 @@ void frmMechanicalSystem::Committed() {
   if (IsOpen()) ShowEverything();
 }
 
-void frmMechanicalSystem::PostUpload() {
-  Restart();
-  GridWindow::PostUpload();
+void frmMechanicalSystem::StoreChanged() {
   if (IsOpen()) ShowEverything();
 }
 
 // ---- what the user sees
 
 void frmMechanicalSystem::ShowEverything() {
-  form().comboBox("cmbSystem").SetListIndex(edit_->Description().system);
+  form().comboBox("cmbSystem").SetListIndex(edit_->Description().machine.system);
   SetEncoderComboList();
   form().checkBox("chkEGRCommitted").SetValue(!edit_->EGRDirty());
   grid().Refresh();
@@ -262,13 +261,14 @@ void frmMechanicalSystem::ShowEverything() {
 }
 
 void frmMechanicalSystem::SetEncoderComboList() {
-  const std::string index = EncoderIndexText(edit_->Description().encoderCount);
+  const std::string index = EncoderIndexText(edit_->Description().machine.encoderCount);
   form().comboBox("cmbEncoder").SetListIndex(index.empty() ? -1 : Int32FromText(index));
 }
 
 void frmMechanicalSystem::ShowFigures() {
   const MachineFigures figures = edit_->Figures();
-  const std::string& unit_ = edit_->DistanceUnits();
+  const MachineDescription description = edit_->Description();
+  const std::string& unit_ = description.distanceUnits;
   std::string text;
   if (figures.valid) {
     text = "Gear ratio B/A = " + NumberText(figures.ratio.b) + "/" + NumberText(figures.ratio.a) +
@@ -278,9 +278,9 @@ void frmMechanicalSystem::ShowFigures() {
   }
   text +=
       "\rCounts per " + unit_ + " = " + NumberText(figures.countsPerUnit) +
-      "     Smallest step = " + FixedText(figures.smallestStep, edit_->Description().resolution) +
+      "     Smallest step = " + FixedText(figures.smallestStep, description.machine.resolution) +
       " " + unit_ + "     Top speed = " + FixedText(figures.topSpeed, 0) + " " +
-      SpeedUnitsOf(unit_, edit_->TimeUnits());
+      SpeedUnitsOf(unit_, description.timeUnits);
   if (figures.hasRange) {
     text += "\rAllowable resolution: " + NumberText(figures.lowestResolution) + " to " +
             NumberText(figures.highestResolution);
@@ -290,7 +290,8 @@ void frmMechanicalSystem::ShowFigures() {
 }
 
 void frmMechanicalSystem::ShowSchematic() {
-  const Machine& machine = edit_->Description();
+  const MachineDescription description = edit_->Description();
+  const Machine& machine = description.machine;
   form()
       .drawing("picSystem")
       .SetShapes(
@@ -298,7 +299,7 @@ void frmMechanicalSystem::ShowSchematic() {
           SystemSchematic(machine.system,
                           {"N1 = " + NumberText(machine.n1), "N2 = " + NumberText(machine.n2),
                            SystemMeasureDescription(machine.system) + " = " +
-                               edit_->Value("Pn82F.0") + " " + edit_->DistanceUnits()}));
+                               edit_->Value("Pn82F.0") + " " + description.distanceUnits}));
 }
 
 }  // namespace velmoor

@@ -15,18 +15,20 @@ namespace velmoor {
 
 class frmMechanicalSystem final : public GridWindow, private GridSource {
  public:
-  explicit frmMechanicalSystem(clsHX7MechanicalSystem& machine);
+  // The store must outlive the window.
+  explicit frmMechanicalSystem(const ParameterStore& store);
 
-  // Starts from the machine again, after an upload.
-  void PostUpload() override;
-  // What the window hands over at a commit.
-  [[nodiscard]] MechanicalSystemEdit TakeForCommit() { return edit_->TakeForCommit(); }
+  // What the window asks to be committed.
+  [[nodiscard]] const MachineEdit& Edit() const { return *edit_; }
   // The commit is done: what was edited is the machine now.
   void Committed();
+  // The project's machine or its values changed.
+  void StoreChanged();
 
  protected:
   void FormLoad() override;
   bool MayCommit() override;
+  [[nodiscard]] bool MayApply() const override;
 
  private:
   // ---- GridSource
@@ -38,7 +40,9 @@ class frmMechanicalSystem final : public GridWindow, private GridSource {
 
   void Restart();
   void vsFG_ValidateEdit(GridEdit& edit);
-  void vsFG_AfterEdit();
+  // True: the edit stands.
+  bool TakeEdit(const std::string& name, const std::string& text);
+  void ShowEdit();
   void vsFG_Tip(int row, std::string& tip) const;
   void cmbSystem_Click();
   void cmbEncoder_Click();
@@ -51,8 +55,9 @@ class frmMechanicalSystem final : public GridWindow, private GridSource {
   void SetEncoderComboList();
   [[nodiscard]] std::string NameAt(int row) const;
 
-  clsHX7MechanicalSystem& machine_;
+  const ParameterStore& store_;
   std::unique_ptr<MachineEdit> edit_;
+  std::shared_ptr<int> alive_ = std::make_shared<int>(0);  // for what is posted
   std::vector<int> shown_;  // rows of the machine that the grid shows, in its order
 };
 

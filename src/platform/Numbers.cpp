@@ -118,6 +118,23 @@ bool IsFloatForm(std::string_view text) {
   return i == text.size();
 }
 
+// The power of ten of the first digit that counts, in a text that has passed IsFloatForm; one too
+// large to be told is a large one of its sign.
+std::int64_t DecimalExponent(std::string_view text) {
+  constexpr std::int64_t kLarge = 1'000'000'000;
+  const std::size_t mark = text.find_first_of("eE");
+  const std::string_view digits = text.substr(0, mark);
+  const std::size_t first = digits.find_first_of("123456789");
+  if (first == std::string_view::npos) return -kLarge;
+  const std::size_t point = std::min(digits.find('.'), digits.size());
+  std::int64_t exponent = static_cast<std::int64_t>(point) - static_cast<std::int64_t>(first);
+  if (first < point) --exponent;
+  if (mark == std::string_view::npos) return exponent;
+  const auto told = ParseWhole(text.substr(mark + 1));
+  if (told && std::abs(*told) < kLarge) return exponent + *told;
+  return text[mark + 1] == '-' ? -kLarge : kLarge;
+}
+
 template <typename Float>
 std::string ScientificText(Float value, int significant) {
   char buffer[64];
@@ -175,10 +192,7 @@ std::optional<double> ParseFloat(std::string_view text) {
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
   if (error == std::errc::result_out_of_range) {
     // Too small reads as 0, too large is no number.
-    const std::size_t exponent = text.find_first_of("eE");
-    const bool small = exponent == std::string_view::npos ? text.find_first_of("123456789") >= 1
-                                                          : text.substr(exponent + 1, 1) == "-";
-    if (small) return 0.0;
+    if (DecimalExponent(text) < 0) return 0.0;
     return std::nullopt;
   }
   if (error != std::errc{} || !std::isfinite(value)) return std::nullopt;

@@ -1,13 +1,13 @@
-// What the project held when its snapshot was taken against what was uploaded since.
+// What the project holds against what was uploaded: judged in what the amplifier takes, and told in
+// the units of each side.
 
 #include <algorithm>
 #include <optional>
-#include <utility>
 
 #include "platform/Numbers.h"
 #include "project/ProjectCompare.h"
-#include "project/ToolNames.h"
 #include "project/clsHX7Project.h"
+#include "project/data/MachineUnits.h"
 
 namespace velmoor {
 namespace {
@@ -18,113 +18,120 @@ std::string WithUnit(const std::string& text, const std::string& unit) {
   return isNumber && !unit.empty() ? text + " " + unit : text;
 }
 
-// Counts are what the amplifier holds: a text is the same only in the same unit.
-const std::string& UnitOf(CellKind kind, const ShownUnits& units) {
-  static const std::string kNone;
+std::string UnitOf(CellKind kind, const Units& units) {
   switch (kind) {
     case CellKind::position:
     case CellKind::distance:
-      return units.distance;
+      return units.Word(UnitKind::distance);
     case CellKind::speed:
-      return units.speed;
+      return units.Word(UnitKind::speed);
     default:
-      return kNone;
+      return {};
   }
-}
-
-// Labels live in the project alone: a jump is compared by the number of the step it leads to.
-std::string JumpText(const MotionTable::Rows& cells, const std::string& label) {
-  if (label.empty() || label == "END") return label;
-  const auto step =
-      std::ranges::find_if(cells, [&](const auto& row) { return row.front() == label; });
-  return step == cells.end() ? "END" : "step " + NumberText(step - cells.begin() + 1);
-}
-
-std::string CellText(const TableColumn& column, const MotionTable::Rows& cells, std::size_t row,
-                     std::size_t place, const ShownUnits& units) {
-  const std::string& text = cells[row][place];
-  if (column.kind == CellKind::next) return JumpText(cells, text);
-  return WithUnit(text, UnitOf(column.kind, units));
 }
 
 bool IsCompared(const TableColumn& column) {
   return column.kind != CellKind::fixed && column.kind != CellKind::label;
 }
 
-PartComparison CompareTable(const std::string& name, const MotionTable& table, int firstRow,
-                            const MotionTable::Snapshot& before, const ShownUnits& unitsBefore,
-                            const ShownUnits& unitsNow) {
-  PartComparison part{name, table.RowsInArray(), {}};
-  const MotionTable::Rows now = table.TakeSnapshot().cells;
+// A jump is told by the number of the step it leads to: labels live in the project alone.
+std::string CellText(const TableColumn& column, const std::string& cell,
+                     const std::string& controller, const Units& units) {
+  if (column.kind != CellKind::next) return WithUnit(cell, UnitOf(column.kind, units));
+  const auto step = ParseWhole(controller);
+  return step ? "step " + NumberText(*step + 1) : controller;
+}
+
+PartComparison CompareTable(Tool tool, const MotionTable& table, const Units& before,
+                            const Units& after) {
+  const int firstRow = InfoOf(tool).firstRow;
+  PartComparison part{std::string(InfoOf(tool).item), table.RowsInArray(), {}};
+  if (!table.HoldsUpload()) return part;
+  const MotionTable::Step uploaded = table.UploadStep(after, false);
   const auto columns = table.Layout().columns;
-  for (std::size_t row = 0; row < now.size(); ++row) {
+  for (int row = 1; row <= table.RowsInArray(); ++row) {
+    const MotionTable::StoredRow& mine = table.Stored(row);
+    const MotionTable::StoredRow& theirs = uploaded.rows[static_cast<std::size_t>(row) - 1];
     for (std::size_t i = 0; i < columns.size(); ++i) {
-      if (!IsCompared(columns[i])) continue;
-      const std::string mine = CellText(columns[i], before.cells, row, i, unitsBefore);
-      const std::string theirs = CellText(columns[i], now, row, i, unitsNow);
-      if (mine == theirs) continue;
-      part.differences.push_back({name, NumberText(static_cast<int>(row) + firstRow),
-                                  std::string(columns[i].field), mine, theirs});
+      if (!IsCompared(columns[i]) || mine.controller[i] == theirs.controller[i]) continue;
+      part.differences.push_back(
+          {part.part, NumberText(row - 1 + firstRow), std::string(columns[i].field),
+           CellText(columns[i], mine.cells[i], mine.controller[i], before),
+           CellText(columns[i], theirs.cells[i], theirs.controller[i], after)});
     }
   }
   return part;
 }
 
-std::string ParameterText(const BlockMatrix& rows, int row, const ShownUnits& units) {
-  const std::string& kind = rows.Text(row, Column::unit);
-  std::string text = rows.Text(row, Column::value);
-  // The axis digit of this one comes from the connection.
-  if (rows.Text(row, Column::name) == "Pn000" && text.size() == 4) text[1] = 'x';
-  if (kind == "distance") return WithUnit(text, units.distance);
-  if (kind == "speed") return WithUnit(text, units.speed);
-  if (kind == "acceleration") return WithUnit(text, units.acceleration);
-  return text;
+// The axis digit of Pn000 comes from the connection.
+std::string Compared(const std::string& strPn, std::string controller) {
+  if (strPn == "Pn000" && controller.size() == 4) controller[1] = 'x';
+  return controller;
 }
 
-// Rows of `skip` are left out: a parameter that two tools hold is told of once.
-PartComparison CompareParameters(const std::string& name, const BlockMatrix& before,
-                                 const BlockMatrix& now, const BlockMatrix* skip,
-                                 const ShownUnits& unitsBefore, const ShownUnits& unitsNow) {
-  PartComparison part{name, 0, {}};
-  for (int row = 1; row <= now.Rows(); ++row) {
-    const std::string& strPn = now.Text(row, Column::name);
-    const int old = before.FindRow(strPn);
-    if (old == 0 || (skip != nullptr && skip->FindRow(strPn) > 0)) continue;
+std::string ParameterText(const Parameter& parameter, const std::string& controller,
+                          const Units& units) {
+  const std::string text = Compared(parameter.Pn(), ShownText(parameter, controller, units));
+  return parameter.unit ? WithUnit(text, units.Word(*parameter.unit)) : text;
+}
+
+// The readable parts of the digits and halves that describe the machine.
+void CompareDescriptions(const MachineDescription& mine, const MachineDescription& theirs,
+                         PartComparison& part) {
+  const auto compare = [&part](const char* row, const std::string& field, const std::string& first,
+                               const std::string& second) {
     ++part.rows;
-    const std::string mine = ParameterText(before, old, unitsBefore);
-    const std::string theirs = ParameterText(now, row, unitsNow);
-    if (mine == theirs) continue;
-    part.differences.push_back({name, strPn, now.Text(row, Column::description), mine, theirs});
-  }
-  return part;
+    if (first != second) part.differences.push_back({part.part, row, field, first, second});
+  };
+  const Machine& a = mine.machine;
+  const Machine& b = theirs.machine;
+  compare("Pn82E.0", "Machine Units Base", mine.distanceUnits, theirs.distanceUnits);
+  compare("Pn82E.1", "Time Base", mine.timeUnits, theirs.timeUnits);
+  compare("Pn82E.2", "System", MechanicalSystemFromIndex(a.system),
+          MechanicalSystemFromIndex(b.system));
+  compare("Pn82E.3", "Encoder Count", NumberText(a.encoderCount), NumberText(b.encoderCount));
+  compare("Pn82F.0", SystemMeasureDescription(a.system),
+          NumberText(a.length) + " " + mine.distanceUnits,
+          NumberText(b.length) + " " + theirs.distanceUnits);
 }
 
 }  // namespace
 
-std::vector<PartComparison> clsHX7Project::CompareWithSnapshot() const {
-  if (!snapshots_) return {};
-  const ShownUnits now = PresentUnits();
-  const ShownUnits& before = snapshots_->units;
-  const BlockMatrix& parameters = snapshots_->parameterTools.front().rows;
-  const auto compareTable = [&](Tool tool, const MotionTable& table, int firstRow,
-                                std::size_t place) {
-    return CompareTable(ToolName(tool), table, firstRow, snapshots_->tables[place], before, now);
-  };
-  PartComparison machine =
-      CompareParameters("Mechanical System Parameters", snapshots_->machine.rows,
-                        clsMechanicalSystem_.Rows(), &parameters, before, now);
-  if (snapshots_->machineUnread) {
+std::vector<PartComparison> clsHX7Project::CompareWithUpload() const {
+  if (!HoldsUpload()) return {};
+  const auto& staged = parameters_.Staged();
+  const Units& before = PresentUnits();
+  const Units after = parameters_.UnitsAfter(parameters_.StagedChanges());
+  PartComparison machine{std::string(InfoOf(Tool::mechanicalSystem).item), 0, {}};
+  PartComparison parameters{"Parameters", 0, {}};
+  PartComparison notSent{"Not sent by Velmoor", 0, {}, false};
+  for (const auto& [strPn, controller] : staged) {
+    const Parameter& parameter = parameters_.Get(strPn);
+    PartComparison& part = IsMechSystemPn(strPn) ? machine
+                           : IsNeverSent(strPn)  ? notSent
+                                                 : parameters;
+    ++part.rows;
+    if (Compared(strPn, controller) == Compared(strPn, parameter.controller)) continue;
+    part.differences.push_back({part.part, strPn, parameter.definition.parameter_name,
+                                ParameterText(parameter, parameter.controller, before),
+                                ParameterText(parameter, controller, after)});
+  }
+  if (machine.rows > 0) {
+    CompareDescriptions(DescribeMachine(parameters_), DescribeMachine([&staged](const char* strPn) {
+                          return staged.find(strPn)->second;
+                        }),
+                        machine);
+  }
+  if (machineUnread_) {
     machine.differences.push_back(
         {machine.part, "", "Machine", "described", "no description that can be used"});
   }
-  return {std::move(machine),
-          CompareParameters("Parameters", parameters, clsEditor_.Rows(), nullptr, before, now),
-          compareTable(Tool::position, clsPosition_, 1, 0), compareTable(Tool::jog, clsJog_, 0, 1),
-          compareTable(Tool::zone, clsZone_, 0, 2)};
-}
-
-ShownUnits clsHX7Project::PresentUnits() const {
-  return {strDistanceUnits_, strSpeedUnits_, strAccelerationUnits_};
+  std::vector<PartComparison> parts{std::move(machine), std::move(parameters),
+                                    CompareTable(Tool::position, clsPosition_, before, after),
+                                    CompareTable(Tool::jog, clsJog_, before, after),
+                                    CompareTable(Tool::zone, clsZone_, before, after)};
+  if (!notSent.differences.empty()) parts.push_back(std::move(notSent));
+  return parts;
 }
 
 }  // namespace velmoor

@@ -1,9 +1,11 @@
 #include "project/ProjectCompare.h"
 
+#include <algorithm>
 #include <span>
 #include <string_view>
 
 #include "project/data/Schema.h"
+#include "session/Tools.h"
 
 namespace velmoor {
 namespace {
@@ -14,7 +16,7 @@ using schema::Position;
 using schema::Zone;
 
 struct Part {
-  const char* name;
+  std::string_view name;
   std::string_view table;
   std::string_view key;
   std::string_view order;  // empty: the order of the first file
@@ -34,15 +36,15 @@ constexpr std::string_view kZoneFields[] = {Zone::kControllerLowerLimit,
 constexpr std::string_view kJogFields[] = {Jog::kControllerValue};
 constexpr std::string_view kParameterFields[] = {Parameters::kControllerValue};
 
-constexpr Part kParts[] = {
-    {"Index Table", Position::kTable, Position::kId, Position::kId, kPositionFields},
-    {"Zone Table", Zone::kTable, Zone::kZone, Zone::kZone, kZoneFields},
-    {"Jog Table", Jog::kTable, Jog::kJog, Jog::kJog, kJogFields},
+const Part kParts[] = {
+    {InfoOf(Tool::position).item, Position::kTable, Position::kId, Position::kId, kPositionFields},
+    {InfoOf(Tool::zone).item, Zone::kTable, Zone::kZone, Zone::kZone, kZoneFields},
+    {InfoOf(Tool::jog).item, Jog::kTable, Jog::kJog, Jog::kJog, kJogFields},
     {"Parameters", Parameters::kTable, Parameters::kPn, {}, kParameterFields},
 };
 
 PartComparison ComparePart(const Part& part, Database& first, Database& second) {
-  PartComparison result{part.name, 0, {}};
+  PartComparison result{std::string(part.name), 0, {}};
   const auto rows = first.OpenTable(part.table, part.order);
   const auto others = second.OpenTable(part.table, part.order);
   for (rows->MoveFirst(); !rows->AtEnd(); rows->MoveNext()) {
@@ -53,13 +55,18 @@ PartComparison ComparePart(const Part& part, Database& first, Database& second) 
       const std::string mine = rows->Text(field);
       const std::string theirs = found ? others->Text(field) : std::string();
       if (found && mine == theirs) continue;
-      result.differences.push_back({part.name, key, std::string(field), mine, theirs});
+      result.differences.push_back({result.part, key, std::string(field), mine, theirs});
     }
   }
   return result;
 }
 
 }  // namespace
+
+bool Differs(const std::vector<PartComparison>& parts) {
+  return std::ranges::any_of(
+      parts, [](const PartComparison& part) { return part.counts && !part.differences.empty(); });
+}
 
 std::vector<PartComparison> CompareProjects(const std::string& firstPath,
                                             const std::string& secondPath) {

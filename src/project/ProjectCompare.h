@@ -19,7 +19,12 @@ struct PartComparison {
   std::string part;
   int rows = 0;
   std::vector<ProjectDifference> differences;
+  // Rows that no download brings over are told of, and make nothing different.
+  bool counts = true;
 };
+
+// A part that counts has a difference.
+[[nodiscard]] bool Differs(const std::vector<PartComparison>& parts);
 
 // Compares the controller's form of the three tables and of all parameters. Labels, which live in
 // the project alone, and dirty marks are no difference. Throws DatabaseError.

@@ -1,6 +1,4 @@
-// The project's flags, its units, and the events of its tools on their way up.
-
-#include <initializer_list>
+// The project's tools, its flags, and the events of its tools on their way up.
 
 #include "link/clsHX7Helix7.h"
 #include "platform/Events.h"
@@ -50,75 +48,65 @@ MotionTable* clsHX7Project::TableOf(Tool tool) {
   }
 }
 
-// ---- flags
-
-bool clsHX7Project::ProjectNeedsSaving() const {
-  return clsEditor_.NeedsSaving() || clsFlexibleIO_.NeedsSaving() || clsHoming_.NeedsSaving() ||
-         clsInterface_.NeedsSaving() || clsJog_.NeedsSaving() ||
-         clsMechanicalSystem_.NeedsSaving() || clsOverTravel_.NeedsSaving() ||
-         clsPosition_.NeedsSaving() || clsTuning_.NeedsSaving() || clsZone_.NeedsSaving();
+std::vector<const MotionTable*> clsHX7Project::Tables() const {
+  return {&clsPosition_, &clsJog_, &clsZone_};
 }
 
-std::string clsHX7Project::WhatIsDirty() const {
+// ---- flags
+
+bool clsHX7Project::IsDirty(Tool tool) {
+  if (const MotionTable* const table = TableOf(tool)) return table->IsDirty();
+  if (const ParameterToolBase* const tools = ParameterToolOf(tool)) return tools->IsDirty();
+  return clsMechanicalSystem_.IsDirty();
+}
+
+std::string clsHX7Project::WhatIsDirty() {
   std::string list;
-  const auto add = [&list](bool dirty, const char* name) {
-    if (!dirty) return;
-    if (!list.empty()) list += ", ";
-    list += name;
-  };
-  add(clsMechanicalSystem_.IsDirty(), "Mechanical System");
-  add(clsEditor_.IsDirty(), "All parameters");
-  add(clsTuning_.IsDirty(), "Gain and Tuning parameters");
-  add(clsInterface_.IsDirty(), "Interface parameters");
-  add(clsFlexibleIO_.IsDirty(), "Flexible I/O parameters");
-  add(clsOverTravel_.IsDirty(), "Over Travel parameters");
-  add(clsHoming_.IsDirty(), "Homing parameters");
-  add(clsPosition_.IsDirty(), "Index Position table");
-  add(clsJog_.IsDirty(), "Jog table");
-  add(clsZone_.IsDirty(), "Zone table");
+  for (const ToolInfo& info : Tools()) {
+    if (IsDirty(info.tool)) list += (list.empty() ? "" : ", ") + std::string(info.pending);
+  }
   return list;
 }
 
-void clsHX7Project::ResetAllIsDirty() {
-  blnIsDirty_ = false;
-  for (ParameterToolBase* const tool : ParameterTools()) tool->SetIsDirty(false);
-  clsMechanicalSystem_.SetIsDirty(false);
-  for (MotionTable* const table : Tables()) table->SetIsDirty(false);
+// ---- windows
+
+bool clsHX7Project::Show(Tool tool) {
+  switch (tool) {
+    case Tool::mechanicalSystem:
+      return clsMechanicalSystem_.Show_MechanicalSystem();
+    case Tool::editor:
+      return clsEditor_.Show_Editor();
+    case Tool::tuning:
+      return clsTuning_.Show_Tuning();
+    case Tool::interface:
+      return clsInterface_.Show_Interface();
+    case Tool::flexibleIO:
+      return clsFlexibleIO_.Show_FlexibleIO();
+    case Tool::overTravel:
+      return clsOverTravel_.Show_OverTravel();
+    case Tool::homing:
+      return clsHoming_.Show_Homing();
+    case Tool::position:
+      return clsPosition_.Show_Position();
+    case Tool::jog:
+      return clsJog_.Show_Jog();
+    case Tool::zone:
+      return clsZone_.Show_Zone();
+  }
+  return false;
 }
 
-// Marks four tools only, on purpose: the editor holds every parameter.
-void clsHX7Project::SetAllIsDirty() {
-  clsEditor_.SetIsDirty(true);
-  for (MotionTable* const table : Tables()) table->SetIsDirty(true);
+void clsHX7Project::BringToFront(Tool tool) {
+  if (MotionTable* const table = TableOf(tool)) table->BringToFront();
+  if (ParameterToolBase* const parameters = ParameterToolOf(tool)) parameters->BringToFront();
 }
 
-void clsHX7Project::ResetNeedsSaving() {
-  blnNeedsSaving_ = false;
-  for (ParameterToolBase* const tool : ParameterTools()) tool->SetNeedsSaving(false);
-  clsMechanicalSystem_.SetNeedsSaving(false);
-  for (MotionTable* const table : Tables()) table->SetNeedsSaving(false);
-}
-
-// ---- units
-
-void clsHX7Project::GetConversionFactors() {
-  UpdateConversionFactors(dblCFactor_, strTimeUnits_, intResolution_);
-}
-
-void clsHX7Project::UpdateMechanicalSystemValues(bool blnIsMachineUnits) {
-  intResolution_ = clsMechanicalSystem_.Resolution();
-  strDistanceUnits_ = clsMechanicalSystem_.DistanceUnits();
-  strTimeUnits_ = clsMechanicalSystem_.TimeUnits();
-  strSpeedUnits_ = clsMechanicalSystem_.SpeedUnits();
-  strAccelerationUnits_ = clsMechanicalSystem_.AccelerationUnits();
-  // A change of the machine unit's word alone keeps the factors, on purpose.
-  if (!blnIsMachineUnits) GetConversionFactors();
-  UpdateUnitsInToolWindows();
-}
-
-void clsHX7Project::UpdateUnitsInToolWindows() {
-  for (ParameterToolBase* const tool : ParameterTools()) tool->UpdateUnitsDisplayed();
-  for (MotionTable* const table : Tables()) table->UpdateUnitsDisplayed();
+bool clsHX7Project::IsShown(Tool tool) {
+  if (const MotionTable* const table = TableOf(tool)) return table->IsShown();
+  if (const ParameterToolBase* const parameters = ParameterToolOf(tool)) {
+    return parameters->IsShown();
+  }
+  return clsMechanicalSystem_.IsShown();
 }
 
 float clsHX7Project::GetReferenceSpeedFactor() const {
@@ -146,21 +134,11 @@ float clsHX7Project::GetReferenceSpeedFactor() const {
 
 // ---- events of the tools
 
-template <typename ToolObject>
-void clsHX7Project::OrInFlags(const ToolObject& tool) {
-  blnNeedsSaving_ = blnNeedsSaving_ || tool.NeedsSaving();
-  blnIsDirty_ = blnIsDirty_ || tool.IsDirty();
-}
-
 // The pattern that parameter tools and tables have in common.
 template <typename ToolObject>
 void clsHX7Project::ConnectTool(Tool id, ToolObject& tool) {
-  connections_ += tool.Applied.Connect([this, &tool] { OrInFlags(tool); });
-  connections_ += tool.Closed.Connect([this, &tool, id] {
-    OrInFlags(tool);
-    // Nothing is passed on for the editor.
-    if (id != Tool::editor) ToolClosed.Raise(id);
-  });
+  connections_ += tool.Applied.Connect([this] { blnNeedsSaving_ = true; });
+  connections_ += tool.Closed.Connect([this, id] { ToolClosed.Raise(id); });
   connections_ +=
       tool.Status.Connect([this, id](const std::string& text) { ToolStatus.Raise(id, text); });
   connections_ += tool.Downloading.Connect(
@@ -181,8 +159,7 @@ void clsHX7Project::ConnectTools() {
   ConnectTool(Tool::zone, clsZone_);
   ConnectMechanicalSystem();
   ConnectBaudRate();
-  for (const Tool id : {Tool::editor, Tool::tuning, Tool::flexibleIO, Tool::homing, Tool::interface,
-                        Tool::overTravel}) {
+  for (const Tool id : kParameterTools) {
     ParameterToolBase& tool = *ParameterToolOf(id);
     connections_ += tool.EditStateChanged.Connect([this, id] { EditStateChanged.Raise(id); });
     connections_ += tool.UploadRequested.Connect([this, id] { ToolUploadRequested.Raise(id); });
@@ -210,14 +187,6 @@ void clsHX7Project::ConnectBaudRate() {
 void clsHX7Project::ConnectMechanicalSystem() {
   constexpr Tool id = Tool::mechanicalSystem;
   clsHX7MechanicalSystem& machine = clsMechanicalSystem_;
-  connections_ += machine.MechanicalSystemOKed.Connect([this, &machine] {
-    OrInFlags(machine);
-    machine.UpdateProjectMechanicalSystemValues();
-  });
-  connections_ +=
-      machine.MechanicalSystemClosed.Connect([this] { UpdateMechanicalSystemValues(true); });
-  connections_ += machine.MechanicalSystemUnitsChanged.Connect(
-      [this](bool machineUnits) { UpdateMechanicalSystemValues(machineUnits); });
   connections_ += machine.MechanicalSystemStatus.Connect(
       [this](const std::string& text) { ToolStatus.Raise(id, text); });
   connections_ += machine.MechanicalSystemDownloading.Connect(
@@ -226,68 +195,10 @@ void clsHX7Project::ConnectMechanicalSystem() {
       [this](std::int16_t row, std::int16_t total) { ToolUploading.Raise(id, row, total); });
   connections_ += machine.MechanicalSystemCheckSumFailed.Connect(
       [this] { MechanicalSystemCheckSumFailed.Raise(); });
-  // A refused upload has restored the rows: the factors go back to theirs before anything is saved.
-  connections_ += machine.MechanicalSystemNoCheckSum.Connect([this] {
-    UpdateMechanicalSystemValues(false);
-    MechanicalSystemNoCheckSum.Raise();
-  });
-  connections_ += machine.MechanicalSystemZeroSystem.Connect([this] {
-    UpdateMechanicalSystemValues(false);
-    MechanicalSystemZeroSystem.Raise();
-  });
-  connections_ += machine.ResolutionChanged.Connect([this] { OnResolutionChanged(); });
-  connections_ += machine.SystemAndResolutionChanged.Connect(
-      [this](float length) { OnSystemAndResolutionChanged(length); });
-}
-
-// ---- a change of machine
-
-void clsHX7Project::OnResolutionChanged() {
-  OrInFlags(clsMechanicalSystem_);
-  // Counts are computed anew with the project's factors: these must be the new ones.
-  UpdateMechanicalSystemValues(false);
-  clsPosition_.ChangeResolution(intResolution_);
-  clsJog_.ChangeResolution(intResolution_);
-  clsZone_.ChangeResolution(intResolution_);
-  clsHoming_.ChangeResolution(intResolution_);
-  clsOverTravel_.ChangeResolution(intResolution_);
-  clsEditor_.ChangeResolution(intResolution_);
-  bool any = false;
-  const std::string items = CollectInvalidated(any);
-  // Raised also when only the editor was concerned, whose name the list does not hold.
-  if (any) ResolutionDataInvalidated.Raise(items);
-}
-
-std::string clsHX7Project::CollectInvalidated(bool& any) {
-  std::string items;
-  const auto collect = [&](auto& tool, const char* text) {
-    if (!tool.DataInvalidated()) return;
-    any = true;
-    items += text;
-    tool.ClearDataInvalidated();
-  };
-  collect(clsPosition_, ", Index Table");
-  collect(clsJog_, ", Jog Table");
-  collect(clsZone_, ", Zone Table");
-  collect(clsHoming_, ", Homing Parameters");
-  collect(clsOverTravel_, ", Over Travel Parameters");
-  collect(clsEditor_, "");
-  return Left(items, 2) == ", " ? items.substr(2) : items;
-}
-
-void clsHX7Project::OnSystemAndResolutionChanged(float length) {
-  OrInFlags(clsMechanicalSystem_);
-  UpdateMechanicalSystemValues(false);
-  clsPosition_.ClearData();
-  clsZone_.ClearData();
-  clsJog_.ChangeResolution(intResolution_);
-  clsHoming_.ChangeResolution(intResolution_);
-  clsOverTravel_.ResetDefaults(intResolution_, length);
-  clsEditor_.ResetDefaults(intResolution_, length);
-  // The editor's reset rewrote records that homing and the machine have just set: their values
-  // stand.
-  clsHoming_.HandRowsToEditor();
-  clsMechanicalSystem_.HandRowsToEditor();
+  connections_ +=
+      machine.MechanicalSystemNoCheckSum.Connect([this] { MechanicalSystemNoCheckSum.Raise(); });
+  connections_ +=
+      machine.MechanicalSystemZeroSystem.Connect([this] { MechanicalSystemZeroSystem.Raise(); });
 }
 
 }  // namespace velmoor

@@ -9,65 +9,49 @@
 namespace velmoor {
 namespace {
 
-struct Stage {
-  Tool tool;
-  const char* onFailure;
-  const char* whenStopped;
-  bool mayGoOn;  // the failure is a question whose Yes goes on
-};
+// What the user is told behind a stage that failed, stage by stage; the first asks.
+constexpr std::array<const char*, kUploadOrder.size()> kBehindFailure{
+    "Do you wish to continue with upload?", "Only Mechanical System Parameters were uploaded!",
+    "Only Parameters were uploaded!", "Only Parameters plus Jog Table were uploaded!",
+    "Only Parameters plus Jog and Zone Tables were uploaded!"};
 
-const std::array<Stage, 5>& Stages() {
-  static const std::array<Stage, 5> kStages{{
-      {Tool::mechanicalSystem,
-       "Could not upload Mechanical System Parameters from controller!\r"
-       "Do you wish to continue with upload?",
-       "Upload Mechanical System Parameters terminated!", true},
-      {Tool::editor,
-       "Could not upload Hardware Parameters from controller!\r"
-       "Only Mechanical System Parameters were uploaded!",
-       "Upload Hardware Parameters terminated!", false},
-      {Tool::jog, "Could not upload Jog Table from controller!\rOnly Parameters were uploaded!",
-       "Upload Jog Table terminated!", false},
-      {Tool::zone,
-       "Could not upload Zone Table from controller!\r"
-       "Only Parameters plus Jog Table were uploaded!",
-       "Upload Zone Table terminated!", false},
-      {Tool::position,
-       "Could not upload Index Table from controller!\r"
-       "Only Parameters plus Jog and Zone Tables were uploaded!",
-       "Upload Index Table terminated!", false},
-  }};
-  return kStages;
-}
-
-}  // namespace
-
-bool RunUploadStages(clsHX7Project& project) {
-  project.TakeSnapshot();
-  for (const Stage& stage : Stages()) {
-    if (project.UploadPart(stage.tool)) continue;
+bool RunStages(clsHX7Project& project) {
+  for (std::size_t stage = 0; stage < kUploadOrder.size(); ++stage) {
+    const std::string name(InfoOf(kUploadOrder[stage]).status);
+    if (project.UploadPart(kUploadOrder[stage])) continue;
     if (gMainForm->StopProcedure()) {
       gMainForm->SetStopProcedure(false);
-      ShowExclamation(stage.whenStopped);
+      ShowExclamation("Upload " + name + " terminated!");
       return false;
     }
-    if (stage.mayGoOn) {
-      if (!AskYesNo(stage.onFailure)) return false;
+    const std::string words =
+        "Could not upload " + name + " from controller!\r" + kBehindFailure[stage];
+    if (stage == 0) {
+      if (!AskYesNo(words)) return false;
     } else {
-      ShowExclamation(stage.onFailure);
+      ShowExclamation(words);
       return false;
     }
   }
   return true;
 }
 
+}  // namespace
+
+bool RunUploadStages(clsHX7Project& project) {
+  project.BeginUpload();
+  const bool read = RunStages(project);
+  if (!read) project.DropUpload();
+  return read;
+}
+
 void AskToCommitUpload(clsHX7Project& project) {
   // The words stay the same when the machine's stage failed and the user went on.
   if (AskYesNo("All tables and parameters successfully uploaded from controller.\r"
                "Commit uploaded data to project?")) {
-    project.CommitUploadedData();
+    (void)project.CommitUpload();
   } else {
-    project.RestoreSnapshot();
+    project.DropUpload();
   }
 }
 

@@ -18,13 +18,12 @@ inline constexpr const char* kZeroSystemWords =
     "zero!\rImproper mechanical system data!\r"
     "Previous mechanical system project values have been restored.";
 
-// Takes a snapshot and reads the machine, all parameters and the three tables from the amplifier,
-// in that order. False: stopped or failed, of which the user was told; what was read stays in
-// memory.
+// Reads the machine, all parameters and the three tables from the amplifier, in that order, into
+// what the project holds apart. False: stopped or failed, of which the user was told; nothing is
+// held apart then.
 [[nodiscard]] bool RunUploadStages(clsHX7Project& project);
 
-// Asks whether the uploaded data is to be committed. Yes commits it into all tools; No puts back
-// what the project held before the upload.
+// Asks whether the uploaded data is to be committed. Yes commits it into all tools; No drops it.
 void AskToCommitUpload(clsHX7Project& project);
 
 }  // namespace velmoor

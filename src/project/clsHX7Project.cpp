@@ -62,96 +62,52 @@ bool clsHX7Project::OpenProject(const std::string& strFileName, const std::strin
     strProjectDatabasePath_ = workingFile;
     world().databases->Release(workingFile);
     files.LayWorkingCopy(sFileName_, workingFile);
+    // A program that was killed may have left it.
+    files.Remove(MarksFile());
   } catch (const FileError& error) {
     return refuse(cannotCreate + "\r" + error.what());
   }
   if (!files.Exists(workingFile)) return refuse(cannotCreate);
+  std::string reason;
+  if (!ReadFile(reason)) return refuse("Error reading databases!\r" + reason);
   SetDatabasePaths();
-  SetDatabaseTables();
-  if (!ReadFile()) return refuse("Error reading databases!");
   blnOpen_ = true;
-  MarkPendingDownloads();
   strError.clear();
   ProjectOpened.Raise();
   return true;
 }
 
 void clsHX7Project::SetDatabasePaths() {
-  for (ParameterToolBase* const tool : ParameterTools()) {
-    tool->SetDatabasePath(strTHDatabasePath_);
-    tool->SetSaveDBPath(strProjectDatabasePath_);
-  }
-  clsMechanicalSystem_.SetDatabasePath(strTHDatabasePath_);
-  clsMechanicalSystem_.SetSaveDBPath(strProjectDatabasePath_);
+  parameters_.SetWorkingFile(strProjectDatabasePath_);
   for (MotionTable* const table : Tables()) table->SetDatabasePath(strProjectDatabasePath_);
   clsServoJog_.SetDatabasePath(strProjectDatabasePath_);
 }
 
-void clsHX7Project::SetDatabaseTables() {
-  for (ParameterToolBase* const tool : ParameterTools()) {
-    tool->SetParametersTable(gMainForm->ParametersTable());
-  }
-  clsMechanicalSystem_.SetParametersTable(gMainForm->ParametersTable());
-  clsTuning_.SetNibbleTable(gMainForm->NibbleTable());
-  clsEditor_.SetNibbleTable(gMainForm->NibbleTable());
-}
-
-// A foreign or damaged file is found before any tool reads: each tool would otherwise show its own
-// box and leave an empty project open.
-bool clsHX7Project::ReadFile() {
+// The machine's units come with the parameters, before the tables that are read in them.
+bool clsHX7Project::ReadFile(std::string& reason) {
   try {
-    const auto probe = OpenForReading(strProjectDatabasePath_);
-    for (const std::string_view table :
-         {schema::Parameters::kTable, schema::Misc::kTable, schema::Position::kTable,
-          schema::Zone::kTable, schema::Jog::kTable}) {
-      (void)probe->OpenTable(table);
-    }
-  } catch (const std::exception&) {
+    parameters_.Open({strTHDatabasePath_, gMainForm->ParametersTable(), gMainForm->NibbleTable(),
+                      strProjectDatabasePath_},
+                     gMainForm->ComboList());
+    SetDatabasePaths();
+    (void)OpenForReading(strProjectDatabasePath_)->OpenTable(schema::Misc::kTable);
+    for (MotionTable* const table : Tables()) table->ReadFromDB();
+  } catch (const std::exception& error) {
+    reason = error.what();
+    // Users know their file, not the one that is worked on in its stead.
+    const std::string place = strProjectDatabasePath_ + ": ";
+    if (reason.starts_with(place)) reason.erase(0, place.size());
     return false;
   }
-  return Trapped("clsProject.ReadFile: ", [this] {
-    ReadTools();
-    return true;
-  });
-}
-
-// The machine comes before the others: they read in its units and at its resolution.
-void clsHX7Project::ReadTools() {
-  const ComboLists& lists = gMainForm->ComboList();
+  for (ParameterToolBase* const tool : ParameterTools()) tool->TakeRows();
   clsServoJog_.ReadFromDB();
-  clsMechanicalSystem_.ReadFromDB();
-  clsMechanicalSystem_.UpdateProjectMechanicalSystemValues();
-  UpdateMechanicalSystemValues(false);
-  clsTuning_.ReadFromDB();
-  for (ParameterToolBase* const tool : std::initializer_list<ParameterToolBase*>{
-           &clsEditor_, &clsFlexibleIO_, &clsHoming_, &clsInterface_, &clsOverTravel_}) {
-    tool->ReadFromDB();
-    tool->SetComboLists(lists);
-  }
-  clsOverTravel_.InitOverTravelLimits();
-  clsJog_.ReadFromDB();
-  clsPosition_.ReadFromDB();
-  clsZone_.ReadFromDB();
-}
-
-// Work that was saved but not yet downloaded is still offered after a restart.
-void clsHX7Project::MarkPendingDownloads() {
-  const auto mark = [this](auto& tool) {
-    if (tool.GetNumberOfNewRows() == 0) return;
-    tool.SetIsDirty(true);
-    blnIsDirty_ = true;
-  };
-  mark(clsEditor_);
-  mark(clsMechanicalSystem_);
-  mark(clsPosition_);
-  mark(clsJog_);
-  mark(clsZone_);
+  return true;
 }
 
 void clsHX7Project::Save() {
   world().databases->Release(strProjectDatabasePath_);
   world().files->ReplaceDurably(strProjectDatabasePath_, sFileName_);
-  ResetNeedsSaving();
+  blnNeedsSaving_ = false;
 }
 
 void clsHX7Project::SaveAs(const std::string& strFile) {

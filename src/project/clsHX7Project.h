@@ -6,11 +6,8 @@
 // file.
 #pragma once
 
-#include <array>
 #include <cstdint>
-#include <functional>
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -34,26 +31,7 @@
 
 namespace velmoor {
 
-// The tools that tell of transfers, by the project's events.
-enum class Tool {
-  editor,
-  tuning,
-  flexibleIO,
-  homing,
-  interface,
-  mechanicalSystem,
-  overTravel,
-  position,
-  jog,
-  zone
-};
-
 struct PartComparison;
-
-// The units as the windows show them.
-struct ShownUnits {
-  std::string distance, speed, acceleration;
-};
 
 class clsHX7Project final : public Project {
  public:
@@ -92,24 +70,21 @@ class clsHX7Project final : public Project {
   [[nodiscard]] bool IsOpen() const { return blnOpen_; }
 
   // ---- flags
-  [[nodiscard]] bool IsDirty() const { return blnIsDirty_; }
-  void SetIsDirty(bool dirty) { blnIsDirty_ = dirty; }
+  // A tool holds changes that the hardware does not have.
+  [[nodiscard]] bool IsDirty() { return !WhatIsDirty().empty(); }
+  // The working file differs from the project's file in more than marks.
   [[nodiscard]] bool NeedsSaving() const { return blnNeedsSaving_; }
   void SetNeedsSaving(bool needed) { blnNeedsSaving_ = needed; }
-  // One of the tools needs saving.
-  [[nodiscard]] bool ProjectNeedsSaving() const;
   // The tools with changes that the hardware does not have, "All parameters, Jog table"; empty:
   // none.
-  [[nodiscard]] std::string WhatIsDirty() const;
-  void ResetAllIsDirty();
-  void SetAllIsDirty();  // editor and the three tables
-  void ResetNeedsSaving();
+  [[nodiscard]] std::string WhatIsDirty();
+  // Marks everything that a download of everything sends, in the working file.
+  void MarkEverything();
 
   // ---- transfers
 
-  // Sends what
-  // is dirty, in a fixed order, and stores it; restarts the hardware when a parameter went out.
-  // False at the first failure: what ran is clean, the rest stays dirty.
+  // Sends what is marked, in a fixed order, and stores it; restarts the hardware when a parameter
+  // went out. False at the first failure: what ran is clean, the rest stays marked.
   bool Download();
   // Sends the tables, every parameter and the machine, and restarts the hardware.
   bool DownloadAll();
@@ -119,46 +94,53 @@ class clsHX7Project final : public Project {
   // Marks everything where a write since the last look may have reached another row or parameter
   // than it named: the amplifier may hold other values than the project then, anywhere.
   void MarkAfterStrayWrite();
-  // Reads one tool's rows into memory. False: stopped or failed.
-  [[nodiscard]] bool UploadPart(Tool part);
-  // Takes a snapshot and reads the tools named. False: stopped or failed; the snapshot is back
-  // then.
-  [[nodiscard]] bool UploadParts(const std::vector<Tool>& parts);
-  void CommitUploadedParts(const std::vector<Tool>& parts);
-  // Where the rows of now, as they are shown, differ from those of the snapshot: the project as it
-  // was is first, what was uploaded second. Empty without a snapshot.
-  [[nodiscard]] std::vector<PartComparison> CompareWithSnapshot() const;
+  // Brings the marks in the project's file to what is known of the amplifier, whatever else is
+  // unsaved: a mark there says that the amplifier may hold another value than that file. Throws
+  // FileError and DatabaseError; the file is the old one then.
+  void SaveMarks();
   // How many rows a transfer of the tool announces.
   [[nodiscard]] int RowsOf(Tool part);
-  // One stage each, with the store of a table behind it.
+  // One stage, with the store of the table behind it.
   bool DownloadTable(Tool table, bool blnOverRide);
   // Sum of the marked records that Download New would send.
   [[nodiscard]] std::int16_t GetNumberOfNewDownloads() const;
-  // Accepts or refuses what was uploaded into all tools; refused data is replaced by the snapshot.
-  void CommitUploadedData();
-  // The same for one tool; a sister that holds the same parameters keeps them as stored.
-  void CommitUploadedTool(Tool tool);
-  void TakeSnapshot();
-  void RestoreSnapshot();
+
+  // ---- uploads, held apart from the project until a commit
+
+  // Forgets what an earlier upload has left.
+  void BeginUpload();
+  // Reads one tool's rows. False: stopped or failed.
+  [[nodiscard]] bool UploadPart(Tool part);
+  // Begins, and reads the tools named. False: stopped or failed; nothing is held apart then.
+  [[nodiscard]] bool UploadParts(const std::vector<Tool>& parts);
+  [[nodiscard]] bool HoldsUpload() const;
+  void DropUpload();
+  // Takes all that was read into the project, the whole or nothing: shown in the units of the
+  // machine that was read, and clean. What was not read keeps its numbers. False: nothing was
+  // stored, of which the user was told.
+  bool CommitUpload();
+  // Where what was read differs from the project, in what the amplifier takes.
+  [[nodiscard]] std::vector<PartComparison> CompareWithUpload() const;
 
   // ---- units
-  [[nodiscard]] std::int16_t Resolution() const override { return intResolution_; }
-  [[nodiscard]] std::string DistanceUnits() const override { return strDistanceUnits_; }
-  [[nodiscard]] std::string SpeedUnits() const override { return strSpeedUnits_; }
-  [[nodiscard]] std::string AccelerationUnits() const override { return strAccelerationUnits_; }
-  [[nodiscard]] std::string TimeUnits() const override { return strTimeUnits_; }
-  [[nodiscard]] double ConversionForDistance() const override { return dblCFactor_[0]; }
-  [[nodiscard]] double ConversionForSpeed() const override { return dblCFactor_[1]; }
-  [[nodiscard]] double ConversionForAcceleration() const override { return dblCFactor_[2]; }
-  [[nodiscard]] double ConversionForTime() const override { return dblCFactor_[3]; }
-  void GetConversionFactors();
-  // Copies units and resolution from the machine; the factors stay when only its unit words
-  // changed.
-  void UpdateMechanicalSystemValues(bool blnIsMachineUnits);
-  // Shows the present words of the units in the open windows.
-  void UpdateUnitsInToolWindows();
-  [[nodiscard]] std::vector<RescaledValue> PreviewRescale(
-      std::int16_t digits, const std::array<double, 4>& factors) const override;
+  [[nodiscard]] const Units& PresentUnits() const { return parameters_.PresentUnits(); }
+  [[nodiscard]] std::int16_t Resolution() const override { return PresentUnits().resolution; }
+  [[nodiscard]] std::string DistanceUnits() const override { return PresentUnits().distance; }
+  [[nodiscard]] std::string SpeedUnits() const override {
+    return PresentUnits().Word(UnitKind::speed);
+  }
+  [[nodiscard]] std::string AccelerationUnits() const override {
+    return PresentUnits().Word(UnitKind::acceleration);
+  }
+  [[nodiscard]] std::string TimeUnits() const override { return PresentUnits().time; }
+  [[nodiscard]] double ConversionForDistance() const override { return PresentUnits().factors[0]; }
+  [[nodiscard]] double ConversionForSpeed() const override { return PresentUnits().factors[1]; }
+  [[nodiscard]] double ConversionForAcceleration() const override {
+    return PresentUnits().factors[2];
+  }
+  [[nodiscard]] double ConversionForTime() const override { return PresentUnits().factors[3]; }
+  [[nodiscard]] MachineConsequences Consequences(const MachineChange& change) const override;
+  void CommitMachine(const MachineChange& change) override;
   // Counts of the speed command for one turn of the motor, read from the hardware; -1 when it
   // cannot be read or makes no sense.
   [[nodiscard]] float GetReferenceSpeedFactor() const override;
@@ -182,15 +164,17 @@ class clsHX7Project final : public Project {
   // Null for a tool that holds no parameters of this kind.
   [[nodiscard]] ParameterToolBase* ParameterToolOf(Tool tool);
 
-  SharedParameterTool& EditorSister() override { return clsEditor_; }
+  [[nodiscard]] const ParameterStore& Parameters() const { return parameters_; }
+  // The tool's window. False when it cannot be had, of which the user was told; one that blocks has
+  // closed when the call returns.
+  bool Show(Tool tool);
+  void BringToFront(Tool tool);
+  [[nodiscard]] bool IsShown(Tool tool);
+
   EditorTool& EditorService() override { return clsEditor_; }
-  SharedParameterTool& FlexibleIOSister() override { return clsFlexibleIO_; }
-  ParameterTool& InterfaceSister() override { return clsInterface_; }
-  SharedParameterTool& OverTravelSister() override { return clsOverTravel_; }
-  OverTravelTool& OverTravelLimits() override { return clsOverTravel_; }
-  ParameterTool& HomingSister() override { return clsHoming_; }
+  SisterTool& FlexibleIOSister() override { return clsFlexibleIO_; }
+  SisterTool& OverTravelSister() override { return clsOverTravel_; }
   HomingTool& HomingService() override { return clsHoming_; }
-  ParameterTool& TuningSister() override { return clsTuning_; }
   MechanicalSystemTool& MechanicalSystemSister() override { return clsMechanicalSystem_; }
 
   // ---- events
@@ -223,84 +207,69 @@ class clsHX7Project final : public Project {
   Event<Tool, std::int16_t, std::int16_t> ToolUploading;    // row, total
 
  private:
-  // What an upload overwrites, tool by tool.
-  struct Snapshots {
-    clsHX7MechanicalSystem::Snapshot machine;
-    // The amplifier holds none that can be used; the project's has stayed.
-    bool machineUnread = false;
-    std::vector<ParameterToolBase::Snapshot> parameterTools;
-    std::vector<MotionTable::Snapshot> tables;
-    ShownUnits units;
-    bool isDirty = false, needsSaving = false;
-  };
   struct DirtyTool;
+  // What a change of the machine, or an upload, makes of all that the project holds.
+  struct Plan;
 
   void SetDatabasePaths();
-  void SetDatabaseTables();
-  bool ReadFile();
-  void ReadTools();
-  void MarkPendingDownloads();
+  bool ReadFile(std::string& reason);
   void ConnectTools();
   template <typename ToolObject>
   void ConnectTool(Tool id, ToolObject& tool);
   void ConnectMechanicalSystem();
   void ConnectBaudRate();
-  template <typename ToolObject>
-  void OrInFlags(const ToolObject& tool);
   [[nodiscard]] std::string WorkingFileOf(const std::string& directory,
                                           const std::string& title) const;
   [[nodiscard]] MotionTable* TableOf(Tool tool);
   [[nodiscard]] std::vector<MotionTable*> Tables();
+  [[nodiscard]] std::vector<const MotionTable*> Tables() const;
+  [[nodiscard]] bool IsDirty(Tool tool);
+
+  [[nodiscard]] Plan PlanMachine(const MachineChange& change) const;
+  [[nodiscard]] Plan PlanUpload() const;
+  void Commit(const Plan& plan, bool uploaded);
+  [[nodiscard]] static std::vector<std::string> LimitedSets(const Plan& plan);
+  [[nodiscard]] MotionTable::Step UploadStepOf(const MotionTable& table, Tool tool,
+                                               const Units& after) const;
+
   [[nodiscard]] std::vector<DirtyTool> DownloadOrder();
   bool SendEverything();
-  bool DownloadWholeTable(Tool table);
-  // Marks all that a download of everything sends, so that Download New can complete one that is
-  // cut.
-  void MarkEverything();
-  // Marks the records of the parameters that `concerned` names and that are sent at all.
-  void MarkParameters(const std::function<bool(const std::string& strPn)>& concerned);
-  bool DownloadPart(Tool part);
-  void SettleSentRows();
   bool SendNew();
   bool SendParts(const std::vector<Tool>& parts);
-  [[nodiscard]] ShownUnits PresentUnits() const;
-  [[nodiscard]] static std::vector<int> RowsToSend(const MotionTable& table, bool all);
-  // Marks the rows in memory and in the working file.
-  void MarkRows(MotionTable& table, const std::vector<int>& rows);
-  // Commits an uploaded table. Rows that the amplifier holds in volatile memory alone are marked.
-  void CommitUploadedTable(Tool table);
-  void OnResolutionChanged();
-  void OnSystemAndResolutionChanged(float length);
-  [[nodiscard]] std::string CollectInvalidated(bool& any);
+  bool DownloadPart(Tool part);
+  // Before the first line of a download, and behind its last.
+  bool BeginDownload();
+  void EndDownload();
+  void MarkPart(Tool part);
+  // The copy of the project's file in which its marks are brought up to date.
+  [[nodiscard]] std::string MarksFile() const { return strProjectDatabasePath_ + "-marks"; }
 
+  ParameterStore parameters_;
   std::string strProjectDatabasePath_;
   std::string strTHDatabasePath_;
   bool blnOpen_ = false;
-  bool blnIsDirty_ = false;
   bool blnNeedsSaving_ = false;
+  // The amplifier holds no machine that can be used; that of the project has stayed.
+  bool machineUnread_ = false;
   std::string sWorkingDirectory_;
   std::string sFileName_;
   std::string sFileTitle_;
-  std::int16_t intResolution_ = 0;
-  std::string strDistanceUnits_, strSpeedUnits_, strAccelerationUnits_, strTimeUnits_;
-  ConversionFactors dblCFactor_{1, 0.06, 0.00006, 60};
   std::unique_ptr<FileLock> workingFileLock_;
 
-  clsHX7MechanicalSystem clsMechanicalSystem_;
-  clsHX7FlexibleIO clsFlexibleIO_;
-  clsHX7Homing clsHoming_;
-  clsHX7Interface clsInterface_;
-  clsHX7OverTravel clsOverTravel_;
+  clsHX7MechanicalSystem clsMechanicalSystem_{parameters_};
+  clsHX7FlexibleIO clsFlexibleIO_{parameters_};
+  clsHX7Homing clsHoming_{parameters_};
+  clsHX7Interface clsInterface_{parameters_};
+  clsHX7OverTravel clsOverTravel_{parameters_};
   clsHX7Jog clsJog_;
   clsHX7Position clsPosition_;
   clsHX7Zone clsZone_;
-  clsHX7Tuning clsTuning_;
-  clsHX7Editor clsEditor_;
+  clsHX7Tuning clsTuning_{parameters_};
+  clsHX7Editor clsEditor_{parameters_};
   clsHX7ServoJog clsServoJog_;
   clsHX7InertiaRatio clsInertiaRatio_;
   clsHX7Monitoring clsMonitoring_;
   clsHX7Terminal clsTerminal_;
-  std::optional<Snapshots> snapshots_;
   Connections connections_;
 };
 

@@ -42,7 +42,10 @@ std::vector<PrintCell> ParameterSection::Fields() const {
 
 std::vector<ParameterRow> ToolSection::TakeRows() const {
   std::vector<ParameterRow> rows;
-  for (int row = 1; row <= tool_.RowsInArray(); ++row) rows.push_back(tool_.Describe(row));
+  for (int row = 1; row <= tool_.RowsInArray(); ++row) {
+    rows.push_back(tool_.Describe(row));
+    rows.back().value = tool_.ParameterOf(row).text;
+  }
   return rows;
 }
 
@@ -64,12 +67,19 @@ std::vector<ParameterRow> rptHX7Tuning::TakeRows() const {
 // ---- the machine
 
 std::vector<ParameterRow> rptHX7MechanicalSystem::TakeRows() const {
-  const BlockMatrix& machine = Proj().MechanicalSystem().Rows();
+  const MachineEdit machine = Proj().MechanicalSystem().Edit();
   std::vector<ParameterRow> rows;
-  for (int row = 1; row <= machine.Rows(); ++row) {
+  for (int row = 1; row <= MachineEdit::Rows(); ++row) {
     // Their digits and their number have rows of their own, which are read in their place.
-    const std::string& strPn = machine.Text(row, Column::name);
-    if (strPn != "Pn82E" && strPn != "Pn82F") rows.push_back(DescribeRow(machine, row));
+    const std::string_view name = MachineEdit::NameOf(row);
+    if (name == "Pn82E" || name == "Pn82F") continue;
+    ParameterRow& shown = rows.emplace_back();
+    shown.name = name;
+    shown.description = machine.Text(row, Column::description);
+    shown.value = machine.Text(row, Column::value);
+    shown.minimum = machine.Text(row, Column::minimum);
+    shown.maximum = machine.Text(row, Column::maximum);
+    shown.unit = machine.Text(row, Column::unit);
   }
   return rows;
 }

@@ -9,7 +9,8 @@ void TableSection::ActiveReport_ReportStart() {
   std::vector<std::string> headings = Headings();
   headings.insert(headings.begin(), "Row ID");
   SetHeadings(std::move(headings));
-  arTemp = table_.Cells();
+  arTemp.clear();
+  for (int row = 1; row <= table_.RowsInArray(); ++row) arTemp.push_back(table_.Stored(row).cells);
 }
 
 bool TableSection::IsNumber(std::size_t column) const {

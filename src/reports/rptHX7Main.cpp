@@ -17,19 +17,18 @@
 namespace velmoor {
 namespace {
 
-constexpr std::array<ReportItem, kReportItems> kItems{{
-    {"Communications Settings", "srptCommunications", "communications"},
-    {"Mechanical System Settings", "srptMechanicalSystem", "system"},
-    {"All Parameters", "srptParams", "parameters"},
-    {"Gain Tuning Parameters", "srptTuning", "tuning"},
-    {"Interface Parameters", "srptInterface", "interface"},
-    {"Flexible I/O Parameters", "srptFlexibleIO", "flexibleio"},
-    {"Over Travel Parameters", "srptOverTravel", "overtravel"},
-    {"Homing Parameters", "srptHoming", "homing"},
-    {"Index Table", "srptIndex", "index"},
-    {"Jog Table", "srptJog", "jog"},
-    {"Zone Table", "srptZone", "zone"},
-}};
+// The session's own section, then the tools' in their order.
+std::array<ReportItem, kReportItems> MakeItems() {
+  std::array<ReportItem, kReportItems> items{
+      {{"Communications Settings", "srptCommunications", "communications"}}};
+  for (std::size_t i = 0; i < kTools; ++i) {
+    const ToolInfo& info = Tools()[i];
+    items[i + 1] = {info.report, info.section, info.word};
+  }
+  return items;
+}
+
+const std::array<ReportItem, kReportItems> kItems = MakeItems();
 
 template <typename Report>
 PrintSection RunReport(clsHX7Project& project) {

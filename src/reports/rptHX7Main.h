@@ -11,13 +11,14 @@
 #include <string_view>
 
 #include "platform/PrintDocument.h"
+#include "session/Tools.h"
 
 namespace velmoor {
 
 class clsHX7Project;
 class frmPreview;
 
-inline constexpr std::size_t kReportItems = 11;
+inline constexpr std::size_t kReportItems = kTools + 1;
 using PrintItems = std::array<bool, kReportItems>;
 
 // One section as the user chooses it.

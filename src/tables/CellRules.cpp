@@ -5,8 +5,8 @@
 
 #include "platform/Numbers.h"
 #include "platform/Utility.h"
+#include "project/data/UnitConversion.h"
 #include "tables/clsHX7Position.h"
-#include "tools/UnitConversion.h"
 
 namespace velmoor {
 namespace {

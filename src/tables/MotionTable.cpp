@@ -5,11 +5,10 @@
 
 #include "platform/Numbers.h"
 #include "platform/Trapped.h"
-#include "platform/Utility.h"
 #include "project/data/Schema.h"
+#include "project/data/UnitConversion.h"
 #include "session/Session.h"
 #include "tables/TableWindow.h"
-#include "tools/UnitConversion.h"
 
 namespace velmoor {
 namespace {
@@ -25,10 +24,16 @@ bool IsWritten(const TableColumn& column) {
 
 MotionTable::MotionTable(const TableLayout& layout)
     : layout_(layout),
+      stored_(static_cast<std::size_t>(layout.rows)),
       cells_(static_cast<std::size_t>(layout.rows),
              std::vector<std::string>(layout.columns.size())),
-      dirty_(static_cast<std::size_t>(layout.rows), "0"),
-      touched_(static_cast<std::size_t>(layout.rows), false) {}
+      marks_(static_cast<std::size_t>(layout.rows), false),
+      copies_(static_cast<std::size_t>(layout.rows)) {
+  for (StoredRow& row : stored_) {
+    row.cells.resize(layout.columns.size());
+    row.controller.resize(layout.columns.size());
+  }
+}
 
 MotionTable::~MotionTable() = default;
 
@@ -48,19 +53,15 @@ const std::string& MotionTable::Text(int row, int column) const {
 }
 
 void MotionTable::SetText(int row, int column, std::string_view text) {
-  std::string& cell = cells_[Index(row)].at(static_cast<std::size_t>(column));
-  if (cell == text) return;
-  cell = text;
-  touched_[Index(row)] = true;
+  cells_[Index(row)].at(static_cast<std::size_t>(column)) = text;
 }
 
-const std::string& MotionTable::DirtyCell(int row) const {
-  return dirty_[Index(row)];
+std::string MotionTable::DirtyCell(int row) const {
+  return marks_[Index(row)] ? "1" : "0";
 }
 
 void MotionTable::SetDirtyCell(int row, bool dirty) {
-  dirty_[Index(row)] = dirty ? "1" : "0";
-  touched_[Index(row)] = true;
+  marks_[Index(row)] = dirty;
 }
 
 void MotionTable::MarkChangesSince(const Rows& cells) {
@@ -76,12 +77,41 @@ bool MotionTable::IsBlank(int row) const {
   return true;
 }
 
+// ---- edits
+
+bool MotionTable::IsTouched(int row) const {
+  const StoredRow& stored = stored_[Index(row)];
+  return cells_[Index(row)] != stored.cells || marks_[Index(row)] != stored.marked;
+}
+
+bool MotionTable::HoldsEdits() const {
+  for (int row = 1; row <= layout_.rows; ++row) {
+    if (cells_[Index(row)] != stored_[Index(row)].cells) return true;
+  }
+  return false;
+}
+
+void MotionTable::DropEdits() {
+  for (std::size_t i = 0; i < stored_.size(); ++i) {
+    cells_[i] = stored_[i].cells;
+    marks_[i] = stored_[i].marked;
+  }
+}
+
+void MotionTable::PutBackEdits(const Edits& edits) {
+  cells_ = edits.cells;
+  marks_ = edits.marks;
+}
+
 // ---- the window
 
 void MotionTable::TakeWindow(std::unique_ptr<TableWindow> window) {
   frm_ = std::move(window);
   connections_ += frm_->ChangeAccepted.Connect([this] { frm_ChangeAccepted(); });
-  connections_ += frm_->ChangeCanceled.Connect([this] { frm_ChangeCanceled(); });
+  connections_ += frm_->ChangeCanceled.Connect([this] {
+    DropEdits();
+    ShowInWindow();
+  });
   connections_ += frm_->Closed.Connect([this] { Closed.Raise(); });
   connections_ += frm_->EditStateChanged.Connect([this] { EditStateChanged.Raise(); });
 }
@@ -92,10 +122,15 @@ bool MotionTable::Show() {
 
 void MotionTable::Unload() {
   frm_->Unload();
+  DropEdits();
 }
 
 void MotionTable::BringToFront() {
   frm_->BringToFront();
+}
+
+bool MotionTable::IsShown() const {
+  return frm_->IsOpen();
 }
 
 void MotionTable::UpdateUnitsDisplayed() {
@@ -115,28 +150,7 @@ void MotionTable::frm_ChangeAccepted() {
   }
 }
 
-void MotionTable::frm_ChangeCanceled() {
-  LoadFromProject();
-}
-
-bool MotionTable::LoadFromProject() {
-  const bool read = ReadFromDB();
-  ShowInWindow();
-  return read;
-}
-
 // ---- the file
-
-// Cells, marks and flags come back when `work` throws.
-void MotionTable::AllOrNothing(const std::function<void()>& work) {
-  const Snapshot before = TakeSnapshot();
-  try {
-    work();
-  } catch (...) {
-    RestoreSnapshot(before);
-    throw;
-  }
-}
 
 void MotionTable::ForEachRecord(const std::function<void(int, RowSet&)>& work, bool writes) {
   const auto database =
@@ -154,198 +168,296 @@ void MotionTable::ForEachRecord(const std::function<void(int, RowSet&)>& work, b
   }
 }
 
-bool MotionTable::ReadFromDB() {
-  // "ReadToDB" is how this message is spelled, on purpose.
-  return Trapped(Prefix("ReadToDB"), [this] {
-    AllOrNothing([this] {
-      ForEachRecord(
-          [this](int row, RowSet& record) {
-            for (std::size_t i = 0; i < layout_.columns.size(); ++i) {
-              const TableColumn& column = layout_.columns[i];
-              if (!column.field.empty()) cells_[Index(row)][i] = record.Text(column.field);
-            }
-            dirty_[Index(row)] = record.Text(kDirty) == "1" ? "1" : "0";
-            touched_[Index(row)] = false;
-          },
-          false);
-    });
-    return true;
-  });
-}
-
-bool MotionTable::SaveToDB() {
-  return StoreRows(false);
-}
-
-bool MotionTable::StoreRows(bool markMovedCounts) {
-  return Trapped(Prefix("SaveToDB"), [&] {
-    ForEachRecord(
-        [&](int row, RowSet& record) {
-          const bool complete = IsDataSetComplete(row);
-          if (markMovedCounts && complete && WireFormMoved(row, record)) {
-            SetDirtyCell(row, true);
-          }
-          if (IsStored(row)) StoreRow(row, record, complete);
-        },
-        true);
-    touched_.assign(touched_.size(), false);
-    return true;
-  });
-}
-
-// What would go on the wire differs from what the record holds. A step whose text stays but whose
-// label of the next step has moved sends another number; and a download may have cleared the mark
-// of an edit that was not applied yet.
-bool MotionTable::WireFormMoved(int row, const RowSet& record) const {
-  for (std::size_t i = 0; i < layout_.columns.size(); ++i) {
-    const TableColumn& column = layout_.columns[i];
-    if (!IsWritten(column) || column.kind == CellKind::label) continue;
+MotionTable::StoredRow MotionTable::ReadRow(const RowSet& record) const {
+  StoredRow row;
+  for (const TableColumn& column : layout_.columns) {
+    row.cells.push_back(column.field.empty() ? std::string() : record.Text(column.field));
     const bool converted = !column.controllerField.empty();
-    if (record.Text(converted ? column.controllerField : column.field) !=
-        ToController(column.kind, cells_[Index(row)][i])) {
-      return true;
+    row.controller.push_back(converted ? record.Text(column.controllerField) : row.cells.back());
+  }
+  row.marked = record.Text(kDirty) == "1";
+  return row;
+}
+
+void MotionTable::ReadFromDB() {
+  ForEachRecord([this](int row, RowSet& record) { stored_[Index(row)] = ReadRow(record); }, false);
+  ShowWhatIsSent();
+  DropEdits();
+  uploaded_.clear();
+  copies_.assign(stored_.size(), {});
+  acknowledged_.clear();
+}
+
+// A number whose text does not mean what stands beside it, and would go out, gives way to one that
+// does.
+void MotionTable::ShowWhatIsSent() {
+  const Units units = UnitsOf(OpenedProject());
+  for (StoredRow& row : stored_) {
+    for (std::size_t i = 0; i < layout_.columns.size(); ++i) {
+      const TableColumn& column = layout_.columns[i];
+      if (column.controllerField.empty() || column.kind == CellKind::next) continue;
+      std::string meant;
+      try {
+        meant = ToController(column.kind, row.cells[i], {}, units);
+      } catch (const NumberError&) {
+        meant.clear();
+      }
+      if (meant != row.controller[i]) {
+        row.cells[i] = FromController(column.kind, row.controller[i], units);
+      }
     }
   }
-  return false;
 }
 
-void MotionTable::StoreRow(int row, RowSet& record, bool complete) {
+std::vector<std::string> MotionTable::ControllerRow(const std::vector<std::string>& cells,
+                                                    const Rows& all, const Units& units) const {
+  std::vector<std::string> controller;
+  for (std::size_t i = 0; i < cells.size(); ++i) {
+    const TableColumn& column = layout_.columns[i];
+    const bool converted = !column.controllerField.empty();
+    controller.push_back(converted ? ToController(column.kind, cells[i], all, units) : cells[i]);
+  }
+  return controller;
+}
+
+// The rows as a commit of the edits stores them. A step whose text stays but whose label of the
+// next step has moved sends another number, and is marked too.
+std::vector<MotionTable::StoredRow> MotionTable::EditedRows(const Units& units) const {
+  std::vector<StoredRow> rows = stored_;
+  for (int row = 1; row <= layout_.rows; ++row) {
+    StoredRow& stored = rows[Index(row)];
+    const bool complete = IsDataSetComplete(row);
+    if (!IsStored(row)) continue;
+    std::vector<std::string> cells = cells_[Index(row)];
+    for (std::size_t i = 0; i < cells.size(); ++i) {
+      if (!complete && IsWritten(layout_.columns[i])) cells[i].clear();
+    }
+    std::vector<std::string> controller = ControllerRow(cells, cells_, units);
+    bool moved = false;
+    for (std::size_t i = 0; i < cells.size(); ++i) {
+      const bool sent = layout_.columns[i].kind != CellKind::label;
+      moved = moved || (sent && controller[i] != stored.controller[i]);
+    }
+    const bool marked = StoredMark(row, complete) || (moved && complete);
+    stored = {std::move(cells), std::move(controller), marked};
+  }
+  return rows;
+}
+
+void MotionTable::WriteRow(RowSet& record, const StoredRow& row) const {
   record.Edit();
   for (std::size_t i = 0; i < layout_.columns.size(); ++i) {
     const TableColumn& column = layout_.columns[i];
     if (!IsWritten(column)) continue;
-    const std::string shown = complete ? cells_[Index(row)][i] : std::string();
-    record.Set(column.field, shown);
-    if (!column.controllerField.empty()) {
-      record.Set(column.controllerField, ToController(column.kind, shown));
-    }
+    record.Set(column.field, row.cells[i]);
+    if (!column.controllerField.empty()) record.Set(column.controllerField, row.controller[i]);
   }
-  record.Set(kDirty, StoredMark(row, complete) ? "1" : "0");
+  record.Set(kDirty, row.marked ? "1" : "0");
   record.Update();
 }
 
-bool MotionTable::ClearData() {
-  const bool cleared = Trapped(Prefix("ClearData"), [this] {
-    AllOrNothing([this] {
-      for (auto& row : cells_) {
-        for (std::size_t i = 0; i < row.size(); ++i) {
-          if (IsWritten(layout_.columns[i])) row[i].clear();
-        }
-      }
-      dirty_.assign(dirty_.size(), "1");
-      ForEachRecord([this](int row, RowSet& record) { StoreRow(row, record, true); }, true);
-    });
-    blnIsDirty_ = blnNeedsSaving_ = true;
-    return true;
-  });
-  ShowInWindow();
-  return cleared;
+void MotionTable::WriteRows(Database& database, const std::vector<StoredRow>& rows) const {
+  const auto records = database.OpenTable(layout_.table, layout_.order);
+  std::size_t i = 0;
+  for (records->MoveFirst(); !records->AtEnd() && i < rows.size(); records->MoveNext(), ++i) {
+    const StoredRow& before = stored_[i];
+    const StoredRow& row = rows[i];
+    const bool same = row.cells == before.cells && row.controller == before.controller &&
+                      row.marked == before.marked;
+    if (!same) WriteRow(*records, row);
+  }
 }
 
-std::int16_t MotionTable::GetNumberOfNewRows() const {
-  std::int16_t count = 0;
-  Trapped(Prefix("GetNumberOfNewRows"), [&] {
-    const auto database = OpenForReading(strDatabasePath_);
-    const auto records = database->OpenTable(layout_.table, layout_.order);
-    for (records->MoveFirst(); !records->AtEnd(); records->MoveNext()) {
-      if (records->Text(kDirty) == "1") ++count;
-    }
-    return true;
-  });
-  return count;
-}
-
-bool MotionTable::ChangeResolution(std::int16_t digits) {
-  const bool changed = Trapped(Prefix("ChangeResolution"), [&] {
-    AllOrNothing([&] {
-      ForEachRecord(
-          [&](int row, RowSet& record) {
-            if (!ScalesWithResolution(row)) return;
-            for (std::size_t i = 0; i < layout_.columns.size(); ++i) {
-              std::string& cell = cells_[Index(row)][i];
-              if (!cell.empty()) cell = Reformatted(layout_.columns[i].kind, cell, digits);
-            }
-            dirty_[Index(row)] = "1";
-            // A row that is still being filled in reaches the file no more than by a store.
-            StoreRow(row, record, IsDataSetComplete(row));
-          },
-          true);
-    });
-    blnIsDirty_ = blnNeedsSaving_ = true;
-    return true;
-  });
-  ShowInWindow();
-  return changed;
+void MotionTable::TakeStored(std::vector<StoredRow> rows) {
+  stored_ = std::move(rows);
+  DropEdits();
 }
 
 bool MotionTable::ChangeAccepted() {
-  blnIsDirty_ = blnNeedsSaving_ = true;
-  if (!StoreRows(true)) return false;
-  Applied.Raise();
-  return true;
+  const bool stored = Trapped(Prefix("SaveToDB"), [this] {
+    std::vector<StoredRow> rows = EditedRows(UnitsOf(OpenedProject()));
+    const auto database = OpenForWriting(strDatabasePath_);
+    try {
+      WriteRows(*database, rows);
+      database->Commit();
+    } catch (...) {
+      database->Rollback();
+      throw;
+    }
+    TakeStored(std::move(rows));
+    return true;
+  });
+  if (stored) Applied.Raise();
+  return stored;
 }
 
-void MotionTable::CommitUploadedData(bool bState) {
-  if (!bState) return;
-  blnNeedsSaving_ = true;
-  blnIsDirty_ = false;
-  // Read back, so that memory shows just what the file holds: a blank step has no label.
-  if (SaveToDB()) LoadFromProject();
-  frm_->PostUploadCommitted();
+std::int16_t MotionTable::GetNumberOfNewRows() const {
+  return Narrow<std::int16_t>(std::ranges::count_if(stored_, &StoredRow::marked));
 }
 
-MotionTable::Snapshot MotionTable::TakeSnapshot() const {
-  return {cells_, dirty_, blnIsDirty_, blnNeedsSaving_, frm_->NotCommitted()};
-}
-
-void MotionTable::RestoreSnapshot(const Snapshot& snapshot) {
-  cells_ = snapshot.cells;
-  dirty_ = snapshot.dirty;
-  blnIsDirty_ = snapshot.isDirty;
-  blnNeedsSaving_ = snapshot.needsSaving;
-  frm_->RowsRestored(snapshot.notCommitted);
+void MotionTable::Mark(const std::vector<int>& rows) {
+  if (rows.empty()) return;
+  ForEachRecord(
+      [&](int row, RowSet& record) {
+        if (!std::ranges::binary_search(rows, row) || record.Text(kDirty) == "1") return;
+        record.Edit();
+        record.Set(kDirty, "1");
+        record.Update();
+      },
+      true);
+  for (const int row : rows) {
+    stored_[Index(row)].marked = true;
+    marks_[Index(row)] = true;
+  }
 }
 
 // ---- conversions
 
-std::string MotionTable::ConvertUnitsToCounts(const std::string& text, UnitKind kind) const {
-  if (text.empty() || text == "-") return text;
-  return UnitsToCounts(text, FactorOf(OpenedProject(), kind));
+std::optional<MotionTable::NumberPlace> MotionTable::PlaceOf(CellKind kind,
+                                                             const std::string& text) const {
+  if (text.empty() || text == "-") return std::nullopt;
+  if (kind == CellKind::distance) return NumberPlace{UnitKind::distance, 0};
+  if (kind == CellKind::speed) return NumberPlace{UnitKind::speed, 0};
+  if (kind != CellKind::position) return std::nullopt;
+  const std::size_t at = NumberAt(kind, text);
+  if (at == std::string::npos) return std::nullopt;
+  return NumberPlace{UnitKind::distance, at};
 }
 
-std::string MotionTable::ConvertCountsToUnits(const std::string& counts, UnitKind kind) const {
-  if (counts.empty() || counts == "-") return counts;
-  const auto number = ParseFloat(counts);
-  if (!number) throw NumberError("Type mismatch: '" + counts + "' is not a number");
-  return CountsToUnits(*number, FactorOf(OpenedProject(), kind), OpenedProject().Resolution());
+std::string MotionTable::ToController(CellKind kind, const std::string& text, const Rows&,
+                                      const Units& units) const {
+  const auto place = PlaceOf(kind, text);
+  if (!place) return text;
+  return text.substr(0, place->at) +
+         UnitsToCounts(text.substr(place->at), units.Factor(place->kind));
 }
 
-std::string MotionTable::ToController(CellKind kind, const std::string& text) const {
-  if (kind == CellKind::distance) return ConvertUnitsToCounts(text, UnitKind::distance);
-  if (kind == CellKind::speed) return ConvertUnitsToCounts(text, UnitKind::speed);
-  return text;
+std::string MotionTable::FromController(CellKind kind, const std::string& text,
+                                        const Units& units) const {
+  const auto place = PlaceOf(kind, text);
+  if (!place) return text;
+  const auto number = ParseFloat(text.substr(place->at));
+  if (!number) throw NumberError("Type mismatch: '" + text + "' is not a number");
+  return text.substr(0, place->at) + units.Shown(*number, place->kind);
 }
 
-std::string MotionTable::FromController(CellKind kind, const std::string& text) const {
-  if (kind == CellKind::distance) return ConvertCountsToUnits(text, UnitKind::distance);
-  if (kind == CellKind::speed) return ConvertCountsToUnits(text, UnitKind::speed);
-  return text;
+std::string MotionTable::Reformatted(CellKind kind, const std::string& text, const Units& to,
+                                     bool& limited) const {
+  const auto place = PlaceOf(kind, text);
+  if (!place) return text;
+  const std::string number = FixedText(std::string_view(text).substr(place->at), to.resolution);
+  const LimitedCounts counts = UnitsToLimitedCounts(number, to.Factor(place->kind), to.resolution);
+  limited = limited || counts.clamped;
+  return text.substr(0, place->at) + counts.text;
 }
 
-std::string MotionTable::ReformattedNumber(UnitKind kind, const std::string& text,
-                                           std::int16_t digits) {
-  if (text == "-") return text;
-  const std::string formatted = FormatToResolution(text, digits);
-  const LimitedCounts counts =
-      UnitsToLimitedCounts(formatted, FactorOf(OpenedProject(), kind), digits);
-  if (counts.clamped) blnDataInvalidated_ = true;
-  return counts.text;
+// ---- a change of the machine
+
+void MotionTable::RescaleRow(StoredRow& row, const Units& to, const std::string& place,
+                             Step& step) const {
+  bool moved = false;
+  for (std::size_t i = 0; i < layout_.columns.size(); ++i) {
+    const TableColumn& column = layout_.columns[i];
+    const auto number = PlaceOf(column.kind, row.cells[i]);
+    if (!number) continue;
+    bool limited = false;
+    std::string text = Reformatted(column.kind, row.cells[i], to, limited);
+    std::string counts = ToController(column.kind, text, {}, to);
+    if (text == row.cells[i] && counts == row.controller[i]) continue;
+    const auto value = ParseFloat(row.cells[i].substr(number->at));
+    const auto taken = ParseFloat(counts.substr(number->at));
+    const std::string error =
+        value && taken && !limited ? FixedText(*taken - *value * to.Factor(number->kind), 3) : "";
+    step.values.push_back({place + ", " + std::string(column.field), row.cells[i], text,
+                           row.controller[i], counts, error});
+    step.limited = step.limited || limited;
+    moved = moved || counts != row.controller[i];
+    row.cells[i] = std::move(text);
+    row.controller[i] = std::move(counts);
+    step.changed = true;
+  }
+  row.marked = row.marked || moved;
 }
 
-std::string MotionTable::Reformatted(CellKind kind, const std::string& text, std::int16_t digits) {
-  if (kind == CellKind::distance) return ReformattedNumber(UnitKind::distance, text, digits);
-  if (kind == CellKind::speed) return ReformattedNumber(UnitKind::speed, text, digits);
-  return text;
+MotionTable::Step MotionTable::Rescaled(const Units& from, const Units& to, const std::string& name,
+                                        int firstNumber) const {
+  Step step;
+  step.rows = stored_;
+  if (from.SameScale(to)) return step;
+  int number = firstNumber;
+  for (StoredRow& row : step.rows) {
+    RescaleRow(row, to, name + " " + NumberText(number++), step);
+  }
+  return step;
+}
+
+MotionTable::Step MotionTable::Emptied() const {
+  Step step;
+  step.rows = stored_;
+  for (StoredRow& row : step.rows) {
+    for (std::size_t i = 0; i < layout_.columns.size(); ++i) {
+      if (!IsWritten(layout_.columns[i]) || row.cells[i].empty()) continue;
+      row.cells[i].clear();
+      row.controller[i].clear();
+      row.marked = step.emptied = step.changed = true;
+    }
+  }
+  return step;
+}
+
+void MotionTable::Write(Database& database, const Step& step) const {
+  if (step.changed) WriteRows(database, step.rows);
+}
+
+void MotionTable::TakeUpload(const Step& step, const Units& units) {
+  for (std::size_t i = 0; i < step.rows.size(); ++i) {
+    if (!step.rows[i].marked) copies_[i] = {true, step.rows[i].controller};
+  }
+  DropUpload();
+  (void)Take(step, units);
+}
+
+bool MotionTable::Take(const Step& step, const Units& to) {
+  const Edits edits = TakeEdits();
+  const std::vector<StoredRow> before = stored_;
+  TakeStored(step.rows);
+  bool limited = false;
+  for (std::size_t row = 0; row < before.size() && !step.emptied; ++row) {
+    if (edits.cells[row] == before[row].cells) continue;
+    for (std::size_t i = 0; i < layout_.columns.size(); ++i) {
+      cells_[row][i] = Reformatted(layout_.columns[i].kind, edits.cells[row][i], to, limited);
+    }
+    marks_[row] = true;
+  }
+  ShowInWindow();
+  return limited;
+}
+
+// ---- an upload
+
+MotionTable::Step MotionTable::UploadStep(const Units& units, bool marked) const {
+  Step step;
+  step.rows = stored_;
+  step.changed = true;
+  for (std::size_t i = 0; i < uploaded_.size(); ++i) {
+    StoredRow& row = step.rows[i];
+    row.marked = marked;
+    bool blank = true;
+    for (std::size_t column = 0; column < layout_.columns.size(); ++column) {
+      const TableColumn& told = layout_.columns[column];
+      if (!IsWritten(told) || told.kind == CellKind::label) continue;
+      const std::string& controller = uploaded_[i][column];
+      row.controller[column] = controller;
+      row.cells[column] = FromController(told.kind, controller, units);
+      blank = blank && controller.empty();
+    }
+    for (std::size_t column = 0; column < layout_.columns.size(); ++column) {
+      if (layout_.columns[column].kind != CellKind::label) continue;
+      row.cells[column] = blank ? std::string() : UploadedLabel(static_cast<int>(i) + 1);
+      row.controller[column] = row.cells[column];
+    }
+  }
+  return step;
 }
 
 }  // namespace velmoor

@@ -1,12 +1,14 @@
 // What the index, zone and jog tables share: rows of text cells, dirty marks, the way to the
 // project file and the amplifier. A table is its columns and its conversions.
 //
-// Owned by the project. Cells hold the user's form; the controller's form is made when a row is
-// stored. Rows count from 1 here and from 0 on the amplifier.
+// Owned by the project. A table holds its rows as the working file has them, in the user's form and
+// in the controller's; beside them stand the rows as its window edits them, which are the same but
+// for edits that were not applied yet. Rows count from 1 here and from 0 on the amplifier.
 #pragma once
 
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <span>
@@ -17,6 +19,7 @@
 #include "link/ResultCode.h"
 #include "platform/Database.h"
 #include "platform/Event.h"
+#include "project/data/Units.h"
 #include "session/Project.h"
 
 namespace velmoor {
@@ -51,10 +54,24 @@ struct TableLayout {
 class MotionTable {
  public:
   using Rows = std::vector<std::vector<std::string>>;
-  struct Snapshot {
+  // The rows of the window, for an operation that puts them back where it fails.
+  struct Edits {
     Rows cells;
-    std::vector<std::string> dirty;
-    bool isDirty = false, needsSaving = false, notCommitted = false;
+    std::vector<bool> marks;
+  };
+  // One row as the working file has it.
+  struct StoredRow {
+    std::vector<std::string> cells;       // shown; in the order of the columns
+    std::vector<std::string> controller;  // as they go to the amplifier; empty where nothing does
+    bool marked = false;
+  };
+  // What a change of the machine, or an upload, makes of the stored rows.
+  struct Step {
+    std::vector<StoredRow> rows;
+    std::vector<RescaledValue> values;  // what is shown of it
+    bool limited = false;               // a limit replaced a value
+    bool emptied = false;               // rows that held something hold nothing
+    bool changed = false;               // anything at all
   };
 
   virtual ~MotionTable();
@@ -63,12 +80,8 @@ class MotionTable {
 
   // ---- properties
   void SetDatabasePath(const std::string& path) { strDatabasePath_ = path; }
-  [[nodiscard]] bool IsDirty() const { return blnIsDirty_; }
-  void SetIsDirty(bool dirty) { blnIsDirty_ = dirty; }
-  [[nodiscard]] bool NeedsSaving() const { return blnNeedsSaving_; }
-  void SetNeedsSaving(bool needed) { blnNeedsSaving_ = needed; }
-  [[nodiscard]] bool DataInvalidated() const { return blnDataInvalidated_; }
-  void ClearDataInvalidated() { blnDataInvalidated_ = false; }
+  // A stored row is marked to be sent.
+  [[nodiscard]] bool IsDirty() const { return GetNumberOfNewRows() > 0; }
 
   // ---- cells; `row` from 1, `column` in the order of the layout, from 0
   [[nodiscard]] int RowsInArray() const { return layout_.rows; }
@@ -77,7 +90,7 @@ class MotionTable {
   // Puts a text into the cell and leaves the row's mark alone.
   void SetText(int row, int column, std::string_view text);
   // "1": the amplifier's copy is out of date.
-  [[nodiscard]] const std::string& DirtyCell(int row) const;
+  [[nodiscard]] std::string DirtyCell(int row) const;
   void SetDirtyCell(int row, bool dirty);
   // Marks the rows whose cells differ from `cells`.
   void MarkChangesSince(const Rows& cells);
@@ -92,30 +105,67 @@ class MotionTable {
   bool Show();
   void Unload();
   void BringToFront();
+  [[nodiscard]] bool IsShown() const;
   [[nodiscard]] TableWindow& Window() { return *frm_; }
   // The project's units changed their words.
   void UpdateUnitsDisplayed();
 
   // ---- the file
-  // Reads the rows and shows them in an open window.
-  bool LoadFromProject();
-  bool ReadFromDB();
-  // All rows or none.
-  bool SaveToDB();
-  bool ClearData();
+  [[nodiscard]] const StoredRow& Stored(int row) const { return stored_.at(Index(row)); }
+  // Throws DatabaseError.
+  void ReadFromDB();
+  // Stored rows that are marked.
   [[nodiscard]] std::int16_t GetNumberOfNewRows() const;
-  // Keeps the user's numbers and changes their counts.
-  bool ChangeResolution(std::int16_t digits);
-  // Accepts the edited rows: saves them and raises Applied. False: nothing was stored, of which the
-  // user was told.
+  // Accepts the edited rows: saves them, all or none, and raises Applied. False: nothing was
+  // stored, of which the user was told.
   bool ChangeAccepted();
+  // Gives up what was edited and not applied.
+  void DropEdits();
+  [[nodiscard]] bool HoldsEdits() const;
+  [[nodiscard]] Edits TakeEdits() const { return {cells_, marks_}; }
+  void PutBackEdits(const Edits& edits);
+
+  // ---- a change of the machine: the user's numbers stay and their counts change, or all is
+  // emptied What that would make of the stored rows, named after `name` and numbered from
+  // `firstNumber`.
+  [[nodiscard]] Step Rescaled(const Units& from, const Units& to, const std::string& name,
+                              int firstNumber) const;
+  [[nodiscard]] Step Emptied() const;
+  // The two halves of a commit that is part of a greater transaction: Take follows its Commit.
+  void Write(Database& database, const Step& step) const;
+  // Edits that were not applied take the new places, and are given up where the rows were emptied.
+  // True: a limit has replaced one of them.
+  bool Take(const Step& step, const Units& to);
 
   // ---- the amplifier
+
+  // Reads every row into what is held apart until a commit.
   bool Upload();
+  [[nodiscard]] bool HoldsUpload() const { return !uploaded_.empty(); }
+  void DropUpload() { uploaded_.clear(); }
+  // What was uploaded, in the controller's form; empty where nothing was.
+  [[nodiscard]] const Rows& Uploaded() const { return uploaded_; }
+  // What a commit of it makes of the stored rows, shown in those units. `marked`: the amplifier
+  // holds them in volatile memory alone, and they are still to be stored.
+  [[nodiscard]] Step UploadStep(const Units& units, bool marked) const;
+  // In the place of Take, for such a step.
+  void TakeUpload(const Step& step, const Units& units);
+
+  // Sends the marked rows, or all. What was acknowledged is in the amplifier's volatile memory
+  // alone until ConfirmStored is told that the amplifier has stored the table.
   bool Download(bool blnOverRide);
-  void CommitUploadedData(bool bState);
-  [[nodiscard]] Snapshot TakeSnapshot() const;
-  void RestoreSnapshot(const Snapshot& snapshot);
+  void ConfirmStored();
+  // Lines for the marked rows are about to go out: what the amplifier holds is not known until it
+  // has stored them.
+  void AboutToSendMarked();
+  // What is known of the amplifier's copy of a row in this session.
+  struct AmplifierRow {
+    bool told = false;                                   // else: as the project's file says
+    std::optional<std::vector<std::string>> controller;  // nothing: not known
+  };
+  [[nodiscard]] const AmplifierRow& AmplifierCopy(int row) const { return copies_.at(Index(row)); }
+  // Marks stored rows, in the file too. Throws DatabaseError.
+  void Mark(const std::vector<int>& rows);
 
   // ---- events
   Event<> Applied;
@@ -134,53 +184,66 @@ class MotionTable {
   [[nodiscard]] virtual bool IsStored(int row) const = 0;
   // The mark that a stored row gets.
   [[nodiscard]] virtual bool StoredMark(int row, bool complete) const = 0;
-  // Rows that a change of resolution rewrites.
-  [[nodiscard]] virtual bool ScalesWithResolution(int row) const = 0;
-
-  // Reads one row from the amplifier into the cells.
-  virtual ResultCode UploadRow(int row) = 0;
-  // Sends the record that the set stands at.
-  virtual ResultCode SendRecord(const RowSet& record) = 0;
+  // Reads one row from the amplifier: a text for each column, in the controller's form. Throws
+  // NumberError for what is none.
+  virtual ResultCode UploadRow(int row, std::vector<std::string>& controller) = 0;
+  // Sends a row in the controller's form, a text for each column.
+  virtual ResultCode SendRow(int row, const std::vector<std::string>& controller) = 0;
   // A reason not to download at all, already shown. True: go on.
   virtual bool MayDownload() { return true; }
 
-  // The controller's form of a cell's text; empty stays empty, "-" stays "-".
-  [[nodiscard]] virtual std::string ToController(CellKind kind, const std::string& text) const;
+  // The part of a position cell that is a number, behind its prefix; other kinds are numbers whole.
+  [[nodiscard]] virtual std::size_t NumberAt(CellKind /*kind*/, const std::string& /*text*/) const {
+    return 0;
+  }
+  // The controller's form of a cell's text in a table of those cells; empty stays empty, "-" stays
+  // "-". Throws NumberError for a text that is no number where one is wanted.
+  [[nodiscard]] virtual std::string ToController(CellKind kind, const std::string& text,
+                                                 const Rows& cells, const Units& units) const;
   // The inverse; kinds without a conversion come back as they are.
-  [[nodiscard]] virtual std::string FromController(CellKind kind, const std::string& text) const;
-  // The text of a number cell with `digits` decimals, clamped to the counts that the amplifier
-  // takes.
-  [[nodiscard]] virtual std::string Reformatted(CellKind kind, const std::string& text,
-                                                std::int16_t digits);
-  [[nodiscard]] std::string ReformattedNumber(UnitKind kind, const std::string& text,
-                                              std::int16_t digits);
-  [[nodiscard]] std::string ConvertCountsToUnits(const std::string& counts, UnitKind kind) const;
-  [[nodiscard]] std::string ConvertUnitsToCounts(const std::string& text, UnitKind kind) const;
+  [[nodiscard]] virtual std::string FromController(CellKind kind, const std::string& text,
+                                                   const Units& units) const;
+  // What a blank row of an upload shows as its label, and what another one does.
+  [[nodiscard]] virtual std::string UploadedLabel(int /*row*/) const { return {}; }
 
-  [[nodiscard]] bool IsTouched(int row) const { return touched_.at(Index(row)); }
+  [[nodiscard]] bool IsTouched(int row) const;
 
  private:
+  // A number and its unit within the text of a cell.
+  struct NumberPlace {
+    UnitKind kind;
+    std::size_t at;
+  };
   [[nodiscard]] std::size_t Index(int row) const;
   [[nodiscard]] std::string Prefix(std::string_view procedure) const;
   void ForEachRecord(const std::function<void(int row, RowSet& record)>& work, bool writes);
-  ResultCode UploadRowSafely(int row);
-  bool StoreRows(bool markMovedCounts);
+  [[nodiscard]] std::optional<NumberPlace> PlaceOf(CellKind kind, const std::string& text) const;
+  [[nodiscard]] std::vector<std::string> ControllerRow(const std::vector<std::string>& cells,
+                                                       const Rows& all, const Units& units) const;
+  [[nodiscard]] StoredRow ReadRow(const RowSet& record) const;
+  void ShowWhatIsSent();
+  [[nodiscard]] std::vector<StoredRow> EditedRows(const Units& units) const;
+  void WriteRows(Database& database, const std::vector<StoredRow>& rows) const;
+  void WriteRow(RowSet& record, const StoredRow& row) const;
+  void RescaleRow(StoredRow& row, const Units& to, const std::string& place, Step& step) const;
+  [[nodiscard]] std::string Reformatted(CellKind kind, const std::string& text, const Units& to,
+                                        bool& limited) const;
+  void TakeStored(std::vector<StoredRow> rows);
+  ResultCode UploadRowSafely(int row, std::vector<std::string>& controller);
   void frm_ChangeAccepted();
-  void frm_ChangeCanceled();
   void ShowInWindow();
-  void AllOrNothing(const std::function<void()>& work);
-  [[nodiscard]] bool WireFormMoved(int row, const RowSet& record) const;
-  void StoreRow(int row, RowSet& record, bool complete);
   bool DownloadRecords(Database& database, RowSet& records, std::int16_t total);
+  void Acknowledged(int row, const std::vector<std::string>& sent, Database& database,
+                    RowSet& records);
 
   TableLayout layout_;
-  Rows cells_;
-  std::vector<std::string> dirty_;
-  std::vector<bool> touched_;
+  std::vector<StoredRow> stored_;
+  Rows cells_;               // as the window shows them
+  std::vector<bool> marks_;  // the same
+  Rows uploaded_;
+  std::vector<AmplifierRow> copies_;
+  std::map<int, std::vector<std::string>> acknowledged_;  // and not stored yet
   std::string strDatabasePath_;
-  bool blnIsDirty_ = false;
-  bool blnNeedsSaving_ = false;
-  bool blnDataInvalidated_ = false;
   std::unique_ptr<TableWindow> frm_;
   Connections connections_;
 };

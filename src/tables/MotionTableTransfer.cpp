@@ -17,35 +17,34 @@ constexpr std::string_view kDirty = schema::Position::kDirty;
 }  // namespace
 
 bool MotionTable::Upload() {
-  const bool uploaded = Trapped(Prefix("Upload"), [this] {
+  return Trapped(Prefix("Upload"), [this] {
     const auto total = Narrow<std::int16_t>(layout_.rows);
+    Rows read;
     for (int row = 1; row <= layout_.rows; ++row) {
       if (gMainForm->StopProcedure()) {
         Status.Raise("Upload Terminated");
         return false;
       }
       Uploading.Raise(Narrow<std::int16_t>(row), total);
-      const ResultCode result = UploadRowSafely(row);
+      std::vector<std::string> controller(layout_.columns.size());
+      const ResultCode result = UploadRowSafely(row, controller);
       YieldEvents();
       if (result != kSuccess) {
         Status.Raise("Upload Failed");
         return false;
       }
-      SetDirtyCell(row, false);
+      read.push_back(std::move(controller));
     }
-    frm_->PostUpload();
+    uploaded_ = std::move(read);
     Status.Raise("Upload Complete");
     return true;
   });
-  // Rows that were read before a failure stay, and are shown.
-  if (!uploaded) frm_->PostUpload();
-  return uploaded;
 }
 
 // An answer that is no number fails like one that does not come.
-ResultCode MotionTable::UploadRowSafely(int row) {
+ResultCode MotionTable::UploadRowSafely(int row, std::vector<std::string>& controller) {
   try {
-    return UploadRow(row);
+    return UploadRow(row, controller);
   } catch (const NumberError&) {
     return kValueNotFound;
   }
@@ -55,50 +54,67 @@ bool MotionTable::Download(bool blnOverRide) {
   const bool downloaded = Trapped(Prefix("Download"), [&] {
     if (!MayDownload()) return false;
     if (blnOverRide) {
-      ForEachRecord(
-          [this](int row, RowSet& record) {
-            record.Edit();
-            record.Set(kDirty, "1");
-            record.Update();
-            dirty_[Index(row)] = "1";
-          },
-          true);
+      std::vector<int> all;
+      for (int row = 1; row <= layout_.rows; ++row) all.push_back(row);
+      Mark(all);
     }
     const std::int16_t total = GetNumberOfNewRows();
     const auto database = OpenForWriting(strDatabasePath_);
     const auto records = database->OpenTable(layout_.table, layout_.order);
-    if (!DownloadRecords(*database, *records, total)) return false;
-    Status.Raise("Download Complete");
-    return true;
+    return DownloadRecords(*database, *records, total);
   });
   frm_->RefreshGrid();
+  if (downloaded) Status.Raise("Download Complete");
   return downloaded;
 }
 
 bool MotionTable::DownloadRecords(Database& database, RowSet& records, std::int16_t total) {
   std::int16_t count = 0;
   int row = 0;
-  for (records.MoveFirst(); !records.AtEnd(); records.MoveNext()) {
+  for (records.MoveFirst(); !records.AtEnd() && row < layout_.rows; records.MoveNext()) {
     ++row;
-    if (records.Text(kDirty) != "1") continue;
+    if (!stored_[Index(row)].marked) continue;
     if (gMainForm->StopProcedure()) {
       Status.Raise("Download Terminated");
       return false;
     }
     Downloading.Raise(++count, total);
     YieldEvents();
-    if (SendRecord(records) != kSuccess) {
+    const std::vector<std::string> controller = stored_[Index(row)].controller;
+    copies_[Index(row)] = {true, std::nullopt};
+    if (SendRow(row, controller) != kSuccess) {
       Status.Raise("Download Failed");
       return false;
     }
-    records.Edit();
-    records.Set(kDirty, "0");
-    records.Update();
-    // What the amplifier has acknowledged is never sent again, whatever happens next.
-    database.Commit();
-    dirty_[Index(row)] = "0";
+    Acknowledged(row, controller, database, records);
   }
   return true;
+}
+
+// A row that was stored anew while its line was under way keeps its mark.
+void MotionTable::Acknowledged(int row, const std::vector<std::string>& sent, Database& database,
+                               RowSet& records) {
+  acknowledged_[row] = sent;
+  StoredRow& stored = stored_[Index(row)];
+  if (stored.controller != sent) return;
+  records.Edit();
+  records.Set(kDirty, "0");
+  records.Update();
+  // What the amplifier has acknowledged is never sent again, whatever happens next.
+  database.Commit();
+  stored.marked = false;
+  if (cells_[Index(row)] == stored.cells) marks_[Index(row)] = false;
+}
+
+void MotionTable::AboutToSendMarked() {
+  for (std::size_t i = 0; i < stored_.size(); ++i) {
+    if (stored_[i].marked) copies_[i] = {true, std::nullopt};
+  }
+}
+
+void MotionTable::ConfirmStored() {
+  for (const auto& [row, controller] : acknowledged_) copies_[Index(row)] = {true, controller};
+  acknowledged_.clear();
 }
 
 }  // namespace velmoor

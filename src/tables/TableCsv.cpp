@@ -58,7 +58,7 @@ class Import {
   Import(const Shape& shape, MotionTable& table) : shape_(shape), table_(table) {}
 
   std::vector<std::string> Run(std::string_view text, const Check& check) {
-    const MotionTable::Snapshot before = table_.TakeSnapshot();
+    const MotionTable::Edits before = table_.TakeEdits();
     try {
       const std::vector<CsvRow> rows = ParseCsv(text);
       if (FindColumns(rows)) {
@@ -69,7 +69,7 @@ class Import {
       faults_.emplace_back(error.what());
     }
     if (!faults_.empty()) {
-      table_.RestoreSnapshot(before);
+      table_.PutBackEdits(before);
       return faults_;
     }
     table_.MarkChangesSince(before.cells);
@@ -190,7 +190,7 @@ std::string ExportCsv(const clsHX7Jog& table) {
 
 std::vector<std::string> ImportCsv(const Project& project, clsHX7Position& table,
                                    std::string_view text) {
-  const MotionTable::Snapshot before = table.TakeSnapshot();
+  const MotionTable::Edits before = table.TakeEdits();
   Import import(kIndexShape, table);
   std::vector<std::string> faults =
       import.Run(text, [&](int row, int column, const std::string& cell) {
@@ -198,7 +198,7 @@ std::vector<std::string> ImportCsv(const Project& project, clsHX7Position& table
       });
   if (!faults.empty()) return faults;
   if (const auto fault = FindProgrammeFault(table)) {
-    table.RestoreSnapshot(before);
+    table.PutBackEdits(before);
     faults.push_back(OneLine(*fault));
   }
   return faults;

@@ -66,39 +66,18 @@ void TableWindow::UpdateUnitsInHeader() {
 }
 
 void TableWindow::LoadFlexGrid() {
-  uploaded_ = false;
   history_.Reset(HistoryRows());
   if (!IsOpen()) return;
+  SetIsDirty(table_.HoldsEdits());
+  SetNotCommitted(table_.HoldsEdits());
   RefreshGrid();
   RowsShown();
   EditStateChanged.Raise();
 }
 
-void TableWindow::PostUpload() {
-  // An upload that failed at its first row brought nothing.
-  if (HistoryRows() == history_.Now()) return RefreshGrid();
-  uploaded_ = true;
-  SetIsDirty(true);
-  GridWindow::PostUpload();
-  if (IsOpen()) RowsShown();
-}
-
-void TableWindow::PostUploadCommitted() {
-  SetIsDirty(false);
-  GridWindow::PostUploadCommitted();
-}
-
 void TableWindow::EditsApplied() {
-  uploaded_ = false;
   history_.Reset(HistoryRows());
   EditStateChanged.Raise();
-}
-
-void TableWindow::RowsRestored(bool notCommitted) {
-  uploaded_ = notCommitted && HistoryRows() != history_.Now();
-  SetNotCommitted(notCommitted);
-  RefreshGrid();
-  if (IsOpen()) RowsShown();
 }
 
 // ---- editing
@@ -151,7 +130,7 @@ void TableWindow::PutBack(const std::vector<EditHistory::Assignment>& texts) {
       table_.SetText(row, static_cast<int>(text.column), text.text);
     }
   }
-  SetNotCommitted(uploaded_ || history_.CanUndo());
+  SetNotCommitted(table_.HoldsEdits());
   RefreshGrid();
   RowsShown();
   EditStateChanged.Raise();

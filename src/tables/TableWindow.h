@@ -32,14 +32,11 @@ class TableWindow : public GridWindow, public EditTarget {
   bool Show(FormMode mode) { return GridWindow::Show(info_.caption, mode); }
   // The unit's words changed.
   void UpdateUnitsInHeader();
-  // The rows came from elsewhere: shows them; earlier edits can no longer be undone.
+  // The rows came from elsewhere: shows them, and edits beside them; earlier ones can no longer be
+  // undone.
   void LoadFlexGrid();
-  void PostUpload() override;
-  void PostUploadCommitted() override;
   // What was edited has been stored: undo begins anew.
   void EditsApplied();
-  // The rows went back to an earlier state of theirs, which was committed or not.
-  void RowsRestored(bool notCommitted);
 
   // ---- the Edit menu
   [[nodiscard]] bool CanCopy() const override;
@@ -113,8 +110,7 @@ class TableWindow : public GridWindow, public EditTarget {
   MotionTable& table_;
   TableGrid source_;
   EditHistory history_;
-  std::string copied_;     // what the last copy of the buffer put on the clipboard
-  bool uploaded_ = false;  // rows from the hardware that were not accepted yet
+  std::string copied_;  // what the last copy of the buffer put on the clipboard
 };
 
 }  // namespace velmoor

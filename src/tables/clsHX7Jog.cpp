@@ -6,6 +6,7 @@
 #include "link/clsHX7Helix7.h"
 #include "platform/Numbers.h"
 #include "project/data/Schema.h"
+#include "project/data/UnitConversion.h"
 #include "session/Session.h"
 #include "tables/frmJog.h"
 
@@ -32,20 +33,16 @@ clsHX7Jog::clsHX7Jog() : MotionTable(kLayout) {
   TakeWindow(std::make_unique<frmJog>(*this));
 }
 
-ResultCode clsHX7Jog::UploadRow(int row) {
+ResultCode clsHX7Jog::UploadRow(int row, std::vector<std::string>& controller) {
   std::string counts;
   const ResultCode result =
       gMainForm->Helix7()->readJogTable(Narrow<std::int16_t>(row - 1), counts);
-  if (result == kSuccess) {
-    SetText(row, speed, FromController(CellKind::speed, std::string(Trim(counts))));
-  }
+  if (result == kSuccess) controller[speed] = PlainCount(counts);
   return result;
 }
 
-ResultCode clsHX7Jog::SendRecord(const RowSet& record) {
-  return gMainForm->Helix7()->writeJogTable(
-      Narrow<std::int16_t>(Int32FromText(record.Text(Jog::kJog))),
-      record.Text(Jog::kControllerValue));
+ResultCode clsHX7Jog::SendRow(int row, const std::vector<std::string>& controller) {
+  return gMainForm->Helix7()->writeJogTable(Narrow<std::int16_t>(row - 1), controller[speed]);
 }
 
 }  // namespace velmoor

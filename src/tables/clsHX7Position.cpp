@@ -8,6 +8,7 @@
 #include "platform/MessageBoxes.h"
 #include "platform/Numbers.h"
 #include "project/data/Schema.h"
+#include "project/data/UnitConversion.h"
 #include "session/Session.h"
 #include "tables/CellRules.h"
 #include "tables/frmPosition.h"
@@ -45,6 +46,12 @@ bool IsMoveWord(const std::string& value) {
   return head == "ST" || head == "+I" || head == "-I" || head == "-";
 }
 
+// "A+00012345" reads "A+12345"; words stay.
+std::string PlainMove(const std::string& text) {
+  if (!HasMovePrefix(text)) return text;
+  return text.substr(0, 2) + PlainCount(text.substr(2));
+}
+
 }  // namespace
 
 std::string DefaultLabel(int step) {
@@ -74,49 +81,29 @@ bool clsHX7Position::IsDataSetComplete(int row) const {
 
 // ---- conversions
 
-std::string clsHX7Position::ConvertPositionToCounts(const std::string& value) const {
-  if (value.empty() || IsMoveWord(value)) return value;
-  if (!HasMovePrefix(value)) return ConvertUnitsToCounts(value, UnitKind::distance);
-  return value.substr(0, 2) + ConvertUnitsToCounts(value.substr(2), UnitKind::distance);
+std::size_t clsHX7Position::NumberAt(CellKind /*kind*/, const std::string& text) const {
+  if (HasMovePrefix(text)) return 2;
+  return IsMoveWord(text) ? std::string::npos : 0;
 }
 
-std::string clsHX7Position::ConvertCountsToPosition(const std::string& value) const {
-  if (!HasMovePrefix(value)) return value;
-  return value.substr(0, 2) + ConvertCountsToUnits(value.substr(2), UnitKind::distance);
+std::string clsHX7Position::GetControllerNext(const std::string& strNext, const Rows& cells) {
+  if (strNext.empty() || strNext == "END") return strNext;
+  const auto step = std::ranges::find_if(
+      cells, [&](const std::vector<std::string>& row) { return row[label] == strNext; });
+  return step == cells.end() ? "END" : NumberText(step - cells.begin());
 }
 
-std::string clsHX7Position::GetControllerNext(const std::string& strNext) const {
-  if (strNext.empty()) return strNext;
-  if (strNext != "END") {
-    for (int row = 1; row <= RowsInArray(); ++row) {
-      if (Text(row, label) == strNext) return NumberText(row - 1);
-    }
-  }
-  return "END";
+std::string clsHX7Position::ToController(CellKind kind, const std::string& text, const Rows& cells,
+                                         const Units& units) const {
+  if (kind == CellKind::next) return GetControllerNext(text, cells);
+  return MotionTable::ToController(kind, text, cells, units);
 }
 
-std::string clsHX7Position::ToController(CellKind kind, const std::string& text) const {
-  if (kind == CellKind::position) return ConvertPositionToCounts(text);
-  if (kind == CellKind::next) return GetControllerNext(text);
-  return MotionTable::ToController(kind, text);
-}
-
-std::string clsHX7Position::FromController(CellKind kind, const std::string& text) const {
-  if (kind == CellKind::position) return ConvertCountsToPosition(text);
-  if (kind == CellKind::next) {
-    if (text.empty() || text == "END") return text;
-    return DefaultLabel(Int32FromText(text) + 1);
-  }
-  return MotionTable::FromController(kind, text);
-}
-
-std::string clsHX7Position::Reformatted(CellKind kind, const std::string& text,
-                                        std::int16_t digits) {
-  if (kind == CellKind::position) {
-    if (!HasMovePrefix(text)) return text;
-    return text.substr(0, 2) + ReformattedNumber(UnitKind::distance, text.substr(2), digits);
-  }
-  return MotionTable::Reformatted(kind, text, digits);
+std::string clsHX7Position::FromController(CellKind kind, const std::string& text,
+                                           const Units& units) const {
+  if (kind != CellKind::next) return MotionTable::FromController(kind, text, units);
+  if (text.empty() || text == "END") return text;
+  return DefaultLabel(Int32FromText(text) + 1);
 }
 
 bool clsHX7Position::TableUsesNewEvents() const {
@@ -128,41 +115,36 @@ bool clsHX7Position::TableUsesNewEvents() const {
 
 // ---- the amplifier
 
-ResultCode clsHX7Position::UploadRow(int row) {
+ResultCode clsHX7Position::UploadRow(int row, std::vector<std::string>& controller) {
   IndexRow texts;
   const ResultCode result =
       gMainForm->Helix7()->readIndexTable(Narrow<std::int16_t>(row - 1), texts);
   if (result != kSuccess) return result;
-  std::vector<std::string> cells{DefaultLabel(row)};
   for (int column = position; column <= next; ++column) {
     const std::string text(Trim(texts[static_cast<std::size_t>(column) - 1]));
-    std::string shown = FromController(kColumns[static_cast<std::size_t>(column)].kind, text);
-    if (column == event) shown = ConvertPaddedTimeToTime(text);
-    if (column == loop && !text.empty()) shown = NumberText(Int32FromText(text));
+    std::string& cell = controller[static_cast<std::size_t>(column)];
+    cell = text;
+    if (column == position) cell = PlainMove(text);
+    if (column == speed || column == registrationSpeed || column == registrationDistance) {
+      cell = PlainCount(text);
+    }
+    if (column == event) cell = ConvertPaddedTimeToTime(text);
+    if (column == loop && !text.empty()) cell = NumberText(Int32FromText(text));
+    if (column == next && !text.empty() && text != "END") cell = NumberText(Int32FromText(text));
     // Words have no number form that would fail: a garbled one must not become the project's.
-    const bool garbled = (column == outputs && !CheckOutputs(shown).accepted) ||
-                         (column == event && !CheckEvent(shown).accepted);
-    if (garbled && !shown.empty()) return kValueNotFound;
-    cells.push_back(std::move(shown));
-  }
-  // All are converted before any is shown.
-  for (int column = label; column <= next; ++column) {
-    SetText(row, column, cells[static_cast<std::size_t>(column)]);
+    const bool garbled = (column == outputs && !CheckOutputs(cell).accepted) ||
+                         (column == event && !CheckEvent(cell).accepted);
+    if (garbled && !cell.empty()) return kValueNotFound;
   }
   return kSuccess;
 }
 
-ResultCode clsHX7Position::SendRecord(const RowSet& record) {
-  const IndexRow texts{record.Text(Position::kControllerPosition),
-                       record.Text(Position::kControllerSpeed),
-                       record.Text(Position::kControllerRDST),
-                       record.Text(Position::kControllerRSPD),
-                       record.Text(Position::kPOut),
-                       record.Text(Position::kEvent),
-                       record.Text(Position::kLoop),
-                       record.Text(Position::kControllerNext)};
-  return gMainForm->Helix7()->writeIndexTable(
-      Narrow<std::int16_t>(Int32FromText(record.Text(Position::kIndex))), texts);
+ResultCode clsHX7Position::SendRow(int row, const std::vector<std::string>& controller) {
+  IndexRow texts;
+  for (int column = position; column <= next; ++column) {
+    texts[static_cast<std::size_t>(column) - 1] = controller[static_cast<std::size_t>(column)];
+  }
+  return gMainForm->Helix7()->writeIndexTable(Narrow<std::int16_t>(row - 1), texts);
 }
 
 bool clsHX7Position::MayDownload() {

@@ -38,12 +38,9 @@ class clsHX7Position final : public MotionTable {
   // not asked for.
   [[nodiscard]] bool IsDataSetComplete(int row) const override;
 
-  // A move in units ("I+12.345") to counts ("I+12345") and back; other texts as they are.
-  [[nodiscard]] std::string ConvertPositionToCounts(const std::string& value) const;
-  [[nodiscard]] std::string ConvertCountsToPosition(const std::string& value) const;
   // The amplifier's number of the first step with that label, "END" for "END" and for a label that
   // no step bears: dangling labels are found before anything is saved.
-  [[nodiscard]] std::string GetControllerNext(const std::string& strNext) const;
+  [[nodiscard]] static std::string GetControllerNext(const std::string& strNext, const Rows& cells);
   [[nodiscard]] bool TableUsesNewEvents() const;
 
  protected:
@@ -51,14 +48,16 @@ class clsHX7Position final : public MotionTable {
   [[nodiscard]] bool StoredMark(int row, bool /*complete*/) const override {
     return DirtyCell(row) == "1";
   }
-  [[nodiscard]] bool ScalesWithResolution(int /*row*/) const override { return true; }
-  ResultCode UploadRow(int row) override;
-  ResultCode SendRecord(const RowSet& record) override;
+  ResultCode UploadRow(int row, std::vector<std::string>& controller) override;
+  ResultCode SendRow(int row, const std::vector<std::string>& controller) override;
   bool MayDownload() override;
-  [[nodiscard]] std::string ToController(CellKind kind, const std::string& text) const override;
-  [[nodiscard]] std::string FromController(CellKind kind, const std::string& text) const override;
-  [[nodiscard]] std::string Reformatted(CellKind kind, const std::string& text,
-                                        std::int16_t digits) override;
+  // Behind "A+", "A-", "I+" or "I-"; words such as "STOP" and "+INFINITE" hold no number.
+  [[nodiscard]] std::size_t NumberAt(CellKind kind, const std::string& text) const override;
+  [[nodiscard]] std::string ToController(CellKind kind, const std::string& text, const Rows& cells,
+                                         const Units& units) const override;
+  [[nodiscard]] std::string FromController(CellKind kind, const std::string& text,
+                                           const Units& units) const override;
+  [[nodiscard]] std::string UploadedLabel(int row) const override { return DefaultLabel(row); }
 };
 
 }  // namespace velmoor

@@ -6,6 +6,7 @@
 #include "link/clsHX7Helix7.h"
 #include "platform/Numbers.h"
 #include "project/data/Schema.h"
+#include "project/data/UnitConversion.h"
 #include "session/Session.h"
 #include "tables/frmZone.h"
 
@@ -38,24 +39,19 @@ bool clsHX7Zone::IsDataSetComplete(int row) const {
   return Text(row, lower).empty() == Text(row, upper).empty();
 }
 
-ResultCode clsHX7Zone::UploadRow(int row) {
+ResultCode clsHX7Zone::UploadRow(int row, std::vector<std::string>& controller) {
   ZoneRow limits;
   const ResultCode result =
       gMainForm->Helix7()->readZoneTable(Narrow<std::int16_t>(row - 1), limits);
   if (result != kSuccess) return result;
-  // Both are converted before either is shown.
-  const std::string low = FromController(CellKind::distance, std::string(Trim(limits[lower])));
-  const std::string high = FromController(CellKind::distance, std::string(Trim(limits[upper])));
-  SetText(row, lower, low);
-  SetText(row, upper, high);
+  controller[lower] = PlainCount(limits[lower]);
+  controller[upper] = PlainCount(limits[upper]);
   return kSuccess;
 }
 
-ResultCode clsHX7Zone::SendRecord(const RowSet& record) {
-  const ZoneRow limits{record.Text(Zone::kControllerLowerLimit),
-                       record.Text(Zone::kControllerUpperLimit)};
-  return gMainForm->Helix7()->writeZoneTable(
-      Narrow<std::int16_t>(Int32FromText(record.Text(Zone::kZone))), limits);
+ResultCode clsHX7Zone::SendRow(int row, const std::vector<std::string>& controller) {
+  const ZoneRow limits{controller[lower], controller[upper]};
+  return gMainForm->Helix7()->writeZoneTable(Narrow<std::int16_t>(row - 1), limits);
 }
 
 }  // namespace velmoor

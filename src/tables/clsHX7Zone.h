@@ -22,9 +22,8 @@ class clsHX7Zone final : public MotionTable {
   [[nodiscard]] bool StoredMark(int row, bool complete) const override {
     return !complete || DirtyCell(row) == "1";
   }
-  [[nodiscard]] bool ScalesWithResolution(int row) const override { return !IsBlank(row); }
-  ResultCode UploadRow(int row) override;
-  ResultCode SendRecord(const RowSet& record) override;
+  ResultCode UploadRow(int row, std::vector<std::string>& controller) override;
+  ResultCode SendRow(int row, const std::vector<std::string>& controller) override;
 };
 
 }  // namespace velmoor

@@ -52,22 +52,13 @@ void GridWindow::SetNotCommitted(bool notCommitted) {
 
 void GridWindow::SetApplyButton() {
   if (!form_) return;
-  form_->button("cmdApply").SetEnabled(blnNotCommitted_);
+  form_->button("cmdApply").SetEnabled(blnNotCommitted_ && MayApply());
   form_->SetChanged(blnNotCommitted_);
 }
 
 void GridWindow::MarkEdited() {
   blnIsDirty_ = true;
   SetNotCommitted(true);
-}
-
-void GridWindow::PostUpload() {
-  SetNotCommitted(true);
-  RefreshGrid();
-}
-
-void GridWindow::PostUploadCommitted() {
-  SetNotCommitted(false);
 }
 
 void GridWindow::RefreshGrid() {

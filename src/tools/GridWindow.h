@@ -36,10 +36,6 @@ class GridWindow {
   [[nodiscard]] bool NotCommitted() const { return blnNotCommitted_; }
   void SetNotCommitted(bool notCommitted);
 
-  // New values from the hardware stand in the rows, not accepted yet; then, they were accepted or
-  // refused.
-  virtual void PostUpload();
-  virtual void PostUploadCommitted();
   virtual void RefreshGrid();
 
   // Told by a handler of ChangeAccepted that could not store: the window stays as it was, open and
@@ -58,6 +54,8 @@ class GridWindow {
   virtual void FormLoad() = 0;
   // The window came to the front.
   virtual void FormActivate() {}
+  // What the window holds can be committed as it is; else Apply stays off, and the window says why.
+  [[nodiscard]] virtual bool MayApply() const { return true; }
   // The last checks before a commit, with their words. True: it may be committed.
   virtual bool MayCommit() { return true; }
 

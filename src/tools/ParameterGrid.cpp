@@ -52,16 +52,16 @@ std::string ParameterGrid::Text(int row, int column) const {
 }
 
 std::string ParameterGrid::ToolText(int toolRow, int column) const {
-  const BlockMatrix& rows = tool_.Rows();
   switch (column) {
     case kCategory:
-      return rows.Text(toolRow, Column::category);
+      return tool_.Text(toolRow, Column::category);
     case kParameter:
-      return rows.Text(toolRow, Column::name);
+      return tool_.Text(toolRow, Column::name);
     case kDescription:
-      return DescriptionInUnits(OpenedProject(), rows, toolRow);
+      return DescriptionInUnits(OpenedProject(), tool_.Text(toolRow, Column::description),
+                                tool_.Text(toolRow, Column::unit));
     default:
-      return rows.Text(toolRow, Column::value);
+      return tool_.Text(toolRow, Column::value);
   }
 }
 
@@ -72,12 +72,11 @@ void ParameterGrid::SetText(int row, int column, const std::string& text) {
 CellTraits ParameterGrid::Traits(int row, int column) const {
   CellTraits traits;
   if (row == 0 || column != kValue) return traits;
-  const BlockMatrix& rows = tool_.Rows();
   const int toolRow = ToolRow(row);
-  traits.locked = rows.Text(toolRow, Column::name).empty() || locked_.contains(toolRow);
+  traits.locked = locked_.contains(toolRow);
   traits.editable = !traits.locked;
-  traits.changed = rows.IsDirty(toolRow);
-  SetComboList(traits, rows.Text(toolRow, Column::list));
+  traits.changed = tool_.IsMarked(toolRow);
+  SetComboList(traits, tool_.ParameterOf(toolRow).list);
   return traits;
 }
 

@@ -12,7 +12,7 @@ namespace velmoor {
 namespace {
 
 constexpr int kValueWidth = 22;  // the last column takes what room there is beyond
-constexpr const char* kTouched = "1";
+constexpr const char* kEdited = "1";
 
 }  // namespace
 
@@ -39,14 +39,18 @@ void ParameterGridWindow::FormLoad() {
   CurrentRowChanged(CurrentRow());
 }
 
-// A sister tool may have stored newer values, and the units may be others, since the window was in
-// front. Nothing else is read again: that would give up an open edit.
-void ParameterGridWindow::FormActivate() {
-  const Project& project = OpenedProject();
-  const std::string units =
-      project.DistanceUnits() + '|' + project.SpeedUnits() + '|' + project.AccelerationUnits();
-  if (tool_.ReadUntouchedRows() || units != shownUnits_) UpdateUnitsInDescription();
-  shownUnits_ = units;
+void ParameterGridWindow::StoreChanged() {
+  if (!IsOpen()) return;
+  EditsChanged();
+}
+
+// An open edit is not given up: the rest is shown when it has ended.
+void ParameterGridWindow::EditsChanged() {
+  SetNotCommitted(tool_.HoldsEdits() || HoldsMore());
+  if (grid().IsEditing()) return;
+  RefreshGrid();
+  CurrentRowChanged(CurrentRow());
+  EditStateChanged.Raise();
 }
 
 bool ParameterGridWindow::CommitPending() {
@@ -110,16 +114,21 @@ void ParameterGridWindow::CurrentRowChanged(int row) {
 
 EditHistory::Rows ParameterGridWindow::HistoryRows() const {
   EditHistory::Rows rows;
-  const BlockMatrix& matrix = tool_.Rows();
-  for (int row = 1; row <= matrix.Rows(); ++row) {
-    rows.push_back({matrix.Text(row, Column::value), matrix.Text(row, Column::dirty),
-                    matrix.IsTouched(row) ? kTouched : ""});
+  for (int row = 1; row <= tool_.RowsInArray(); ++row) {
+    const auto edit = tool_.EditOf(row);
+    rows.push_back({edit ? kEdited : "", edit.value_or(std::string())});
   }
   return rows;
 }
 
-// What came from elsewhere since the last edit, from a sister, the amplifier or a commit, is no
-// step of the user's: the history begins anew behind it.
+std::optional<std::string> ParameterGridWindow::RememberedEdit(std::size_t place) const {
+  const auto& state = history_.Now()[place];
+  if (state[0] != kEdited) return std::nullopt;
+  return state[1];
+}
+
+// An edit that came from a sister's window, and a commit, are no steps of the user's here: the
+// history begins anew behind them.
 void ParameterGridWindow::BeforeEdit() {
   EditHistory::Rows now = HistoryRows();
   if (now != history_.Now()) history_.Reset(std::move(now));
@@ -149,13 +158,10 @@ void ParameterGridWindow::Redo() {
 void ParameterGridWindow::PutBack(const std::vector<EditHistory::Assignment>& cells) {
   const auto place = cells.front().row;
   const int row = static_cast<int>(place) + 1;
-  const auto& state = history_.Now()[place];
+  tool_.PutBackEdit(row, RememberedEdit(place));
   // A sister that follows edits of the row follows this one too.
-  tool_.EditValue(row, state[0]);
   AfterEdit(row);
-  tool_.PutBackRow(row, state[0], state[1], state[2] == kTouched);
-  SetIsDirty(tool_.IsDirty() || tool_.HoldsEdits());
-  SetNotCommitted(tool_.Rows().IsAnyTouched() || HoldsMore());
+  SetNotCommitted(tool_.HoldsEdits() || HoldsMore());
   ShowRow(row);
   RefreshGrid();
   CurrentRowChanged(CurrentRow());
@@ -232,7 +238,7 @@ void ParameterGridWindow::Copy() {
 }
 
 void ParameterGridWindow::vsFG_MouseMove(int row, std::string& tip) const {
-  if (row < 1 || tool_.Rows().Text(row, Column::name).empty()) return;
+  if (row < 1) return;
   tip = ParameterTip(OpenedProject(), tool_.Describe(row));
   const std::string reason = source_.LockedBecause(row);
   if (!reason.empty()) tip += "\n" + reason;

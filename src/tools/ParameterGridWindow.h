@@ -5,6 +5,7 @@
 // Rows are the tool's rows throughout; the grid may show them in another order.
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "tools/EditHistory.h"
@@ -17,8 +18,10 @@ namespace velmoor {
 
 class ParameterGridWindow : public GridWindow, public EditTarget {
  public:
-  // The units' words changed.
-  void UpdateUnitsInDescription() { RefreshGrid(); }
+  // Values, marks or units of the project changed: shows them, beside the edits.
+  virtual void StoreChanged();
+  // Edits came into the tool's rows from elsewhere, or went.
+  void EditsChanged();
   // Accepts what was not accepted yet, as Apply does. False: refused; the window stays as it was.
   bool CommitPending();
 
@@ -44,7 +47,6 @@ class ParameterGridWindow : public GridWindow, public EditTarget {
   ParameterGridWindow(const std::string& formName, ParameterToolBase& tool, ParameterWindow rules);
 
   void FormLoad() override;
-  void FormActivate() override;
 
   // The current cell moved, or the current row changed.
   virtual void CurrentRowChanged(int row);
@@ -79,15 +81,15 @@ class ParameterGridWindow : public GridWindow, public EditTarget {
   bool RunKey(const KeyEvent& key);
   void GoUp();
   [[nodiscard]] EditHistory::Rows HistoryRows() const;
+  [[nodiscard]] std::optional<std::string> RememberedEdit(std::size_t place) const;
   void PutBack(const std::vector<EditHistory::Assignment>& cells);
   void vsFG_MouseMove(int row, std::string& tip) const;
 
   ParameterToolBase& tool_;
   ParameterWindow rules_;
   ParameterGrid source_;
-  EditHistory history_;  // of each row: value, mark, touched
+  EditHistory history_;  // of each row: whether it is edited, and the edit
   std::string trapPrefix_;
-  std::string shownUnits_;
 };
 
 }  // namespace velmoor

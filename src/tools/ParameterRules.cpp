@@ -7,10 +7,10 @@
 
 #include "platform/Numbers.h"
 #include "platform/Utility.h"
-#include "tools/ComboListText.h"
-#include "tools/NibbleDefinitions.h"
+#include "project/data/ComboListText.h"
+#include "project/data/NibbleDefinitions.h"
+#include "project/data/UnitConversion.h"
 #include "tools/ParameterToolBase.h"
-#include "tools/UnitConversion.h"
 
 namespace velmoor {
 namespace {
@@ -138,18 +138,6 @@ std::string LimitText(const Project& project, const ParameterRow& row, const std
 
 }  // namespace
 
-ParameterRow DescribeRow(const BlockMatrix& rows, int row) {
-  ParameterRow result;
-  result.name = rows.Text(row, Column::name);
-  result.description = rows.Text(row, Column::description);
-  result.value = rows.Text(row, Column::value);
-  result.minimum = rows.Text(row, Column::minimum);
-  result.maximum = rows.Text(row, Column::maximum);
-  result.list = rows.Text(row, Column::list);
-  result.unit = rows.Text(row, Column::unit);
-  return result;
-}
-
 std::string UnitsInWords(const Project& project, const std::string& unit) {
   const std::string word = LowerCase(unit);
   if (word == "distance") return project.DistanceUnits();
@@ -158,9 +146,8 @@ std::string UnitsInWords(const Project& project, const std::string& unit) {
   return unit;
 }
 
-std::string DescriptionInUnits(const Project& project, const BlockMatrix& rows, int row) {
-  std::string description = rows.Text(row, Column::description);
-  const std::string& unit = rows.Text(row, Column::unit);
+std::string DescriptionInUnits(const Project& project, std::string description,
+                               const std::string& unit) {
   const std::string words = UnitsInWords(project, unit);
   if (words == unit) return description;
   TrimCurrentUnits(description);

@@ -7,7 +7,6 @@
 
 #include "project/data/ParameterCatalogue.h"
 #include "session/Project.h"
-#include "tools/BlockMatrix.h"
 #include "tools/CellCheck.h"
 
 namespace velmoor {
@@ -25,9 +24,6 @@ struct ParameterRow {
   std::string fixedDigits = "0000";          // left to right; "1": not modifiable
 };
 
-// Takes what the rows hold; digits are added by the tools that know them.
-[[nodiscard]] ParameterRow DescribeRow(const BlockMatrix& rows, int row);
-
 // The windows differ in what they take for a number and in some words.
 enum class ParameterWindow {
   properties,  // every plain row is a number in user units
@@ -36,8 +32,8 @@ enum class ParameterWindow {
 };
 
 // The description with the present word of the row's unit: "Positive limit (mm)".
-[[nodiscard]] std::string DescriptionInUnits(const Project& project, const BlockMatrix& rows,
-                                             int row);
+[[nodiscard]] std::string DescriptionInUnits(const Project& project, std::string description,
+                                             const std::string& unit);
 // The project's word for a unit column of "distance", "speed" or "acceleration"; another text as it
 // is.
 [[nodiscard]] std::string UnitsInWords(const Project& project, const std::string& unit);

@@ -1,309 +1,241 @@
 #include "tools/ParameterToolBase.h"
 
-#include "platform/Events.h"
+#include <algorithm>
+
 #include "platform/Numbers.h"
 #include "platform/Trapped.h"
-#include "platform/World.h"
-#include "project/data/Schema.h"
-#include "session/Session.h"
-#include "tools/ComboListText.h"
+#include "project/data/UnitConversion.h"
+#include "tools/ParameterGridWindow.h"
 #include "tools/ParameterRules.h"
-#include "tools/UnitConversion.h"
 
 namespace velmoor {
 
-using schema::Parameters;
-
-std::int16_t ParameterToolBase::RowsInArray() const {
-  return Narrow<std::int16_t>(arBlockMatrix_.Rows());
+ParameterToolBase::ParameterToolBase(ParameterStore& store, Tool tool, std::string className)
+    : store_(store), tool_(tool), className_(std::move(className)) {
+  connections_ += store_.Changed.Connect([this] { OnStoreChanged(); });
 }
 
 std::string ParameterToolBase::Prefix(std::string_view procedure) const {
   return className_ + "." + std::string(procedure) + ": ";
 }
 
-std::unique_ptr<Database> ParameterToolBase::OpenWorkingFile() const {
-  return OpenForWriting(strSaveDBPath_);
-}
+// ---- rows
 
-// ---- reading
-
-bool ParameterToolBase::ReadFromDB() {
-  // "ReadToDB" is how this message is spelled, on purpose.
-  return Trapped(Prefix("ReadToDB"), [this] {
-    ReadDefinitions();
-    ReadValues();
-    arBlockMatrix_.ClearTouched();
-    return true;
-  });
-}
-
-void ParameterToolBase::ReadDefinitions() {
-  int row = 0;
-  for (const ParameterDefinition& definition :
-       ReadParameterDefinitions(strDatabasePath_, strTable_)) {
-    if (!Takes(definition)) continue;
-    ++row;
-    if (row > arBlockMatrix_.Rows()) arBlockMatrix_.SetRows(row);
-    FillRow(row, definition);
+void ParameterToolBase::TakeRows() {
+  rows_.clear();
+  edits_.clear();
+  editUnits_ = store_.PresentUnits();
+  for (int place = 0; place < store_.Count(); ++place) {
+    if (Takes(store_.At(place).definition)) rows_.push_back(place);
   }
-  arBlockMatrix_.SetRows(row);
-  DefinitionsRead();
 }
 
-void ParameterToolBase::FillRow(int row, const ParameterDefinition& definition) {
-  arBlockMatrix_.Set(row, Column::name, definition.user_constant);
-  arBlockMatrix_.Set(row, Column::description, definition.parameter_name);
-  arBlockMatrix_.Set(row, Column::minimum, definition.Min);
-  arBlockMatrix_.Set(row, Column::maximum, definition.Max);
-  arBlockMatrix_.Set(row, Column::initial, definition.initial_value);
-  const auto kind = UnitKindOf(definition.user_constant);
-  arBlockMatrix_.Set(row, Column::unit, kind ? UnitWord(*kind) : definition.Unit);
-  arBlockMatrix_.Set(row, Column::listKey, definition.dec_data_id);
-  help_.resize(static_cast<std::size_t>(row));
-  help_.back() = definition.help;
+std::int16_t ParameterToolBase::RowsInArray() const {
+  return Narrow<std::int16_t>(static_cast<int>(rows_.size()));
 }
 
-const std::string& ParameterToolBase::Help(int row) const {
-  return help_.at(static_cast<std::size_t>(row) - 1);
+const Parameter& ParameterToolBase::ParameterOf(int row) const {
+  return store_.At(rows_.at(static_cast<std::size_t>(row) - 1));
+}
+
+int ParameterToolBase::FindRow(std::string_view strPn) const {
+  const auto found = std::ranges::find(
+      rows_, strPn, [this](int place) -> std::string_view { return store_.At(place).Pn(); });
+  return found == rows_.end() ? 0 : static_cast<int>(found - rows_.begin()) + 1;
+}
+
+std::string ParameterToolBase::Text(int row, Column column) const {
+  const Parameter& parameter = ParameterOf(row);
+  const ParameterDefinition& definition = parameter.definition;
+  switch (column) {
+    case Column::category:
+      return {};
+    case Column::name:
+      return definition.user_constant;
+    case Column::description:
+      return definition.parameter_name;
+    case Column::value: {
+      const auto edit = edits_.find(row);
+      return edit == edits_.end() ? parameter.text : edit->second;
+    }
+    case Column::minimum:
+      return definition.Min;
+    case Column::maximum:
+      return definition.Max;
+    case Column::initial:
+      return definition.initial_value;
+    case Column::unit:
+      return parameter.unit ? UnitWord(*parameter.unit) : definition.Unit;
+    case Column::listKey:
+      return definition.dec_data_id;
+    case Column::list:
+      return parameter.list;
+    case Column::dirty:
+      return IsMarked(row) ? "1" : "0";
+    case Column::size:
+      return definition.Size;
+  }
+  return {};
+}
+
+bool ParameterToolBase::IsMarked(int row) const {
+  return edits_.contains(row) || ParameterOf(row).IsMarked();
 }
 
 ParameterRow ParameterToolBase::Describe(int row) const {
-  return DescribeRow(arBlockMatrix_, row);
+  ParameterRow result;
+  result.name = Text(row, Column::name);
+  result.description = Text(row, Column::description);
+  result.value = Text(row, Column::value);
+  result.minimum = Text(row, Column::minimum);
+  result.maximum = Text(row, Column::maximum);
+  result.list = Text(row, Column::list);
+  result.unit = Text(row, Column::unit);
+  return result;
 }
 
-// Nothing where the working file has no record of the row.
-std::optional<std::string> ParameterToolBase::StoredValue(RowSet& records, int row) const {
-  if (!records.FindFirst(Parameters::kPn, arBlockMatrix_.Text(row, Column::name))) {
-    return std::nullopt;
-  }
-  const std::string value = records.Text(Parameters::kValue);
-  return value.empty() ? arBlockMatrix_.Text(row, Column::initial) : value;
-}
-
-void ParameterToolBase::ReadValues() {
-  const auto database = OpenForReading(strSaveDBPath_);
-  const auto records = database->OpenTable(Parameters::kTable);
-  for (int row = 1; row <= arBlockMatrix_.Rows(); ++row) {
-    if (const auto value = StoredValue(*records, row)) {
-      arBlockMatrix_.Set(row, Column::value, *value);
-    }
-  }
-}
-
-bool ParameterToolBase::ReadUntouchedRows() {
-  bool changed = false;
-  Trapped(Prefix("ReadToDB"), [&] {
-    const auto database = OpenForReading(strSaveDBPath_);
-    const auto records = database->OpenTable(Parameters::kTable);
-    for (int row = 1; row <= arBlockMatrix_.Rows(); ++row) {
-      if (arBlockMatrix_.IsTouched(row)) continue;
-      const auto value = StoredValue(*records, row);
-      if (!value || *value == arBlockMatrix_.Text(row, Column::value)) continue;
-      arBlockMatrix_.Set(row, Column::value, *value);
-      arBlockMatrix_.ClearTouched(row);
-      changed = true;
-    }
-    return true;
-  });
-  return changed;
-}
-
-void ParameterToolBase::SetComboLists(const ComboLists& lists) {
-  for (int row = 1; row <= arBlockMatrix_.Rows(); ++row) {
-    const std::int32_t key = Int32FromCell(arBlockMatrix_.Text(row, Column::listKey));
-    if (key == 0) continue;
-    arBlockMatrix_.Set(row, Column::list, lists.at(static_cast<std::size_t>(key) - 1));
-    if (!arBlockMatrix_.Text(row, Column::value).empty()) continue;
-    const std::int32_t initial = Int32FromCell(arBlockMatrix_.Text(row, Column::initial));
-    arBlockMatrix_.Set(row, Column::value, GetSelectedComboListItem(row, initial));
-  }
-}
-
-// ---- display form and controller form
-
-std::optional<std::string> ParameterToolBase::GetSelectedComboListIndex(int row) {
-  const std::string value = arBlockMatrix_.Text(row, Column::value);
-  const std::string& list = arBlockMatrix_.Text(row, Column::list);
-  if (!list.empty()) return NumberText(ComboListIndex(list, value));
-  const auto kind = UnitKindOf(arBlockMatrix_.Text(row, Column::name));
-  return kind ? ConvertUnitsToCounts(row, *kind) : value;
-}
-
-std::optional<std::string> ParameterToolBase::ConvertUnitsToCounts(int row, UnitKind kind) {
-  const std::string value = arBlockMatrix_.Text(row, Column::value);
-  const LimitedCounts counts =
-      UnitsToLimitedCounts(value, FactorOf(OpenedProject(), kind), OpenedProject().Resolution());
-  if (!counts.valid) {
-    const std::string& strPn = arBlockMatrix_.Text(row, Column::name);
-    ShowExclamation("Overflow error while converting " + strPn +
-                    " value to encoder counts!\rPlease modify " + strPn + " until satisfactory.");
-    return std::nullopt;
-  }
-  if (counts.clamped) {
-    arBlockMatrix_.Set(row, Column::value, counts.text);
-    blnDataInvalidated_ = true;
-  }
-  return NumberText(counts.counts);
-}
-
-std::string ParameterToolBase::GetSelectedComboListItem(int row, std::int32_t selected) const {
-  const std::string& list = arBlockMatrix_.Text(row, Column::list);
-  if (!list.empty()) return ComboListItem(list, selected);
-  const auto kind = UnitKindOf(arBlockMatrix_.Text(row, Column::name));
-  if (!kind) return NumberText(selected);
-  return CountsToUnits(selected, FactorOf(OpenedProject(), *kind), OpenedProject().Resolution());
-}
-
-// ---- writing
-
-bool ParameterToolBase::SaveToDB() {
-  return Trapped(Prefix("SaveToDB"), [this] {
-    const auto database = OpenWorkingFile();
-    const auto records = database->OpenTable(Parameters::kTable);
-    for (int row = 1; row <= arBlockMatrix_.Rows(); ++row) {
-      const bool found =
-          records->FindFirst(Parameters::kPn, arBlockMatrix_.Text(row, Column::name));
-      if (found && !arBlockMatrix_.IsTouched(row)) continue;
-      if (found) {
-        records->Edit();
-        if (arBlockMatrix_.IsDirty(row)) records->Set(Parameters::kDirty, "1");
-      } else {
-        records->AddNew();
-        records->Set(Parameters::kPn, arBlockMatrix_.Text(row, Column::name));
-        records->Set(Parameters::kDirty, "1");
-      }
-      WriteRecord(*records, row);
-    }
-    database->Commit();
-    return true;
-  });
-}
-
-// Completes the edit of a record with the row's value in both forms.
-void ParameterToolBase::WriteRecord(RowSet& records, int row) {
-  const auto controllerValue = GetSelectedComboListIndex(row);
-  if (!controllerValue) return;
-  records.Set(Parameters::kValue, arBlockMatrix_.Text(row, Column::value));
-  records.Set(Parameters::kControllerValue, *controllerValue);
-  records.Update();
-  arBlockMatrix_.ClearTouched(row);
-}
-
-void ParameterToolBase::RewriteRows(const NewValue& newValue) {
-  const auto database = OpenWorkingFile();
-  const auto records = database->OpenTable(Parameters::kTable);
-  for (int row = 1; row <= arBlockMatrix_.Rows(); ++row) {
-    const auto value = newValue(row);
-    if (!value) continue;
-    arBlockMatrix_.Set(row, Column::value, *value);
-    arBlockMatrix_.Set(row, Column::dirty, "1");
-    if (!records->FindFirst(Parameters::kPn, arBlockMatrix_.Text(row, Column::name))) continue;
-    records->Edit();
-    records->Set(Parameters::kDirty, "1");
-    WriteRecord(*records, row);
-  }
-  database->Commit();
-}
-
-bool ParameterToolBase::ScalesWithResolution(int row) const {
-  return Int32FromCell(arBlockMatrix_.Text(row, Column::listKey)) == 0 &&
-         !arBlockMatrix_.Text(row, Column::value).empty();
-}
-
-bool ParameterToolBase::ChangeResolutionOfRows(const std::string& prefix, std::int16_t digits) {
-  return Trapped(prefix, [&] {
-    RewriteRows([&](int row) -> std::optional<std::string> {
-      if (!ScalesWithResolution(row)) return std::nullopt;
-      return FixedText(std::string_view(arBlockMatrix_.Text(row, Column::value)), digits);
-    });
-    MarkDirty();
-    RefreshWindow();
-    return true;
-  });
+const std::string& ParameterToolBase::Help(int row) const {
+  return ParameterOf(row).definition.help;
 }
 
 std::int16_t ParameterToolBase::GetNumberOfNewRows() const {
-  std::int16_t count = 0;
-  Trapped(Prefix("GetNumberOfNewRows"), [&] {
-    const auto database = OpenForReading(strSaveDBPath_);
-    const auto records = database->OpenTable(Parameters::kTable);
-    for (int row = 1; row <= arBlockMatrix_.Rows(); ++row) {
-      const bool found =
-          records->FindFirst(Parameters::kPn, arBlockMatrix_.Text(row, Column::name));
-      if (found && records->Text(Parameters::kDirty) == "1") ++count;
+  const auto marked =
+      std::ranges::count_if(rows_, [this](int place) { return store_.At(place).IsMarked(); });
+  return Narrow<std::int16_t>(marked);
+}
+
+// ---- edits
+
+std::optional<std::string> ParameterToolBase::EditOf(int row) const {
+  const auto edit = edits_.find(row);
+  if (edit == edits_.end()) return std::nullopt;
+  return edit->second;
+}
+
+void ParameterToolBase::EditValue(int row, const std::string& text) {
+  if (text == ParameterOf(row).text) {
+    edits_.erase(row);
+  } else {
+    edits_[row] = text;
+  }
+}
+
+void ParameterToolBase::TakeEdit(const std::string& strPn, const std::string& text) {
+  const int row = FindRow(strPn);
+  if (row == 0 || frm_ == nullptr || !frm_->IsOpen()) return;
+  EditValue(row, text);
+  frm_->EditsChanged();
+}
+
+std::optional<std::string> ParameterToolBase::EditOf(const std::string& strPn) const {
+  const int row = FindRow(strPn);
+  return row == 0 ? std::nullopt : EditOf(row);
+}
+
+void ParameterToolBase::TakeSharedEdits(const SisterTool& sister) {
+  for (const char* const strPn : {"Pn80C", "Pn80D"}) {
+    if (const auto edit = sister.EditOf(std::string(strPn))) TakeEdit(strPn, *edit);
+  }
+}
+
+// A change of the units keeps the number of an edit, as it keeps those of the project.
+void ParameterToolBase::CarryEdits() {
+  const Units& units = store_.PresentUnits();
+  if (editUnits_.SameScale(units)) return;
+  editUnits_ = units;
+  for (auto& [row, text] : edits_) {
+    const Parameter& parameter = ParameterOf(row);
+    if (!parameter.unit) continue;
+    const MeantValue meant =
+        ValueMeant(parameter, FixedText(std::string_view(text), units.resolution), units);
+    if (meant.limited) limitedEdits_.push_back(parameter.Pn());
+    text = meant.text;
+  }
+}
+
+void ParameterToolBase::PutBackEdit(int row, const std::optional<std::string>& edit) {
+  EditValue(row, edit ? *edit : ParameterOf(row).text);
+}
+
+bool ParameterToolBase::AcceptEdits() {
+  const bool stored = Trapped(Prefix("SaveToDB"), [this] {
+    ParameterChanges changes;
+    for (const auto& [row, text] : edits_) {
+      const Parameter& parameter = ParameterOf(row);
+      const MeantValue meant = ValueMeant(parameter, text, store_.PresentUnits());
+      if (!meant.valid) {
+        ShowExclamation("Overflow error while converting " + parameter.Pn() +
+                        " value to encoder counts!\rPlease modify " + parameter.Pn() +
+                        " until satisfactory.");
+        return false;
+      }
+      changes[parameter.Pn()] = {meant.controller, meant.text, MarkChange::set, tool_};
+    }
+    const std::map<int, std::string> edits = std::exchange(edits_, {});
+    try {
+      store_.Commit(changes);
+    } catch (...) {
+      edits_ = edits;
+      throw;
     }
     return true;
   });
-  return count;
+  if (stored) Applied.Raise();
+  return stored;
 }
 
-// ---- sister tools
-
-void ParameterToolBase::UpdateBlockMatrix() {
-  BlockMatrix editor;
-  OpenedProject().EditorSister().GetBlockMatrix(editor);
-  for (int row = 1; row <= arBlockMatrix_.Rows(); ++row) {
-    const int from = editor.FindRow(arBlockMatrix_.Text(row, Column::name));
-    if (from > 0) arBlockMatrix_.ChangeValue(row, editor.Text(from, Column::value));
-  }
+// Values that another window has stored are shown at once; an edit that says the same is none.
+void ParameterToolBase::OnStoreChanged() {
+  CarryEdits();
+  std::erase_if(edits_,
+                [this](const auto& edit) { return edit.second == ParameterOf(edit.first).text; });
+  if (frm_ != nullptr) frm_->StoreChanged();
 }
 
-void ParameterToolBase::CopyValuesInto(SharedParameterTool& sister) const {
-  BlockMatrix copy;
-  sister.GetBlockMatrix(copy);
-  for (int row = 1; row <= arBlockMatrix_.Rows(); ++row) {
-    if (!arBlockMatrix_.IsTouched(row)) continue;
-    const int to = copy.FindRow(arBlockMatrix_.Text(row, Column::name));
-    if (to > 0) copy.ChangeValue(to, arBlockMatrix_.Text(row, Column::value));
-  }
-  sister.LetBlockMatrix(copy);
+// ---- the window
+
+void ParameterToolBase::AttachWindow(ParameterGridWindow& frm) {
+  frm_ = &frm;
+  connections_ += frm.ChangeAccepted.Connect([this] {
+    if (!frm_PropertiesChangeAccepted()) frm_->CommitFailed();
+  });
+  connections_ += frm.ChangeCanceled.Connect([this] { frm_PropertiesChangeCanceled(); });
+  connections_ += frm.Closed.Connect([this] { Closed.Raise(); });
+  connections_ += frm.EditStateChanged.Connect([this] { EditStateChanged.Raise(); });
+  connections_ += frm.UploadRequested.Connect([this] { UploadRequested.Raise(); });
+  connections_ += frm.DownloadRequested.Connect([this] { DownloadRequested.Raise(); });
 }
 
-void ParameterToolBase::CopyEditsInto(SharedParameterTool& sister) const {
-  BlockMatrix copy;
-  sister.GetBlockMatrix(copy);
-  for (int row = 1; row <= arBlockMatrix_.Rows(); ++row) {
-    const int to = copy.FindRow(arBlockMatrix_.Text(row, Column::name));
-    const std::string& value = arBlockMatrix_.Text(row, Column::value);
-    const bool edited = arBlockMatrix_.IsTouched(row) && arBlockMatrix_.IsDirty(row);
-    if (to == 0 || !edited || copy.Text(to, Column::value) == value) continue;
-    copy.Set(to, Column::value, value);
-    copy.Set(to, Column::dirty, "1");
-  }
-  sister.LetBlockMatrix(copy);
+bool ParameterToolBase::ShowWindow(const std::string& caption, FormMode mode) {
+  return frm_->Show(caption, mode);
 }
 
-void ParameterToolBase::UpdateEditorBlockMatrix() const {
-  CopyValuesInto(OpenedProject().EditorSister());
+void ParameterToolBase::BringToFront() {
+  if (frm_ != nullptr) frm_->BringToFront();
 }
 
-bool ParameterToolBase::SaveAndHandToEditor() {
-  std::vector<int> touched;
-  for (int row = 1; row <= arBlockMatrix_.Rows(); ++row) {
-    if (arBlockMatrix_.IsTouched(row)) touched.push_back(row);
-  }
-  if (!SaveToDB()) return false;
-  if (!HandsRowsToEditor()) return true;
-  BlockMatrix editor;
-  SharedParameterTool& sister = OpenedProject().EditorSister();
-  sister.GetBlockMatrix(editor);
-  for (const int row : touched) {
-    const int to = editor.FindRow(arBlockMatrix_.Text(row, Column::name));
-    // A row that could not be stored is not the file's.
-    if (to == 0 || arBlockMatrix_.IsTouched(row)) continue;
-    editor.Set(to, Column::value, arBlockMatrix_.Text(row, Column::value));
-    editor.ClearTouched(to);
-  }
-  sister.LetBlockMatrix(editor);
-  return true;
+bool ParameterToolBase::IsShown() const {
+  return frm_ != nullptr && frm_->IsOpen();
+}
+
+void ParameterToolBase::UnloadWindow() {
+  if (frm_ != nullptr) frm_->Unload();
+  edits_.clear();
+}
+
+void ParameterToolBase::RefreshWindow() {
+  if (frm_ != nullptr) frm_->RefreshGrid();
+}
+
+bool ParameterToolBase::frm_PropertiesChangeAccepted() {
+  return edits_.empty() || AcceptEdits();
+}
+
+void ParameterToolBase::frm_PropertiesChangeCanceled() {
+  edits_.clear();
 }
 
 // ---- helpers of the pattern
-
-bool NeedsNewOptionVersion(std::string_view strPn) {
-  return strPn == "Pn833" || strPn == "Pn834";
-}
 
 std::string WireNumber(std::string_view strPn) {
   return Right(strPn, 3);

@@ -8,23 +8,34 @@ namespace velmoor {
 
 class clsHX7FlexibleIO final : public ParameterToolBase {
  public:
-  clsHX7FlexibleIO();
+  explicit clsHX7FlexibleIO(ParameterStore& store)
+      : ParameterToolBase(store, Tool::flexibleIO, "clsFlexibleIO") {
+    AttachWindow(frm_);
+    // The sister shows the end switches at once, before any Apply; a Cancel does not call them
+    // back.
+    overTravelChanged_ = frm_.PropertiesOverTravelChanged.Connect(
+        [](const std::string& strPn, const std::string& text) {
+          OpenedProject().OverTravelSister().TakeEdit(strPn, text);
+        });
+  }
 
-  bool Show_FlexibleIO() { return ShowWindow("Flexible I/O Configuration", FormMode::modeless); }
+  bool Show_FlexibleIO() {
+    if (!ShowWindow("Flexible I/O Configuration", FormMode::modeless)) return false;
+    TakeSharedEdits(OpenedProject().OverTravelSister());
+    return true;
+  }
   void Unload_FlexibleIO() { UnloadWindow(); }
 
-  // Sends the dirty rows.
+  // Sends the marked rows.
   bool Download() { return DownloadRows(false); }
 
  protected:
-  [[nodiscard]] bool Takes(const ParameterDefinition& definition) const override;
-  void AfterUpload() override { UpdateOtherBlockMatrices(); }
+  [[nodiscard]] bool Takes(const ParameterDefinition& definition) const override {
+    const std::string& strPn = definition.user_constant;
+    return (strPn >= "Pn803" && strPn <= "Pn818") || NeedsNewOptionVersion(strPn);
+  }
 
  private:
-  void UpdateOverTravelBlockMatrix() const;
-  void UpdateOtherBlockMatrices();
-  void frm_PropertiesOverTravelChanged();
-
   frmProperties frm_{*this, "FlexibleIO"};
   Connection overTravelChanged_;
 };

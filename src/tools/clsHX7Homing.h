@@ -1,5 +1,5 @@
-// The homing routine. The home offset is also kept beside the parameters, among the project's
-// miscellaneous settings.
+// The homing routine: its method, speeds and distances, and the home offset, which is also kept
+// beside the parameters among the project's settings.
 #pragma once
 
 #include <string>
@@ -11,32 +11,31 @@ namespace velmoor {
 
 class clsHX7Homing final : public ParameterToolBase, public HomingTool {
  public:
-  clsHX7Homing() : ParameterToolBase("clsHoming") { AttachWindow(frm_); }
+  explicit clsHX7Homing(ParameterStore& store)
+      : ParameterToolBase(store, Tool::homing, "clsHoming") {
+    AttachWindow(frm_);
+  }
 
   bool Show_Homing() { return ShowWindow("Homing Routine Configuration", FormMode::modeless); }
   void Unload_Homing() { UnloadWindow(); }
 
-  // Sends the dirty rows.
+  // The catalogue's unit is not shown here: only rows with a user unit have one.
+  [[nodiscard]] std::string Text(int row, Column column) const override;
+
+  // Sends the marked rows.
   bool Download() { return DownloadRows(false); }
 
-  bool ChangeResolution(std::int16_t digits);
-  bool ResetDefaults(std::int16_t digits);
-
-  // The stored home offset at the machine's resolution; empty where the project holds none.
+  // The stored home offset at the project's resolution; empty where the project holds none.
   [[nodiscard]] std::string GetHomingOffset() const override;
   bool SetHomingOffset(const std::string& strValue) override;
-  // Reads Pn81D alone from the amplifier and marks it changed.
+  // Reads Pn81D alone from the amplifier into the project, marked as a change.
   bool UploadHomingOffset() override;
-  // Stores the rows with a user unit once more and gives them to the editor, after a reset of the
-  // editor's own copies.
-  void HandRowsToEditor();
-  // Nothing in the system calls it; it is here for symmetry with the mechanical system.
-  void MoveToFrontOfBlockMatrix(const std::string& strPn) { arBlockMatrix_.MoveToFront(strPn); }
 
  protected:
-  [[nodiscard]] bool Takes(const ParameterDefinition& definition) const override;
-  void FillRow(int row, const ParameterDefinition& definition) override;
-  void AfterUpload() override;
+  [[nodiscard]] bool Takes(const ParameterDefinition& definition) const override {
+    const std::string& strPn = definition.user_constant;
+    return strPn == "Pn81D" || (strPn >= "Pn823" && strPn <= "Pn828");
+  }
 
  private:
   frmProperties frm_{*this, "Homing"};

@@ -8,12 +8,15 @@ namespace velmoor {
 
 class clsHX7Interface final : public ParameterToolBase {
  public:
-  clsHX7Interface() : ParameterToolBase("clsInterface") { AttachWindow(frm_); }
+  explicit clsHX7Interface(ParameterStore& store)
+      : ParameterToolBase(store, Tool::interface, "clsInterface") {
+    AttachWindow(frm_);
+  }
 
   bool Show_Interface() { return ShowWindow("Interface Configuration", FormMode::modeless); }
   void Unload_Interface() { UnloadWindow(); }
 
-  // Sends the dirty rows.
+  // Sends the marked rows.
   bool Download() { return DownloadRows(false); }
 
   // The controller value of Pn801 just before it is sent, and a failed send of it.
@@ -29,10 +32,6 @@ class clsHX7Interface final : public ParameterToolBase {
   }
   void SendFailed(const std::string& strPn) override {
     if (strPn == "Pn801") Pn801SendFailed.Raise();
-  }
-  void AfterUpload() override {
-    UpdateEditorBlockMatrix();
-    PostUpload();
   }
 
  private:

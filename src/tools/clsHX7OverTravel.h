@@ -1,5 +1,5 @@
-// The travel limits of the axis, and how the axis counts. The mechanical system rewrites these rows
-// when the machine changes between linear and rotary.
+// The travel limits of the axis, and how the axis counts. A change of the machine between linear
+// and rotary rewrites these rows.
 #pragma once
 
 #include <string>
@@ -9,45 +9,36 @@
 
 namespace velmoor {
 
-// One least step below a whole turn: the positive limit of a rotary table whose turn is `length`.
-[[nodiscard]] std::string RotaryUpperLimit(float length, std::int16_t digits);
-
-class clsHX7OverTravel final : public ParameterToolBase, public OverTravelTool {
+class clsHX7OverTravel final : public ParameterToolBase {
  public:
-  clsHX7OverTravel();
+  explicit clsHX7OverTravel(ParameterStore& store)
+      : ParameterToolBase(store, Tool::overTravel, "clsOverTravel") {
+    AttachWindow(frm_);
+    // The sister shows the end switches at once, before any Apply; a Cancel does not call them
+    // back.
+    overTravelChanged_ = frm_.PropertiesOverTravelChanged.Connect(
+        [](const std::string& strPn, const std::string& text) {
+          OpenedProject().FlexibleIOSister().TakeEdit(strPn, text);
+        });
+  }
 
-  bool Show_OverTravel() { return ShowWindow("Over Travel Configuration", FormMode::modeless); }
+  bool Show_OverTravel() {
+    if (!ShowWindow("Over Travel Configuration", FormMode::modeless)) return false;
+    TakeSharedEdits(OpenedProject().FlexibleIOSister());
+    return true;
+  }
   void Unload_OverTravel() { UnloadWindow(); }
 
-  // Sends the dirty rows.
+  // Sends the marked rows.
   bool Download() { return DownloadRows(false); }
 
-  // Keeps the catalogue's limits as those to which a linear machine returns.
-  void InitOverTravelLimits();
-  void UpdateOverTravel(std::int16_t digits, float length) override;
-  bool ChangeResolution(std::int16_t digits);
-  // Back to the catalogue's values in the present units; `length` is the travel of one turn.
-  bool ResetDefaults(std::int16_t digits, float length);
-
  protected:
-  [[nodiscard]] bool Takes(const ParameterDefinition& definition) const override;
-  void AfterUpload() override { UpdateOtherBlockMatrices(); }
+  [[nodiscard]] bool Takes(const ParameterDefinition& definition) const override {
+    const std::string& strPn = definition.user_constant;
+    return strPn == "Pn80C" || strPn == "Pn80D" || (strPn >= "Pn819" && strPn <= "Pn81C");
+  }
 
  private:
-  struct Limits {
-    std::string axisKind, upper, lower;  // Pn81A, Pn81B, Pn81C
-  };
-  [[nodiscard]] Limits LimitsFor(std::int16_t digits, float length,
-                                 const std::string& axisKind) const;
-  [[nodiscard]] std::string InitialLimit(const std::string& strPn) const;
-  void UpdateFlexibleIOBlockMatrix() const;
-  void UpdateOtherBlockMatrices();
-  void UpdateEditorBlockMatrixPostMechSys();
-  void frm_PropertiesOverTravelChanged();
-
-  // The limits in user units as the catalogue has them, not as the user typed them.
-  std::string strOldPn81B_;
-  std::string strOldPn81C_;
   frmProperties frm_{*this, "OverTravel"};
   Connection overTravelChanged_;
 };

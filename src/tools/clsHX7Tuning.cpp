@@ -5,23 +5,28 @@
 
 #include "link/clsHX7Helix7.h"
 #include "platform/Numbers.h"
+#include "tools/ParameterRules.h"
 
 namespace velmoor {
 
-clsHX7Tuning::clsHX7Tuning() : ParameterToolBase("clsTuning") {
+clsHX7Tuning::clsHX7Tuning(ParameterStore& store)
+    : ParameterToolBase(store, Tool::tuning, "clsTuning") {
   AttachWindow(frm_);
-  windowConnections_ +=
-      frm_.RigidityChanged.Connect([this] { blnChangedRigidity_ = frm_.ChangedRigidity(); });
+  windowConnections_ += frm_.RigidityChanged.Connect([this] {
+    blnChangedRigidity_ = frm_.ChangedRigidity();
+    if (!blnChangedRigidity_) acceptedRigidity_ = false;
+  });
 }
 
 void clsHX7Tuning::SetChangedRigidity(bool changed) {
   blnChangedRigidity_ = changed;
+  if (!changed) acceptedRigidity_ = false;
   frm_.SetChangedRigidity(changed);
 }
 
 ParameterRow clsHX7Tuning::Describe(int row) const {
   ParameterRow result = ParameterToolBase::Describe(row);
-  result.nibble = FindNibble(nibbles_, arIsNibble_.at(static_cast<std::size_t>(row) - 1));
+  result.nibble = ParameterOf(row).nibble;
   if (result.nibble == nullptr) return result;
   // The tool's own limits are numbers; they are shown as digits.
   const auto hex = [](const std::string& number) {
@@ -39,17 +44,6 @@ bool clsHX7Tuning::Takes(const ParameterDefinition& definition) const {
   return std::find(kRows.begin(), kRows.end(), definition.user_constant) != kRows.end();
 }
 
-void clsHX7Tuning::FillRow(int row, const ParameterDefinition& definition) {
-  ParameterToolBase::FillRow(row, definition);
-  arBlockMatrix_.Set(row, Column::size, definition.Size);
-  arIsNibble_.resize(static_cast<std::size_t>(row));
-  arIsNibble_.back() = definition.nibble_data_id;
-}
-
-void clsHX7Tuning::DefinitionsRead() {
-  nibbles_ = ReadNibbleDefinitions(CataloguePath(), strNibbleTable_);
-}
-
 bool clsHX7Tuning::Download(bool blnOverRide) {
   if (!DownloadRows(blnOverRide)) return false;
   if (blnChangedRigidity_ && PerformRigidityChange() == kSuccess) {
@@ -65,29 +59,10 @@ ResultCode clsHX7Tuning::PerformRigidityChange() {
   return gMainForm->Helix7()->SetRigidity(level);
 }
 
-std::string clsHX7Tuning::UploadedValue(int row, const std::string& answer) const {
-  if (IsNibbleKey(arIsNibble_.at(static_cast<std::size_t>(row) - 1))) return DigitsOfAnswer(answer);
-  return ParameterToolBase::UploadedValue(row, answer);
-}
-
-void clsHX7Tuning::AfterUpload() {
-  UpdateEditorBlockMatrix();
-  PostUpload();
-}
-
-// A level that was accepted is offered for download like an edited row, but no file holds it.
 bool clsHX7Tuning::frm_PropertiesChangeAccepted() {
   if (!ParameterToolBase::frm_PropertiesChangeAccepted()) return false;
-  if (blnChangedRigidity_) {
-    SetIsDirty(true);
-    frm_.SetIsDirty(true);
-  }
+  acceptedRigidity_ = blnChangedRigidity_;
   return true;
-}
-
-// Its list rows, of which there are none, need no items.
-void clsHX7Tuning::frm_PropertiesChangeCanceled() {
-  ReadFromDB();
 }
 
 }  // namespace velmoor

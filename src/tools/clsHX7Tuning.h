@@ -1,9 +1,6 @@
 // The gain parameters, the machine rigidity and the notch filter.
 #pragma once
 
-#include <vector>
-
-#include "tools/NibbleDefinitions.h"
 #include "tools/ParameterToolBase.h"
 #include "tools/frmTuning.h"
 
@@ -11,22 +8,22 @@ namespace velmoor {
 
 class clsHX7Tuning final : public ParameterToolBase {
  public:
-  clsHX7Tuning();
+  explicit clsHX7Tuning(ParameterStore& store);
 
   // Returns when the window has closed.
   bool Show_Tuning() { return ShowWindow("Gain Tuning", FormMode::modal); }
   void Unload_Tuning() { UnloadWindow(); }
   [[nodiscard]] ParameterRow Describe(int row) const override;
 
-  void SetNibbleTable(const std::string& table) { strNibbleTable_ = table; }
+  // A level that was chosen is offered for download like an edited row, but no file holds it.
+  [[nodiscard]] bool IsDirty() const override {
+    return acceptedRigidity_ || ParameterToolBase::IsDirty();
+  }
 
-  // Sends the dirty rows, or all of them with `blnOverRide`; the rigidity goes last. The result
+  // Sends the marked rows, or all of them with `blnOverRide`; the rigidity goes last. The result
   // does not depend on the rigidity.
   bool Download(bool blnOverRide);
   bool DownloadWhole() override { return Download(true); }
-  [[nodiscard]] bool HasMoreToSend() const override {
-    return blnChangedRigidity_ || ParameterToolBase::HasMoreToSend();
-  }
 
   // The user chose another rigidity, which goes out with the next download.
   [[nodiscard]] bool ChangedRigidity() const { return blnChangedRigidity_; }
@@ -42,18 +39,11 @@ class clsHX7Tuning final : public ParameterToolBase {
 
  protected:
   [[nodiscard]] bool Takes(const ParameterDefinition& definition) const override;
-  void FillRow(int row, const ParameterDefinition& definition) override;
-  void DefinitionsRead() override;
-  [[nodiscard]] std::string UploadedValue(int row, const std::string& answer) const override;
-  void AfterUpload() override;
   bool frm_PropertiesChangeAccepted() override;
-  void frm_PropertiesChangeCanceled() override;
 
  private:
-  std::string strNibbleTable_;
-  std::vector<std::string> arIsNibble_;  // per row, from 0: the key of its digit definition
-  std::vector<NibbleDefinition> nibbles_;
   bool blnChangedRigidity_ = false;
+  bool acceptedRigidity_ = false;  // by Apply or OK
   frmTuning frm_{*this};
   Connections windowConnections_;
 };

@@ -31,14 +31,14 @@ void frmEditor::FormLoad() {
 
 void frmEditor::DisableCells() {
   for (int row = 1; row <= tool().RowsInArray(); ++row) {
-    source().SetLocked(row, LockedReason(tool().Rows().Text(row, Column::name)));
+    source().SetLocked(row, LockedReason(tool().Text(row, Column::name)));
   }
 }
 
 void frmEditor::FillCategories() {
   std::vector<std::string> categories{kAllCategories};
   for (int row = 1; row <= tool().RowsInArray(); ++row) {
-    const std::string& category = tool().Rows().Text(row, Column::category);
+    const std::string category = tool().Text(row, Column::category);
     if (std::find(categories.begin(), categories.end(), category) == categories.end()) {
       categories.push_back(category);
     }
@@ -51,8 +51,8 @@ void frmEditor::FillCategories() {
 // ---- what of the list is shown
 
 bool frmEditor::IsWanted(int row, const std::string& filter, const std::string& category) {
-  if (form().checkBox("chkChangedOnly").Value() && !tool().Rows().IsDirty(row)) return false;
-  if (!category.empty() && tool().Rows().Text(row, Column::category) != category) return false;
+  if (form().checkBox("chkChangedOnly").Value() && !tool().IsMarked(row)) return false;
+  if (!category.empty() && tool().Text(row, Column::category) != category) return false;
   const auto holds = [&](int column) {
     return LowerCase(source().Text(source().GridRow(row), column)).find(filter) !=
            std::string::npos;
@@ -96,11 +96,9 @@ void frmEditor::SortBy(int column) {
   if (row > 0) grid().SetCurrent(source().GridRow(row), ParameterGrid::kValue);
 }
 
-void frmEditor::PostUpload() {
-  ParameterGridWindow::PostUpload();
-  if (!IsOpen()) return;
-  ApplyFilter();
-  CurrentRowChanged(CurrentRow());
+void frmEditor::StoreChanged() {
+  ParameterGridWindow::StoreChanged();
+  if (IsOpen()) ApplyFilter();
 }
 
 // ---- the current row

@@ -14,7 +14,7 @@ class frmEditor final : public ParameterGridWindow {
   explicit frmEditor(ParameterToolBase& tool)
       : ParameterGridWindow("frmEditor", tool, ParameterWindow::editor) {}
 
-  void PostUpload() override;
+  void StoreChanged() override;
 
  protected:
   void FormLoad() override;

@@ -45,14 +45,14 @@ void frmProperties::FormLoad() {
 }
 
 std::string frmProperties::GetPnValueFromGrid(const std::string& strPn) {
-  const int row = tool().Rows().FindRow(strPn);
-  return row > 0 ? tool().Rows().Text(row, Column::value) : std::string();
+  const int row = tool().FindRow(strPn);
+  return row > 0 ? tool().Text(row, Column::value) : std::string();
 }
 
 void frmProperties::UpdateHomingGrid(const std::string& strMode) {
   const int rows = std::min<int>(kHomingRows, tool().RowsInArray());
   for (int row = 1; row <= rows; ++row) {
-    const RowState state = StateFor(strMode, tool().Rows().Text(row, Column::name));
+    const RowState state = StateFor(strMode, tool().Text(row, Column::name));
     if (state == RowState::asItIs) continue;
     source().SetLocked(row, state == RowState::locked
                                 ? "Not used by the homing method \"" + strMode + "\"."
@@ -64,27 +64,21 @@ void frmProperties::UpdateHomingGrid(const std::string& strMode) {
 void frmProperties::UpdateFlexibleIOGrid() {
   const bool hidden = gMainForm->IsOnline() && !gMainForm->Helix7()->IsOptionVersionNew();
   for (int row = tool().RowsInArray(); row >= 1; --row) {
-    if (NeedsNewOptionVersion(tool().Rows().Text(row, Column::name))) {
+    if (NeedsNewOptionVersion(tool().Text(row, Column::name))) {
       grid().SetRowHidden(row, hidden);
     }
   }
 }
 
-void frmProperties::ReplaceValueInCell(int row, const std::string& strValue) {
-  if (!IsOpen()) return;
-  source().SetText(row, ParameterGrid::kValue, strValue);
-  grid().RefreshRow(row);
-}
-
-void frmProperties::PostUpload() {
-  ParameterGridWindow::PostUpload();
-  ShowHomingMethod();
+void frmProperties::StoreChanged() {
+  ParameterGridWindow::StoreChanged();
+  if (IsOpen()) ShowHomingMethod();
 }
 
 // The rows follow the text while the user is still choosing, and keep to it when a Cancel is taken
 // back.
 void frmProperties::vsFG_ChangeEdit(const GridEdit& edit) {
-  if (!IsType("homing") || tool().Rows().Text(edit.row, Column::name) != "Pn823") return;
+  if (!IsType("homing") || tool().Text(edit.row, Column::name) != "Pn823") return;
   UpdateHomingGrid(edit.text);
 }
 
@@ -99,8 +93,10 @@ void frmProperties::CurrentRowChanged(int row) {
 }
 
 void frmProperties::AfterEdit(int row) {
-  const std::string& strPn = tool().Rows().Text(row, Column::name);
-  if (strPn == "Pn80C" || strPn == "Pn80D") PropertiesOverTravelChanged.Raise();
+  const std::string strPn = tool().Text(row, Column::name);
+  if (strPn == "Pn80C" || strPn == "Pn80D") {
+    PropertiesOverTravelChanged.Raise(strPn, tool().Text(row, Column::value));
+  }
 }
 
 }  // namespace velmoor

@@ -17,11 +17,10 @@ class frmProperties final : public ParameterGridWindow {
   void UpdateHomingGrid(const std::string& strMode);
   // Hides the inputs that an older option card does not have, while it is connected.
   void UpdateFlexibleIOGrid();
-  // Shows a value that did not come from the user; only while the window is open.
-  void ReplaceValueInCell(int row, const std::string& strValue);
-  void PostUpload() override;
+  void StoreChanged() override;
 
-  Event<> PropertiesOverTravelChanged;  // Pn80C or Pn80D was edited; before any Apply
+  // Pn80C or Pn80D was edited, and how; before any Apply.
+  Event<const std::string&, const std::string&> PropertiesOverTravelChanged;
 
  protected:
   void FormLoad() override;

@@ -45,7 +45,7 @@ void frmTuning::FormLoad() {
 
 void frmTuning::HideRows() {
   for (const char* const strPn : {kSwitch, kFrequency}) {
-    const int row = tool().Rows().FindRow(strPn);
+    const int row = tool().FindRow(strPn);
     if (row > 0) grid().SetRowHidden(row, true);
   }
 }
@@ -63,17 +63,17 @@ void frmTuning::RefreshGrid() {
 // ---- the notch filter: Pn408 as a check box, Pn409 as a text box
 
 void frmTuning::ShowNotchFilter() {
-  const int row = tool().Rows().FindRow(kSwitch);
-  const int frequency = tool().Rows().FindRow(kFrequency);
+  const int row = tool().FindRow(kSwitch);
+  const int frequency = tool().FindRow(kFrequency);
   if (row == 0 || frequency == 0) return;
-  const bool on = Right(tool().Rows().Text(row, Column::value), 1) == "1";
+  const bool on = Right(tool().Text(row, Column::value), 1) == "1";
   form().checkBox("chkNotchFilter").SetValue(on);
-  form().textBox("txtNotchFilterFrequency").SetText(tool().Rows().Text(frequency, Column::value));
+  form().textBox("txtNotchFilterFrequency").SetText(tool().Text(frequency, Column::value));
   form().textBox("txtNotchFilterFrequency").SetEnabled(on);
 }
 
 void frmTuning::PutSetting(const char* strPn, const std::string& value) {
-  const int row = tool().Rows().FindRow(strPn);
+  const int row = tool().FindRow(strPn);
   if (row == 0) return;
   BeforeEdit();
   tool().EditValue(row, value);
@@ -91,7 +91,7 @@ void frmTuning::chkNotchFilter_Click() {
 // False: the text was refused, of which the user was told, and is the old one again.
 bool frmTuning::CheckNotchFilterFrequency() {
   TextBox& box = form().textBox("txtNotchFilterFrequency");
-  const int row = tool().Rows().FindRow(kFrequency);
+  const int row = tool().FindRow(kFrequency);
   const std::string text(Trim(box.Text()));
   if (row == 0 || text.empty()) return true;
   const ParameterRow described = tool().Describe(row);
@@ -100,7 +100,7 @@ bool frmTuning::CheckNotchFilterFrequency() {
   const std::int32_t low = Int32FromCell(described.minimum);
   const std::int32_t high = Int32FromCell(described.maximum);
   if (IsIntegerText(text, strError) && Int32FromText(text) >= low && Int32FromText(text) <= high) {
-    PutSetting(kFrequency, text);
+    PutSetting(kFrequency, NumberText(Int32FromText(text)));
     return true;
   }
   // The old text first: the box takes the focus away, which would check once more.

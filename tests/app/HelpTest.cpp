@@ -56,7 +56,7 @@ TEST(GuideTest, EveryWindowHasAPlaceThatExists) {
         << name;
   }
   for (const HelpTopic& topic : HelpTopics()) {
-    EXPECT_EQ(FaultOfPlace(topic.page, topic.anchor), "") << topic.window;
+    EXPECT_EQ(FaultOfPlace(std::string(topic.page), std::string(topic.anchor)), "") << topic.window;
   }
 }
 

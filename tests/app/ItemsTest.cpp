@@ -13,10 +13,7 @@ constexpr int kSpeed = 0;
 
 class Items : public AppSession {
  protected:
-  void SetUp() override {
-    StartOnline();
-    Project().ResetAllIsDirty();
-  }
+  void SetUp() override { StartOnline(); }
   void Apply(int row, const std::string& speed) {
     Project().Jog().SetText(row, kSpeed, speed);
     Project().Jog().SetDirtyCell(row, true);
@@ -61,7 +58,7 @@ TEST_F(Items, GroupsGoOutInOrderAndParametersRestart) {
 }
 
 TEST_F(Items, AnotherBaudRateInTheInterfaceAloneIsFollowed) {
-  const int row = Project().Interface().Rows().FindRow("Pn801");
+  const int row = Project().Interface().FindRow("Pn801");
   ASSERT_GT(row, 0);
   Project().Interface().EditValue(row, "38400");
   ASSERT_TRUE(Project().Interface().AcceptEdits());
@@ -121,8 +118,8 @@ TEST_F(Items, ComparingShowsTheChangedRowsAndChangesNothing) {
   EXPECT_EQ(Project().Jog().Text(3, kSpeed), "7.500");
   EXPECT_EQ(Project().WhatIsDirty(), "Jog table");
   EXPECT_EQ(Amplifier().Asked("PRM100="), 0);
-  const std::vector<PartComparison> none = Project().CompareWithSnapshot();
-  EXPECT_TRUE(none.empty()) << "the snapshot is gone";
+  const std::vector<PartComparison> none = Project().CompareWithUpload();
+  EXPECT_TRUE(none.empty()) << "nothing is held apart any more";
 }
 
 TEST(CompareWindow, ShowsToolRowItemAndBothValues) {

@@ -91,7 +91,7 @@ TEST_F(LastResort, ASignalStopsTheMotorAndLeavesNothingBehind) {
 TEST_F(LastResort, ASignalLeavesWorkThatIsNotSavedInTheWorkingFile) {
   const std::string working = Project().ProjectDatabasePath();
   const std::string saved = data.files.ReadAll(path);
-  Project().Editor().EditValue(Project().Editor().Rows().FindRow("Pn100"), "55");
+  Project().Editor().EditValue(Project().Editor().FindRow("Pn100"), "55");
   ASSERT_TRUE(Project().Editor().AcceptEdits());
   ASSERT_TRUE(Project().NeedsSaving());
   data.settings.refuseWrites = true;

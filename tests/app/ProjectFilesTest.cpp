@@ -64,7 +64,9 @@ TEST_F(ProjectFiles, AForeignFileIsRefusedInTheWordsOfEachWay) {
   data.files.WriteDurably(data.folder.At("foreign.spj"), std::string(5000, 'x'));
   AnswerDialog("foreign.spj");
   Main().Choose("mnuFileOpen");
-  EXPECT_EQ(Boxes(), Texts{"Error reading databases!\rProject 'foreign.spj' cannot be opened."});
+  EXPECT_EQ(Boxes(),
+            Texts{"Error reading databases!\rthe file has another password or is no database of "
+                  "this program\rProject 'foreign.spj' cannot be opened."});
   // Two blanks behind the word.
   EXPECT_EQ(Status(),
             "System Status: Project  '" + data.folder.At("foreign.spj") + "' cannot be opened.");

@@ -51,7 +51,9 @@ TEST_F(Velmoorctl, TellsWhyAProjectCannotBeOpened) {
                            "!\nProject 'a.spj' cannot be opened.\n");
   WriteFile("a.spj", "no database");
   EXPECT_EQ(Run({"show", project, "index"}), 1);
-  EXPECT_EQ(err.str(), "Error reading databases!\nProject 'a.spj' cannot be opened.\n");
+  EXPECT_EQ(err.str(),
+            "Error reading databases!\nthe file is damaged or incomplete\nProject 'a.spj' cannot "
+            "be opened.\n");
 }
 
 TEST_F(Velmoorctl, RefusesWhatItDoesNotUnderstand) {

@@ -1,12 +1,14 @@
 #include "mechanics/GearRatio.h"
 
+#include "project/data/Units.h"
+
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <random>
 
-#include "mechanics/MachineUnits.h"
 #include "platform/Numbers.h"
+#include "project/data/MachineUnits.h"
 
 namespace velmoor {
 namespace {

@@ -34,16 +34,11 @@ class CutTransfer : public ProjectWorld {
                n + ",10,-,1,:::::,IT0,1,two\ntwo,A-" + n + ".5,20,1,2,NNAZ:,SEL0T100,2,one\n");
     Import(project().Zone(), "zone,lower,upper\n0,1," + n + "1\n1,2," + n + "2\n");
     Import(project().Jog(), "jog,speed\n0," + n + "\n1," + n + ".5\n");
-    BlockMatrix rows;
-    project().Editor().GetBlockMatrix(rows);
+    clsHX7Editor& editor = project().Editor();
     for (const char* const strPn : {"Pn100", "Pn101", "Pn102"}) {
-      const int row = rows.FindRow(strPn);
-      rows.Set(row, Column::value, NumberText(40 + round));
-      rows.Set(row, Column::dirty, "1");
+      editor.EditValue(editor.FindRow(strPn), NumberText(41 + round));
     }
-    project().Editor().LetBlockMatrix(rows);
-    ASSERT_TRUE(project().Editor().SaveToDB());
-    project().Editor().SetIsDirty(true);
+    ASSERT_TRUE(editor.AcceptEdits());
   }
   void CutAt(int exchange, Cut cut) {
     const FaultKind kind = cut == Cut::silence ? FaultKind::silence
@@ -92,7 +87,7 @@ class CutTransfer : public ProjectWorld {
     project().Save();
     const std::string fresh = OpenNew("fresh.spj");
     ASSERT_TRUE(RunUploadStages(project())) << what;
-    project().CommitUploadedData();
+    ASSERT_TRUE(project().CommitUpload()) << what;
     project().Save();
     for (const PartComparison& part : CompareProjects(path, fresh)) {
       for (const ProjectDifference& d : part.differences) {
@@ -156,10 +151,10 @@ TEST_P(CutDownload, AllIsCompletedByDownloadNew) {
     CutAt(k, GetParam());
     const bool done = project().DownloadAll();
     EXPECT_EQ(done, GetParam() == Cut::error && cut == "0VER") << k << ": " << cut;
-    EXPECT_EQ(project().NeedsSaving(), !done) << k << ": " << cut;
+    EXPECT_FALSE(project().NeedsSaving()) << k << ": " << cut;
     Mend();
-    // The marks are on the disk: a new session sees the same.
-    project().Save();
+    // The marks are in the project's file without a saving: a new session sees the same.
+    session.Close();
     ASSERT_EQ(session.Open(path), "");
     EXPECT_EQ(project().WhatIsDirty().empty(), done || cut == "0RES") << k << ": " << cut;
     EXPECT_TRUE(project().Download()) << k << ": " << cut;
@@ -235,7 +230,7 @@ TEST_F(CutTransfer, RowsThatWereReadBackBeforeTheirStoreAreSentAgain) {
   EXPECT_FALSE(project().Download());
   project().Zone().SetText(1, 0, "3");
   ASSERT_TRUE(project().UploadParts({Tool::jog, Tool::zone}));
-  project().CommitUploadedParts({Tool::jog, Tool::zone});
+  ASSERT_TRUE(project().CommitUpload());
   EXPECT_EQ(project().WhatIsDirty(), "Jog table") << "nothing of the zones was left unstored";
   project().Save();
   ASSERT_EQ(session.Open(path), "");
@@ -245,7 +240,7 @@ TEST_F(CutTransfer, RowsThatWereReadBackBeforeTheirStoreAreSentAgain) {
   Mend();
   EXPECT_EQ(amplifier().State().memory.jog.working.front(), "00000720");
   ASSERT_TRUE(project().UploadParts({Tool::jog}));
-  project().CommitUploadedParts({Tool::jog});
+  ASSERT_TRUE(project().CommitUpload());
   EXPECT_EQ(project().WhatIsDirty(), "");
 }
 
@@ -257,7 +252,9 @@ TEST_F(CutTransfer, ATableThatIsSentWholeIsPendingUntilItIsStored) {
       [&](Tool, std::int16_t row, std::int16_t) { session.SetStopProcedure(row == 5); });
   EXPECT_FALSE(project().DownloadParts({Tool::zone}));
   EXPECT_EQ(project().Zone().GetNumberOfNewRows(), 32);
-  EXPECT_TRUE(project().NeedsSaving());
+  session.Close();
+  ASSERT_EQ(session.Open(path), "");
+  EXPECT_EQ(project().Zone().GetNumberOfNewRows(), 32) << "the project's file knows";
 }
 
 }  // namespace

@@ -9,7 +9,7 @@ class MachineUnderEdit : public ProjectWorld {
  protected:
   void SetUp() override {
     OpenNew("a.spj");
-    edit.emplace(project().MechanicalSystem());
+    edit.emplace(project().Parameters());
   }
   void Accept(const std::string& name, const std::string& text) {
     const MachineCheck check = edit->SetValue(name, text);
@@ -38,7 +38,6 @@ TEST_F(MachineUnderEdit, AWiderLeadMovesTheGearRatioAndNothingElseOfTheProject) 
   EXPECT_FALSE(edit->ResolutionDirty());
   EXPECT_EQ(edit->CommitQuestion().substr(0, 41), "Electronic gear ratio has been changed!\r\r");
   EXPECT_EQ(project().MechanicalSystem().A_Value(), 5000) << "the machine changes at the commit";
-  EXPECT_FALSE(edit->NeedUpdateOverTravel());
 }
 
 TEST_F(MachineUnderEdit, RefusalsKeepTheOldValueOrAskForIt) {
@@ -47,20 +46,70 @@ TEST_F(MachineUnderEdit, RefusalsKeepTheOldValueOrAskForIt) {
   Refuse("Pn82B", "0", Kind::ask,
          "The value 0 is out of the allowable range!\rValue must range from 1 to 32767.\rRestore "
          "previous value?");
-  Refuse("Pn82D", "6", Kind::ask,
-         "Selected resolution is out of range for described system.\rResolution for described "
-         "system must be within the range from 2 to 5.\rRestore previous value?");
   Refuse("Pn82F.0", "-5", Kind::restore,
          "Please enter a positive float value.\rPrevious value will be restored!");
-  Refuse("Pn82F.0", "1e-9", Kind::ask,
-         "A is less than 1.  A must be within the range from 1 to 65535.\rRestore previous value?");
   Refuse("Pn821", "x", Kind::restore, "Value must be numeric!\rPrevious value will be restored!");
-  Refuse("Pn82E.0", "deg", Kind::restore,
-         "Selected system cannot have rotary units!\rPrevious value will be restored!");
   Refuse("Pn203", "7", Kind::restore,
          "The value Pn203 follows from the others!\rPrevious value will be restored!");
   EXPECT_FALSE(edit->IsDirty());
   EXPECT_FALSE(edit->EGRDirty());
+}
+
+TEST_F(MachineUnderEdit, AMachineThatIsNoneAsAWholeAsksAndKeepsOrTakesBackTheEdit) {
+  const struct {
+    const char* name;
+    const char* text;
+    const char* words;
+  } kCases[] = {
+      {"Pn82D", "6",
+       "Selected resolution is out of range for described system.\rResolution for described system "
+       "must be within the range from 2 to 5.\rRestore previous value?"},
+      {"Pn82F.0", "1e-9",
+       "A is less than 1.  A must be within the range from 1 to 65535.\rRestore previous value?"},
+      {"Pn82E.0", "deg", "Selected system cannot have rotary units!\rRestore previous value?"}};
+  for (const auto& entry : kCases) {
+    const std::string before = edit->Value(entry.name);
+    const MachineCheck check = edit->SetValue(entry.name, entry.text);
+    EXPECT_EQ(check.kind, Kind::whole);
+    EXPECT_EQ(check.words, entry.words);
+    EXPECT_FALSE(edit->Figures().valid);
+    EXPECT_TRUE(edit->SetValue("Pn82B", "2").Accepted()) << "asked once, not at each further cell";
+    EXPECT_TRUE(edit->SetValue("Pn82B", "1").Accepted());
+    edit.emplace(project().Parameters());
+    (void)edit->SetValue(entry.name, entry.text);
+    edit->TakeBack();
+    EXPECT_EQ(edit->Value(entry.name), before);
+    EXPECT_FALSE(edit->IsDirty());
+  }
+}
+
+TEST_F(MachineUnderEdit, GoingThereAndBackIsNoChange) {
+  for (const auto& [name, there, back] :
+       {std::tuple{"Pn82D", "2", "3"}, {"Pn82F.0", "10", "5"}, {"Pn82E.1", "minutes", "seconds"}}) {
+    const std::string speed = edit->Value("Pn81E");
+    Accept(name, there);
+    EXPECT_TRUE(edit->IsDirty()) << name;
+    Accept(name, back);
+    EXPECT_FALSE(edit->IsDirty()) << name;
+    EXPECT_EQ(edit->CommitQuestion(), "") << name;
+    EXPECT_EQ(edit->Value("Pn81E"), speed);
+  }
+}
+
+TEST_F(MachineUnderEdit, ShownLimitsAreAcceptedInEveryUnit) {
+  for (const char* const time : {"seconds", "minutes"}) {
+    for (int digits = 2; digits <= 5; ++digits) {
+      edit.emplace(project().Parameters());
+      Accept("Pn82E.1", time);
+      Accept("Pn82D", std::to_string(digits));
+      for (const char* const name : {"Pn81E", "Pn81F", "Pn820", "Pn821", "Pn822"}) {
+        Accept(name, edit->MinimumText(MachineEdit::FindRow(name)));
+        Accept(name, edit->MaximumText(MachineEdit::FindRow(name)));
+      }
+      (void)edit->NewlyCorrected();
+      EXPECT_EQ(edit->NewlyCorrected(), "") << "named once";
+    }
+  }
 }
 
 TEST_F(MachineUnderEdit, ResolutionAloneInformsAndReformats) {
@@ -79,25 +128,19 @@ TEST_F(MachineUnderEdit, ResolutionAndSystemAskBeforeTheTablesAreLost) {
   Accept("Pn82D", "2");
   EXPECT_EQ(edit->CommitQuestion().substr(0, 64),
             "Programming resolution and mechanical system have been changed!\r");
-  const MechanicalSystemEdit commit = edit->TakeForCommit();
-  EXPECT_TRUE(commit.systemDirty);
-  EXPECT_TRUE(commit.resolutionDirty);
 }
 
 TEST_F(MachineUnderEdit, ARotaryTableNeedsRotaryUnitsAndMovesTheTravelLimits) {
   ASSERT_TRUE(edit->SetSystem(3).Accepted());
-  EXPECT_EQ(edit->ValidateUnits().words,
-            "Selected system cannot have linear units!\rPrevious value will be restored!");
+  EXPECT_EQ(edit->Figures().reason, "Selected system cannot have linear units!");
   Accept("Pn82E.0", "deg");
-  EXPECT_TRUE(edit->ValidateUnits().Accepted());
+  EXPECT_TRUE(edit->Figures().valid);
   Accept("Pn82F.0", "360");
-  EXPECT_TRUE(edit->NeedUpdateOverTravel());
   EXPECT_EQ(edit->Value("Pn82E"), "0304");
-  EXPECT_EQ(edit->Rows().Text(edit->Rows().FindRow("Pn81E"), Column::unit), "deg/sec");
-  project().MechanicalSystem().ChangeAccepted(edit->TakeForCommit());
+  EXPECT_EQ(edit->Text(MachineEdit::FindRow("Pn81E"), Column::unit), "deg/sec");
+  ASSERT_TRUE(project().MechanicalSystem().Accept(*edit));
   EXPECT_EQ(project().Editor().GetParameterValue("Pn82E"), "") << "hidden from the editor";
-  BlockMatrix travel;
-  project().OverTravel().GetBlockMatrix(travel);
+  const clsHX7OverTravel& travel = project().OverTravel();
   EXPECT_EQ(travel.Text(travel.FindRow("Pn81A"), Column::value), "Rotary(Shortest Path)");
   EXPECT_EQ(travel.Text(travel.FindRow("Pn81B"), Column::value), "359.999");
   EXPECT_EQ(travel.Text(travel.FindRow("Pn81C"), Column::value), "0.000");
@@ -118,25 +161,25 @@ TEST_F(MachineUnderEdit, ValuesOutsideTheNewUnitsAreCorrectedAndNamed) {
   Accept("Pn82E.1", "minutes");
   Accept("Pn81E", "90000000");
   Accept("Pn82E.1", "seconds");
-  const std::string words = edit->ValidateProperties();
+  const std::string words = edit->NewlyCorrected();
   EXPECT_EQ(words,
             "The following properties were out of range and have been corrected:\rDefault "
             "Speed\r\rPlease check values before proceeding.");
-  EXPECT_EQ(edit->ValidateProperties(), "");
+  EXPECT_EQ(edit->NewlyCorrected(), "");
 }
 
 TEST_F(MachineUnderEdit, ACommitCarriesItsChecksumAndReadsBackFromTheAmplifier) {
   Accept("Pn82F.0", "12.7");
   Accept("Pn82B", "2");
-  project().MechanicalSystem().ChangeAccepted(edit->TakeForCommit());
+  ASSERT_TRUE(project().MechanicalSystem().Accept(*edit));
   session.GoOnline();
   ASSERT_TRUE(project().DownloadAll());
   ASSERT_EQ(session.Helix7()->GoOnlineAfterRestart(), kSuccess);
   OpenNew("fresh.spj");
-  ASSERT_TRUE(project().MechanicalSystem().Upload());
+  ASSERT_TRUE(project().UploadParts({Tool::mechanicalSystem}) && project().CommitUpload());
   EXPECT_TRUE(world.boxes.shown.empty());
-  EXPECT_EQ(project().MechanicalSystem().Description().length, 12.7F);
-  EXPECT_EQ(project().MechanicalSystem().Description().n1, 2);
+  EXPECT_EQ(project().MechanicalSystem().Description().machine.length, 12.7F);
+  EXPECT_EQ(project().MechanicalSystem().Description().machine.n1, 2);
   EXPECT_EQ(project().MechanicalSystem().A_Value(), 25400);
 }
 

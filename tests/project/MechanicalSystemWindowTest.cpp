@@ -62,6 +62,17 @@ TEST_F(MechanicalSystemWindow, ARefusedEditKeepsTheOldValue) {
     Edit(form, "Pn82C", "0");
     EXPECT_EQ(Shown(form, "Pn82C"), "1");
     EXPECT_FALSE(form.button("cmdApply").Enabled());
+    // A No to the question about the whole keeps what was typed; Apply waits, and the window says
+    // for what.
+    world.boxes.Expect("Restore previous value?", BoxAnswer::no);
+    Edit(form, "Pn82D", "6");
+    EXPECT_EQ(Shown(form, "Pn82D"), "6");
+    EXPECT_FALSE(form.button("cmdApply").Enabled());
+    EXPECT_NE(form.label("lblFigures").Text().find("Selected resolution is out of range"),
+              std::string::npos);
+    Edit(form, "Pn82F.0", "0.005");
+    EXPECT_TRUE(form.button("cmdApply").Enabled());
+    world.boxes.Expect("Modified values will be lost", BoxAnswer::yes);
     form.Press("cmdCancel");
   });
   EXPECT_EQ(world.boxes.Count("Value must be an integer!\rPrevious value will be restored!"), 1);
@@ -132,7 +143,16 @@ TEST_F(MechanicalSystemWindow, SystemAndUnitsMustFit) {
     EXPECT_EQ(world.boxes.Count("Selected system cannot have linear units!"), 1);
     ASSERT_TRUE(form.IsShown());
     Edit(form, "Pn82E.0", "deg");
-    form.Press("cmdOK");  // the same gear ratio commits without a word
+    // The same gear ratio commits without a word, but not without a look at the travel limits.
+    world.forms.OnShow("frmRescalePreview", [](HeadlessForm& preview) {
+      const GridSource& source = *preview.grid("vsFG").Source();
+      EXPECT_EQ(source.Text(1, 2), "Rotary(Shortest Path)");
+      EXPECT_EQ(source.Text(2, 2), "4.999");
+      EXPECT_EQ(source.Text(3, 2), "0.000");
+      EXPECT_EQ(preview.label("lblSummary").Text(), "3 values change otherwise.");
+      preview.Press("cmdOK");
+    });
+    form.Press("cmdOK");
     EXPECT_FALSE(world.forms.IsOpen("frmMechanicalSystem"));
   });
   EXPECT_EQ(project().MechanicalSystem().SelectedSystemName(), "Rotary Table");

@@ -1,3 +1,4 @@
+#include <filesystem>
 #include <fstream>
 
 #include "project/data/Schema.h"
@@ -65,7 +66,9 @@ TEST_F(ProjectFile, RefusalsTellTheReasonAndLeaveTheFileAlone) {
   for (const auto& [name, bytes] : bad) {
     const std::string path = world.folder.At(name);
     world.files.WriteDurably(path, bytes);
-    EXPECT_EQ(session.Open(path), "Error reading databases!") << name;
+    const std::string words = session.Open(path);
+    EXPECT_EQ(words.find("Error reading databases!\r"), 0U) << words;
+    EXPECT_EQ(words.find(".tmp"), std::string::npos) << "the reason, not where we work: " << words;
     session.Close();
     EXPECT_EQ(Bytes(path), bytes) << name;
   }
@@ -106,12 +109,10 @@ TEST_F(ProjectFile, TheFileChangesAtSaveAndNotBefore) {
   const std::string before = Bytes(path);
   PutProgramme();
   EXPECT_TRUE(project().NeedsSaving());
-  EXPECT_TRUE(project().ProjectNeedsSaving());
   EXPECT_EQ(project().WhatIsDirty(), "Index Position table");
   EXPECT_EQ(Bytes(path), before);
   project().Save();
   EXPECT_FALSE(project().NeedsSaving());
-  EXPECT_FALSE(project().ProjectNeedsSaving());
   EXPECT_NE(Bytes(path), before);
 }
 
@@ -164,21 +165,22 @@ TEST_F(ProjectFile, ASaveThatFailsKeepsTheNeedAndTheOldFile) {
 
 TEST_F(ProjectFile, WhatIsDirtyNamesToolsInItsOrder) {
   OpenNew("a.spj");
-  project().Jog().SetIsDirty(true);
+  project().Jog().Mark({1});
   EXPECT_EQ(project().WhatIsDirty(), "Jog table");
-  project().Zone().SetIsDirty(true);
-  project().MechanicalSystem().SetIsDirty(true);
-  project().Homing().SetIsDirty(true);
-  EXPECT_EQ(project().WhatIsDirty(), "Mechanical System, Homing parameters, Jog table, Zone table");
-  project().ResetAllIsDirty();
-  EXPECT_EQ(project().WhatIsDirty(), "");
-  project().SetAllIsDirty();
-  EXPECT_EQ(project().WhatIsDirty(), "All parameters, Index Position table, Jog table, Zone table");
+  project().Zone().Mark({2});
+  clsHX7Homing& homing = project().Homing();
+  homing.EditValue(homing.FindRow("Pn81D"), "5.000");
+  ASSERT_TRUE(homing.AcceptEdits());
+  EXPECT_EQ(project().WhatIsDirty(), "Homing parameters, Jog table, Zone table");
+  project().MarkEverything();
+  EXPECT_EQ(project().WhatIsDirty(),
+            "Mechanical System, All parameters, Homing parameters, Index Position table, Jog "
+            "table, Zone table");
 }
 
 // ---- a change of machine
 
-class MachineChange : public ProjectFile {
+class ChangedMachine : public ProjectFile {
  protected:
   std::string Record(std::string_view table, std::string_view key, const std::string& value,
                      std::string_view field) {
@@ -193,18 +195,16 @@ class MachineChange : public ProjectFile {
   }
   // Commits the machine at another resolution.
   void ChangeResolutionTo(const std::string& digits, bool systemToo = false) {
-    MechanicalSystemEdit edit;
-    project().MechanicalSystem().GetBlockMatrix(edit.rows);
-    const int row = edit.rows.FindRow("Pn82D");
-    edit.rows.Set(row, Column::value, digits);
-    edit.rows.Set(row, Column::dirty, "1");
-    edit.isDirty = edit.resolutionDirty = true;
-    edit.systemDirty = systemToo;
-    project().MechanicalSystem().ChangeAccepted(edit);
+    MachineEdit edit = project().MechanicalSystem().Edit();
+    if (systemToo) {
+      ASSERT_TRUE(edit.SetSystem(4).Accepted());
+    }
+    ASSERT_TRUE(edit.SetValue("Pn82D", digits).Accepted());
+    ASSERT_TRUE(project().MechanicalSystem().Accept(edit));
   }
 };
 
-TEST_F(MachineChange, ANewResolutionKeepsTheNumbersAndChangesTheCounts) {
+TEST_F(ChangedMachine, ANewResolutionKeepsTheNumbersAndChangesTheCounts) {
   OpenNew("a.spj");
   PutProgramme();
   ASSERT_TRUE(ImportCsv(project(), project().Zone(), "zone,lower,upper\n3,1.5,2.5\n").empty());
@@ -230,7 +230,7 @@ TEST_F(MachineChange, ANewResolutionKeepsTheNumbersAndChangesTheCounts) {
   EXPECT_TRUE(project().NeedsSaving());
 }
 
-TEST_F(MachineChange, AValueBeyondTheCountsIsReplacedByTheLimitAndNamed) {
+TEST_F(ChangedMachine, AValueBeyondTheCountsIsReplacedByTheLimitAndNamed) {
   OpenNew("a.spj");
   ASSERT_TRUE(ImportCsv(project(), project().Zone(), "zone,lower,upper\n1,0,99999.999\n").empty());
   ASSERT_TRUE(project().Zone().ChangeAccepted());
@@ -241,36 +241,88 @@ TEST_F(MachineChange, AValueBeyondTheCountsIsReplacedByTheLimitAndNamed) {
   EXPECT_EQ(project().Zone().Text(2, clsHX7Zone::upper), "9999.9999");
   EXPECT_NE(items.find("Zone Table"), std::string::npos) << items;
   EXPECT_EQ(items.find("Jog Table"), std::string::npos) << items;
-  EXPECT_FALSE(project().Zone().DataInvalidated());
 }
 
-TEST_F(MachineChange, ANewSystemClearsIndexAndZonesAndKeepsTheJogTexts) {
+TEST_F(ChangedMachine, ANewSystemClearsIndexAndZonesAndKeepsTheJogTexts) {
   OpenNew("a.spj");
   PutProgramme();
   ASSERT_TRUE(ImportCsv(project(), project().Jog(), "jog,speed\n2,10\n").empty());
   ASSERT_TRUE(project().Jog().ChangeAccepted());
   ChangeResolutionTo("2", true);
   EXPECT_TRUE(project().Position().IsBlank(1));
-  EXPECT_EQ(project().Position().GetNumberOfNewRows(), 128);
-  EXPECT_EQ(project().Zone().GetNumberOfNewRows(), 32);
+  EXPECT_EQ(project().Position().GetNumberOfNewRows(), 3) << "those that held a step";
+  EXPECT_EQ(project().Zone().GetNumberOfNewRows(), 0) << "it held none";
   EXPECT_EQ(project().Jog().Text(3, clsHX7Jog::speed), "10.00");
   EXPECT_EQ(Record(schema::Jog::kTable, schema::Jog::kJog, "2", schema::Jog::kControllerValue),
             "60");
 }
 
-TEST_F(MachineChange, NewGearTermsMarkTheEditorThatSendsThem) {
+TEST_F(ChangedMachine, NewGearTermsMarkTheEditorThatSendsThem) {
   OpenNew("a.spj");
-  MechanicalSystemEdit edit;
-  project().MechanicalSystem().GetBlockMatrix(edit.rows);
-  const int row = edit.rows.FindRow("Pn203");
-  edit.rows.Set(row, Column::value, "10000");
-  edit.rows.Set(row, Column::dirty, "1");
-  edit.isDirty = true;
-  project().MechanicalSystem().ChangeAccepted(edit);
+  MachineEdit edit = project().MechanicalSystem().Edit();
+  ASSERT_TRUE(edit.SetValue("Pn82F.0", "10").Accepted());
+  ASSERT_TRUE(project().MechanicalSystem().Accept(edit));
   EXPECT_TRUE(project().Editor().IsDirty());
   EXPECT_EQ(project().Editor().GetParameterValue("Pn203"), "10000");
   EXPECT_EQ(project().Editor().GetNumberOfNewRows(), 1);
   EXPECT_EQ(Parameter("Pn203"), "10000");
+}
+
+// What the file holds after each of a row of machines, in the controller's form.
+TEST_F(ChangedMachine, TravelLimitsFollowTheMachineInTheFile) {
+  OpenNew("a.spj");
+  const auto commit = [this](std::initializer_list<std::pair<const char*, const char*>> cells,
+                             std::optional<int> system) {
+    MachineEdit edit = project().MechanicalSystem().Edit();
+    if (system) (void)edit.SetSystem(*system);
+    for (const auto& [name, text] : cells) (void)edit.SetValue(name, text);
+    ASSERT_EQ(edit.Figures().reason, "");
+    ASSERT_TRUE(project().MechanicalSystem().Accept(edit));
+  };
+  const auto limits = [this] {
+    return Parameter("Pn81A") + " " + Parameter("Pn81B") + " " + Parameter("Pn81C");
+  };
+  commit({{"Pn82F.0", "360"}, {"Pn82E.0", "deg"}, {"Pn82D", "2"}}, kRotaryTable);
+  EXPECT_EQ(limits(), "1 35999 0");
+  commit({{"Pn82D", "1"}}, {});
+  EXPECT_EQ(limits(), "1 3599 0");
+  commit({{"Pn82E.1", "minutes"}}, {});
+  EXPECT_EQ(limits(), "1 3599 0") << "the time base has nothing to do with it";
+  commit({{"Pn82E.0", "mm"}, {"Pn82F.0", "5"}, {"Pn82D", "3"}}, 0);
+  EXPECT_EQ(limits(), "0 99999999 -99999999") << "the catalogue's, not what the user had typed";
+}
+
+// A machine commit that cannot be stored leaves file, memory and window as they were.
+TEST_F(ChangedMachine, ACommitThatCannotBeStoredChangesNothing) {
+  const std::string path = OpenNew("a.spj");
+  const std::string working = project().ProjectDatabasePath();
+  MachineEdit edit = project().MechanicalSystem().Edit();
+  ASSERT_TRUE(edit.SetValue("Pn82D", "4").Accepted());
+  std::filesystem::rename(working, working + ".away");
+  EXPECT_FALSE(project().MechanicalSystem().Accept(edit));
+  EXPECT_EQ(world.boxes.Count("Error writing Mechanical System parameters to project file!"), 1);
+  std::filesystem::rename(working + ".away", working);
+  EXPECT_EQ(project().Resolution(), 3);
+  clsHX7Homing& homing = project().Homing();
+  homing.EditValue(homing.FindRow("Pn825"), "6.000");
+  ASSERT_TRUE(homing.AcceptEdits());
+  EXPECT_EQ(Parameter("Pn825"), "360") << "counts at the resolution that is shown";
+}
+
+// Two digits and minutes leave less than a count of a slow speed: the row's own limit takes it, and
+// is named.
+TEST_F(ChangedMachine, ALimitOfTheRowTakesWhatWouldBeNoMotion) {
+  OpenNew("a.spj");
+  std::string items;
+  const Connection told =
+      project().ResolutionDataInvalidated.Connect([&](const std::string& list) { items = list; });
+  MachineEdit edit = project().MechanicalSystem().Edit();
+  (void)edit.SetValue("Pn82E.1", "minutes");
+  (void)edit.SetValue("Pn82D", "2");
+  ASSERT_TRUE(project().MechanicalSystem().Accept(edit));
+  EXPECT_EQ(Parameter("Pn827"), "1");
+  EXPECT_EQ(project().Homing().Text(project().Homing().FindRow("Pn827"), Column::value), "10.00");
+  EXPECT_EQ(items, "Homing Parameters");
 }
 
 }  // namespace

@@ -27,15 +27,10 @@ class ProjectTransfer : public ProjectWorld {
     ASSERT_TRUE(project().Jog().ChangeAccepted());
   }
   void EditParameter(const std::string& strPn, const std::string& value) {
-    BlockMatrix rows;
-    project().Editor().GetBlockMatrix(rows);
-    const int row = rows.FindRow(strPn);
-    ASSERT_GT(row, 0) << strPn;
-    rows.Set(row, Column::value, value);
-    rows.Set(row, Column::dirty, "1");
-    project().Editor().LetBlockMatrix(rows);
-    ASSERT_TRUE(project().Editor().SaveToDB());
-    project().Editor().SetIsDirty(true);
+    clsHX7Editor& editor = project().Editor();
+    ASSERT_GT(editor.FindRow(strPn), 0) << strPn;
+    editor.EditValue(editor.FindRow(strPn), value);
+    ASSERT_TRUE(editor.AcceptEdits());
   }
   // The lines that went out since the journal was emptied, one for each beginning that is asked
   // for.
@@ -151,7 +146,7 @@ TEST_F(ProjectTransfer, ARefusedBaudRateIsToldAsSuch) {
   EXPECT_EQ(failed, 0);
   amplifier().Restart(port.Now());
   session.GoOnline();
-  EditParameter("Pn801", "38400");
+  EditParameter("Pn801", "19200");
   line.faults.Add({.kind = FaultKind::deviceError, .match = "PRM801="});
   EXPECT_FALSE(project().Download());
   EXPECT_EQ(failed, 1);
@@ -250,7 +245,8 @@ TEST_F(ProjectUpload, ARefusedCommitPutsEverythingBack) {
   project().Position().SetText(2, clsHX7Position::label, "not applied");
   const std::string bytes = world.files.ReadAll(project().ProjectDatabasePath());
   ASSERT_TRUE(RunUploadStages(project()));
-  EXPECT_EQ(project().Position().Text(1, clsHX7Position::position), "I+1.000");
+  EXPECT_TRUE(project().HoldsUpload());
+  EXPECT_EQ(project().Position().Text(1, clsHX7Position::position), "I+7.000") << "held apart";
   world.boxes.Expect("Commit uploaded data to project?", BoxAnswer::no);
   AskToCommitUpload(project());
   EXPECT_EQ(project().Position().Text(1, clsHX7Position::position), "I+7.000");

@@ -4,7 +4,7 @@
 #include <stdexcept>
 #include <string>
 
-#include "mechanics/GearRatio.h"
+#include "project/data/Units.h"
 #include "session/Project.h"
 
 namespace velmoor::testing {
@@ -30,31 +30,23 @@ class FakeProject final : public Project {
   [[nodiscard]] double ConversionForAcceleration() const override { return factors[2]; }
   [[nodiscard]] double ConversionForTime() const override { return factors[3]; }
 
-  [[nodiscard]] std::vector<RescaledValue> PreviewRescale(
-      std::int16_t /*digits*/, const std::array<double, 4>& /*factors*/) const override {
+  [[nodiscard]] MachineConsequences Consequences(const MachineChange& /*change*/) const override {
     return {};
   }
+  void CommitMachine(const MachineChange& /*change*/) override { throw NoTool(); }
   [[nodiscard]] float GetReferenceSpeedFactor() const override { return -1; }
-  SharedParameterTool& EditorSister() override { return None<SharedParameterTool>(); }
-  EditorTool& EditorService() override { return None<EditorTool>(); }
-  SharedParameterTool& FlexibleIOSister() override { return None<SharedParameterTool>(); }
-  ParameterTool& InterfaceSister() override { return None<ParameterTool>(); }
-  SharedParameterTool& OverTravelSister() override { return None<SharedParameterTool>(); }
-  OverTravelTool& OverTravelLimits() override { return None<OverTravelTool>(); }
-  ParameterTool& HomingSister() override { return None<ParameterTool>(); }
-  HomingTool& HomingService() override { return None<HomingTool>(); }
-  ParameterTool& TuningSister() override { return None<ParameterTool>(); }
-  MechanicalSystemTool& MechanicalSystemSister() override { return None<MechanicalSystemTool>(); }
+  EditorTool& EditorService() override { throw NoTool(); }
+  SisterTool& FlexibleIOSister() override { throw NoTool(); }
+  SisterTool& OverTravelSister() override { throw NoTool(); }
+  HomingTool& HomingService() override { throw NoTool(); }
+  MechanicalSystemTool& MechanicalSystemSister() override { throw NoTool(); }
 
   std::int16_t resolution = 3;
   std::string timeUnits = "seconds";
   ConversionFactors factors{1, 1, 1, 60};
 
  private:
-  template <typename Tool>
-  Tool& None() {
-    throw std::logic_error("This project has no such tool");
-  }
+  static std::logic_error NoTool() { return std::logic_error("This project has no such tool"); }
 };
 
 }  // namespace velmoor::testing

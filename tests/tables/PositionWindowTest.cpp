@@ -44,9 +44,9 @@ TEST_F(IndexWindow, OpensOnceAndComesToTheFront) {
   Main().Choose("mnuToolsIndexerPosition");
   EXPECT_EQ(data.forms.Active(), form);
   EXPECT_EQ(data.forms.shownNames.back(), "frmJog");
-  EXPECT_TRUE(Form().ToolOpened(ToolWindow::position));
+  EXPECT_TRUE(Form().ToolOpened(Tool::position));
   form->Press("cmdCancel");
-  EXPECT_FALSE(Form().ToolOpened(ToolWindow::position));
+  EXPECT_FALSE(Form().ToolOpened(Tool::position));
   EXPECT_FALSE(data.forms.IsOpen("frmPosition"));
 }
 

@@ -71,6 +71,29 @@ class Transfers : public TableSession {
     ASSERT_EQ(ImportCsv(Project(), Index(), Generator(seed).Csv()), std::vector<std::string>());
     ASSERT_TRUE(Index().ChangeAccepted());
   }
+  // Applies a table without a cell.
+  static void Empty(MotionTable& table) {
+    const int columns = static_cast<int>(table.Layout().columns.size());
+    const MotionTable::Rows before = table.Cells();
+    for (int row = 1; row <= table.RowsInArray(); ++row) {
+      for (int column = 0; column < columns; ++column) {
+        if (table.Layout().columns[static_cast<std::size_t>(column)].kind != CellKind::fixed) {
+          table.SetText(row, column, "");
+        }
+      }
+    }
+    table.MarkChangesSince(before);
+    ASSERT_TRUE(table.ChangeAccepted());
+  }
+  void ChangeResolutionTo(const std::string& digits) {
+    MachineEdit edit = Project().MechanicalSystem().Edit();
+    ASSERT_TRUE(edit.SetValue("Pn82D", digits).Accepted());
+    ASSERT_TRUE(Project().MechanicalSystem().Accept(edit));
+  }
+  void Fetch(Tool tool) {
+    ASSERT_TRUE(Project().UploadParts({tool}));
+    ASSERT_TRUE(Project().CommitUpload());
+  }
   int Exchanges() {
     int all = 0;
     for (const auto& [word, count] : Amplifier().Counts()) all += count;
@@ -83,14 +106,13 @@ TEST_F(Transfers, GeneratedProgrammesSurviveFileAndWire) {
   for (const unsigned seed : {1U, 2U, 3U}) {
     FillIndex(seed);
     const MotionTable::Rows written = Index().Cells();
-    ASSERT_TRUE(Index().ReadFromDB());
+    Index().ReadFromDB();
     EXPECT_TRUE(Index().Cells() == written) << seed;
-    ASSERT_TRUE(Index().Download(false));
-    ASSERT_TRUE(Index().ClearData());
-    ASSERT_TRUE(Index().Upload());
+    ASSERT_TRUE(Project().DownloadTable(Tool::position, false));
+    Empty(Index());
+    Fetch(Tool::position);
     EXPECT_TRUE(Index().Cells() == written) << seed;
-    Index().CommitUploadedData(true);
-    ASSERT_TRUE(Index().ReadFromDB());
+    Index().ReadFromDB();
     EXPECT_TRUE(Index().Cells() == written) << seed;
     EXPECT_EQ(Index().GetNumberOfNewRows(), 0);
   }
@@ -130,10 +152,10 @@ TEST_F(Transfers, GeneratedCellsSurviveFileAndCsv) {
   for (int column = 0; column <= Position::next; ++column) Index().SetText(128, column, "");
   const MotionTable::Rows written = Index().Cells();
   ASSERT_TRUE(Index().ChangeAccepted());
-  ASSERT_TRUE(Index().ReadFromDB());
+  Index().ReadFromDB();
   EXPECT_TRUE(Index().Cells() == written);
   const std::string text = ExportCsv(Index());
-  ASSERT_TRUE(Index().ClearData());
+  Empty(Index());
   EXPECT_EQ(ImportCsv(Project(), Index(), text), std::vector<std::string>());
   EXPECT_TRUE(Index().Cells() == written);
 }
@@ -144,7 +166,6 @@ TEST_F(Transfers, AWholeTableCostsEightExchangesARow) {
   ASSERT_TRUE(Index().Upload());
   EXPECT_EQ(Exchanges(), 1024);
   Amplifier().ForgetWhatWasAsked();
-  Index().LoadFromProject();
   ASSERT_TRUE(Index().Download(true));
   // One more asks for the firmware, before the first row.
   EXPECT_EQ(Exchanges(), 1025);
@@ -204,7 +225,8 @@ TEST_F(Transfers, AnEditThatWasOpenDuringADownloadIsNotForgotten) {
   headless::HeadlessForm& form = OpenIndex();
   ASSERT_TRUE(form.EditCell("vsFG", 1, 7, "SEL3T0"));
   ASSERT_TRUE(Index().Download(false));
-  EXPECT_EQ(Index().DirtyCell(1), "0");
+  EXPECT_EQ(Index().GetNumberOfNewRows(), 0);
+  EXPECT_EQ(Index().DirtyCell(1), "1") << "the edit is still to go";
   form.Press("cmdApply");
   EXPECT_EQ(Index().GetNumberOfNewRows(), 1);
 }
@@ -212,27 +234,24 @@ TEST_F(Transfers, AnEditThatWasOpenDuringADownloadIsNotForgotten) {
 TEST_F(Transfers, JumpsReachTheAmplifierAsNumbersFromZero) {
   Programme(
       {"a,A+0,50,-,1,:::::,IT0,1,c", "b,-,50,-,1,:::::,IT0,1,END", "c,-,50,-,1,:::::,IT00100,1,a"});
-  EXPECT_EQ(Index().GetControllerNext("c"), "2");
-  EXPECT_EQ(Index().GetControllerNext("END"), "END");
+  EXPECT_EQ(Position::GetControllerNext("c", Index().Cells()), "2");
+  EXPECT_EQ(Position::GetControllerNext("END", Index().Cells()), "END");
   // Intended: the window finds dangling labels before anything is saved.
-  EXPECT_EQ(Index().GetControllerNext("nobody"), "END");
+  EXPECT_EQ(Position::GetControllerNext("nobody", Index().Cells()), "END");
   GoOnline();
   ASSERT_TRUE(Index().Download(false));
-  ASSERT_TRUE(Index().Upload());
+  Fetch(Tool::position);
   EXPECT_THAT(Column(Position::next, 3), ElementsAre("label3", "END", "label1"));
   EXPECT_EQ(Index().Text(3, Position::event), "IT100");
 }
 
-TEST_F(Transfers, ARefusedUploadBringsTheEditsBack) {
+TEST_F(Transfers, ARefusedUploadLeavesTheEdits) {
   Programme({"a,A+0,50,-,1,:::::,IT0,1,END"});
   GoOnline();
   headless::HeadlessForm& form = OpenIndex();
   ASSERT_TRUE(form.EditCell("vsFG", 1, 8, "7"));
-  const MotionTable::Snapshot before = Index().TakeSnapshot();
-  ASSERT_TRUE(Index().Upload());
-  EXPECT_TRUE(form.button("cmdApply").Enabled());
-  Index().CommitUploadedData(false);
-  Index().RestoreSnapshot(before);
+  ASSERT_TRUE(Project().UploadParts({Tool::position}));
+  Project().DropUpload();
   EXPECT_EQ(Index().Text(1, Position::loop), "7");
   EXPECT_TRUE(form.button("cmdApply").Enabled());
   Main().Choose("mnuEditUndo");
@@ -265,28 +284,15 @@ TEST_F(Transfers, AChangedResolutionKeepsNumbersAndLeavesWordsAlone) {
   GoOnline();
   ASSERT_TRUE(Index().Download(false));
   headless::HeadlessForm& form = OpenIndex();
-  ASSERT_TRUE(form.EditCell("vsFG", 4, 1, "half"));  // in memory, not complete
-  ASSERT_TRUE(Index().ChangeResolution(1));
-  EXPECT_THAT(Column(Position::position, 3), ElementsAre("A+1.5", "+INFINITE", "STOP"));
-  EXPECT_EQ(Index().Text(2, Position::registrationDistance), "5.3");
-  EXPECT_EQ(Index().GetNumberOfNewRows(), 128);
-  EXPECT_TRUE(Index().IsDirty() && Index().NeedsSaving());
-  ASSERT_TRUE(Index().ReadFromDB());
-  EXPECT_EQ(Index().Text(2, Position::registrationDistance), "5.3");
-  EXPECT_TRUE(Index().IsBlank(4));
-}
-
-TEST_F(Transfers, ClearedDataGoesOutEmpty) {
-  Programme({"a,A+1.5,50,-,1,:::::,IT0,1,END"});
-  GoOnline();
-  ASSERT_TRUE(Index().Download(false));
-  ASSERT_TRUE(Index().ClearData());
-  EXPECT_TRUE(Index().IsBlank(1));
-  EXPECT_EQ(Index().GetNumberOfNewRows(), 128);
-  ASSERT_TRUE(Index().Download(false));
-  ASSERT_TRUE(Index().Upload());
-  EXPECT_EQ(Index().Text(1, Position::position), "");
-  EXPECT_EQ(Index().Text(1, Position::label), "label1");
+  ASSERT_TRUE(form.EditCell("vsFG", 4, 1, "half"));
+  ASSERT_TRUE(form.EditCell("vsFG", 4, 3, "2.55"));  // a step that is not complete
+  ChangeResolutionTo("2");
+  EXPECT_THAT(Column(Position::position, 3), ElementsAre("A+1.50", "+INFINITE", "STOP"));
+  EXPECT_EQ(Index().Text(2, Position::registrationDistance), "5.25");
+  EXPECT_EQ(Index().GetNumberOfNewRows(), 3) << "those with another count";
+  EXPECT_EQ(Index().Text(4, Position::speed), "2.55") << "the edit stands";
+  EXPECT_TRUE(form.button("cmdApply").Enabled());
+  EXPECT_EQ(Index().Stored(4).cells[Position::speed], "") << "and is not stored by another window";
 }
 
 // ---- zones and jog speeds
@@ -313,8 +319,8 @@ TEST_F(Limits, ZonesAreEditedWithWordsStoredWholeAndSent) {
   ASSERT_TRUE(zone.Download(false));
   EXPECT_EQ(Exchanges(), 2);
   const std::string lower = zone.Text(32, clsHX7Zone::lower);
-  ASSERT_TRUE(zone.ClearData());
-  ASSERT_TRUE(zone.Upload());
+  Empty(zone);
+  Fetch(Tool::zone);
   EXPECT_EQ(zone.Text(32, clsHX7Zone::lower), lower);
 }
 
@@ -353,8 +359,8 @@ TEST_F(Limits, JogSpeedsKeepTheirTextsWhenTheResolutionChanges) {
   EXPECT_TRUE(form.EditCell("vsFG", 1, 1, "20"));
   form.Press("cmdApply");
   clsHX7Jog& jog = Project().Jog();
-  ASSERT_TRUE(jog.ChangeResolution(1));
-  EXPECT_EQ(jog.Text(1, clsHX7Jog::speed), "20.0");
+  ChangeResolutionTo("2");
+  EXPECT_EQ(jog.Text(1, clsHX7Jog::speed), "20.00");
   EXPECT_EQ(jog.GetNumberOfNewRows(), 1);
 }
 

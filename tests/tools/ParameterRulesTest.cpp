@@ -8,8 +8,8 @@
 #include <random>
 
 #include "platform/Numbers.h"
+#include "project/data/UnitConversion.h"
 #include "support/FakeProject.h"
-#include "tools/UnitConversion.h"
 
 namespace velmoor {
 namespace {
@@ -221,14 +221,8 @@ TEST(ParameterRules, TipsTellTheLimitsInUnits) {
 }
 
 TEST(ParameterRules, TheUnitsFollowTheDescription) {
-  BlockMatrix rows;
-  rows.SetRows(2);
-  rows.Set(1, Column::description, "Travel (old)");
-  rows.Set(1, Column::unit, "Distance");
-  rows.Set(2, Column::description, "Frequency (low)");
-  rows.Set(2, Column::unit, "Hz");
-  EXPECT_EQ(DescriptionInUnits(FakeProject(), rows, 1), "Travel (mm)");
-  EXPECT_EQ(DescriptionInUnits(FakeProject(), rows, 2), "Frequency (low)");
+  EXPECT_EQ(DescriptionInUnits(FakeProject(), "Travel (old)", "Distance"), "Travel (mm)");
+  EXPECT_EQ(DescriptionInUnits(FakeProject(), "Frequency (low)", "Hz"), "Frequency (low)");
 }
 
 // ---- conversions

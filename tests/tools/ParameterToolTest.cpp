@@ -30,14 +30,14 @@ class ParameterTools : public ProjectWorld {
     database->Commit();
   }
   static std::string Shown(const ParameterToolBase& tool, const std::string& strPn) {
-    const int row = tool.Rows().FindRow(strPn);
-    return row > 0 ? tool.Rows().Text(row, Column::value) : "no row";
+    const int row = tool.FindRow(strPn);
+    return row > 0 ? tool.Text(row, Column::value) : "no row";
   }
   static std::string Mark(const ParameterToolBase& tool, const std::string& strPn) {
-    return tool.Rows().Text(tool.Rows().FindRow(strPn), Column::dirty);
+    return tool.Text(tool.FindRow(strPn), Column::dirty);
   }
   static void Edit(ParameterToolBase& tool, const std::string& strPn, const std::string& value) {
-    const int row = tool.Rows().FindRow(strPn);
+    const int row = tool.FindRow(strPn);
     ASSERT_GT(row, 0) << strPn;
     tool.EditValue(row, value);
   }
@@ -49,6 +49,10 @@ class ParameterTools : public ProjectWorld {
     return lines;
   }
   Texts Boxes() { return world.boxes.TakeTexts(); }
+  void Reopen() {
+    project().Save();
+    ASSERT_EQ(session.Open(world.folder.At("a.spj")), "");
+  }
 };
 
 // ---- the working file
@@ -60,8 +64,8 @@ TEST_F(ParameterTools, EachToolHoldsItsRows) {
                                                              {&project().Homing(), 7},
                                                              {&project().Tuning(), 12}};
   for (const auto& [tool, rows] : kTools) EXPECT_EQ(tool->RowsInArray(), rows);
-  EXPECT_EQ(project().Editor().Rows().FindRow("Pn829"), 0) << "hidden from the editor";
-  EXPECT_GT(project().Editor().Rows().FindRow("Pn834"), 0);
+  EXPECT_EQ(project().Editor().FindRow("Pn829"), 0) << "hidden from the editor";
+  EXPECT_GT(project().Editor().FindRow("Pn834"), 0);
 }
 
 TEST_F(ParameterTools, ASaveWritesBothFormsAndMarksOnlyWhatWasEdited) {
@@ -77,23 +81,12 @@ TEST_F(ParameterTools, ASaveWritesBothFormsAndMarksOnlyWhatWasEdited) {
   EXPECT_EQ(project().OverTravel().GetNumberOfNewRows(), 2);
 }
 
-TEST_F(ParameterTools, ATextThatIsNoItemIsStoredAsTheFirst) {
-  Edit(project().OverTravel(), "Pn819", "no such item");
-  ASSERT_TRUE(project().OverTravel().SaveToDB());
-  EXPECT_EQ(Stored("Pn819", Parameters::kControllerValue), "0");
-}
-
-TEST_F(ParameterTools, ARowWithoutARecordShowsItsInitialItemAndItsFirstSaveAddsADirtyOne) {
+TEST_F(ParameterTools, ARowWithoutARecordShowsItsInitialItemAndItsFirstCommitAddsADirtyOne) {
   Store("Pn801", Parameters::kPn, "gone");
-  clsHX7Interface fresh;
-  fresh.SetDatabasePath(session.THDatabasePath());
-  fresh.SetParametersTable(session.ParametersTable());
-  fresh.SetSaveDBPath(project().ProjectDatabasePath());
-  ASSERT_TRUE(fresh.ReadFromDB());
-  EXPECT_EQ(Shown(fresh, "Pn801"), "");
-  fresh.SetComboLists(session.ComboList());
-  EXPECT_EQ(Shown(fresh, "Pn801"), "9600");
-  ASSERT_TRUE(fresh.SaveToDB());
+  Reopen();
+  EXPECT_EQ(Shown(project().Interface(), "Pn801"), "9600");
+  Edit(project().Tuning(), "Pn100", "41");
+  ASSERT_TRUE(project().Tuning().AcceptEdits());
   EXPECT_EQ(Stored("Pn801", Parameters::kValue), "9600");
   EXPECT_EQ(Stored("Pn801", Parameters::kDirty), "1");
   EXPECT_EQ(Stored("Pn800", Parameters::kDirty), "0");
@@ -101,38 +94,54 @@ TEST_F(ParameterTools, ARowWithoutARecordShowsItsInitialItemAndItsFirstSaveAddsA
 
 TEST_F(ParameterTools, ARecordWithoutAValueShowsTheBareIndexAndIsNotSent) {
   Store("Pn819", Parameters::kValue, "");
+  Store("Pn819", Parameters::kDirty, "1");
+  Reopen();
   clsHX7OverTravel& tool = project().OverTravel();
-  ASSERT_TRUE(tool.ReadFromDB());
-  tool.SetComboLists(session.ComboList());
   EXPECT_EQ(Shown(tool, "Pn819"), "0") << "the index is not mended";
   session.GoOnline();
   amplifier().ForgetWhatWasAsked();
-  Edit(tool, "Pn819", "1");
   EXPECT_TRUE(tool.Download());
   EXPECT_EQ(amplifier().Asked("PRM="), 0);
   EXPECT_EQ(Mark(tool, "Pn819"), "1") << "the row keeps its mark";
 }
 
-TEST_F(ParameterTools, ReadingAgainRestoresTheValueAndKeepsTheMark) {
-  Edit(project().OverTravel(), "Pn81B", "12.500");
-  ASSERT_TRUE(project().OverTravel().ReadFromDB());
-  EXPECT_EQ(Shown(project().OverTravel(), "Pn81B"), "99999.999");
-  EXPECT_EQ(Mark(project().OverTravel(), "Pn81B"), "1");
-  EXPECT_EQ(project().OverTravel().GetNumberOfNewRows(), 0) << "records are counted, not marks";
-}
-
-TEST_F(ParameterTools, AValueThatIsNoNumberIsToldAndLeavesTheRecordAlone) {
-  Edit(project().OverTravel(), "Pn81B", "wide");
-  EXPECT_TRUE(project().OverTravel().SaveToDB());
-  EXPECT_EQ(Boxes(), Texts{"Overflow error while converting Pn81B value to encoder counts!\r"
-                           "Please modify Pn81B until satisfactory."});
-  EXPECT_EQ(Stored("Pn81B", Parameters::kControllerValue), "99999999");
-  EXPECT_EQ(Stored("Pn81B", Parameters::kDirty), "0");
+TEST_F(ParameterTools, ATextThatIsNoValueIsToldAndStoresNothing) {
+  Edit(project().OverTravel(), "Pn81C", "1");
+  for (const auto& [strPn, text] : {std::pair{"Pn81B", "wide"}, {"Pn819", "no such item"}}) {
+    Edit(project().OverTravel(), strPn, text);
+    EXPECT_FALSE(project().OverTravel().AcceptEdits());
+    EXPECT_EQ(Boxes(),
+              Texts{"Overflow error while converting " + std::string(strPn) +
+                    " value to encoder counts!\rPlease modify " + strPn + " until satisfactory."});
+    EXPECT_EQ(Stored("Pn81C", Parameters::kControllerValue), "-99999999") << "all or nothing";
+    EXPECT_EQ(Stored(strPn, Parameters::kDirty), "0");
+    Edit(project().OverTravel(), strPn, Stored(strPn, Parameters::kValue));
+  }
   // A count of -1 is a value like any other.
   Edit(project().OverTravel(), "Pn81B", "-0.001");
-  EXPECT_TRUE(project().OverTravel().SaveToDB());
+  EXPECT_TRUE(project().OverTravel().AcceptEdits());
   EXPECT_EQ(Stored("Pn81B", Parameters::kControllerValue), "-1");
   EXPECT_TRUE(Boxes().empty());
+}
+
+// Whatever cannot be shown as it would be sent does not open at all.
+TEST_F(ParameterTools, AProjectWhoseValuesOrUnitsCannotBeReadDoesNotOpen) {
+  const struct {
+    const char* strPn;
+    const char* controller;
+    const char* reason;
+  } kCases[] = {{"Pn825", "fast", "The value of Pn825 cannot be read."},
+                {"Pn408", "00G1", "The value of Pn408 cannot be read."},
+                {"Pn82D", "23", "The resolution in Pn82D cannot be read."},
+                {"Pn82E", "0021", "The units in Pn82E cannot be read."}};
+  for (const auto& entry : kCases) {
+    OpenNew("a.spj");
+    const std::string before = Stored(entry.strPn, Parameters::kControllerValue);
+    Store(entry.strPn, Parameters::kControllerValue, entry.controller);
+    project().Save();
+    const std::string error = session.Open(world.folder.At("a.spj"));
+    EXPECT_EQ(error.find("Error reading databases!\r" + std::string(entry.reason)), 0U) << error;
+  }
 }
 
 TEST_F(ParameterTools, AValueBeyondTheCountsIsStoredAsTheLimitWithoutAWord) {
@@ -144,45 +153,31 @@ TEST_F(ParameterTools, AValueBeyondTheCountsIsStoredAsTheLimitWithoutAWord) {
   EXPECT_TRUE(Boxes().empty());
 }
 
-TEST_F(ParameterTools, AFileThatCannotBeReadIsToldInTheToolsOwnWords) {
-  const std::pair<ParameterToolBase*, const char*> kTools[] = {
-      {&project().FlexibleIO(), "clsFlexibleIO.ReadToDB: "},
-      {&project().Interface(), "clsInterface.ReadToDB: "},
-      {&project().OverTravel(), "clsOverTravel.ReadToDB: "},
-      {&project().Homing(), "clsHoming.ReadToDB: "},
-      {&project().Tuning(), "clsTuning.ReadToDB: "},
-      {&project().Editor(), "clsEditor.ReadToDB: "}};
-  for (const auto& [tool, prefix] : kTools) {
-    tool->SetSaveDBPath(world.folder.At("missing.tmp"));
-    EXPECT_FALSE(tool->ReadFromDB());
-    const Texts boxes = Boxes();
-    ASSERT_EQ(boxes.size(), 1u);
-    EXPECT_EQ(boxes.front().substr(0, std::string(prefix).size()), prefix);
-    tool->SetSaveDBPath(project().ProjectDatabasePath());
-  }
-}
+// ---- one value, many views
 
-// ---- sisters
-
-TEST_F(ParameterTools, AnOlderCopyNeverRevertsWhatASisterHasStored) {
+TEST_F(ParameterTools, EveryToolShowsAtOnceWhatAnotherHasStored) {
   Edit(project().Editor(), "Pn804", "Normally closed");
   ASSERT_TRUE(project().Editor().AcceptEdits());
-  EXPECT_EQ(Shown(project().FlexibleIO(), "Pn804"), "Normally open") << "the editor copies nothing";
+  EXPECT_EQ(Shown(project().FlexibleIO(), "Pn804"), "Normally closed");
   Edit(project().FlexibleIO(), "Pn805", "Normally closed");
   ASSERT_TRUE(project().FlexibleIO().AcceptEdits());
   EXPECT_EQ(Stored("Pn804", Parameters::kValue), "Normally closed");
-  EXPECT_EQ(Shown(project().Editor(), "Pn804"), "Normally closed");
-  EXPECT_TRUE(project().FlexibleIO().ReadUntouchedRows());
-  EXPECT_EQ(Shown(project().FlexibleIO(), "Pn804"), "Normally closed");
+  EXPECT_EQ(Shown(project().Editor(), "Pn805"), "Normally closed");
+  Edit(project().Editor(), "Pn81E", "70.000");
+  ASSERT_TRUE(project().Editor().AcceptEdits());
+  EXPECT_EQ(project().MechanicalSystem().Edit().Value("Pn81E"), "70.000");
 }
 
-TEST_F(ParameterTools, ACommitLeavesTheEditorNothingToWriteBack) {
-  Edit(project().OverTravel(), "Pn81B", "10.000");
-  ASSERT_TRUE(project().OverTravel().AcceptEdits());
-  Store("Pn81B", Parameters::kValue, "20.000");
-  Edit(project().Editor(), "Pn100", "41");
-  ASSERT_TRUE(project().Editor().AcceptEdits());
-  EXPECT_EQ(Stored("Pn81B", Parameters::kValue), "20.000");
+// A project of an older build may hold a text beside a count that it does not mean: what would be
+// sent is what is shown.
+TEST_F(ParameterTools, AValueIsShownAsItWouldBeSent) {
+  Store("Pn825", Parameters::kValue, "120.000");
+  Store("Pn825", Parameters::kControllerValue, "300000");
+  Store("Pn81A", Parameters::kValue, "Linear");
+  Store("Pn81A", Parameters::kControllerValue, "1");
+  Reopen();
+  EXPECT_EQ(Shown(project().Homing(), "Pn825"), "5000.000");
+  EXPECT_NE(Shown(project().OverTravel(), "Pn81A"), "Linear");
 }
 
 // ---- transfers
@@ -239,20 +234,19 @@ TEST_F(Online, ARefusedRowStaysDirtyAndEndsTheDownload) {
   EXPECT_EQ(Stored("Pn81B", Parameters::kDirty), "1");
 }
 
-TEST_F(Online, AnUploadChangesTheRowsAndTheFileOnlyAtTheCommit) {
+TEST_F(Online, AnUploadChangesEveryViewAndTheFileOnlyAtTheCommit) {
   amplifier().State().memory.parameters.Write(0x81B, "7500");
   amplifier().State().memory.parameters.Write(0x80C, "2");
-  ASSERT_TRUE(project().OverTravel().Upload());
+  ASSERT_TRUE(project().UploadParts({Tool::overTravel}));
   EXPECT_EQ(amplifier().Asked("PRM"), 6) << "one exchange a row";
-  EXPECT_EQ(Shown(project().OverTravel(), "Pn81B"), "7.500");
+  EXPECT_EQ(Shown(project().OverTravel(), "Pn81B"), "99999.999");
+  EXPECT_EQ(Stored("Pn81B", Parameters::kValue), "99999.999");
+  ASSERT_TRUE(project().CommitUpload());
   EXPECT_EQ(Shown(project().FlexibleIO(), "Pn80C"), "Disabled");
   EXPECT_EQ(Shown(project().Editor(), "Pn80C"), "Disabled");
-  EXPECT_EQ(Stored("Pn81B", Parameters::kValue), "99999.999");
-  project().CommitUploadedTool(Tool::overTravel);
   EXPECT_EQ(Stored("Pn81B", Parameters::kValue), "7.500");
   EXPECT_EQ(Stored("Pn81B", Parameters::kDirty), "0");
   EXPECT_FALSE(project().OverTravel().IsDirty());
-  EXPECT_FALSE(project().FlexibleIO().Rows().IsAnyTouched()) << "the copies are stored too";
 }
 
 TEST_F(Online, AnAnswerThatIsNoNumberFailsTheUpload) {
@@ -294,9 +288,10 @@ TEST_F(Online, AnOlderCardsInputsAreCountedAndNeitherSentNorRead) {
   EXPECT_EQ(amplifier().Asked("PRM="), 1);
   EXPECT_EQ(Mark(tool, "Pn833"), "1");
   amplifier().ForgetWhatWasAsked();
-  EXPECT_TRUE(tool.Upload());
+  EXPECT_TRUE(project().UploadParts({Tool::flexibleIO}) && project().CommitUpload());
   EXPECT_EQ(amplifier().Asked("PRM"), 22);
   EXPECT_EQ(Shown(tool, "Pn833"), "Normally closed");
+  EXPECT_EQ(project().WhatIsDirty(), "") << "what this card does not have is not offered again";
 }
 
 // ---- the direct parameter editor
@@ -334,7 +329,8 @@ TEST_F(Online, TheBaudRateIsAnnouncedBeforeItIsSent) {
 TEST_F(Online, AnUploadKeepsTheDigitsOfDigitwiseRowsAndReachesTheSisters) {
   amplifier().State().memory.parameters.Write(0x408, "0001");
   amplifier().State().memory.parameters.Write(0x81D, "1250");
-  ASSERT_TRUE(project().Editor().Upload());
+  ASSERT_TRUE(project().UploadParts({Tool::editor}));
+  ASSERT_TRUE(project().CommitUpload());
   EXPECT_EQ(Shown(project().Editor(), "Pn408"), "0001");
   EXPECT_EQ(Shown(project().Tuning(), "Pn408"), "0001");
   EXPECT_EQ(Shown(project().Homing(), "Pn81D"), "1.250");
@@ -364,43 +360,6 @@ TEST_F(Online, TheHomeOffsetIsReadAloneAndMarked) {
   EXPECT_EQ(Shown(project().Homing(), "Pn81D"), "-2.500");
   EXPECT_EQ(Mark(project().Homing(), "Pn81D"), "1");
   EXPECT_EQ(Shown(project().Editor(), "Pn81D"), "-2.500");
-}
-
-// ---- a change of machine
-
-TEST_F(ParameterTools, AnotherResolutionRewritesTheUnitRowsAndLeavesListsAlone) {
-  Edit(project().OverTravel(), "Pn81B", "12.350");
-  ASSERT_TRUE(project().OverTravel().ChangeResolution(1));
-  EXPECT_EQ(Shown(project().OverTravel(), "Pn81B"), "12.4");
-  EXPECT_EQ(Stored("Pn81B", Parameters::kControllerValue), "12400");
-  EXPECT_EQ(Shown(project().OverTravel(), "Pn81A"), "Linear");
-  EXPECT_EQ(Stored("Pn81A", Parameters::kValue), "Linear");
-  EXPECT_EQ(Stored("Pn81C", Parameters::kDirty), "1");
-  EXPECT_TRUE(project().OverTravel().IsDirty());
-  EXPECT_TRUE(project().OverTravel().NeedsSaving());
-}
-
-TEST_F(ParameterTools, ALinearMachineGoesBackToTheCataloguesLimits) {
-  clsHX7OverTravel& tool = project().OverTravel();
-  Edit(tool, "Pn81B", "5.000");
-  Edit(tool, "Pn81C", "-99999.9990");
-  Edit(tool, "Pn81A", "Rotary(Forward Only)");
-  ASSERT_TRUE(tool.AcceptEdits());
-  BlockMatrix before;
-  project().Editor().GetBlockMatrix(before);
-  tool.UpdateOverTravel(3, 360);
-  EXPECT_EQ(Shown(tool, "Pn81A"), "Linear");
-  EXPECT_EQ(Shown(tool, "Pn81B"), "99999.999") << "not what the user had typed";
-  EXPECT_EQ(Shown(tool, "Pn81C"), "-99999.9990") << "equal as a number";
-  EXPECT_EQ(Stored("Pn81B", Parameters::kControllerValue), "99999999");
-  EXPECT_EQ(Shown(project().Editor(), "Pn81B"), before.Text(before.FindRow("Pn81B"), Column::value))
-      << "nothing is copied to the editor";
-}
-
-TEST(RotaryLimit, IsOneLeastStepBelowATurn) {
-  EXPECT_EQ(RotaryUpperLimit(360, 2), "359.99");
-  EXPECT_EQ(RotaryUpperLimit(360, 0), "359");
-  EXPECT_EQ(RotaryUpperLimit(6.2831855F, 4), "6.2831");
 }
 
 }  // namespace

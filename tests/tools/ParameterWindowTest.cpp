@@ -1,6 +1,9 @@
 // What all windows of the parameter tools share: commit, undo, two windows on one parameter.
 
+#include <filesystem>
+
 #include "ParameterWindows.h"
+#include "project/data/Schema.h"
 
 namespace velmoor {
 namespace {
@@ -14,7 +17,7 @@ TEST_F(ParameterWindows, ApplyStoresAndAnUnchangedWindowClosesWithoutAQuestion) 
   EXPECT_FALSE(Window().button("cmdApply").Enabled());
   EXPECT_TRUE(Type(Window(), tool, "Pn81B", "12.5"));
   EXPECT_EQ(Shown(tool, "Pn81B"), "12.500") << "an edit is in the rows before any Apply";
-  EXPECT_FALSE(tool.NeedsSaving());
+  EXPECT_FALSE(project().NeedsSaving());
   EXPECT_TRUE(Window().button("cmdApply").Enabled());
   Window().Press("cmdApply");
   EXPECT_FALSE(Window().button("cmdApply").Enabled());
@@ -37,8 +40,8 @@ TEST_F(ParameterWindows, CancelAsksAndYesRestoresTheValues) {
   world.boxes.Expect(kDiscard, BoxAnswer::yes);
   Window().Press("cmdCancel");
   EXPECT_EQ(Shown(tool, "Pn81B"), "99999.999");
-  EXPECT_TRUE(tool.Rows().IsDirty(RowOf(tool, "Pn81B")));
-  EXPECT_FALSE(tool.NeedsSaving());
+  EXPECT_FALSE(tool.IsMarked(RowOf(tool, "Pn81B")));
+  EXPECT_FALSE(project().NeedsSaving());
 }
 
 TEST_F(ParameterWindows, OkTakesAnOpenEditAndARefusedOneKeepsTheWindow) {
@@ -64,12 +67,14 @@ TEST_F(ParameterWindows, AStoringThatFailsKeepsTheWindowAndItsEdits) {
   clsHX7OverTravel& tool = project().OverTravel();
   ASSERT_TRUE(tool.Show_OverTravel());
   Type(Window(), tool, "Pn81B", "7");
-  tool.SetSaveDBPath(world.folder.At("missing.tmp"));
+  const std::string working = project().ProjectDatabasePath();
+  std::filesystem::rename(working, working + ".away");
   Window().Press("cmdOK");
   ASSERT_TRUE(world.forms.IsOpen("frmProperties"));
   EXPECT_TRUE(Window().button("cmdApply").Enabled());
   EXPECT_EQ(Boxes().front().substr(0, 24), "clsOverTravel.SaveToDB: ");
-  tool.SetSaveDBPath(project().ProjectDatabasePath());
+  EXPECT_EQ(Shown(tool, "Pn81B"), "7.000");
+  std::filesystem::rename(working + ".away", working);
   Window().Press("cmdOK");
   EXPECT_EQ(tool.GetNumberOfNewRows(), 1);
 }
@@ -133,19 +138,19 @@ TEST_F(ParameterWindows, UndoGoesBackToAWindowThatClosesWithoutAQuestion) {
   press(false);
   press(false);
   EXPECT_EQ(Shown(tool, "Pn81B"), "99999.999");
-  EXPECT_FALSE(tool.Rows().IsDirty(RowOf(tool, "Pn81B")));
-  EXPECT_FALSE(tool.Rows().IsAnyTouched());
+  EXPECT_FALSE(tool.IsMarked(RowOf(tool, "Pn81B")));
+  EXPECT_FALSE(tool.HoldsEdits());
   EXPECT_FALSE(Window().button("cmdApply").Enabled());
   press(true);
   EXPECT_EQ(Shown(tool, "Pn81B"), "12.500");
-  EXPECT_TRUE(tool.Rows().IsDirty(RowOf(tool, "Pn81B")));
+  EXPECT_TRUE(tool.IsMarked(RowOf(tool, "Pn81B")));
   press(false);
   Window().Press("cmdCancel");
   EXPECT_TRUE(Boxes().empty());
   EXPECT_FALSE(tool.IsDirty());
 }
 
-TEST_F(ParameterWindows, UndoEndsAtTheLastApplyAndAtWhatCameFromElsewhere) {
+TEST_F(ParameterWindows, UndoEndsAtTheLastApplyAndLeavesWhatCameFromElsewhere) {
   clsHX7Homing& tool = project().Homing();
   ASSERT_TRUE(tool.Show_Homing());
   Type(Window(), tool, "Pn81D", "1");
@@ -154,35 +159,37 @@ TEST_F(ParameterWindows, UndoEndsAtTheLastApplyAndAtWhatCameFromElsewhere) {
   Type(Window(), tool, "Pn81D", "2");
   EXPECT_TRUE(tool.Window().CanUndo());
   session.GoOnline();
-  ASSERT_TRUE(tool.Upload());
-  EXPECT_FALSE(tool.Window().CanUndo());
-  Type(Window(), tool, "Pn81D", "3");
+  ASSERT_TRUE(project().UploadParts({Tool::homing}) && project().CommitUpload());
+  EXPECT_EQ(Shown(tool, "Pn81D"), "2.000") << "the edit stands beside what the upload has brought";
   tool.Window().Undo();
   EXPECT_EQ(Shown(tool, "Pn81D"), "0.000") << "what the upload has brought";
-  EXPECT_TRUE(Window().button("cmdApply").Enabled()) << "which was not accepted";
+  EXPECT_FALSE(Window().button("cmdApply").Enabled());
 }
 
 TEST_F(ParameterWindows, UndoneChoicesReachTheSisterTheLocksAndTheNotchFilter) {
   clsHX7FlexibleIO& io = project().FlexibleIO();
+  ASSERT_TRUE(project().OverTravel().Show_OverTravel());
   ASSERT_TRUE(io.Show_FlexibleIO());
-  ASSERT_TRUE(Type(Window(), io, "Pn80C", "Disabled"));
+  HeadlessForm& form = *dynamic_cast<HeadlessForm*>(world.world.forms->Shown().back());
+  ASSERT_TRUE(Type(form, io, "Pn80C", "Disabled"));
   EXPECT_EQ(Shown(project().OverTravel(), "Pn80C"), "Disabled");
   io.Window().Undo();
   EXPECT_EQ(Shown(project().OverTravel(), "Pn80C"), "Normally closed");
   io.Unload_FlexibleIO();
+  project().OverTravel().Unload_OverTravel();
   clsHX7Homing& homing = project().Homing();
   ASSERT_TRUE(homing.Show_Homing());
   ASSERT_TRUE(Type(Window(), homing, "Pn823", "dec and c-phase"));
   homing.Window().Undo();
   EXPECT_EQ(Locked(Window(), homing), "824 825 826 827 828 ");
   clsHX7Tuning& tuning = project().Tuning();
-  world.forms.OnShow("frmTuning", [&](HeadlessForm& form) {
-    form.Check("chkNotchFilter", true);
-    form.PressKey("vsFG", {.code = 'Z', .ctrl = true});
-    EXPECT_FALSE(form.checkBox("chkNotchFilter").Value());
-    EXPECT_FALSE(form.button("cmdApply").Enabled());
-    EXPECT_TRUE(form.grid("vsFG").RowHidden(RowOf(tuning, "Pn408")));
-    form.Press("cmdCancel");
+  world.forms.OnShow("frmTuning", [&](HeadlessForm& gains) {
+    gains.Check("chkNotchFilter", true);
+    gains.PressKey("vsFG", {.code = 'Z', .ctrl = true});
+    EXPECT_FALSE(gains.checkBox("chkNotchFilter").Value());
+    EXPECT_FALSE(gains.button("cmdApply").Enabled());
+    EXPECT_TRUE(gains.grid("vsFG").RowHidden(RowOf(tuning, "Pn408")));
+    gains.Press("cmdCancel");
   });
   tuning.Show_Tuning();
 }
@@ -196,12 +203,11 @@ TEST_F(ParameterWindows, TheLastAcceptedOfTwoWindowsStandsAndACancelKeepsTheOthe
   clsHX7Editor& editor = project().Editor();
   session.GoOnline();
   const auto stored = [&] {
-    BlockMatrix before;
-    homing.GetBlockMatrix(before);
-    EXPECT_TRUE(homing.ReadFromDB());
-    std::string value = Shown(homing, "Pn825");
-    homing.LetBlockMatrix(before);
-    return value;
+    using schema::Parameters;
+    const auto database = OpenForReading(project().ProjectDatabasePath());
+    const auto records = database->OpenTable(Parameters::kTable);
+    EXPECT_TRUE(records->FindFirst(Parameters::kPn, "Pn825"));
+    return records->Text(Parameters::kValue);
   };
   const struct {
     const char* button;
@@ -210,7 +216,7 @@ TEST_F(ParameterWindows, TheLastAcceptedOfTwoWindowsStandsAndACancelKeepsTheOthe
   } kCases[] = {{"cmdApply", false, "6.000"},
                 {"cmdOK", false, "6.000"},
                 {"cmdCancel", false, "7.000"},
-                {"cmdOK", true, "8.000"},
+                {"cmdOK", true, "6.000"},
                 {"cmdCancel", true, "8.000"}};
   for (const auto& entry : kCases) {
     SCOPED_TRACE(std::string(entry.button) + (entry.upload ? " after an upload" : ""));
@@ -224,11 +230,11 @@ TEST_F(ParameterWindows, TheLastAcceptedOfTwoWindowsStandsAndACancelKeepsTheOthe
     if (entry.upload) {
       amplifier().State().memory.parameters.Write(0x825, "480");
       ASSERT_TRUE(project().UploadParts({Tool::editor}));
-      project().CommitUploadedParts({Tool::editor});
+      ASSERT_TRUE(project().CommitUpload());
     }
     Window().Activate();
-    EXPECT_EQ(Shown(homing, "Pn825"), entry.upload ? "8.000" : "6.000");
-    const bool asks = std::string(entry.button) == "cmdCancel" && !entry.upload;
+    EXPECT_EQ(Shown(homing, "Pn825"), "6.000");
+    const bool asks = std::string(entry.button) == "cmdCancel";
     if (asks) world.boxes.Expect(kDiscard, BoxAnswer::yes);
     Window().Press(entry.button);
     EXPECT_EQ(stored(), entry.value);
@@ -240,19 +246,18 @@ TEST_F(ParameterWindows, TheLastAcceptedOfTwoWindowsStandsAndACancelKeepsTheOthe
     });
     amplifier().State().memory.parameters.Write(0x825, "300");
     ASSERT_TRUE(project().UploadParts({Tool::editor}));
-    project().CommitUploadedParts({Tool::editor});
+    ASSERT_TRUE(project().CommitUpload());
     world.boxes.shown.clear();
   }
 }
 
-TEST_F(ParameterWindows, ARefusedUploadBringsBackTheEditsOfEveryOpenWindow) {
+TEST_F(ParameterWindows, ARefusedUploadLeavesTheEditsOfEveryOpenWindow) {
   clsHX7Homing& homing = project().Homing();
   session.GoOnline();
   ASSERT_TRUE(homing.Show_Homing());
   ASSERT_TRUE(Type(Window(), homing, "Pn81D", "6"));
   ASSERT_TRUE(project().UploadParts({Tool::editor}));
-  EXPECT_EQ(Shown(homing, "Pn81D"), "0.000");
-  project().RestoreSnapshot();
+  project().DropUpload();
   EXPECT_EQ(Shown(homing, "Pn81D"), "6.000");
   EXPECT_TRUE(Window().button("cmdApply").Enabled());
   Window().Press("cmdOK");

@@ -21,11 +21,9 @@ class ParameterWindows : public ProjectWorld {
   void SetUp() override { OpenNew("a.spj"); }
 
   HeadlessForm& Window() { return world.forms.Get("frmProperties"); }
-  static int RowOf(const ParameterToolBase& tool, const char* strPn) {
-    return tool.Rows().FindRow(strPn);
-  }
+  static int RowOf(const ParameterToolBase& tool, const char* strPn) { return tool.FindRow(strPn); }
   static std::string Shown(const ParameterToolBase& tool, const char* strPn) {
-    return tool.Rows().Text(RowOf(tool, strPn), Column::value);
+    return tool.Text(RowOf(tool, strPn), Column::value);
   }
   static bool Type(HeadlessForm& form, const ParameterToolBase& tool, const char* strPn,
                    const std::string& text) {
@@ -38,7 +36,7 @@ class ParameterWindows : public ProjectWorld {
       form.grid("vsFG").SetCurrent(row, ParameterGrid::kValue);
       const std::string tip = form.grid("vsFG").TipAt(row, ParameterGrid::kValue);
       if (tip.find('\n') != std::string::npos) {
-        names += tool.Rows().Text(row, Column::name).substr(2) + " ";
+        names += tool.Text(row, Column::name).substr(2) + " ";
       }
     }
     return names;

@@ -75,26 +75,24 @@ TEST_F(ParameterWindows, AnOlderCardsInputsAreHiddenOnlyWhileItIsConnected) {
   EXPECT_LE(amplifier().Journal().size(), 1u) << "the card is asked once, not for each row";
 }
 
-TEST_F(ParameterWindows, AnUploadShowsAsNotAcceptedAndARefusalBringsTheEditsBack) {
+TEST_F(ParameterWindows, AnUploadIsHeldApartFromTheWindowUntilItsCommit) {
   session.GoOnline();
   clsHX7OverTravel& tool = project().OverTravel();
   ASSERT_TRUE(tool.Show_OverTravel());
   Type(Window(), tool, "Pn81B", "5");
-  project().TakeSnapshot();
-  ASSERT_TRUE(tool.Upload());
-  EXPECT_EQ(Shown(tool, "Pn81B"), "99999.999");
-  project().RestoreSnapshot();
-  EXPECT_EQ(Shown(tool, "Pn81B"), "5.000");
-  EXPECT_TRUE(Window().button("cmdApply").Enabled());
+  amplifier().State().memory.parameters.Write(0x81C, "-1000");
+  ASSERT_TRUE(project().UploadParts({Tool::overTravel}));
+  EXPECT_EQ(Shown(tool, "Pn81B"), "5.000") << "the edit stands";
+  EXPECT_EQ(Shown(tool, "Pn81C"), "-99999.999");
+  project().DropUpload();
   Window().Press("cmdApply");
   EXPECT_EQ(tool.GetNumberOfNewRows(), 1);
-  // Apply accepts what an upload has brought, and none of it is to be sent back.
-  amplifier().State().memory.parameters.Write(0x81C, "-1000");
-  ASSERT_TRUE(tool.Upload());
-  EXPECT_TRUE(Window().button("cmdApply").Enabled());
-  Window().Press("cmdApply");
-  ASSERT_TRUE(tool.ReadFromDB());
+  ASSERT_TRUE(project().UploadParts({Tool::overTravel}));
+  ASSERT_TRUE(project().CommitUpload());
   EXPECT_EQ(Shown(tool, "Pn81C"), "-1.000");
+  EXPECT_EQ(Shown(tool, "Pn81B"), "99999.999");
+  EXPECT_FALSE(Window().button("cmdApply").Enabled());
+  EXPECT_EQ(tool.GetNumberOfNewRows(), 0) << "none of it is to be sent back";
 }
 
 // ---- gain tuning
@@ -129,8 +127,8 @@ TEST_F(TuningWindow, OfflineItShowsLevelFourAndTheFilterRowsAsControls) {
 
 TEST_F(TuningWindow, TheFrequencyKeepsToItsLimits) {
   clsHX7Tuning& tool = project().Tuning();
-  const std::string low = tool.Rows().Text(RowOf(tool, "Pn409"), Column::minimum);
-  const std::string high = tool.Rows().Text(RowOf(tool, "Pn409"), Column::maximum);
+  const std::string low = tool.Text(RowOf(tool, "Pn409"), Column::minimum);
+  const std::string high = tool.Text(RowOf(tool, "Pn409"), Column::maximum);
   Open([&](HeadlessForm& form) {
     form.Check("chkNotchFilter", true);
     for (const std::string& text : {low, high}) {

@@ -1,4 +1,4 @@
-#include "tools/UnitConversion.h"
+#include "project/data/UnitConversion.h"
 
 #include <algorithm>
 #include <array>
@@ -64,6 +64,19 @@ double FactorOf(const Project& project, UnitKind kind) {
   throw NumberError("Unknown kind of unit");
 }
 
+Units UnitsOf(const Project& project) {
+  Units units{project.Resolution(), project.DistanceUnits(), project.TimeUnits(), {}};
+  units.factors = {project.ConversionForDistance(), project.ConversionForSpeed(),
+                   project.ConversionForAcceleration(), project.ConversionForTime()};
+  return units;
+}
+
+std::string PlainCount(std::string_view text) {
+  const std::string_view trimmed = Trim(text);
+  if (trimmed.empty() || trimmed == "-") return std::string(trimmed);
+  return NumberText(Int32FromText(trimmed));
+}
+
 std::string CountsToUnits(double count, double factor) {
   return NumberText(count / Checked(factor));
 }
@@ -74,7 +87,7 @@ std::string CountsToUnits(double count, double factor, int resolution) {
 
 std::string UnitsToCounts(std::string_view text, double factor) {
   const auto number = ParseFloat(text);
-  if (!number) return "0";
+  if (!number) throw NumberError("Type mismatch: '" + std::string(text) + "' is not a number");
   return NumberText(ToInt32(*number * Checked(factor)));
 }
 
@@ -84,7 +97,7 @@ LimitedCounts UnitsToLimitedCounts(std::string_view text, double factor, int res
   result.text = text;
   if (!number) return result;
   result.valid = true;
-  const double counts = *number * Checked(factor);
+  const double counts = RoundHalfEven(*number * Checked(factor));
   if (counts >= kMostCounts) {
     result.counts = kMostCounts;
     result.clamped = counts > kMostCounts;

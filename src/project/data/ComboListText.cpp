@@ -1,4 +1,4 @@
-#include "tools/ComboListText.h"
+#include "project/data/ComboListText.h"
 
 namespace velmoor {
 namespace {

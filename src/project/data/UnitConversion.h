@@ -9,6 +9,7 @@
 #include <string>
 #include <string_view>
 
+#include "project/data/Units.h"
 #include "session/Project.h"
 
 namespace velmoor {
@@ -22,14 +23,20 @@ inline constexpr std::int32_t kMostCounts = 99999999;
 [[nodiscard]] std::string UnitWord(UnitKind kind);
 
 [[nodiscard]] double FactorOf(const Project& project, UnitKind kind);
+// All of them at once.
+[[nodiscard]] Units UnitsOf(const Project& project);
 
 // The count in units, as text with up to 15 significant digits.
 [[nodiscard]] std::string CountsToUnits(double count, double factor);
 // The same with a fixed number of decimals.
 [[nodiscard]] std::string CountsToUnits(double count, double factor, int resolution);
 
-// The number in the text times the factor, rounded half to even, as text; "0" for a text that is no
-// number. Throws NumberError when the count exceeds 32 bits.
+// A count as an answer spells it, in its plain spelling: "00012" reads "12"; empty and "-" stay.
+// Throws NumberError for what is no number.
+[[nodiscard]] std::string PlainCount(std::string_view text);
+
+// The number in the text times the factor, rounded half to even, as text. Throws NumberError for a
+// text that is no number, which must never become a command, and when the count exceeds 32 bits.
 [[nodiscard]] std::string UnitsToCounts(std::string_view text, double factor);
 
 // The parameter tools' form, which never exceeds kMostCounts.

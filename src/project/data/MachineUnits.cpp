@@ -1,4 +1,4 @@
-#include "mechanics/MachineUnits.h"
+#include "project/data/MachineUnits.h"
 
 #include <algorithm>
 #include <array>
@@ -74,6 +74,13 @@ std::string TimeUnitsFromIndex(std::int32_t index) {
 }
 std::string TimeUnitsIndex(std::string_view word) {
   return IndexOf(kTimeUnits, word);
+}
+
+std::int32_t SelectionDigit(const std::string& bits, int digit) {
+  const auto fromRight = static_cast<std::size_t>(digit) + 1;
+  if (bits.size() < fromRight) return -1;
+  const auto value = ParseHex(bits.substr(bits.size() - fromRight, 1));
+  return value ? static_cast<std::int32_t>(*value) : -1;
 }
 
 std::int32_t EncoderCountFromIndex(std::int32_t index) {

@@ -1,4 +1,4 @@
-#include "tools/NibbleDefinitions.h"
+#include "project/data/NibbleDefinitions.h"
 
 #include <algorithm>
 

@@ -23,6 +23,8 @@ namespace velmoor {
 // "seconds", "minutes"; empty outside 0 to 1.
 [[nodiscard]] std::string TimeUnitsFromIndex(std::int32_t index);
 [[nodiscard]] std::string TimeUnitsIndex(std::string_view word);
+// The digit of Pn82E at `digit` (0 right-most) as a number; -1 where the text has no such digit.
+[[nodiscard]] std::int32_t SelectionDigit(const std::string& bits, int digit);
 // Encoder lines per turn: 2048, 16384, 32768; 2048 for any other index.
 [[nodiscard]] std::int32_t EncoderCountFromIndex(std::int32_t index);
 
