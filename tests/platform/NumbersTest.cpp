@@ -38,7 +38,19 @@ TEST(FloatText, AcceptsDecimalFormsOnly) {
                            "1e+", "1e999", "--1", "1.2.3", "\xc3\xa9", "1'000"}) {
     EXPECT_FALSE(IsFloatText(text)) << text;
   }
-  EXPECT_EQ(ParseFloat("1e-999"), 0.0);
+}
+
+// Too small a number is 0; too large a one is none, and must never become a command for 0.
+TEST(FloatText, WhatNoDoubleHoldsIsToldByItsSize) {
+  const std::string zeros(400, '0');
+  for (const std::string& text : {std::string("1e-999"), "0." + zeros + "1", "-0." + zeros + "1e+5",
+                                  "1" + zeros + "e-900", std::string("1e-99999999999999999999")}) {
+    EXPECT_EQ(ParseFloat(text), 0.0) << text;
+  }
+  for (const std::string& text : {"1" + zeros, "-1" + zeros, "0." + zeros + "1e900",
+                                  std::string("1e99999999999999999999")}) {
+    EXPECT_FALSE(ParseFloat(text)) << text;
+  }
 }
 
 TEST(WholeText, KnowsItsWidth) {
