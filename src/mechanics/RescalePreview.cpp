@@ -1,6 +1,5 @@
 #include "mechanics/RescalePreview.h"
 
-#include <algorithm>
 #include <array>
 
 #include "platform/Form.h"
@@ -24,19 +23,23 @@ bool RescalePreview::Ask() {
   return goesOn;
 }
 
-// A value with a rounding error is one whose number stays.
+// A value without a rounding error is one whose number does not stay.
 std::string RescalePreview::Summary() const {
-  const auto kept = std::ranges::count_if(values_, [](const RescaledValue& value) {
-    return !value.error.empty() && value.oldCounts != value.newCounts;
-  });
-  const auto others = static_cast<std::ptrdiff_t>(values_.size()) - kept;
+  std::ptrdiff_t kept = 0, form = 0, others = 0;
+  for (const RescaledValue& value : values_) {
+    (value.error.empty() ? others : value.oldCounts == value.newCounts ? form : kept) += 1;
+  }
   std::string text;
-  if (kept > 0) {
-    text = NumberText(kept) + " values keep their numbers and change their counts.";
-  }
-  if (others > 0) {
-    text += (text.empty() ? "" : "  ") + NumberText(others) + " values change otherwise.";
-  }
+  const auto tell = [&text](std::ptrdiff_t count, const char* words) {
+    if (count == 0) return;
+    text += (text.empty() ? "" : "  ") + NumberText(count) + (count == 1 ? " value " : " values ") +
+            words;
+  };
+  tell(kept, kept == 1 ? "keeps its number and changes its counts."
+                       : "keep their numbers and change their counts.");
+  tell(form, form == 1 ? "changes its form alone." : "change their form alone.");
+  tell(others, others == 1 ? "takes a limit or follows the machine."
+                           : "take a limit or follow the machine.");
   for (const std::string& table : consequences_.emptied) text += "  " + table + " is emptied.";
   return text;
 }

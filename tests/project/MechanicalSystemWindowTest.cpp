@@ -149,7 +149,7 @@ TEST_F(MechanicalSystemWindow, SystemAndUnitsMustFit) {
       EXPECT_EQ(source.Text(1, 2), "Rotary(Shortest Path)");
       EXPECT_EQ(source.Text(2, 2), "4.999");
       EXPECT_EQ(source.Text(3, 2), "0.000");
-      EXPECT_EQ(preview.label("lblSummary").Text(), "3 values change otherwise.");
+      EXPECT_EQ(preview.label("lblSummary").Text(), "3 values take a limit or follow the machine.");
       preview.Press("cmdOK");
     });
     form.Press("cmdOK");
