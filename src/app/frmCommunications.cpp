@@ -25,8 +25,7 @@ constexpr int kAttempts = 2;
 constexpr std::size_t kLongestName = 16;  // of a device, in the choice of its port
 constexpr const char* kNoAdapter = "No adapter found";
 // What would disturb a search that is under way.
-constexpr const char* kBusyWhileSearching[] = {"cmdGetAxes", "cmdConnect", "cmdRefresh", "cmdBind",
-                                               "cmdCancel"};
+constexpr const char* kBusyWhileSearching[] = {"cmdGetAxes", "cmdConnect", "cmdRefresh", "cmdBind"};
 
 std::vector<std::string> AllAxes() {
   std::vector<std::string> axes;
@@ -203,6 +202,7 @@ void frmCommunications::cmdGetAxes_Click() {
 std::vector<std::string> frmCommunications::Search() {
   const BusyPointer busy;
   searching_ = true;
+  stopSearch_ = false;
   for (const char* const name : kBusyWhileSearching) form_->button(name).SetEnabled(false);
   std::vector<std::string> found;
   Trapped("frmCommunications.cmdGetAxes_Click: ", [this, &found] {
@@ -211,6 +211,7 @@ std::vector<std::string> frmCommunications::Search() {
       form_->label("lblQuery")
           .SetText(queried == kAxisCount ? "Query Finished"
                                          : std::to_string(queried) + " of 16 Axes Queried");
+      return !stopSearch_;
     });
     return true;
   });
@@ -243,8 +244,10 @@ void frmCommunications::cmdConnect_Click() {
   }
 }
 
+// While axes are searched it ends the search, and the window stays.
 void frmCommunications::cmdCancel_Click() {
-  form_->Unload();
+  stopSearch_ = true;
+  if (!searching_) form_->Unload();
 }
 
 frmCommunications::Outcome frmCommunications::ChangeSettingsAndConnect(std::string& strError) {

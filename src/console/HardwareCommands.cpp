@@ -122,9 +122,10 @@ bool Scan(const Context& context) {
   for (const std::int32_t rate : kBaudRates) {
     helix.SetBaudRate(rate);
     const auto found = ScanAxes(helix, [&](int queried) {
-      if (context.program.progress == nullptr) return;
+      if (context.program.progress == nullptr) return true;
       *context.program.progress << '\r' << rate << " bit/s: " << queried << " of " << kAxisCount
                                 << " Axes Queried " << std::flush;
+      return true;
     });
     for (const std::string& axis : found) {
       context.program.out << CsvLine({axis, NumberText(rate)});
