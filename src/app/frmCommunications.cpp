@@ -232,6 +232,7 @@ void frmCommunications::cmdConnect_Click() {
   switch (ChangeSettingsAndConnect(strError)) {
     case Outcome::connected:
       main_.PostOnline();
+      main_.OfferToSetLineRight(false);
       ShowInformation("Settings changed and communications established successfully!");
       form_->Unload();
       break;
@@ -286,14 +287,20 @@ bool frmCommunications::TryToConnect(std::string& strError) {
     strError = "Error establishing communications with hardware!";
     return false;
   }
-  const ResultCode code = main_.Helix7()->IsRX900AndVKLM();
+  ResultCode code = main_.Helix7()->IsRX900AndVKLM();
+  std::string value;
+  // An answer to another question than that of Pn800 may pass for its own echo.
+  if (code == kNoResponse && main_.Helix7()->GetParameter("800", value) == kEchoMismatch) {
+    main_.Helix7()->SetEcho(false);
+    main_.SetEcho(0);
+    if (main_.Helix7()->GoOnlineManually()) code = main_.Helix7()->IsRX900AndVKLM();
+  }
   if (code == kSuccess) {
     strError.clear();
     return true;
   }
-  strError = code == kNotRX900  ? "Option type error: Not RX900!"
-             : code == kNotVKLM ? "Servo type error: Not VKLM!"
-                                : "Error communicating to indexer!";
+  strError = code == kNotRX900 || code == kNotVKLM ? main_.Helix7()->IdentityText(code)
+                                                   : "Error communicating to indexer!";
   main_.Helix7()->GoOffline();
   return false;
 }
