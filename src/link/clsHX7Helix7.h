@@ -154,8 +154,10 @@ class clsHX7Helix7 {
 
   // ---- servo, motion, restart
   [[nodiscard]] ResultCode EnableServo();
+  // As EnableServo, for a motor that must not stay on: see MotorMayBeOn.
+  [[nodiscard]] ResultCode EnableServoForRun();
   [[nodiscard]] ResultCode DisableServo();
-  // Servo on went out from here, and neither servo off nor a restart was acknowledged since.
+  // Servo on went out for a run, and neither servo off nor a restart was acknowledged since.
   [[nodiscard]] bool MotorMayBeOn() const { return motorMayBeOn; }
   // Servo off, up to three times with half a second each.
   [[nodiscard]] ResultCode SwitchOffForCertain();

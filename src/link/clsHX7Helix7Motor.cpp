@@ -14,9 +14,13 @@ constexpr int kTries = 3;
 }  // namespace
 
 ResultCode clsHX7Helix7::EnableServo() {
+  return clsSerialComm.helixSimpleCommand(static_cast<std::int32_t>(SimpleCommand::servoOn));
+}
+
+ResultCode clsHX7Helix7::EnableServoForRun() {
   // Also where its answer does not come.
   motorMayBeOn = true;
-  return clsSerialComm.helixSimpleCommand(static_cast<std::int32_t>(SimpleCommand::servoOn));
+  return EnableServo();
 }
 
 ResultCode clsHX7Helix7::DisableServo() {

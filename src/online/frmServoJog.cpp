@@ -148,7 +148,7 @@ std::optional<LinkFailure> frmServoJog::AskAndEnable() {
       "Are you sure you want to enable the servo system?\r"
       "Click Yes to enable the servo.  Click No to cancel.");
   if (!blnServo_) return std::nullopt;
-  blnServo_ = Hardware().EnableServo() == kSuccess;
+  blnServo_ = Hardware().EnableServoForRun() == kSuccess;
   ShowServo();
   if (blnServo_) return std::nullopt;
   return Hardware().LatestFailure();
@@ -167,7 +167,7 @@ void frmServoJog::ShowServo() {
   form().lamp("pcbServo").SetTone(!mayBeOn ? Tone::normal : blnServo_ ? Tone::good : Tone::alarm);
   form()
       .label("lblServo")
-      .SetText(!mayBeOn    ? "Servo off"
+      .SetText(!mayBeOn    ? "Servo not enabled"
                : blnServo_ ? "Servo on"
                            : "Servo may be on: use the emergency stop");
 }
@@ -211,7 +211,8 @@ void frmServoJog::StartMotion(int Index) {
   if (token.expired()) return;
   if (factor < 0) {
     blnMouseUp_ = true;
-    ShowExclamation("Error communicating with hardware!\rCheck connections then retry!");
+    ShowExclamation("Error communicating with hardware!\rCheck connections then retry!\r\r" +
+                    CauseOf(Hardware().LatestFailure(), *gMainForm->Alarm()));
     return;
   }
   lngRefUnitSpeed_ =

@@ -300,7 +300,8 @@ TEST_F(ServoJog, FailuresAreToldOnceTheMotorIsStopped) {
     Enable(form);
     line.faults.Add({.kind = FaultKind::notGood, .match = "PRM203"});
     form.Hold("cmdJog_0");
-    EXPECT_EQ(Boxes(), Texts{"Error communicating with hardware!\rCheck connections then retry!"});
+    EXPECT_EQ(Boxes(), Texts{"Error communicating with hardware!\rCheck connections then retry!\r\r"
+                             "Reading Pn203 (0PRM203): no usable value in the answer \"0NG\"."});
     form.LetGo("cmdJog_0");
     Amplifier().ForgetWhatWasAsked();
     // The command came through, its answer did not.
@@ -478,13 +479,16 @@ TEST_F(SmallTools, TheInertiaRatioIsReadEveryTwoSecondsAndStored) {
     line.faults.Add({.kind = FaultKind::deviceError, .match = "TUNESTORE", .text = "E5A1"});
     form.Press("cmdSet");
     EXPECT_EQ(Boxes(),
-              (Texts{"Inertia Ratio was set successfully!", "Inertia Ratio failed to set!"}));
+              (Texts{"Inertia Ratio was set successfully!",
+                     "Inertia Ratio failed to set!\rDevice is busy\r\rStoring the inertia ratio "
+                     "(0TUNESTORE): refused with E5A1 \"Device is busy\"."}));
     line.faults.Add({.kind = FaultKind::notGood, .match = "PRM103"});
     PauseInSec(2.1F);
     EXPECT_FALSE(data.forms.IsOpen("frmInertiaRatio"));
   });
   EXPECT_EQ(Boxes(),
-            Texts{"Cannot identify or read inertia ratio!\rCheck communications and retry!"});
+            Texts{"Cannot identify or read inertia ratio!\rCheck communications and retry!\r\r"
+                  "Reading Pn103 (0PRM103): no usable value in the answer \"0NG\"."});
   EXPECT_FALSE(Form().ToolOpened(ToolWindow::inertiaRatio));
 }
 
@@ -516,7 +520,9 @@ TEST_F(SmallTools, TheHomeOffsetGoesToHardwareAndProject) {
     line.faults.Add({.kind = FaultKind::deviceError, .match = "ZSET", .text = "E5A1"});
     data.boxes.Expect(kAsk, BoxAnswer::yes);
     form.Press("cmdUpdate");
-    EXPECT_EQ(data.boxes.shown.back().text, "Error setting home offset position!");
+    EXPECT_EQ(data.boxes.shown.back().text,
+              "Error setting home offset position!\rDevice is busy\r\rSetting the home offset "
+              "(0ZSET-1235): refused with E5A1 \"Device is busy\".");
     data.boxes.Expect(kAsk, BoxAnswer::yes);
     form.Press("cmdUpdate");
     EXPECT_FALSE(data.forms.IsOpen("frmHomePosition"));
@@ -567,7 +573,9 @@ TEST_F(SmallTools, TheProductInformationIsWhatTheHardwareSays) {
   With("mnuToolsProductInformation", "frmProductInfo",
        [](headless::HeadlessForm& form) { form.Press("cmdExit"); });
   EXPECT_EQ(Boxes(), Texts{"Option Information Error: Read value not found error.\r"
-                           "Encoder Information Error: Device is busy"});
+                           "Asking VER (0VER): no usable value in the answer \"0NG\".\r\r"
+                           "Encoder Information Error: Device is busy\r"
+                           "Asking PGVER (0PGVER): refused with E5A1 \"Device is busy\"."});
   Main().Choose("mnuToolsMonitoring");
   Main().Choose("mnuToolsProductInformation");
   EXPECT_EQ(Boxes(), Texts{"Product Information can only be viewed when\r"

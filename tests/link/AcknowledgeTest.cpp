@@ -115,7 +115,7 @@ TEST_F(Acknowledge, ItsFailuresHaveWords) {
 
 TEST_F(Acknowledge, WhatEndsAMotionIsTriedThreeTimes) {
   EXPECT_FALSE(helix7.MotorMayBeOn());
-  (void)helix7.EnableServo();
+  (void)helix7.EnableServoForRun();
   EXPECT_TRUE(helix7.MotorMayBeOn()) << "its answer did not come";
   port.sent.clear();
   port.timeOutsInExchange.clear();
@@ -140,12 +140,18 @@ TEST_F(Acknowledge, LeavingTheLineSwitchesTheMotorOffFirst) {
   port.Echoed("0SVON", "0OK");
   port.Echoed("0SKIP", "0OK");
   port.Echoed("0SVOFF", "0OK");
+  // A servo that was switched on to stay is not Velmoor's to switch off.
   ASSERT_EQ(helix7.EnableServo(), kSuccess);
+  helix7.GoOffline();
+  EXPECT_EQ(port.sent, Lines{"0SVON"});
+  port.open = true;
+  port.sent.clear();
+  ASSERT_EQ(helix7.EnableServoForRun(), kSuccess);
   helix7.GoOffline();
   EXPECT_EQ(port.sent, (Lines{"0SVON", "0SKIP", "0SVOFF"}));
   EXPECT_FALSE(port.open);
   port.open = true;
-  ASSERT_EQ(helix7.EnableServo(), kSuccess);
+  ASSERT_EQ(helix7.EnableServoForRun(), kSuccess);
   port.Echoed("0RES", "0OK");
   ASSERT_EQ(helix7.ResetHardware(), kSuccess);
   EXPECT_FALSE(helix7.MotorMayBeOn()) << "a restart leaves the servo off";
