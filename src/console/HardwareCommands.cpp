@@ -113,7 +113,8 @@ bool Scan(const Context& context) {
   if (!work.Started()) return false;
   clsHX7Helix7& helix = *work.session().Helix7();
   helix.SetEcho(true);
-  if (!helix.GoOnlineManually()) {
+  // The port alone: nobody is known yet whose model could be read.
+  if (!helix.SerialComm().manualConnect()) {
     ShowExclamation(work.session().Comm().LastError());
     return false;
   }
