@@ -72,6 +72,10 @@ void Campaign::SweepTransfer(const Transfer& transfer, int stride) {
     if (i % static_cast<std::size_t>(stride) != 0 && i < always) continue;
     for (const FaultKindEntry& kind : WriteFaultKinds()) {
       if (std::cmp_greater_equal(report_.violations.size(), mostViolations_)) return;
+      // A write that changes nothing could be left out without a sign; the first one connects.
+      for (const char* const blank : {"PGMINIT", "ZONEINIT", "JSPDINIT"}) {
+        if (!transfer.upload && i > 0) wiring_.Type(std::string("send ") + blank);
+      }
       Disturb(transfer, kind, writes[i]);
     }
   }
