@@ -22,6 +22,8 @@ constexpr std::pair<std::string_view, FaultKind> kNames[] = {
     {"no-line-end", FaultKind::noLineEnd},
     {"half-line", FaultKind::halfLine},
     {"garbage", FaultKind::garbage},
+    {"value-answer", FaultKind::valueAnswer},
+    {"restart", FaultKind::restart},
     {"hang-up", FaultKind::hangUp}};
 
 constexpr int kSpent = -1;  // in place of a count

@@ -16,7 +16,7 @@ enum class FaultKind : std::uint8_t {
   lateAnswer,   // answered after the delay
   alteredEcho,  // the last character of the echo is another
   noDelimiter,  // an answer without its "="
-  notGood,      // "0NG"
+  notGood,      // "0NG", and nothing is done
   alarmAnswer,  // "0A.9F"
   junkError,    // "0ZZZZ ERR"
   zeroError,    // "00000 ERR"
@@ -25,6 +25,8 @@ enum class FaultKind : std::uint8_t {
   noLineEnd,    // the answer without its line end
   halfLine,     // the first half of the answer, without a line end
   garbage,      // noise in place of the answer
+  valueAnswer,  // a value in place of the answer, and nothing is done
+  restart,      // the amplifier restarts in place of doing it: an echo, no answer
   hangUp        // the line vanishes before anything is done
 };
 

@@ -62,10 +62,20 @@ Reply SimulatedAmplifier::Execute(std::string_view command, Micros now) {
   // A write that turns the acknowledge off is still answered.
   if (reply.acknowledges && !acknowledged) reply.text.clear();
   if (!reply.text.empty()) reply.text.insert(0, 1, Axis());
-  journal_.push_back({now, Axis() + std::string(command), reply.text});
-  if (journal_.size() > kJournalLength) journal_.pop_front();
+  Keep(command, reply.text, now);
   if (reply.restarts) Restart(now);
   return reply;
+}
+
+void SimulatedAmplifier::Pass(std::string_view command, Micros now) {
+  AdvanceTo(now);
+  Count(command);
+  Keep(command, {}, now);
+}
+
+void SimulatedAmplifier::Keep(std::string_view command, const std::string& answer, Micros now) {
+  journal_.push_back({now, Axis() + std::string(command), answer});
+  if (journal_.size() > kJournalLength) journal_.pop_front();
 }
 
 void SimulatedAmplifier::Count(std::string_view command) {

@@ -79,6 +79,8 @@ class SimulatedAmplifier {
   [[nodiscard]] bool Listens(Micros now) const { return now >= deafUntil_; }
   // Executes a line without its axis character. The answer has the axis in front.
   Reply Execute(std::string_view command, Micros now);
+  // Counts and keeps a line that is not executed.
+  void Pass(std::string_view command, Micros now);
   // Off and on again: the tables come from the stored copies, the servo is off.
   void Restart(Micros now);
 
@@ -109,6 +111,7 @@ class SimulatedAmplifier {
 
  private:
   void Count(std::string_view command);
+  void Keep(std::string_view command, const std::string& answer, Micros now);
 
   AmplifierState state_;
   std::int32_t baudRate_;

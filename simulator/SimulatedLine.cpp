@@ -38,9 +38,17 @@ std::string Distort(const Fault& fault, char axis, const std::string& answer) {
       return answer.substr(0, answer.size() / 2);
     case FaultKind::garbage:
       return std::string(kNoise);
+    case FaultKind::valueAnswer:
+      return front + "PUN=00000012";
     default:
       return answer;
   }
+}
+
+// Whether the line comes to nothing, whatever is answered.
+bool IsLeftUndone(const std::optional<Fault>& fault) {
+  return fault && (fault->kind == FaultKind::notGood || fault->kind == FaultKind::valueAnswer ||
+                   fault->kind == FaultKind::restart);
 }
 
 bool EndsLine(const std::optional<Fault>& fault) {
@@ -117,7 +125,13 @@ void SimulatedLine::Serve(std::string_view line, Micros now, std::int32_t hostBa
   }
   // The answer to a restart still goes out as before it.
   const bool echo = amplifier->Echo();
-  const Reply reply = amplifier->Execute(line.substr(1), now);
+  Reply reply;
+  if (IsLeftUndone(fault)) {
+    amplifier->Pass(line.substr(1), now);
+  } else {
+    reply = amplifier->Execute(line.substr(1), now);
+  }
+  if (fault && fault->kind == FaultKind::restart) amplifier->Restart(now);
   if (echo) sent.push_back({.start = now, .baudRate = hostBaudRate, .bytes = EchoOf(line, fault)});
   std::string answer = fault ? Distort(*fault, line.front(), reply.text) : reply.text;
   if (answer.empty()) return;

@@ -29,6 +29,7 @@ std::string Tail(const std::vector<std::string>& texts) {
 Campaign::Campaign(Wiring& wiring, std::string folder, std::uint64_t seed)
     : wiring_(wiring), folder_(std::move(folder)), seed_(seed), random_(seed) {
   program_ = std::make_unique<Program>(wiring_.Port(), folder_);
+  factoryGain_ = wiring_.Type("send PRM100");
   Prepare();
   Measure();
 }
@@ -201,38 +202,42 @@ void Campaign::OneFault() {
   while (weight >= transfer->weight) weight -= (transfer++)->weight;
   const FaultKindEntry& kind =
       FaultKinds()[static_cast<std::size_t>(Random(static_cast<int>(FaultKinds().size())))];
-  if (transfer->upload) {
-    EditAmplifier(*transfer);
+  Disturb(*transfer, kind, Random(exchanges_.at(transfer->command)));
+}
+
+void Campaign::Disturb(const Transfer& transfer, const FaultKindEntry& kind, int planned) {
+  if (transfer.upload) {
+    EditAmplifier(transfer);
   } else {
-    EditProject(*transfer);
+    EditProject(transfer);
   }
   before_ = File();
-  PlanFault(kind, *transfer);
+  PlanFault(kind, transfer.command, planned);
   const auto start = std::chrono::steady_clock::now();
-  const bool finished = Carry(*transfer);
+  const bool finished = Carry(transfer);
   if (sabotage) sabotage(wiring_, folder_ + "/campaign.tmp");
   const bool happened = HasHappened(kind);
   if (!happened) ++report_.missed;
-  Examine(kind, *transfer, finished);
+  Examine(kind, transfer, finished);
   if (!happened) return;
   const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - start;
   Tally& tally = report_.kinds[kind.name];
   ++report_.faults;
   ++tally.faults;
   tally.seconds += taken.count();
-  if (transfer->upload) ++(finished ? tally.uploadsFinished : tally.uploadsFailed);
-  if (!transfer->upload) ++(finished ? tally.downloadsFinished : tally.downloadsFailed);
+  if (transfer.upload) ++(finished ? tally.uploadsFinished : tally.uploadsFailed);
+  if (!transfer.upload) ++(finished ? tally.downloadsFinished : tally.downloadsFailed);
 }
 
-void Campaign::PlanFault(const FaultKindEntry& kind, const Transfer& transfer) {
-  planned_ = Random(exchanges_.at(transfer.command));
+void Campaign::PlanFault(const FaultKindEntry& kind, const std::string& what, int planned) {
+  planned_ = planned;
   std::string command = kind.command;
   if (const std::size_t late = command.find("late", command.find(' ')); late != std::string::npos) {
     command.replace(late, 4, "delay=" + NumberText(wiring_.TooLate()));
   }
-  doing_ = std::string(transfer.command) + ", " + kind.name + " at exchange " +
-           NumberText(planned_) + " (fault " + NumberText(report_.faults) + " of seed " +
-           NumberText(static_cast<std::int64_t>(seed_)) + ")";
+  doing_ = what + ", " + kind.name + " at exchange " + NumberText(planned_) + " (fault " +
+           NumberText(report_.faults) + " of seed " + NumberText(static_cast<std::int64_t>(seed_)) +
+           ")";
   std::function<void()> event;
   switch (kind.means) {
     case Means::noise:
@@ -267,8 +272,9 @@ bool Campaign::HasHappened(const FaultKindEntry& kind) {
 void Campaign::Mend(const FaultKindEntry& kind) {
   wiring_.Port().Before(-1, {});
   wiring_.Type("clear");
-  if (std::string_view(kind.command) == "unplug") wiring_.Type("plug");
-  if (std::string_view(kind.command).ends_with(" late")) wiring_.WaitForLate();
+  const std::string_view command = kind.command;
+  if (command == "unplug" || command.starts_with("hang-up")) wiring_.Type("plug");
+  if (command.ends_with(" late")) wiring_.WaitForLate();
 }
 
 bool Campaign::Carry(const Transfer& transfer) {

@@ -50,6 +50,9 @@ class Campaign {
 
   // Goes on until so many more faults have happened, or so many violations were found.
   void Run(int faults, int mostViolations = 20);
+  // Meets every `stride`th write of a whole download and upload, and every write of a reset of
+  // everything and of a test run, once with each way to leave a write undone.
+  void RunWrites(int stride, int mostViolations = 20);
   [[nodiscard]] const Report& Result() const { return report_; }
 
   // For tests of the campaign itself: runs behind each disturbed transfer, before it is examined.
@@ -59,11 +62,22 @@ class Campaign {
   void Prepare();
   void Measure();
   void OneFault();
+  // The fault of that kind at exchange `planned` of the transfer.
+  void Disturb(const Transfer& transfer, const FaultKindEntry& kind, int planned);
+  void SweepTransfer(const Transfer& transfer, int stride);
+  void SweepResets();
+  void SweepTestRuns();
+  // Runs `work` with that fault at its exchange `planned`, and counts it.
+  void DisturbWork(const std::string& what, const FaultKindEntry& kind, int planned,
+                   const std::function<void()>& work);
+  void ExamineReset();
+  void ExamineMotor();
+  [[nodiscard]] std::vector<int> WritesSent() const;
   void EditProject(const Transfer& transfer);
   void EditAmplifier(const Transfer& transfer);
   void EditTables();
   void EditParameters();
-  void PlanFault(const FaultKindEntry& kind, const Transfer& transfer);
+  void PlanFault(const FaultKindEntry& kind, const std::string& what, int planned);
   [[nodiscard]] bool HasHappened(const FaultKindEntry& kind);
   void Mend(const FaultKindEntry& kind);
   // Chooses the command; true when the program says that it is complete.
@@ -88,7 +102,9 @@ class Campaign {
   std::map<std::string, int> exchanges_;  // of the undisturbed transfers, by their command
   std::vector<FileRow> before_;           // the file before an upload
   std::string doing_;
-  int planned_ = 0;  // the exchange of the fault
+  int planned_ = 0;          // the exchange of the fault
+  std::string factoryGain_;  // the amplifier's answer before anything was written
+  int mostViolations_ = 20;
   Report report_;
 };
 

@@ -6,7 +6,7 @@
 namespace velmoor::campaign {
 namespace {
 
-constexpr std::array<FaultKindEntry, 30> kKinds{{
+constexpr std::array<FaultKindEntry, 32> kKinds{{
     {"byte lost on its way out", Means::noise, "drop-byte in", false, false},
     {"byte lost on its way in", Means::noise, "drop-byte out", false, true},
     {"bit turned on its way out", Means::noise, "damage-byte in", false, false},
@@ -34,9 +34,19 @@ constexpr std::array<FaultKindEntry, 30> kKinds{{
     {"device error", Means::fault, "device-error count=1", false, false},
     {"refusal without a number", Means::fault, "junk-error count=1", false, false},
     {"alarm for an answer", Means::fault, "alarm-answer count=1", false, false},
+    {"not good for an answer", Means::fault, "ng count=1", false, false},
+    {"restart in place of the line", Means::fault, "restart count=1", false, false},
     {"line hung up", Means::event, "unplug", true, false},
     {"amplifier restarted", Means::event, "power", false, false},
     {"amplifier at another speed", Means::event, "speed", true, false},
+}};
+
+constexpr std::array<FaultKindEntry, 5> kWriteKinds{{
+    {"not good for an answer", Means::fault, "ng count=1", false, false},
+    {"noise for an answer", Means::fault, "garbage count=1", false, false},
+    {"value for an acknowledge", Means::fault, "value-answer count=1", false, false},
+    {"restart in place of the line", Means::fault, "restart count=1", false, false},
+    {"line hung up at the line", Means::fault, "hang-up count=1", true, false},
 }};
 
 constexpr std::array<Transfer, 15> kTransfers{{
@@ -65,6 +75,10 @@ std::span<const FaultKindEntry> FaultKinds() {
 
 std::span<const Transfer> Transfers() {
   return kTransfers;
+}
+
+std::span<const FaultKindEntry> WriteFaultKinds() {
+  return kWriteKinds;
 }
 
 const Transfer& TransferOf(std::string_view command) {

@@ -27,6 +27,8 @@ struct Transfer {
 };
 
 [[nodiscard]] std::span<const FaultKindEntry> FaultKinds();
+// The ways in which a single write is left undone, or its end unknown.
+[[nodiscard]] std::span<const FaultKindEntry> WriteFaultKinds();
 [[nodiscard]] std::span<const Transfer> Transfers();
 [[nodiscard]] const Transfer& TransferOf(std::string_view command);
 

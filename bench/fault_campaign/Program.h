@@ -60,6 +60,12 @@ class Program {
     headless_.forms.Main().Choose(command);
     headless_.forms.Verify();
   }
+  // The same of a command that opens a form, in which `user` acts.
+  void ChooseWith(const std::string& command, const char* form,
+                  const std::function<void(headless::HeadlessForm&)>& user_) {
+    headless_.forms.OnShow(form, user_);
+    Choose(command);
+  }
   [[nodiscard]] bool Said(const std::string& part) const {
     return std::ranges::any_of(user.texts, [&part](const std::string& text) {
       return text.find(part) != std::string::npos;

@@ -4,6 +4,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "platform/PassingPort.h"
 
@@ -20,7 +21,10 @@ class WatchedPort final : public PassingPort {
     exchanges_ = 0;
     when_ = exchange;
     work_ = std::move(work);
+    lines_.clear();
   }
+  // What was sent since.
+  [[nodiscard]] const std::vector<std::string>& Lines() const { return lines_; }
   [[nodiscard]] int Exchanges() const { return exchanges_; }
 
   void SetReadTimeOut(int milliseconds) override {
@@ -30,6 +34,7 @@ class WatchedPort final : public PassingPort {
   [[nodiscard]] int ReadTimeOut() const override { return timeOut_; }
   void WriteLine(std::string_view line) override {
     if (exchanges_++ == when_ && work_) work_();
+    lines_.emplace_back(line);
     PassingPort::WriteLine(line);
   }
 
@@ -39,6 +44,7 @@ class WatchedPort final : public PassingPort {
   int exchanges_ = 0;
   int when_ = -1;
   std::function<void()> work_;
+  std::vector<std::string> lines_;
 };
 
 // An amplifier on a line that can be harmed, by the commands of the simulator's console.

@@ -25,8 +25,7 @@ constexpr int kAttempts = 2;
 constexpr std::size_t kLongestName = 16;  // of a device, in the choice of its port
 constexpr const char* kNoAdapter = "No adapter found";
 // What would disturb a search that is under way.
-constexpr const char* kBusyWhileSearching[] = {"cmdGetAxes", "cmdConnect", "cmdRefresh", "cmdBind",
-                                               "cmdCancel"};
+constexpr const char* kBusyWhileSearching[] = {"cmdGetAxes", "cmdConnect", "cmdRefresh", "cmdBind"};
 
 std::vector<std::string> AllAxes() {
   std::vector<std::string> axes;
@@ -203,6 +202,7 @@ void frmCommunications::cmdGetAxes_Click() {
 std::vector<std::string> frmCommunications::Search() {
   const BusyPointer busy;
   searching_ = true;
+  stopSearch_ = false;
   for (const char* const name : kBusyWhileSearching) form_->button(name).SetEnabled(false);
   std::vector<std::string> found;
   Trapped("frmCommunications.cmdGetAxes_Click: ", [this, &found] {
@@ -211,6 +211,7 @@ std::vector<std::string> frmCommunications::Search() {
       form_->label("lblQuery")
           .SetText(queried == kAxisCount ? "Query Finished"
                                          : std::to_string(queried) + " of 16 Axes Queried");
+      return !stopSearch_;
     });
     return true;
   });
@@ -231,6 +232,7 @@ void frmCommunications::cmdConnect_Click() {
   switch (ChangeSettingsAndConnect(strError)) {
     case Outcome::connected:
       main_.PostOnline();
+      main_.OfferToSetLineRight(false);
       ShowInformation("Settings changed and communications established successfully!");
       form_->Unload();
       break;
@@ -243,8 +245,10 @@ void frmCommunications::cmdConnect_Click() {
   }
 }
 
+// While axes are searched it ends the search, and the window stays.
 void frmCommunications::cmdCancel_Click() {
-  form_->Unload();
+  stopSearch_ = true;
+  if (!searching_) form_->Unload();
 }
 
 frmCommunications::Outcome frmCommunications::ChangeSettingsAndConnect(std::string& strError) {
@@ -283,14 +287,20 @@ bool frmCommunications::TryToConnect(std::string& strError) {
     strError = "Error establishing communications with hardware!";
     return false;
   }
-  const ResultCode code = main_.Helix7()->IsRX900AndVKLM();
+  ResultCode code = main_.Helix7()->IsRX900AndVKLM();
+  std::string value;
+  // An answer to another question than that of Pn800 may pass for its own echo.
+  if (code == kNoResponse && main_.Helix7()->GetParameter("800", value) == kEchoMismatch) {
+    main_.Helix7()->SetEcho(false);
+    main_.SetEcho(0);
+    if (main_.Helix7()->GoOnlineManually()) code = main_.Helix7()->IsRX900AndVKLM();
+  }
   if (code == kSuccess) {
     strError.clear();
     return true;
   }
-  strError = code == kNotRX900  ? "Option type error: Not RX900!"
-             : code == kNotVKLM ? "Servo type error: Not VKLM!"
-                                : "Error communicating to indexer!";
+  strError = code == kNotRX900 || code == kNotVKLM ? main_.Helix7()->IdentityText(code)
+                                                   : "Error communicating to indexer!";
   main_.Helix7()->GoOffline();
   return false;
 }

@@ -63,6 +63,7 @@ class frmCommunications {
   std::string sAxis;
   std::vector<SerialAdapter> adapters_;
   bool searching_ = false;
+  bool stopSearch_ = false;
   Connections connections_;
 };
 

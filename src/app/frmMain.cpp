@@ -222,7 +222,8 @@ void frmMain::UpdatePanels() {
   window_->SetPanel(StatusPanel::port, intCOM == kSimulatedPort
                                            ? "Simulated amplifier"
                                            : "COM" + std::to_string(intCOM + 1));
-  window_->SetPanel(StatusPanel::baudRate, std::to_string(lngBaudRate) + " bit/s");
+  window_->SetPanel(StatusPanel::baudRate,
+                    lngBaudRate > 0 ? std::to_string(lngBaudRate) + " bit/s" : "speed not known");
 }
 
 // ---- closing

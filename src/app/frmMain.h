@@ -94,6 +94,9 @@ class frmMain final : public SessionState {
 
   // ---- online and offline
   void PostOnline();
+  // Tells of an amplifier just connected that does not echo, or does not acknowledge, and offers to
+  // set it right. Asks the amplifier once where it was not searched for.
+  void OfferToSetLineRight(bool searched);
   void PostOffline();
   void CommunicationDown();
 

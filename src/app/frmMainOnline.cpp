@@ -34,6 +34,7 @@ void frmMain::mnuToolsOnline_Click() {
   if (clsProject) clsProject->MarkAfterStrayWrite();
   if (result == kSuccess) {
     PostOnline();
+    OfferToSetLineRight(true);
   } else {
     FailedOnline();
   }
@@ -52,6 +53,35 @@ void frmMain::PostOnline() {
   DisplayStatusModuleToolBar(true);
   UpdateStatusText("Online");
   if (!clsHelix7->MotorSize().empty()) strLastMotorSize = clsHelix7->MotorSize();
+}
+
+// A search has made the amplifier acknowledge already.
+void frmMain::OfferToSetLineRight(bool searched) {
+  bool acknowledges = true;
+  if (!searched) (void)clsHelix7->AskAcknowledges(acknowledges);
+  if (!acknowledges &&
+      AskYesNo("The amplifier does not acknowledge what is written to it (Pn802 is 0):\r"
+               "every write would be taken for failed.\r\r"
+               "Do you wish to switch its acknowledge on?")) {
+    const ResultCode result = clsHelix7->MakeItAcknowledge();
+    if (result != kSuccess) DisplayError(result, "The acknowledge could not be switched on!");
+  }
+  if (clsHelix7->Echoes() ||
+      !AskYesNo("The amplifier answers without echo (Pn800):\r"
+                "a command that was changed on its way cannot be found out, and\r"
+                "the terminal and the display of errors stay empty.\r\r"
+                "Do you wish to switch its echo on?  It restarts, and its servo goes off.")) {
+    return;
+  }
+  ResultCode result;
+  {
+    const BusyPointer busy;
+    result = clsHelix7->MakeItEcho();
+  }
+  if (result == kSuccess) return;
+  DisplayError(result, "The echo could not be switched on!");
+  lineSuspect_ = true;
+  LeaveIfLineLost();
 }
 
 void frmMain::FailedOnline() {

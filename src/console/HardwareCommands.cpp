@@ -101,7 +101,8 @@ bool Scan(const Context& context) {
   if (!work.Started()) return false;
   clsHX7Helix7& helix = *work.session().Helix7();
   helix.SetEcho(true);
-  if (!helix.GoOnlineManually()) {
+  // The port alone: nobody is known yet whose model could be read.
+  if (!helix.SerialComm().manualConnect()) {
     ShowExclamation(work.session().Comm().LastError());
     return false;
   }
@@ -110,9 +111,10 @@ bool Scan(const Context& context) {
   for (const std::int32_t rate : kBaudRates) {
     helix.SetBaudRate(rate);
     const auto found = ScanAxes(helix, [&](int queried) {
-      if (context.program.progress == nullptr) return;
+      if (context.program.progress == nullptr) return true;
       *context.program.progress << '\r' << rate << " bit/s: " << queried << " of " << kAxisCount
                                 << " Axes Queried " << std::flush;
+      return true;
     });
     for (const std::string& axis : found) {
       context.program.out << CsvLine({axis, NumberText(rate)});

@@ -101,7 +101,7 @@ bool Alarms(const Context& context) {
   if (!Connect(work)) return false;
   AlarmReading present;
   const ResultCode result = ReadAlarm(present);
-  if (result < 0) {
+  if (result != kSuccess) {
     DisplayError(result, "Alarm cannot be read!");
     return false;
   }

@@ -141,9 +141,15 @@ ResultCode ClassSerialComm::autoConnect(bool& echoBack, std::int32_t& baudRate,
   m_axisNo = axisNo.value_or(m_axisNo);
   m_comPort = comPort.value_or(m_comPort);
   m_echoBack = true;
-  if (!manualConnect()) return kPortNotOpen;
+  m_searchStopped = false;
+  if (!manualConnect()) {
+    TellFailure({.code = kPortNotOpen, .reason = m_saxComm ? m_saxComm->LastError() : ""});
+    return kPortNotOpen;
+  }
 
   const bool found = std::ranges::any_of(kBaudRates, [this](std::int32_t rate) {
+    m_searchStopped = m_searchStopped || (m_searchWatch && !m_searchWatch(rate));
+    if (m_searchStopped) return false;
     setBaudRate(rate);
     // The first answer at a new speed may be the remainder of noise; only the second counts.
     std::string value;
@@ -153,9 +159,16 @@ ResultCode ClassSerialComm::autoConnect(bool& echoBack, std::int32_t& baudRate,
     if (result == kEchoMismatch) m_echoBack = false;
     return result == kSuccess || result == kEchoMismatch;
   });
-  if (!found) return kNotEstablished;
-
-  const ResultCode acknowledged = writeParameter("802", "1");
+  if (!found) {
+    TellFailure({.code = kNotEstablished,
+                 .reason = m_searchStopped
+                               ? "The search was stopped."
+                               : "No amplifier answered on axis " +
+                                     HexText(static_cast<std::uint16_t>(m_axisNo)) + " of COM" +
+                                     NumberText(m_comPort) + " at 9600, 19200 or 38400 bit/s."});
+    return kNotEstablished;
+  }
+  const ResultCode acknowledged = askForAcknowledges();
   if (acknowledged != kSuccess) {
     disconnect();
     return acknowledged;
@@ -165,21 +178,55 @@ ResultCode ClassSerialComm::autoConnect(bool& echoBack, std::int32_t& baudRate,
   return kSuccess;
 }
 
+ResultCode ClassSerialComm::askAgain() {
+  std::string value;
+  const ResultCode result = readParameter("800", value);
+  return result == kSuccess ? askForAcknowledges() : result;
+}
+
+ResultCode ClassSerialComm::askForAcknowledges() {
+  const ResultCode result = writeParameter("802", "1");
+  if (result != kNoResponse) return result;
+  std::string value;
+  if (readParameter("802", value) != kSuccess) return result;
+  return ParseWhole(Trim(value)) == 1 ? kSuccess : result;
+}
+
 // ---- the exchange
 
 ResultCode ClassSerialComm::Guarded(const std::string& command, AfterExchange after,
                                     const std::function<ResultCode()>& exchange) {
   m_busy = true;
+  m_exchange = {.line = command, .timeOut = m_saxComm->ReadTimeOut()};
   ResultCode result = kPortNotOpen;
   try {
     result = exchange();
-  } catch (const std::exception&) {
+  } catch (const std::exception& error) {
     result = kPortNotOpen;
+    m_exchange.portWords = error.what();
   }
   if (after == AfterExchange::resetTimeOut) ResetTimeOut();
   m_busy = false;
-  if (result != kSuccess) LogFailure(command, result);
+  if (result == kSuccess) return result;
+  m_failure = {.code = result, .exchange = m_exchange};
+  LogFailure(command, result);
   return result;
+}
+
+void ClassSerialComm::TellFailure(LinkFailure failure) {
+  m_failure = std::move(failure);
+}
+
+// Of an operation that sent nothing.
+ResultCode ClassSerialComm::Failed(const std::string& command, ResultCode result) {
+  m_failure = {.code = result, .exchange = {.line = command}};
+  return result;
+}
+
+std::string ClassSerialComm::ReadAnswer() {
+  m_exchange.answer = m_saxComm->ReadLine();
+  m_exchange.form = AnswerFormOf(m_exchange.answer, m_exchange.line.substr(0, 1));
+  return m_exchange.answer;
 }
 
 void ClassSerialComm::LogFailure(const std::string& command, ResultCode result) const {
@@ -202,37 +249,49 @@ void ClassSerialComm::ResetTimeOut() {
 }
 
 ResultCode ClassSerialComm::ReadEcho(std::string_view bareCommand) {
-  m_echo.clear();
   if (!m_echoBack) return kSuccess;
-  m_echo = m_saxComm->ReadLine();
-  if (m_echo.empty()) return kNoResponse;
-  return Contains(m_echo, bareCommand) ? kSuccess : kEchoMismatch;
+  std::string& echo = m_exchange.echo;
+  echo = m_saxComm->ReadLine();
+  if (echo.empty()) return kNoResponse;
+  return Contains(echo, bareCommand) ? kSuccess : kEchoMismatch;
 }
 
 ResultCode ClassSerialComm::executeWriteCommand(const std::string& command) {
-  if (!IsPortOpen()) return kPortNotOpen;
+  if (!IsPortOpen()) return Failed(command, kPortNotOpen);
   const std::string_view bareCommand = WithoutAxis(command);
   RaiseTimeOut(bareCommand);
   // The raised time-out deliberately stays in force on this path.
-  if (m_busy) return kBusy;
+  if (m_busy) return Failed(command, kBusy);
   return Guarded(command, AfterExchange::resetTimeOut, [&]() -> ResultCode {
     if (m_saxComm->WaitingBytes() > 0) m_saxComm->DiscardInput();
     m_saxComm->WriteLine(command);
     const ResultCode echo = ReadEcho(bareCommand);
     if (echo != kSuccess) return echo;
-    const std::string answer = m_saxComm->ReadLine();
+    const std::string answer = ReadAnswer();
     return answer.empty() ? kNoResponse : JudgeAcknowledge(answer);
   });
 }
 
+ResultCode ClassSerialComm::Checked(const std::string& command, ResultCode result) {
+  return m_writeCheck ? m_writeCheck(command, result) : result;
+}
+
+ResultCode ClassSerialComm::WriteWord(const std::string& command) {
+  return Checked(command, executeWriteCommand(command));
+}
+
 ResultCode ClassSerialComm::WriteNumber(const std::string& command) {
-  const ResultCode result = executeWriteCommand(command);
+  ResultCode result = executeWriteCommand(command);
+  const std::string& echo = m_exchange.echo;
   if (result == kEchoMismatch) {
     const std::string_view bareCommand = WithoutAxis(command);
-    m_strayWrite |= !Contains(m_echo, bareCommand.substr(0, bareCommand.find('=') + 1));
+    m_strayWrite |= !Contains(echo, bareCommand.substr(0, bareCommand.find('=') + 1));
   }
-  const bool taken = m_echo.empty() || Trim(m_echo).ends_with(WithoutAxis(command));
-  return result == kSuccess && !taken ? kEchoMismatch : result;
+  if (result == kSuccess && !echo.empty() && !Trim(echo).ends_with(WithoutAxis(command))) {
+    result = kEchoMismatch;
+    TellFailure({.code = result, .exchange = m_exchange});
+  }
+  return Checked(command, result);
 }
 
 ResultCode ClassSerialComm::JudgeAcknowledge(std::string_view answer) {
@@ -252,14 +311,14 @@ ResultCode ClassSerialComm::JudgeAcknowledge(std::string_view answer) {
 ResultCode ClassSerialComm::executeReadCommand(const std::string& command, std::string& response,
                                                std::string_view overrideValueDelimeter) {
   const std::string_view delimiter = overrideValueDelimeter.empty() ? "=" : overrideValueDelimeter;
-  if (!IsPortOpen()) return kPortNotOpen;
-  if (m_busy) return kBusy;
+  if (!IsPortOpen()) return Failed(command, kPortNotOpen);
+  if (m_busy) return Failed(command, kBusy);
   // Unlike a write, a read throws no waiting bytes away and leaves the time-out as it is.
   return Guarded(command, AfterExchange::keepTimeOut, [&]() -> ResultCode {
     m_saxComm->WriteLine(command);
     const ResultCode echo = ReadEcho(WithoutAxis(command));
     if (echo != kSuccess) return echo;
-    const std::string answer = m_saxComm->ReadLine();
+    const std::string answer = ReadAnswer();
     if (answer.empty()) return kNoResponse;
     if (Contains(answer, kRefusalMark)) return RefusalNumber(answer, kValueNotFound);
     // The whole line is looked at, the value included; only alarm texts are exempt.
@@ -278,8 +337,8 @@ ResultCode ClassSerialComm::executeReadCommand(const std::string& command, std::
 
 ResultCode ClassSerialComm::writeToSerial(const std::string& command, RawResponse& response) {
   RaiseTimeOut(WithoutAxis(command));
-  if (m_busy) return kBusy;
-  if (m_saxComm == nullptr) return kPortNotOpen;
+  if (m_busy) return Failed(command, kBusy);
+  if (m_saxComm == nullptr) return Failed(command, kPortNotOpen);
   return Guarded(command, AfterExchange::resetTimeOut, [&]() -> ResultCode {
     m_saxComm->WriteLine(command);
     response[0] = m_saxComm->ReadLine();
@@ -287,6 +346,19 @@ ResultCode ClassSerialComm::writeToSerial(const std::string& command, RawRespons
     if (!m_echoBack) return kSuccess;
     response[1] = m_saxComm->ReadLine();
     return response[1].empty() ? kNoResponse : kSuccess;
+  });
+}
+
+ResultCode ClassSerialComm::sendAndListen(const std::string& command, std::int32_t milliseconds,
+                                          const std::function<bool(const std::string&)>& heard) {
+  if (!IsPortOpen()) return Failed(command, kPortNotOpen);
+  if (m_busy) return Failed(command, kBusy);
+  m_saxComm->SetReadTimeOut(milliseconds);
+  return Guarded(command, AfterExchange::resetTimeOut, [&]() -> ResultCode {
+    m_saxComm->WriteLine(command);
+    std::string line = m_saxComm->ReadLine();
+    while (!line.empty() && heard(line)) line = m_saxComm->ReadLine();
+    return kSuccess;
   });
 }
 

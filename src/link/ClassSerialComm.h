@@ -18,6 +18,7 @@
 #include <string_view>
 #include <utility>
 
+#include "link/LinkFailure.h"
 #include "link/ResultCode.h"
 #include "platform/SerialPort.h"
 
@@ -59,6 +60,24 @@ class ClassSerialComm {
                   std::optional<std::int16_t> comPort = {},
                   std::optional<std::int32_t> timeOut = {});
 
+  // ---- beside the results
+  // The latest exchange that went out; empty before the first.
+  [[nodiscard]] const LinkExchange& LatestExchange() const { return m_exchange; }
+  // The latest operation that failed; code 0 before the first.
+  [[nodiscard]] const LinkFailure& LatestFailure() const { return m_failure; }
+  // Takes the place of the latest failure: whoever judges an exchange more strictly tells it here.
+  void TellFailure(LinkFailure failure);
+  // Judges every write behind its exchange: gets the line and the result as told, and what it
+  // returns becomes the result of the operation; a row ends there. It may exchange by itself.
+  // Without one the results stand as told.
+  using WriteCheck = std::function<ResultCode(const std::string& line, ResultCode result)>;
+  void setWriteCheck(WriteCheck check) { m_writeCheck = std::move(check); }
+  // Told the speed that a search tries next; false ends the search.
+  using SearchWatch = std::function<bool(std::int32_t bitsPerSecond)>;
+  void setSearchWatch(SearchWatch watch) { m_searchWatch = std::move(watch); }
+  // The latest autoConnect ended because its watch said so.
+  [[nodiscard]] bool wasSearchStopped() const { return m_searchStopped; }
+
   // ---- connection
   // Opens the port, again when it is open already. Returns whether it is open.
   [[nodiscard]] bool manualConnect();
@@ -70,6 +89,12 @@ class ClassSerialComm {
   [[nodiscard]] ResultCode autoConnect(bool& echoBack, std::int32_t& baudRate,
                                        std::optional<std::int16_t> axisNo = {},
                                        std::optional<std::int16_t> comPort = {});
+  // Asks once on the open port, with speed, echo and axis as they are, and tells the amplifier to
+  // acknowledge writes. The result of the first of the two that failed.
+  [[nodiscard]] ResultCode askAgain();
+  // Tells the amplifier to acknowledge writes. One that did not so far may leave this unanswered:
+  // what it holds then tells.
+  [[nodiscard]] ResultCode askForAcknowledges();
 
   // ---- tables; rows count from 0. A row is not atomic: the first failing field ends it, the
   // fields before it stay read or written.
@@ -109,6 +134,10 @@ class ClassSerialComm {
   // The raw exchange: `command` goes out as given, axis included; nothing is parsed or compared. A
   // closed port is not tested for and gives -2. With echo off response[1] stays untouched.
   [[nodiscard]] ResultCode writeToSerial(const std::string& command, RawResponse& response);
+  // Sends `command` and gives every line that follows to `heard` until it returns false or a wait
+  // of `milliseconds` passes without a line. -1, -8 or 0. The time-out is 5000 ms afterwards.
+  [[nodiscard]] ResultCode sendAndListen(const std::string& command, std::int32_t milliseconds,
+                                         const std::function<bool(const std::string&)>& heard);
 
   [[nodiscard]] static std::string getDLLVersion() { return "2.00.00"; }
 
@@ -132,10 +161,15 @@ class ClassSerialComm {
   // told to the log.
   ResultCode Guarded(const std::string& command, AfterExchange after,
                      const std::function<ResultCode()>& exchange);
+  // Makes it the latest failure and tells the log; gives `result`.
+  ResultCode Failed(const std::string& command, ResultCode result);
   void LogFailure(const std::string& command, ResultCode result) const;
+  [[nodiscard]] std::string ReadAnswer();
+  ResultCode Checked(const std::string& command, ResultCode result);
+  ResultCode WriteWord(const std::string& command);
   ResultCode ReadEcho(std::string_view bareCommand);
-  // executeWriteCommand for a line that ends in a number. The amplifier takes what its echo shows:
-  // an echo that goes on behind the command is that of another number, and gives -3.
+  // As WriteWord for a line that ends in a number. The amplifier takes what its echo shows: an echo
+  // that goes on behind the command is that of another number, and gives -3.
   ResultCode WriteNumber(const std::string& command);
   [[nodiscard]] static ResultCode JudgeAcknowledge(std::string_view answer);
   void RaiseTimeOut(std::string_view bareCommand);
@@ -150,7 +184,11 @@ class ClassSerialComm {
                       std::span<const std::string> data);
 
   bool m_busy = false;  // a line is out and its answer is awaited
-  std::string m_echo;   // of the latest exchange
+  LinkExchange m_exchange;
+  LinkFailure m_failure;
+  WriteCheck m_writeCheck;
+  SearchWatch m_searchWatch;
+  bool m_searchStopped = false;
   bool m_strayWrite = false;
   std::int16_t m_axisNo = 0;
   std::int32_t m_baudRate = 19200;

@@ -105,7 +105,7 @@ ResultCode ClassSerialComm::writeHomeOffset(std::int32_t data) {
 }
 
 ResultCode ClassSerialComm::SetInertiaRatio() {
-  return executeWriteCommand(Line(kInertiaRatioCommand));
+  return WriteWord(Line(kInertiaRatioCommand));
 }
 
 ResultCode ClassSerialComm::SetRigidity(std::int16_t iData) {
@@ -119,7 +119,7 @@ ResultCode ClassSerialComm::helixJog(std::int32_t Speed, std::int32_t dir) {
 
 ResultCode ClassSerialComm::helixSimpleCommand(std::int32_t cmd) {
   const auto word = WordOf(kSimpleCommands, cmd);
-  return word ? executeWriteCommand(Line(*word)) : kBadSelector;
+  return word ? WriteWord(Line(*word)) : kBadSelector;
 }
 
 // ---- questions
@@ -139,6 +139,7 @@ ResultCode ClassSerialComm::helixGetValue(std::int32_t cmd, std::int32_t& data) 
     data = IsBitString(cmd) ? convertBinaryString(value) : Int32FromCell(Trim(value));
   } catch (const NumberError&) {
     data = 0;
+    TellFailure({.code = kValueNotFound, .exchange = m_exchange});
     return kValueNotFound;
   }
   return result;

@@ -19,6 +19,11 @@ inline constexpr ResultCode kNotAcknowledged = -6;  // an answer that is no ackn
 inline constexpr ResultCode kNotEstablished = -7;   // no speed was answered
 inline constexpr ResultCode kBusy = -8;             // an exchange is under way
 
+// A write that came to an end without "OK": no code of the exchange, which takes whatever holds no
+// error for a success; clsHX7Helix7 returns them and has their words.
+inline constexpr ResultCode kNoAcknowledge = -9;  // "NG", or a value: it was not done
+inline constexpr ResultCode kNoAnswerForm = -10;  // noise: whether it was done is not known
+
 // Identity failures; clsHX7Helix7::IsRX900AndVKLM alone returns them, and they have no message.
 inline constexpr ResultCode kNotRX900 = -900;
 inline constexpr ResultCode kNotVKLM = -999;

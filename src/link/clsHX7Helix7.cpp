@@ -1,4 +1,5 @@
-// Connection, identity and the forwarded operations; resets are in clsHX7Helix7Resets.cpp, what the
+// Connection, identity and the forwarded operations; resets are in clsHX7Helix7Resets.cpp, the
+// motor in clsHX7Helix7Motor.cpp, the judgement of writes in clsHX7Helix7Writes.cpp, what the
 // amplifier tells about itself in clsHX7Helix7Info.cpp.
 #include "link/clsHX7Helix7.h"
 
@@ -15,22 +16,7 @@ namespace velmoor {
 namespace {
 
 constexpr std::int32_t kSearchTimeOut = 500;
-constexpr std::int32_t kMotionTimeOut = 500;
 constexpr std::int32_t kNormalTimeOut = 5000;
-
-std::string IdentityError(ResultCode result) {
-  switch (result) {
-    case kSuccess:
-      return {};
-    case kNotRX900:
-      return "Option type error: Not RX900!";
-    case kNotVKLM:
-      return "Servo type error: Not VKLM!";
-    default:
-      return "Unable to determine if hardware is a RX900+VKLM set!\r"
-             "Check hardware and communications before proceeding.";
-  }
-}
 
 std::int32_t Selector(SimpleCommand command) {
   return static_cast<std::int32_t>(command);
@@ -40,6 +26,9 @@ std::int32_t Selector(SimpleCommand command) {
 
 clsHX7Helix7::clsHX7Helix7() {
   clsSerialComm.setupClass(gMainForm->Comm());
+  clsSerialComm.setWriteCheck([this](const std::string& strLine, ResultCode lngResult) {
+    return CheckWrite(strLine, lngResult);
+  });
 }
 
 // ---- connection
@@ -59,13 +48,32 @@ void clsHX7Helix7::PrepareSearch(std::int32_t lngBaudRate) {
   clsSerialComm.setTimeOut(kSearchTimeOut);
 }
 
+void clsHX7Helix7::SetSearchWatch(SearchWatch watch) {
+  if (!watch) return clsSerialComm.setSearchWatch({});
+  clsSerialComm.setSearchWatch([watch = std::move(watch)](std::int32_t bitsPerSecond) {
+    return watch(bitsPerSecond, gMainForm->Axis());
+  });
+}
+
+ResultCode clsHX7Helix7::FindAmplifier(bool& blnEcho, std::int32_t& lngBaudRate) {
+  if (gMainForm->IsOnline() && gMainForm->Comm().IsOpen()) {
+    if (clsSerialComm.askAgain() == kSuccess) {
+      blnEcho = clsSerialComm.echoBack();
+      lngBaudRate = clsSerialComm.baudRate();
+      return kSuccess;
+    }
+    clsSerialComm.setTimeOut(kSearchTimeOut);
+  }
+  return clsSerialComm.autoConnect(blnEcho, lngBaudRate);
+}
+
 ResultCode clsHX7Helix7::GoOnline(bool blnHideError) {
   PrepareSearch(gMainForm->BaudRate());
   bool blnEcho = true;
   std::int32_t lngBaudRate = 0;
-  ResultCode lngResult = clsSerialComm.autoConnect(blnEcho, lngBaudRate);
+  ResultCode lngResult = FindAmplifier(blnEcho, lngBaudRate);
   if (lngResult == kSuccess) {
-    const std::string strError = IdentityError(IsRX900AndVKLM());
+    const std::string strError = IdentityText(IsRX900AndVKLM());
     if (strError.empty()) {
       gMainForm->SetHelix7CommExists(true);
       gMainForm->SetBaudRate(lngBaudRate);
@@ -73,6 +81,7 @@ ResultCode clsHX7Helix7::GoOnline(bool blnHideError) {
     } else {
       // Any failure of the identity becomes the same result.
       lngResult = kPortNotOpen;
+      clsSerialComm.TellFailure({.code = lngResult, .reason = strError});
       if (!blnHideError) ShowExclamation(strError);
     }
   }
@@ -92,6 +101,7 @@ bool clsHX7Helix7::GoOnlineManually() {
 }
 
 bool clsHX7Helix7::GoOffline() {
+  MakeMotorSafe();
   clsSerialComm.disconnect();
   gMainForm->SetHelix7CommExists(false);
   return true;
@@ -103,13 +113,23 @@ ResultCode clsHX7Helix7::GoOnlineAfterRestart() {
 
 // ---- identity
 
+std::string clsHX7Helix7::IdentityText(ResultCode result) const {
+  if (result == kSuccess) return {};
+  if (result == kNotRX900) return "Option type error: Not RX900!";
+  if (result == kNotVKLM && !servoTypeFailed) return "Servo type error: Not VKLM!";
+  return "Unable to determine if hardware is a RX900+VKLM set!\r"
+         "Check hardware and communications before proceeding.\r\r" +
+         CauseOf(LatestFailure(), *gMainForm->Alarm());
+}
+
 ResultCode clsHX7Helix7::IsRX900AndVKLM() {
+  servoTypeFailed = false;
   const ResultCode lngResult = GetOptionType(strOptionType);
   if (lngResult != kSuccess) return lngResult;
   if (Right(strOptionType, 4) != "0600") return kNotRX900;
-  // Whether this read worked is not looked at: a failure ends as a wrong amplifier.
+  // A failed read ends as a wrong amplifier; IdentityText has other words for it.
   strServoType.clear();
-  (void)GetServoType(strServoType);
+  servoTypeFailed = GetServoType(strServoType) != kSuccess;
   const std::string strType = Right(strServoType, 2);
   if (strType != "02") return kNotVKLM;
   strServoType = GetServoTypeModelString(strType);
@@ -121,6 +141,28 @@ bool clsHX7Helix7::GetAxis(const std::string& strThisAxis) {
   const ResultCode lngResult = clsSerialComm.writeToSerial(strThisAxis + "TYPE", response);
   YieldEvents();
   return lngResult == kSuccess && Mid(response[1], 11, 4) == "0600";
+}
+
+ResultCode clsHX7Helix7::AskAcknowledges(bool& acknowledges) {
+  std::string strValue;
+  const ResultCode lngResult = GetParameter("802", strValue);
+  if (lngResult == kSuccess) acknowledges = ParseWhole(Trim(strValue)) != 0;
+  return lngResult;
+}
+
+ResultCode clsHX7Helix7::MakeItAcknowledge() {
+  clsSerialComm.setTimeOut(kSearchTimeOut);
+  const ResultCode lngResult = clsSerialComm.askForAcknowledges();
+  clsSerialComm.setTimeOut(kNormalTimeOut);
+  return lngResult;
+}
+
+ResultCode clsHX7Helix7::MakeItEcho() {
+  ResultCode lngResult = SetParameter("800", "1");
+  if (lngResult == kSuccess) lngResult = ResetHardware();
+  if (lngResult != kSuccess) return lngResult;
+  clsSerialComm.disconnect();
+  return GoOnlineAfterRestart();
 }
 
 bool clsHX7Helix7::Answers() {
@@ -214,29 +256,8 @@ ResultCode clsHX7Helix7::writeJogTable(std::int16_t iRow, const std::string& str
 ResultCode clsHX7Helix7::ClearAlarmHistory() {
   return clsSerialComm.helixSimpleCommand(Selector(SimpleCommand::clearAlarmHistory));
 }
-ResultCode clsHX7Helix7::EnableServo() {
-  return clsSerialComm.helixSimpleCommand(Selector(SimpleCommand::servoOn));
-}
-ResultCode clsHX7Helix7::DisableServo() {
-  return clsSerialComm.helixSimpleCommand(Selector(SimpleCommand::servoOff));
-}
 ResultCode clsHX7Helix7::ResetAbsoluteEncoder() {
   return clsSerialComm.helixSimpleCommand(Selector(SimpleCommand::resetAbsoluteEncoder));
-}
-
-ResultCode clsHX7Helix7::StartJog(std::int32_t iIndex, std::int32_t lngSpeed) {
-  clsSerialComm.setTimeOut(kMotionTimeOut);
-  const ResultCode lngResult = clsSerialComm.helixJog(lngSpeed, iIndex == 0 ? 0 : 1);
-  YieldEvents();
-  clsSerialComm.setTimeOut(kNormalTimeOut);
-  return lngResult;
-}
-
-ResultCode clsHX7Helix7::StopJog() {
-  clsSerialComm.setTimeOut(kMotionTimeOut);
-  const ResultCode lngResult = clsSerialComm.helixSimpleCommand(Selector(SimpleCommand::skip));
-  clsSerialComm.setTimeOut(kNormalTimeOut);
-  return lngResult;
 }
 
 ResultCode clsHX7Helix7::SendToSerial(const std::string& strCmd, std::string& strReturn) {

@@ -5,6 +5,11 @@
 // The main window owns the one instance. Every operation with a ResultCode throws nothing and shows
 // nothing, but GoOnline; callers report with DisplayError. Outputs are set on success only unless
 // told otherwise. Reads and writes the session through gMainForm. One thread.
+//
+// A write is done when it is acknowledged. The exchange takes whatever holds no error for a
+// success; here every operation that changes something gives -9 for an answer that denies it ("NG",
+// or a value in place of "OK") and -10 for noise, of which nobody knows whether it was done. After
+// noise a value is read back once, and the write counts when the amplifier holds it.
 #pragma once
 
 #include <cstdint>
@@ -38,14 +43,17 @@ class clsHX7Helix7 {
   // Rated power in watts as decimal text, of the last model that was read; empty before.
   [[nodiscard]] const std::string& MotorSize() const { return strMotorSize; }
   [[nodiscard]] ClassSerialComm& SerialComm() { return clsSerialComm; }
-  [[nodiscard]] const std::string& ErrorMessages(ResultCode iNegativeIndex) const {
-    return clsSerialComm.ErrorMessages(iNegativeIndex);
-  }
+  // The words of -10 to 0; throws std::out_of_range otherwise.
+  [[nodiscard]] const std::string& ErrorMessages(ResultCode iNegativeIndex) const;
+  // What failed last, with its cause; code 0 before the first failure.
+  [[nodiscard]] const LinkFailure& LatestFailure() const { return clsSerialComm.LatestFailure(); }
 
   // ---- connection
-  // Searches the amplifier on the session's axis and port, tests its identity and adopts its speed
-  // and echo. -1 for a wrong identity. Shows the reason in a box unless `blnHideError`; a failed
-  // search shows nothing. The port stays open after a failure; the time-out is 5000 ms afterwards.
+  // Asks once at the present speed where the session is online already; searches the amplifier on
+  // the session's axis and port otherwise, or when nobody answers. Tests its identity and adopts
+  // its speed and echo. -1 for a wrong identity. Shows the reason in a box unless `blnHideError`; a
+  // failed search shows nothing. The port stays open after a failure; the time-out is 5000 ms
+  // afterwards.
   [[nodiscard]] ResultCode GoOnline(bool blnHideError);
   // Opens the port with the settings as they are and reads the model; no search, no identity test.
   // Returns whether the port opened.
@@ -55,6 +63,10 @@ class clsHX7Helix7 {
   // GoOnline without a box, repeated until the amplifier is back from its restart or the attempts
   // are used up. A port that cannot be opened ends it at once.
   [[nodiscard]] ResultCode GoOnlineAfterRestart();
+  // Told before each speed that a search tries; false ends the search with -7. Events may run in
+  // it.
+  using SearchWatch = std::function<bool(std::int32_t bitsPerSecond, const std::string& axis)>;
+  void SetSearchWatch(SearchWatch watch);
   // How often a search is made after a restart, 4 unless set; a search without answer takes 3 s.
   void SetRestartAttempts(int count) { intRestartAttempts = count; }
 
@@ -69,6 +81,16 @@ class clsHX7Helix7 {
   // ---- identity
   // 0, -900 (another option card), -999 (another amplifier) or the failure of the first question.
   [[nodiscard]] ResultCode IsRX900AndVKLM();
+  // What the user is told of that result; empty for 0. An amplifier whose type could not be read is
+  // -999 and no wrong amplifier: the words tell the two apart.
+  [[nodiscard]] std::string IdentityText(ResultCode result) const;
+  // Whether the connected amplifier repeats each line, as the connection has it.
+  [[nodiscard]] bool Echoes() const { return clsSerialComm.echoBack(); }
+  // Whether it acknowledges writes (Pn802); one that does not lets every write fail.
+  [[nodiscard]] ResultCode AskAcknowledges(bool& acknowledges);
+  [[nodiscard]] ResultCode MakeItAcknowledge();
+  // Sets Pn800 and restarts the amplifier, as it takes effect then; goes online again.
+  [[nodiscard]] ResultCode MakeItEcho();
   // True when an RX900 answers at the axis given as one hexadecimal digit. Needs echo on. Leaves a
   // time-out of 5000 ms behind: set 500 before each call of a scan.
   [[nodiscard]] bool GetAxis(const std::string& strThisAxis);
@@ -132,7 +154,19 @@ class clsHX7Helix7 {
 
   // ---- servo, motion, restart
   [[nodiscard]] ResultCode EnableServo();
+  // As EnableServo, for a motor that must not stay on: see MotorMayBeOn.
+  [[nodiscard]] ResultCode EnableServoForRun();
   [[nodiscard]] ResultCode DisableServo();
+  // Servo on went out for a run, and neither servo off nor a restart was acknowledged since.
+  [[nodiscard]] bool MotorMayBeOn() const { return motorMayBeOn; }
+  // Servo off, up to three times with half a second each.
+  [[nodiscard]] ResultCode SwitchOffForCertain();
+  // Ends the motion, up to three times with half a second each; where none is acknowledged the
+  // servo goes off instead. The result is that of ending the motion; a busy line (-8) is not tried
+  // again.
+  [[nodiscard]] ResultCode StopForCertain();
+  // Both, where the motor may be on and the port is open. True when it is known to be off.
+  bool MakeMotorSafe();
   // `iIndex` 0 forward, otherwise reverse. Serves events after its exchange.
   [[nodiscard]] ResultCode StartJog(std::int32_t iIndex, std::int32_t lngSpeed);
   [[nodiscard]] ResultCode StopJog();
@@ -162,6 +196,13 @@ class clsHX7Helix7 {
   // Hands axis, port and echo of the session to the exchange, with the time-out of a search.
   void PrepareSearch(std::int32_t lngBaudRate);
   ResultCode RestartWithFactorySettings();
+  // The session's amplifier, asked or searched for.
+  ResultCode FindAmplifier(bool& blnEcho, std::int32_t& lngBaudRate);
+  // The result of a write, by the form of its answer.
+  ResultCode CheckWrite(const std::string& strLine, ResultCode lngResult);
+  // Whether the amplifier holds the value that the line writes; false for a line without one.
+  bool HoldsWhatWasWritten(const std::string& strLine);
+  ResultCode RepeatBriefly(SimpleCommand command);
   // Repeats a search for as long as nobody answers and attempts are left.
   ResultCode RepeatWhileRestarting(const std::function<ResultCode()>& search);
 
@@ -172,6 +213,8 @@ class clsHX7Helix7 {
   std::string strMotorSize;
   std::string strEncoderInfo;
   int intRestartAttempts = 4;
+  bool motorMayBeOn = false;
+  bool servoTypeFailed = false;      // of the latest IsRX900AndVKLM
   std::set<SimpleCommand> unstored;  // tables, by the command that stores them
   ClassSerialComm clsSerialComm;
 };

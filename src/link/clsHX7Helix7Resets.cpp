@@ -50,7 +50,10 @@ ResultCode clsHX7Helix7::SaveTablesToMemory(std::int32_t eItem) {
 ResultCode clsHX7Helix7::ResetHardware() {
   const ResultCode lngResult =
       clsSerialComm.helixSimpleCommand(static_cast<std::int32_t>(SimpleCommand::restart));
-  if (lngResult == kSuccess) unstored.clear();
+  if (lngResult == kSuccess) {
+    unstored.clear();
+    motorMayBeOn = false;  // an amplifier restarts with its servo off
+  }
   return lngResult;
 }
 
@@ -86,7 +89,7 @@ ResultCode clsHX7Helix7::RepeatWhileRestarting(const std::function<ResultCode()>
   ResultCode lngResult = search();
   for (int attempt = 1; attempt < intRestartAttempts; ++attempt) {
     const bool blnSilent = lngResult == kNotEstablished || lngResult == kNoResponse;
-    if (!blnSilent) break;
+    if (!blnSilent || clsSerialComm.wasSearchStopped()) break;
     lngResult = search();
   }
   return lngResult;

@@ -24,7 +24,7 @@ AlarmReading DescribeAlarm(const std::string& strDisplay) {
 AlarmReading DescribeDeviceError(ResultCode code) {
   const AlarmNames& names = *gMainForm->Alarm();
   // The one lookup takes the code in hexadecimal, the other in decimal.
-  return {names.GetErrorName(HexOf(code)), HexOf(code),
+  return {"could not be read: " + names.GetErrorName(HexOf(code)), HexOf(code),
           names.GetErrorPanelDisplay(NumberText(code))};
 }
 

@@ -17,7 +17,8 @@ struct AlarmReading {
 
 // Of the panel display "A.40", blanks around it dropped.
 [[nodiscard]] AlarmReading DescribeAlarm(const std::string& strDisplay);
-// Of a device error, by its number.
+// Of a read that the amplifier refused, by the number of the refusal: the name says that this is no
+// alarm of the machine.
 [[nodiscard]] AlarmReading DescribeDeviceError(ResultCode code);
 
 // The present state of the amplifier. Below 0: it could not be read, and `reading` stays. A device

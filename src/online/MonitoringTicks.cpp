@@ -19,6 +19,9 @@ namespace {
 
 // The chart is drawn between the exchanges, so not too often.
 constexpr double kChartPause = 0.25;  // s
+constexpr const char* kNoAlarm = "Cannot retrieve current alarm from hardware!";
+constexpr const char* kNoError = "Cannot retrieve current error from hardware!";
+constexpr const char* kNoHistory = "Error getting alarm history!";
 
 std::string GetState(bool bState) {
   return bState ? "starting" : "stopping";
@@ -95,10 +98,11 @@ ResultCode frmMonitoring::GetAlarm() {
     const auto token = Token();
     LookWhetherLineIsLost(result);
     if (!token.expired() && gMainForm->IsOnline()) {
-      DisplayError(result, "Cannot retrieve current alarm from hardware!");
+      TellOnce(result, kNoAlarm);
     }
     return result;
   }
+  told_.erase(kNoAlarm);
   form().label("lblAlarm").SetText(reading.display);
   form().label("lblStatus").SetText(reading.code);
   form().label("lblComment").SetText(reading.name);
@@ -113,18 +117,26 @@ void frmMonitoring::GetAlarmHistory() {
   const ResultCode result = ReadAlarmHistory(history_);
   form().grid("vsHistory").Refresh();
   UpdateAlarmHistoryComment();
-  if (result >= 0) return;
+  if (result >= 0) {
+    told_.erase(kNoHistory);
+    return;
+  }
+  const LinkFailure failure = gMainForm->Helix7()->LatestFailure();
   LookWhetherLineIsLost(result);
-  if (!token.expired() && gMainForm->IsOnline()) ShowExclamation("Error getting alarm history!");
+  if (token.expired() || !gMainForm->IsOnline()) return;
+  form().label("lblHistoryComment").SetText(CauseOf(failure, *gMainForm->Alarm()));
+  TellOnce(result, kNoHistory);
+}
+
+void frmMonitoring::TellOnce(ResultCode result, const char* words) {
+  if (told_.insert(words).second) DisplayError(result, words);
 }
 
 void frmMonitoring::GetError() {
   std::string strError;
   const ResultCode result = ReadError(strError);
-  if (result != kSuccess) {
-    DisplayError(result, "Cannot retrieve current error from hardware!");
-    return;
-  }
+  if (result != kSuccess) return TellOnce(result, kNoError);
+  told_.erase(kNoError);
   Label& label = form().label("lblError");
   label.SetText(strError);
   label.SetTone(strError.starts_with('E') ? Tone::alarm : Tone::normal);

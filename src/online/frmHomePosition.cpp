@@ -103,8 +103,9 @@ bool frmHomePosition::UpdateOffset() {
   Status.Raise("Home Offset Position Updating");
   const std::string text = form().textBox("txtOffset").Text();
   lngOffset_ = ToInt32(RoundHalfEven(CountsOf(text)));
-  if (gMainForm->Helix7()->SetHomeOffset(lngOffset_) != kSuccess) {
-    ShowExclamation("Error setting home offset position!");
+  const ResultCode result = gMainForm->Helix7()->SetHomeOffset(lngOffset_);
+  if (result != kSuccess) {
+    DisplayError(result, "Error setting home offset position!");
     return false;
   }
   homing_.UploadHomingOffset();

@@ -1,5 +1,6 @@
 #include "online/frmInertiaRatio.h"
 
+#include "link/DisplayError.h"
 #include "link/clsHX7Helix7.h"
 #include "platform/Events.h"
 #include "platform/MessageBoxes.h"
@@ -51,15 +52,18 @@ void frmInertiaRatio::tmrTimer_Timer() {
 void frmInertiaRatio::Fail() {
   const auto token = Token();
   form().timer("tmrTimer").SetEnabled(false);
-  ShowExclamation("Cannot identify or read inertia ratio!\rCheck communications and retry!");
+  const std::string cause = CauseOf(gMainForm->Helix7()->LatestFailure(), *gMainForm->Alarm());
+  ShowExclamation("Cannot identify or read inertia ratio!\rCheck communications and retry!\r\r" +
+                  cause);
   if (!token.expired()) Unload();
 }
 
 void frmInertiaRatio::cmdSet_Click() {
-  if (gMainForm->Helix7()->SetInertiaRatio() == kSuccess) {
+  const ResultCode result = gMainForm->Helix7()->SetInertiaRatio();
+  if (result == kSuccess) {
     ShowInformation("Inertia Ratio was set successfully!");
   } else {
-    ShowExclamation("Inertia Ratio failed to set!");
+    DisplayError(result, "Inertia Ratio failed to set!");
   }
 }
 

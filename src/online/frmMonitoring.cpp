@@ -158,6 +158,7 @@ void frmMonitoring::cmdMonitoring_Click() {
   YieldEvents();
   if (token.expired()) return;
   if (!blnMonitor_) return ShowStandBy();
+  told_.clear();
   form().button("cmdMonitoring").SetCaption("Stop &Monitor");
   EnableAlarmButtons(false);
   Status.Raise("Monitoring In Progress");

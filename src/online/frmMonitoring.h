@@ -7,6 +7,7 @@
 
 #include <array>
 #include <functional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -75,6 +76,9 @@ class frmMonitoring final : public OnlineWindow {
   ResultCode GetAlarm();
   void GetAlarmHistory();
   void GetError();
+  // A failure in a box, once until the same read has worked or monitoring begins anew: it would
+  // come back with every pass.
+  void TellOnce(ResultCode result, const char* words);
   void cmdAlarm_Click(int Index);
   void ClearAlarmHistoryGrid();
   void UpdateAlarmHistoryComment();
@@ -94,6 +98,7 @@ class frmMonitoring final : public OnlineWindow {
   std::string sngUpdateTime_ = "2.0";  // kept and shown, and nothing else, deliberately
   bool blnMonitor_ = false;
   bool blnNotInitialAlarm_ = false;
+  std::set<std::string> told_;  // words of failures that last
   bool blnNotDone_ = false;
   bool looping_ = false;
   std::array<bool, kMonitoredItems> blnUpdate_{};

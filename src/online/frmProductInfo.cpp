@@ -20,7 +20,9 @@ void frmProductInfo::RetrieveInfo() {
   std::string strError;
   const auto add = [&strError](const char* what, ResultCode result) {
     if (result == kSuccess) return;
-    strError += (strError.empty() ? "" : "\r") + std::string(what) + ResultText(result);
+    const std::string cause = CauseOf(gMainForm->Helix7()->LatestFailure(), *gMainForm->Alarm());
+    strError +=
+        (strError.empty() ? "" : "\r\r") + std::string(what) + ResultText(result) + "\r" + cause;
   };
   add("Option Information Error: ", GetOptionInfo());
   add("Servo and Motor Information Error: ", GetServoAndMotorInfo());

@@ -1,12 +1,15 @@
 #include "online/frmServoJog.h"
 
+#include <chrono>
 #include <exception>
 #include <optional>
 
+#include "link/CommandWords.h"
 #include "link/DisplayError.h"
 #include "link/clsHX7Helix7.h"
 #include "platform/MessageBoxes.h"
 #include "platform/Numbers.h"
+#include "platform/ScopedFlag.h"
 #include "session/Project.h"
 #include "session/Session.h"
 
@@ -17,6 +20,14 @@ constexpr const char* kCannotStart = "Error initiating servo jog!";
 constexpr const char* kCannotStop = "Error terminating servo jog!";
 constexpr const char* kHint =
     "\r\rHold jog button down for a few seconds before releasing to stop, if jog is still running.";
+constexpr const char* kNotPositive =
+    "Speed must be a positive integer value!  Previous value will be restored.";
+constexpr const char* kMayBeOn =
+    "The motor may still be energised and moving: servo off was not confirmed.\r"
+    "Use the emergency stop, then check the line.";
+// One question each time; a silent line is asked less often, since each costs half a second.
+constexpr std::chrono::milliseconds kWatch{120};
+constexpr std::chrono::milliseconds kWatchSilence{2000};
 constexpr const char* kNotNumeric = "Non-numeric value entered!  Previous value will be restored.";
 
 clsHX7Helix7& Hardware() {
@@ -41,22 +52,16 @@ frmServoJog::~frmServoJog() {
 }
 
 void frmServoJog::MakeSafe() {
-  if (!mayBeOn_ || gMainForm == nullptr || gMainForm->Helix7() == nullptr) return;
-  mayBeOn_ = false;
+  if (gMainForm == nullptr || gMainForm->Helix7() == nullptr) return;
   blnMouseUp_ = true;
-  if (!gMainForm->Comm().IsOpen()) return;
-  try {
-    (void)Hardware().StopJog();
-    (void)Hardware().DisableServo();
-  } catch (const std::exception&) {
-    // The line is gone, and with it all that could be done.
-  }
+  Hardware().MakeMotorSafe();
 }
 
 void frmServoJog::FormLoad() {
   blnServo_ = false;
   blnNeedsSaving_ = false;
   blnMouseUp_ = true;
+  stopping_ = false;
   form().textBox("txtSpeed").SetText(NumberText(lngSpeed_));
   strStartValue_ = strBeforeEdit_ = form().textBox("txtSpeed").Text();
   for (int index = 0; index < 2; ++index) {
@@ -71,15 +76,31 @@ void frmServoJog::FormLoad() {
   TextBox& speed = form().textBox("txtSpeed");
   connections_ += speed.Change.Connect([this] { txtSpeed_Change(); });
   connections_ += speed.Validate.Connect([this](bool& cancel) { txtSpeed_Validate(cancel); });
+  connections_ += form().button("cmdResetAlarm").Click.Connect([this] { cmdResetAlarm_Click(); });
   EnableJogButtons(false);
+  ShowServo();
   CheckHardwareServoForwardSetting();
+  Project& project = OpenedProject();
+  const auto feed = static_cast<float>(project.MechanicalSystemSister().FeedConstant());
+  watch_ = MotorWatch(MonitoredUnits(project, feed), blnCWForward_);
+  ShowMotion();
+  Timer& timer = form().timer("tmrWatch");
+  timer.SetInterval(kWatch);
+  connections_ += timer.Tick.Connect([this] { tmrWatch_Timer(); });
+  timer.SetEnabled(true);
 }
 
-// The servo goes off whichever way the window closes; what comes of it is not examined.
+// The servo goes off whichever way the window closes. Where the motor cannot be on nothing is told.
 void frmServoJog::FormUnload() {
-  if (!blnMouseUp_) cmdJog_MouseUp();
-  (void)Hardware().DisableServo();
-  mayBeOn_ = false;
+  form().timer("tmrWatch").SetEnabled(false);
+  const bool moved = !blnMouseUp_;
+  blnMouseUp_ = true;
+  blnServo_ = false;
+  if (moved) (void)Hardware().StopForCertain();
+  const ResultCode result = Hardware().SwitchOffForCertain();
+  if (result != kSuccess && Hardware().MotorMayBeOn()) {
+    Tell(Hardware().LatestFailure(), "Error setting servo off!");
+  }
   const auto start = SpeedIn(strStartValue_);
   if (!start || *start != lngSpeed_) blnNeedsSaving_ = true;
 }
@@ -98,51 +119,61 @@ void frmServoJog::CheckHardwareServoForwardSetting() {
 
 // ---- the servo
 
+// What may be on is switched off, whatever was asked for last.
 void frmServoJog::cmdServo_Click() {
   try {
-    blnServo_ = !blnServo_;
-    TurnServo(blnServo_);
+    blnServo_ = !blnServo_ && !Hardware().MotorMayBeOn();
+    std::optional<LinkFailure> enableFailure;
+    if (blnServo_) enableFailure = AskAndEnable();
+    if (!blnServo_) {
+      const ResultCode off = SwitchOff();
+      if (enableFailure) {
+        Tell(*enableFailure, "Error setting servo on!");
+      } else if (off != kSuccess) {
+        Tell(Hardware().LatestFailure(), "Error setting servo off!");
+      }
+    }
     EnableJogButtons(blnServo_);
   } catch (const std::exception& error) {
     ShowExclamation(std::string("Error enabling/disabling servo!\r") + error.what());
   }
 }
 
-void frmServoJog::TurnServo(bool on) {
-  if (!on) {
-    const ResultCode result = Hardware().DisableServo();
-    if (result == kSuccess) {
-      mayBeOn_ = false;
-      ShowServo(false);
-    } else {
-      // The caption stays and the jog buttons go dead, deliberately.
-      DisplayError(result, "Error setting servo off!");
-    }
-    return;
-  }
-  const bool sure = AskExclamationYesNo(
+// blnServo_ stays only where the servo is on.
+std::optional<LinkFailure> frmServoJog::AskAndEnable() {
+  blnServo_ = AskExclamationYesNo(
       "Use extreme caution!\r"
       "The enable operation will energize the motor and may cause motion \r"
       "of the motor shaft and any mechanism connected to the motor shaft.\r\r"
       "Are you sure you want to enable the servo system?\r"
       "Click Yes to enable the servo.  Click No to cancel.");
-  if (!sure) {
-    blnServo_ = false;
-    return;
-  }
-  mayBeOn_ = true;
-  const ResultCode result = Hardware().EnableServo();
-  if (result == kSuccess) {
-    ShowServo(true);
-  } else {
-    blnServo_ = false;
-    DisplayError(result, "Error setting servo on!");
-  }
+  if (!blnServo_) return std::nullopt;
+  blnServo_ = Hardware().EnableServoForRun() == kSuccess;
+  ShowServo();
+  if (blnServo_) return std::nullopt;
+  return Hardware().LatestFailure();
 }
 
-void frmServoJog::ShowServo(bool on) {
-  form().button("cmdServo").SetCaption(on ? "Disable &Servo" : "Enable &Servo");
-  form().lamp("pcbServo").SetTone(on ? Tone::good : Tone::normal);
+ResultCode frmServoJog::SwitchOff() {
+  blnServo_ = false;
+  const ResultCode result = Hardware().SwitchOffForCertain();
+  ShowServo();
+  return result;
+}
+
+void frmServoJog::ShowServo() {
+  const bool mayBeOn = Hardware().MotorMayBeOn();
+  form().button("cmdServo").SetCaption(mayBeOn ? "Disable &Servo" : "Enable &Servo");
+  form().lamp("pcbServo").SetTone(!mayBeOn ? Tone::normal : blnServo_ ? Tone::good : Tone::alarm);
+  form()
+      .label("lblServo")
+      .SetText(!mayBeOn    ? "Servo not enabled"
+               : blnServo_ ? "Servo on"
+                           : "Servo may be on: use the emergency stop");
+}
+
+void frmServoJog::Tell(const LinkFailure& failure, const char* words) {
+  DisplayError(failure, words, Hardware().MotorMayBeOn() && !blnServo_ ? kMayBeOn : "");
 }
 
 void frmServoJog::EnableJogButtons(bool bState) {
@@ -159,8 +190,11 @@ void frmServoJog::cmdJog_MouseDown(int Index) {
   } catch (const std::exception& error) {
     // Whatever happened: it must not go on turning while a box is read.
     const bool open = !token.expired();
-    (void)Hardware().StopJog();
-    if (open) blnMouseUp_ = true;
+    (void)Hardware().StopForCertain();
+    if (open) {
+      blnMouseUp_ = true;
+      ShowServo();
+    }
     ShowExclamation(std::string(kCannotStart) + "\r" + error.what() + kHint);
   }
 }
@@ -168,12 +202,17 @@ void frmServoJog::cmdJog_MouseDown(int Index) {
 // Events run between the questions to the amplifier, so that a release is seen before anything
 // starts to move.
 void frmServoJog::StartMotion(int Index) {
+  if (!TakeSpeed()) {
+    blnMouseUp_ = true;
+    return;
+  }
   const auto token = Token();
   const float factor = OpenedProject().GetReferenceSpeedFactor();
   if (token.expired()) return;
   if (factor < 0) {
     blnMouseUp_ = true;
-    ShowExclamation("Error communicating with hardware!\rCheck connections then retry!");
+    ShowExclamation("Error communicating with hardware!\rCheck connections then retry!\r\r" +
+                    CauseOf(Hardware().LatestFailure(), *gMainForm->Alarm()));
     return;
   }
   lngRefUnitSpeed_ =
@@ -183,20 +222,75 @@ void frmServoJog::StartMotion(int Index) {
   const ResultCode result = Hardware().StartJog(iCWIndex_, lngRefUnitSpeed_);
   if (result == kSuccess || result == kBusy || token.expired()) return;
   // The command may have come through although its answer did not.
-  blnMouseUp_ = true;
-  (void)Hardware().StopJog();
-  DisplayError(result, kCannotStart);
+  const LinkFailure failure = Hardware().LatestFailure();
+  StopMotion(nullptr);
+  Tell(failure, kCannotStart);
+}
+
+bool frmServoJog::TakeSpeed() {
+  const auto speed = SpeedIn(form().textBox("txtSpeed").Text());
+  if (speed && *speed >= 1) {
+    lngSpeed_ = *speed;
+    return true;
+  }
+  RestoreSpeed(speed ? kNotPositive : kNotNumeric);
+  return false;
 }
 
 void frmServoJog::cmdJog_MouseUp() {
+  if (stopping_) return;
   try {
-    blnMouseUp_ = true;
-    const ResultCode result = Hardware().StopJog();
-    // A line that is busy is passed over in silence, deliberately; nothing here lets it arise.
-    if (result != kSuccess && result != kBusy) DisplayError(result, kCannotStop);
+    StopMotion(kCannotStop);
   } catch (const std::exception& error) {
     ShowExclamation(std::string(kCannotStop) + "\r" + error.what() + kHint);
   }
+}
+
+// A line that is busy is passed over in silence, deliberately; nothing here lets it arise. Without
+// `words` the caller tells.
+void frmServoJog::StopMotion(const char* words) {
+  const ScopedFlag stopping(stopping_);
+  blnMouseUp_ = true;
+  const ResultCode result = Hardware().StopForCertain();
+  if (result == kSuccess || result == kBusy) return;
+  const LinkFailure failure = Hardware().LatestFailure();
+  blnServo_ = false;
+  ShowServo();
+  EnableJogButtons(false);
+  if (words != nullptr) Tell(failure, words);
+}
+
+// ---- what the motor does
+
+void frmServoJog::tmrWatch_Timer() {
+  const ResultCode result = watch_.AskNext();
+  const bool silent = result == kPortNotOpen || result == kNoResponse;
+  if (silent) watch_.Forget();
+  form().timer("tmrWatch").SetInterval(silent ? kWatchSilence : kWatch);
+  ShowMotion();
+  const auto token = Token();
+  // Nobody can tell what a motor does that is held running on a silent line.
+  if (silent && !blnMouseUp_) StopMotion("The amplifier does not answer: the motion was ended.");
+  if (token.expired() || !watch_.HasTripped() || !blnServo_) return;
+  // An alarm takes the servo off; its reset must not bring it back.
+  EnableJogButtons(false);
+  (void)SwitchOff();
+}
+
+void frmServoJog::ShowMotion() {
+  form().label("lblActualSpeed").SetText(watch_.SpeedText());
+  form().label("lblActualPosition").SetText(watch_.PositionText());
+  form().label("lblMotion").SetText(watch_.MotionText());
+  Label& alarm = form().label("lblAlarm");
+  alarm.SetText(watch_.AlarmText());
+  alarm.SetTone(watch_.IsAlarm() ? Tone::alarm : Tone::normal);
+  form().button("cmdResetAlarm").SetEnabled(watch_.IsAlarm());
+}
+
+void frmServoJog::cmdResetAlarm_Click() {
+  const ResultCode result =
+      Hardware().ResetDefaults(static_cast<std::int32_t>(SimpleCommand::resetAlarm));
+  if (result != kSuccess) DisplayError(result, "Error resetting current alarm!");
 }
 
 // ---- speed
@@ -220,7 +314,7 @@ void frmServoJog::txtSpeed_Validate(bool& Cancel) {
     RestoreSpeed(kNotNumeric);
     Cancel = true;
   } else if (*speed < 1) {
-    RestoreSpeed("Speed must be a positive integer value!  Previous value will be restored.");
+    RestoreSpeed(kNotPositive);
     Cancel = true;
   } else {
     lngSpeed_ = *speed;

@@ -1,12 +1,17 @@
 // The test run's window: energises the motor and turns it for as long as a button is held.
 //
 // A safety shape: nothing moves while the servo is off, motion ends with the button's release,
-// however that comes about, and every way out of the window turns the servo off.
+// however that comes about, and every way out of the window turns the servo off. What ends motion
+// is repeated until it is acknowledged, before any box; what could not be confirmed is told, shown
+// as a servo that may be on, and tried again by every way out, to the end of the program.
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
+#include "link/LinkFailure.h"
+#include "online/MotorWatch.h"
 #include "online/OnlineWindow.h"
 
 namespace velmoor {
@@ -32,12 +37,25 @@ class frmServoJog final : public OnlineWindow {
  private:
   void CheckHardwareServoForwardSetting();
   void cmdServo_Click();
-  void TurnServo(bool on);
-  void ShowServo(bool on);
+  // Asks, and switches on after a Yes; the failure of that.
+  std::optional<LinkFailure> AskAndEnable();
+  // Servo off, shown as it came out; the failure is the link's latest.
+  ResultCode SwitchOff();
+  // As it is known: on, off, or that it may be on.
+  void ShowServo();
+  // Tells a failure, and that the motor may be energised where that is so.
+  void Tell(const LinkFailure& failure, const char* words);
   void EnableJogButtons(bool bState);
   void cmdJog_MouseDown(int Index);
   void StartMotion(int Index);
+  // The typed speed can be sent; told otherwise.
+  bool TakeSpeed();
   void cmdJog_MouseUp();
+  // Ends the motion; the servo is off where that was not acknowledged.
+  void StopMotion(const char* words);
+  void tmrWatch_Timer();
+  void ShowMotion();
+  void cmdResetAlarm_Click();
   void txtSpeed_Change();
   void txtSpeed_Validate(bool& Cancel);
   void RestoreSpeed(const char* words);
@@ -50,7 +68,8 @@ class frmServoJog final : public OnlineWindow {
   bool blnServo_ = false;  // the user's last request
   bool blnCWForward_ = false;
   bool blnMouseUp_ = true;
-  bool mayBeOn_ = false;  // the amplifier was told to switch on, and not yet to switch off
+  bool stopping_ = false;  // a button that is let go meanwhile needs no stop of its own
+  MotorWatch watch_;
   std::int16_t iCWIndex_ = 0;
   std::int32_t lngRefUnitSpeed_ = 0;  // 1000 reference units a minute
   std::int32_t lngSpeed_ = 10;        // rpm, as typed

@@ -2,6 +2,7 @@
 // simulated amplifier, and a search while offline.
 
 #include "AppSession.h"
+#include "platform/Numbers.h"
 #include "platform/SerialPorts.h"
 
 namespace velmoor {
@@ -123,7 +124,7 @@ TEST_F(Communications, ASearchWhileOfflineOpensThePortForItselfAlone) {
     int looked = 0;
     data.events.AtYield(1, [&] {
       ++looked;
-      for (const char* const name : {"cmdConnect", "cmdCancel", "cmdRefresh", "cmdGetAxes"}) {
+      for (const char* const name : {"cmdConnect", "cmdRefresh", "cmdGetAxes"}) {
         EXPECT_FALSE(form.button(name).Enabled()) << name;
       }
       EXPECT_FALSE(form.Unload()) << "a search is under way";
@@ -137,6 +138,45 @@ TEST_F(Communications, ASearchWhileOfflineOpensThePortForItselfAlone) {
   });
   EXPECT_EQ(Boxes(), Texts{});
   EXPECT_FALSE(Form().IsOnline());
+}
+
+TEST_F(Communications, CancelEndsASearchAndLeavesTheWindow) {
+  Open([this](headless::HeadlessForm& form) {
+    data.events.AtYield(2, [&form] { form.Press("cmdCancel"); });
+    form.Press("cmdGetAxes");
+    EXPECT_TRUE(form.IsShown());
+    EXPECT_EQ(form.label("lblQuery").Text(), "4 of 16 Axes Queried");
+    EXPECT_EQ(form.comboBox("cmbAxes").Items(), Texts{"0"});
+  });
+}
+
+// An amplifier that does not talk as Velmoor needs it is told at connect and set right by one
+// answer.
+TEST_F(Communications, ASilentHabitOfTheAmplifierIsToldAndSetRight) {
+  struct Case {
+    const char* parameter;
+    const char* value;
+    const char* question;
+  };
+  const Case cases[] = {{"802", "0", "does not acknowledge"}, {"800", "0", "without echo"}};
+  for (const Case& row : cases) {
+    const auto number = static_cast<std::uint32_t>(ParseHex(row.parameter).value_or(0));
+    AmplifierMemory& memory = Amplifier().State().memory;
+    for (const BoxAnswer answer : {BoxAnswer::no, BoxAnswer::yes}) {
+      ASSERT_TRUE(memory.parameters.Write(number, row.value));
+      Amplifier().Restart(port.Now());
+      port.Advance(std::chrono::seconds(1));
+      Open([&](headless::HeadlessForm& form) {
+        data.boxes.Expect(row.question, answer);
+        form.Press("cmdConnect");
+      });
+      EXPECT_TRUE(Form().IsOnline()) << row.parameter;
+      EXPECT_EQ(memory.parameters.Value(number), answer == BoxAnswer::yes ? 1 : 0) << row.parameter;
+      EXPECT_EQ(Form().Echo(), Amplifier().Echo() ? 1 : 0);
+      Main().Choose("mnuToolsOffline");
+      data.boxes.TakeTexts();
+    }
+  }
 }
 
 TEST_F(Communications, APortThatVanishesDuringTheSearchEndsItWithOneMessage) {

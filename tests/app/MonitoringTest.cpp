@@ -122,14 +122,18 @@ TEST_F(Monitoring, ItsButtonsResetTheSystemTheAlarmAndTheHistory) {
     const char* button;
     const char* command;
     const char* words;
+    const char* asked;
   };
-  const Case cases[] = {{"cmdAlarm_0", "RES", "Error resetting system!"},
-                        {"cmdAlarm_1", "ARES", "Error resetting current alarm!"},
-                        {"cmdAlarm_2", "ALMTRCCLR", "Error resetting alarm history!"}};
+  const Case cases[] = {
+      {"cmdAlarm_0", "RES", "Error resetting system!", "Restarting the amplifier (0RES)"},
+      {"cmdAlarm_1", "ARES", "Error resetting current alarm!", "Resetting the alarm (0ARES)"},
+      {"cmdAlarm_2", "ALMTRCCLR", "Error resetting alarm history!",
+       "Clearing the alarm history (0ALMTRCCLR)"}};
   for (const Case& row : cases) {
     line.faults.Add({.kind = FaultKind::deviceError, .match = row.command, .text = "E5A1"});
     Window().Press(row.button);
-    EXPECT_EQ(Boxes(), Texts{std::string(row.words) + "\rDevice is busy"});
+    EXPECT_EQ(Boxes(), Texts{std::string(row.words) + "\rDevice is busy\r\r" + row.asked +
+                             ": refused with E5A1 \"Device is busy\"."});
     port.Advance(1s);
   }
 }
@@ -141,6 +145,22 @@ TEST_F(Monitoring, AFailedReadShowsTheErrorAndGoesOn) {
   Monitor(6);
   EXPECT_GE(Amplifier().Asked("NFB"), 2);
   EXPECT_EQ(Amplifier().Asked("ERR"), Amplifier().Asked("PUN"));
+  EXPECT_EQ(Boxes(), Texts{});
+}
+
+// With an alarm the history is read in every pass.
+TEST_F(Monitoring, AnUnreadableHistoryIsToldOnce) {
+  Amplifier().RaiseAlarm("A.40");
+  line.faults.Add({.kind = FaultKind::noDelimiter, .match = "ALM3", .count = 0});
+  Tick("chkAlarm");
+  Monitor(8);
+  EXPECT_GE(Amplifier().Asked("ALM"), 8);
+  const std::string cause = "Reading the alarm (0ALM3): no usable value in the answer \"0ALM3\".";
+  EXPECT_EQ(Boxes(),
+            Texts{"Error getting alarm history!\rRead value not found error.\r\r" + cause});
+  EXPECT_EQ(Shown("lblHistoryComment"), cause);
+  line.faults.Clear();
+  Monitor(4);
   EXPECT_EQ(Boxes(), Texts{});
 }
 

@@ -168,7 +168,8 @@ TEST_F(Resets, ASilentAmplifierEndsOfflineAfterTheOneMessage) {
   Main().Choose("mnuToolsResetTableJog");
   EXPECT_EQ(data.boxes.shown.size(), 2u);
   EXPECT_EQ(data.boxes.shown.back().text,
-            "Error resetting jog table to factory default values!\rNo response error.");
+            "Error resetting jog table to factory default values!\rNo response error.\r\r"
+            "Resetting the jog table (0JSPDINIT): no answer within 5 s.");
   EXPECT_EQ(Status(), "System Status: Offline");
   EXPECT_FALSE(port.IsOpen());
 }

@@ -40,7 +40,11 @@ class ServoJog : public AppSession {
   }
   Texts Sent() {
     Texts sent;
-    for (const JournalEntry& entry : Amplifier().Journal()) sent.push_back(entry.line.substr(1));
+    for (const JournalEntry& entry : Amplifier().Journal()) {
+      const std::string command = entry.line.substr(1);
+      // What the window watches comes at any time.
+      if (command != "NFB" && command != "PUN" && command != "ALM") sent.push_back(command);
+    }
     return sent;
   }
   SimulatedAxis& Axis() { return Amplifier().State().axis; }
@@ -56,7 +60,7 @@ TEST_F(ServoJog, AsksBeforeItEnablesAndJogsOnlyWhileHeld) {
     EXPECT_FALSE(form.button("cmdJog_0").Enabled());
     data.boxes.Expect(kCaution, BoxAnswer::no);
     form.Press("cmdServo");
-    EXPECT_EQ(form.button("cmdServo").Caption(), "");
+    EXPECT_EQ(form.button("cmdServo").Caption(), "Enable &Servo");
     EXPECT_FALSE(Axis().IsServoOn());
     Enable(form);
     EXPECT_EQ(form.button("cmdServo").Caption(), "Disable &Servo");
@@ -142,36 +146,261 @@ TEST_F(ServoJog, EveryWayOutStopsAndSwitchesOff) {
   }
 }
 
+// One way to lose what stops the motor: which line meets what, and how often; 0 is every time.
+struct Loss {
+  const char* name;
+  std::vector<Fault> faults;
+};
+
+// A line that is lost, refused or answered by noise once is sent again before anything else.
+TEST_F(ServoJog, WhatStopsTheMotorIsRepeatedUntilItIsAcknowledged) {
+  using enum FaultKind;
+  const Loss losses[] = {
+      {"stop lost once", {{.kind = silence, .match = "SKIP"}}},
+      {"stop lost twice", {{.kind = silence, .match = "SKIP", .count = 2}}},
+      {"stop not taken", {{.kind = notGood, .match = "SKIP"}}},
+      {"stop lost for good", {{.kind = silence, .match = "SKIP", .count = 0}}},
+      {"both lost once", {{.kind = silence, .match = "SKIP"}, {.kind = silence, .match = "SVOFF"}}},
+      {"servo off not taken", {{.kind = notGood, .match = "SVOFF", .count = 2}}},
+      {"answered by a value",
+       {{.kind = wrongAnswer, .match = "SVOFF", .count = 2, .text = "0PUN=00000012"}}}};
+  for (const Loss& loss : losses) {
+    TestRun([&](headless::HeadlessForm& form) {
+      Enable(form);
+      form.Hold("cmdJog_1");
+      Amplifier().AdvanceTo(port.Now() + 100ms);
+      ASSERT_TRUE(Axis().IsMoving()) << loss.name;
+      for (const Fault& fault : loss.faults) line.faults.Add(fault);
+      form.Press("cmdExit");
+    });
+    line.faults.Clear();
+    ExpectStandsStill();
+    EXPECT_FALSE(Axis().IsServoOn()) << loss.name;
+    data.boxes.TakeTexts();
+  }
+}
+
+TEST_F(ServoJog, AReleaseWhoseStopIsLostStopsBeforeAnyBox) {
+  TestRun([this](headless::HeadlessForm& form) {
+    Enable(form);
+    form.Hold("cmdJog_1");
+    line.faults.Add({.kind = FaultKind::silence, .match = "SKIP"});
+    form.LetGo("cmdJog_1");
+    ExpectStandsStill();
+    EXPECT_TRUE(Axis().IsServoOn());
+    EXPECT_EQ(Boxes(), Texts{});
+    // For good: the servo goes off instead, and then it is told.
+    form.Hold("cmdJog_1");
+    line.faults.Add({.kind = FaultKind::silence, .match = "SKIP", .count = 0});
+    bool wasOff = false;
+    data.boxes.Expect("Error terminating servo jog!", BoxAnswer::ok,
+                      [&] { wasOff = !Axis().IsServoOn(); });
+    form.LetGo("cmdJog_1");
+    EXPECT_TRUE(wasOff);
+    ASSERT_EQ(data.boxes.shown.size(), 1u);
+    EXPECT_TRUE(data.boxes.shown[0].text.starts_with("Error terminating servo jog!\r"));
+    EXPECT_EQ(form.button("cmdServo").Caption(), "Enable &Servo");
+    EXPECT_FALSE(form.button("cmdJog_1").Enabled());
+    data.boxes.TakeTexts();
+  });
+}
+
+TEST_F(ServoJog, AnEnableWithoutAnswerIsFollowedByServoOff) {
+  TestRun([this](headless::HeadlessForm& form) {
+    line.faults.Add({.kind = FaultKind::noAnswer, .match = "SVON"});
+    data.boxes.Expect(kCaution, BoxAnswer::yes);
+    form.Press("cmdServo");
+    EXPECT_FALSE(Axis().IsServoOn());
+    EXPECT_EQ(Sent(), (Texts{"SVON", "SVOFF"}));
+    EXPECT_EQ(form.button("cmdServo").Caption(), "Enable &Servo");
+    EXPECT_TRUE(data.boxes.shown.back().text.starts_with("Error setting servo on!\r"));
+    data.boxes.TakeTexts();
+  });
+}
+
+TEST_F(ServoJog, NoSwitchesOff) {
+  TestRun([this](headless::HeadlessForm& form) {
+    ASSERT_TRUE(Axis().SwitchServo(true));  // by somebody else
+    data.boxes.Expect(kCaution, BoxAnswer::no);
+    form.Press("cmdServo");
+    EXPECT_FALSE(Axis().IsServoOn());
+    data.boxes.TakeTexts();
+  });
+}
+
+// What is not known to be off is not offered to be switched on.
+TEST_F(ServoJog, AServoThatMayBeOnIsSwitchedOffByTheNextPress) {
+  TestRun([this](headless::HeadlessForm& form) {
+    Enable(form);
+    line.faults.Add({.kind = FaultKind::silence, .match = "SVOFF", .count = 3});
+    form.Press("cmdServo");
+    ASSERT_EQ(data.boxes.shown.size(), 1u);
+    EXPECT_TRUE(data.boxes.shown[0].text.starts_with("Error setting servo off!\r"));
+    EXPECT_NE(data.boxes.shown[0].text.find("emergency stop"), std::string::npos);
+    EXPECT_EQ(form.button("cmdServo").Caption(), "Disable &Servo");
+    EXPECT_NE(form.lamp("pcbServo").LampTone(), Tone::normal);
+    data.boxes.TakeTexts();
+    form.Press("cmdServo");
+    EXPECT_EQ(Boxes(), Texts{});
+    EXPECT_FALSE(Axis().IsServoOn());
+    EXPECT_EQ(form.button("cmdServo").Caption(), "Enable &Servo");
+    EXPECT_EQ(form.lamp("pcbServo").LampTone(), Tone::normal);
+  });
+}
+
+TEST_F(ServoJog, AnUnconfirmedEndNamesTheEmergencyStopAndIsTriedAgainAtTheEnd) {
+  TestRun([this](headless::HeadlessForm& form) {
+    Enable(form);
+    form.Hold("cmdJog_1");
+    line.faults.Add({.kind = FaultKind::silence, .count = 0});
+    form.Press("cmdExit");
+  });
+  ASSERT_EQ(data.boxes.shown.size(), 1u);
+  EXPECT_NE(data.boxes.shown[0].text.find("emergency stop"), std::string::npos);
+  data.boxes.TakeTexts();
+  EXPECT_TRUE(Axis().IsServoOn());
+  line.faults.Clear();
+  Form().MakeSafe();
+  ExpectStandsStill();
+  EXPECT_FALSE(Axis().IsServoOn());
+}
+
+TEST_F(ServoJog, APressTakesNoSpeedThatIsNotPositive) {
+  const std::string words =
+      "Speed must be a positive integer value!  Previous value will be restored.";
+  TestRun([&](headless::HeadlessForm& form) {
+    Enable(form);
+    for (const char* const typed : {"0", "-50"}) {
+      form.Type("txtSpeed", typed);
+      form.Hold("cmdJog_0");
+      EXPECT_TRUE(std::ranges::none_of(Sent(), [](const std::string& sent) {
+        return sent.starts_with("JOG");
+      })) << typed;
+      EXPECT_EQ(Boxes(), Texts{words}) << typed;
+      EXPECT_EQ(form.textBox("txtSpeed").Text(), "10") << typed;
+      form.LetGo("cmdJog_0");
+    }
+    form.Hold("cmdJog_0");
+    EXPECT_EQ(Sent().back(), "JOGN328");
+    form.LetGo("cmdJog_0");
+  });
+}
+
 TEST_F(ServoJog, FailuresAreToldOnceTheMotorIsStopped) {
   TestRun([this](headless::HeadlessForm& form) {
+    const auto refusal = [](const char* words, const char* asked) {
+      return std::string(words) + "\rDevice is busy\r\r" + asked +
+             ": refused with E5A1 \"Device is busy\".";
+    };
     line.faults.Add({.kind = FaultKind::deviceError, .match = "SVON", .text = "E5A1"});
     data.boxes.Expect(kCaution, BoxAnswer::yes);
     form.Press("cmdServo");
-    EXPECT_EQ(Boxes().back(), "Error setting servo on!\rDevice is busy");
+    EXPECT_EQ(Boxes().back(), refusal("Error setting servo on!", "Servo on (0SVON)"));
     EXPECT_FALSE(form.button("cmdJog_0").Enabled());
     Enable(form);
     line.faults.Add({.kind = FaultKind::notGood, .match = "PRM203"});
     form.Hold("cmdJog_0");
-    EXPECT_EQ(Boxes(), Texts{"Error communicating with hardware!\rCheck connections then retry!"});
+    EXPECT_EQ(Boxes(), Texts{"Error communicating with hardware!\rCheck connections then retry!\r\r"
+                             "Reading Pn203 (0PRM203): no usable value in the answer \"0NG\"."});
     form.LetGo("cmdJog_0");
     Amplifier().ForgetWhatWasAsked();
     // The command came through, its answer did not.
     line.faults.Add({.kind = FaultKind::deviceError, .match = "JOGN", .text = "E5A1"});
     form.Hold("cmdJog_0");
     EXPECT_EQ(Sent().back(), "SKIP");
-    EXPECT_EQ(Boxes(), Texts{"Error initiating servo jog!\rDevice is busy"});
+    EXPECT_EQ(Boxes(),
+              Texts{refusal("Error initiating servo jog!", "Jogging in reverse (0JOGN328)")});
     ExpectStandsStill();
     form.LetGo("cmdJog_0");
-    form.Hold("cmdJog_0");
-    line.faults.Add({.kind = FaultKind::deviceError, .match = "SKIP", .text = "E5A1"});
-    form.LetGo("cmdJog_0");
-    EXPECT_EQ(Boxes(), Texts{"Error terminating servo jog!\rDevice is busy"});
-    line.faults.Add({.kind = FaultKind::deviceError, .match = "SVOFF", .text = "E5A1"});
+    line.faults.Add({.kind = FaultKind::deviceError, .match = "SVOFF", .count = 3, .text = "E5A1"});
     form.Press("cmdServo");
-    EXPECT_EQ(Boxes(), Texts{"Error setting servo off!\rDevice is busy"});
+    EXPECT_EQ(Boxes(), Texts{refusal("Error setting servo off!", "Servo off (0SVOFF)") +
+                             "\r\rThe motor may still be energised and moving: servo off was not "
+                             "confirmed.\rUse the emergency stop, then check the line."});
     EXPECT_EQ(form.button("cmdServo").Caption(), "Disable &Servo");
     EXPECT_FALSE(form.button("cmdJog_0").Enabled());
   });
+}
+
+// ---- what the motor does
+
+TEST_F(ServoJog, TheWindowTellsWhatTheMotorDoes) {
+  TestRun([this](headless::HeadlessForm& form) {
+    const auto shown = [&] {
+      PauseInSec(0.6F);
+      return Texts{form.label("lblMotion").Text(), form.label("lblActualSpeed").Text(),
+                   form.label("lblAlarm").Text()};
+    };
+    EXPECT_EQ(shown(), (Texts{"Standing", "0 rpm  (0.000 mm/seconds)", "none, servo off"}));
+    Enable(form);
+    form.Type("txtSpeed", "100");
+    form.Hold("cmdJog_1");
+    port.Advance(1s);
+    Amplifier().AdvanceTo(port.Now());
+    const Texts moving = shown();
+    EXPECT_EQ(moving[0], "Moving forward, counterclockwise");
+    EXPECT_TRUE(moving[1].starts_with("100 rpm  (")) << moving[1];
+    EXPECT_EQ(moving[2], "none, servo on");
+    const auto position =
+        ParseFloat(form.label("lblActualPosition")
+                       .Text()
+                       .substr(0, form.label("lblActualPosition").Text().find(' ')));
+    EXPECT_GT(position.value_or(0), 1000);
+    form.LetGo("cmdJog_1");
+    ExpectStandsStill();
+    EXPECT_EQ(shown()[0], "Standing");
+    form.Hold("cmdJog_0");
+    port.Advance(1s);
+    EXPECT_EQ(shown()[0], "Moving in reverse, clockwise");
+    form.LetGo("cmdJog_0");
+  });
+  EXPECT_EQ(Boxes(), Texts{});
+}
+
+TEST_F(ServoJog, AnAlarmIsNamedSwitchesOffAndCanBeReset) {
+  TestRun([this](headless::HeadlessForm& form) {
+    Enable(form);
+    EXPECT_FALSE(form.button("cmdResetAlarm").Enabled());
+    form.Hold("cmdJog_1");
+    Amplifier().RaiseAlarm("A.40");
+    PauseInSec(0.6F);
+    EXPECT_EQ(form.label("lblAlarm").Text(), "A.40: Overspeed");
+    EXPECT_EQ(form.label("lblAlarm").TextTone(), Tone::alarm);
+    EXPECT_EQ(form.button("cmdServo").Caption(), "Enable &Servo");
+    EXPECT_FALSE(form.button("cmdJog_1").Enabled());
+    EXPECT_EQ(Sent().back(), "SVOFF");
+    form.Press("cmdResetAlarm");
+    PauseInSec(0.6F);
+    EXPECT_EQ(form.label("lblAlarm").Text(), "none, servo off");
+    EXPECT_FALSE(form.button("cmdResetAlarm").Enabled());
+    EXPECT_FALSE(Axis().IsServoOn());
+    // A warning leaves the servo as it is.
+    Enable(form);
+    Amplifier().State().alarm.warning = "A.91";
+    PauseInSec(0.6F);
+    EXPECT_EQ(form.button("cmdServo").Caption(), "Disable &Servo");
+    EXPECT_TRUE(form.button("cmdResetAlarm").Enabled());
+  });
+  EXPECT_EQ(Boxes(), Texts{});
+}
+
+TEST_F(ServoJog, AMotionOnALineThatFallsSilentIsEndedAndTold) {
+  TestRun([this](headless::HeadlessForm& form) {
+    Enable(form);
+    form.Hold("cmdJog_1");
+    line.faults.Add({.kind = FaultKind::silence, .count = 0});
+    PauseInSec(0.3F);
+    ASSERT_EQ(data.boxes.shown.size(), 1u);
+    EXPECT_TRUE(data.boxes.shown[0].text.starts_with(
+        "The amplifier does not answer: the motion was ended.\r"));
+    EXPECT_NE(data.boxes.shown[0].text.find("emergency stop"), std::string::npos);
+    EXPECT_EQ(form.label("lblMotion").Text(), "not known");
+    data.boxes.TakeTexts();
+    line.faults.Clear();
+    form.Press("cmdServo");
+    EXPECT_FALSE(Axis().IsServoOn());
+  });
+  EXPECT_EQ(Boxes(), Texts{});
 }
 
 TEST_F(ServoJog, DoesNotOpenWhileTheServoIsAlwaysOnOrUnknown) {
@@ -181,8 +410,10 @@ TEST_F(ServoJog, DoesNotOpenWhileTheServoIsAlwaysOnOrUnknown) {
                            "Pn80B!"});
   Main().Choose("mnuToolsOffline");
   Main().Choose("mnuToolsServoJog");
-  EXPECT_EQ(Boxes(), Texts{"Cannot determine if servo is 'Always On'!  Cannot perform Test Run!\r"
-                           "Communications port not opened."});
+  EXPECT_EQ(Boxes(),
+            Texts{"Cannot determine if servo is 'Always On'!  Cannot perform Test Run!\r"
+                  "Communications port not opened.\r\rReading Pn80B (0PRM80B): the port is "
+                  "not open."});
 }
 
 TEST_F(ServoJog, TakesPositiveWholeSpeedsAndKeepsThemInTheProject) {
@@ -248,13 +479,16 @@ TEST_F(SmallTools, TheInertiaRatioIsReadEveryTwoSecondsAndStored) {
     line.faults.Add({.kind = FaultKind::deviceError, .match = "TUNESTORE", .text = "E5A1"});
     form.Press("cmdSet");
     EXPECT_EQ(Boxes(),
-              (Texts{"Inertia Ratio was set successfully!", "Inertia Ratio failed to set!"}));
+              (Texts{"Inertia Ratio was set successfully!",
+                     "Inertia Ratio failed to set!\rDevice is busy\r\rStoring the inertia ratio "
+                     "(0TUNESTORE): refused with E5A1 \"Device is busy\"."}));
     line.faults.Add({.kind = FaultKind::notGood, .match = "PRM103"});
     PauseInSec(2.1F);
     EXPECT_FALSE(data.forms.IsOpen("frmInertiaRatio"));
   });
   EXPECT_EQ(Boxes(),
-            Texts{"Cannot identify or read inertia ratio!\rCheck communications and retry!"});
+            Texts{"Cannot identify or read inertia ratio!\rCheck communications and retry!\r\r"
+                  "Reading Pn103 (0PRM103): no usable value in the answer \"0NG\"."});
   EXPECT_FALSE(Form().ToolOpened(ToolWindow::inertiaRatio));
 }
 
@@ -286,7 +520,9 @@ TEST_F(SmallTools, TheHomeOffsetGoesToHardwareAndProject) {
     line.faults.Add({.kind = FaultKind::deviceError, .match = "ZSET", .text = "E5A1"});
     data.boxes.Expect(kAsk, BoxAnswer::yes);
     form.Press("cmdUpdate");
-    EXPECT_EQ(data.boxes.shown.back().text, "Error setting home offset position!");
+    EXPECT_EQ(data.boxes.shown.back().text,
+              "Error setting home offset position!\rDevice is busy\r\rSetting the home offset "
+              "(0ZSET-1235): refused with E5A1 \"Device is busy\".");
     data.boxes.Expect(kAsk, BoxAnswer::yes);
     form.Press("cmdUpdate");
     EXPECT_FALSE(data.forms.IsOpen("frmHomePosition"));
@@ -337,7 +573,9 @@ TEST_F(SmallTools, TheProductInformationIsWhatTheHardwareSays) {
   With("mnuToolsProductInformation", "frmProductInfo",
        [](headless::HeadlessForm& form) { form.Press("cmdExit"); });
   EXPECT_EQ(Boxes(), Texts{"Option Information Error: Read value not found error.\r"
-                           "Encoder Information Error: Device is busy"});
+                           "Asking VER (0VER): no usable value in the answer \"0NG\".\r\r"
+                           "Encoder Information Error: Device is busy\r"
+                           "Asking PGVER (0PGVER): refused with E5A1 \"Device is busy\"."});
   Main().Choose("mnuToolsMonitoring");
   Main().Choose("mnuToolsProductInformation");
   EXPECT_EQ(Boxes(), Texts{"Product Information can only be viewed when\r"

@@ -52,6 +52,14 @@ TEST_F(FaultCampaign, NothingIsLostOrMisreportedOnAPseudoTerminal) {
   Run(*wiring, 12, 10);
 }
 
+TEST_F(FaultCampaign, NoWriteIsTakenForDoneThatWasNot) {
+  const auto wiring = WireInProcess();
+  Campaign campaign(*wiring, folder.Path().string(), 13);
+  campaign.RunWrites(400);
+  for (const std::string& text : campaign.Result().violations) ADD_FAILURE() << text;
+  EXPECT_GT(campaign.Result().faults, 100);
+}
+
 TEST_F(FaultCampaign, FindsAValueThatTheAmplifierHoldsOtherwise) {
   const std::string told = FirstViolation(
       [](Wiring& wiring, const std::string& /*file*/) { wiring.Type("send ZONEPT31=77777777"); });

@@ -76,10 +76,16 @@ TEST_F(Helix7, WrongIdentityStaysOutside) {
   const std::tuple<const char*, const char*, const char*> cases[] = {
       {"0TYPE", "0TYPE=00000500", "Option type error: Not RX900!"},
       {"0SVTYPE", "0SVTYPE=00000003", "Servo type error: Not VKLM!"},
-      {"0SVTYPE", "0E210 ERR", "Servo type error: Not VKLM!"},
+      {"0SVTYPE", "0E210 ERR",
+       "Unable to determine if hardware is a RX900+VKLM set!\rCheck hardware and communications "
+       "before proceeding.\r\rReading the type of the amplifier (0SVTYPE): refused with E210, "
+       "which "
+       "has no definition."},
       {"0TYPE", "0E210 ERR",
        "Unable to determine if hardware is a RX900+VKLM set!\rCheck hardware and communications "
-       "before proceeding."}};
+       "before proceeding.\r\rReading the type of the option card (0TYPE): refused with E210, "
+       "which "
+       "has no definition."}};
   for (const auto& [line, answer, text] : cases) {
     port.Echoed("0TYPE", "0TYPE=00000600");
     port.Echoed("0SVTYPE", "0SVTYPE=00000002");
@@ -273,8 +279,10 @@ TEST_F(Helix7, DisplaysErrors) {
   DisplayError(kNoResponse, "Unable to read!");
   DisplayError(57872, "Unable to read!");
   DisplayError(57873, "Unable to read!");
-  EXPECT_EQ(world.boxes.TakeTexts(), (Lines{"Unable to read!\rNo response error.",
-                                            "Unable to read!\rBad command", "Unable to read!\r"}));
+  EXPECT_EQ(world.boxes.TakeTexts(),
+            (Lines{"Unable to read!\rNo response error.", "Unable to read!\rBad command",
+                   "Unable to read!\rError E211, which has no "
+                   "definition."}));
 }
 
 }  // namespace

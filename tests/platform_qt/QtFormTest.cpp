@@ -214,16 +214,44 @@ TEST(QtFormTest, AHeldButtonIsLetGoExactlyOnceWhateverHappens) {
   Connections held;
   held += button.Down.Connect([&] { seen += 'd'; });
   held += button.Up.Connect([&] { seen += 'u'; });
-  const auto hold = [&] { Q_EMIT widget.pressed(); };
+  const auto hold = [&] { QTest::mousePress(&widget, Qt::LeftButton); };
   hold();
-  Q_EMIT widget.released();
+  QTest::mouseRelease(&widget, Qt::LeftButton);
   hold();
   button.SetEnabled(false);
-  Q_EMIT widget.released();
+  QTest::mouseRelease(&widget, Qt::LeftButton);
   button.SetEnabled(true);
   hold();
   QFocusEvent away(QEvent::FocusOut, Qt::TabFocusReason);
   QApplication::sendEvent(&widget, &away);
+  EXPECT_EQ(seen, "dududu");
+}
+
+TEST(QtFormTest, APointerThatComesBackOntoAButtonStartsNothing) {
+  QPushButton widget;
+  widget.resize(80, 30);
+  QtButton button(widget);
+  std::string seen;
+  Connections held;
+  held += button.Down.Connect([&] { seen += 'd'; });
+  held += button.Up.Connect([&] { seen += 'u'; });
+  const auto drag = [&](int x) {
+    QMouseEvent move(QEvent::MouseMove, QPointF(x, 15), QPointF(x, 15), Qt::NoButton,
+                     Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&widget, &move);
+  };
+  QTest::mousePress(&widget, Qt::LeftButton, {}, {40, 15});
+  drag(200);
+  EXPECT_EQ(seen, "du");
+  drag(40);
+  EXPECT_TRUE(widget.isDown()) << "Qt presses it again";
+  EXPECT_EQ(seen, "du");
+  QTest::mouseRelease(&widget, Qt::LeftButton, {}, {40, 15});
+  EXPECT_EQ(seen, "du");
+  QTest::mousePress(&widget, Qt::LeftButton, {}, {40, 15});
+  QTest::mouseRelease(&widget, Qt::LeftButton, {}, {40, 15});
+  QTest::keyPress(&widget, Qt::Key_Space);
+  QTest::keyRelease(&widget, Qt::Key_Space);
   EXPECT_EQ(seen, "dududu");
 }
 

@@ -123,6 +123,7 @@ TEST_F(Line, FaultsShowOnTheWire) {
       {FaultKind::deviceError, "0SVON", {"0SVON", "0E5A1"}},
       {FaultKind::noLineEnd, "0VER", {"0VER"}},
       {FaultKind::halfLine, "0VER", {"0VER"}},
+      {FaultKind::valueAnswer, "0SVON", {"0SVON", "0PUN=00000012"}},
       {FaultKind::garbage, "0VER", {"0VER", "\x7F\x15\x7F#E@\x01"}}};
   for (const auto& [kind, command, expected] : cases) {
     EXPECT_EQ(AskWith({.kind = kind}, command), expected) << NameOf(kind);
@@ -148,6 +149,20 @@ TEST_F(Line, SilencedCommandsAreNotDone) {
   EXPECT_EQ(Ask("0PRM81D").back(), "0Pn81D=00000000");
   AskWith({.kind = FaultKind::noAnswer}, "0PRM81D=5");
   EXPECT_EQ(Ask("0PRM81D").back(), "0Pn81D=00000005");
+}
+
+TEST_F(Line, WhatIsDeniedIsNotDone) {
+  for (const FaultKind kind : {FaultKind::notGood, FaultKind::valueAnswer, FaultKind::restart}) {
+    AskWith({.kind = kind}, "0PRM81D=5");
+    port.Advance(1s);
+    EXPECT_EQ(Ask("0PRM81D").back(), "0Pn81D=00000000") << NameOf(kind);
+  }
+}
+
+TEST_F(Line, ARestartInPlaceOfALineLosesTheWorkingTables) {
+  ASSERT_EQ(Ask("0JSPDT3=900").back(), "0OK");
+  EXPECT_EQ(AskWith({.kind = FaultKind::restart}, "0JSPDSTORE"), Lines{"0JSPDSTORE"});
+  EXPECT_EQ(Ask("0JSPDT3").back(), "0JSPDT3=");
 }
 
 TEST_F(Line, FaultsMeetTheirTurnOnly) {

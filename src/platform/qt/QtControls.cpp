@@ -13,6 +13,7 @@
 #include <QTimer>
 #include <algorithm>
 #include <stdexcept>
+#include <utility>
 
 #include "platform/qt/QtAppearance.h"
 
@@ -24,6 +25,10 @@ QtButton::QtButton(QAbstractButton& button)
     : QtControl(button), button_(button), watch_(button, [this](QEvent& event) {
         // Qt drops the pressed state in these cases without telling that the button was released.
         switch (event.type()) {
+          case QEvent::MouseButtonPress:
+          case QEvent::KeyPress:
+            fresh_ = true;
+            break;
           case QEvent::FocusOut:
           case QEvent::Hide:
           case QEvent::EnabledChange:
@@ -37,7 +42,8 @@ QtButton::QtButton(QAbstractButton& button)
       }) {
   QObject::connect(&button, &QAbstractButton::clicked, &context_, [this] { Click.Raise(); });
   QObject::connect(&button, &QAbstractButton::pressed, &context_, [this] {
-    if (held_) return;
+    // Qt presses a button again when the pointer is dragged back onto it: that is no new press.
+    if (held_ || !std::exchange(fresh_, false)) return;
     held_ = true;
     Down.Raise();
   });

@@ -53,6 +53,7 @@ class QtButton final : public QtControl<Button> {
   QAbstractButton& button_;
   EventWatch watch_;
   bool held_ = false;
+  bool fresh_ = false;  // a key or the mouse was pressed, and not yet answered by Down
 };
 
 class QtTextBox final : public QtControl<TextBox> {
