@@ -2,10 +2,26 @@
 
 #include "platform/Trapped.h"
 #include "platform/World.h"
+#include "project/data/ProjectFormat.h"
 #include "project/data/Schema.h"
 #include "session/Session.h"
 
 namespace velmoor {
+namespace {
+
+// The words that refuse the working file of the project; none for one of the present format.
+std::string RefusalOf(const std::string& workingFile, const std::string& title) {
+  try {
+    BringUpToDate(workingFile, JoinPath(world().appDirectory, "Velmoor.spt"));
+    return {};
+  } catch (const NewerFormat& newer) {
+    return "Project " + title + " was made by a newer version of Velmoor!\r" + newer.what();
+  } catch (const std::exception&) {
+    return "Error reading databases!";
+  }
+}
+
+}  // namespace
 
 clsHX7Project::clsHX7Project() : strTHDatabasePath_(gMainForm->THDatabasePath()) {
   ConnectTools();
@@ -66,6 +82,8 @@ bool clsHX7Project::OpenProject(const std::string& strFileName, const std::strin
     return refuse(cannotCreate + "\r" + error.what());
   }
   if (!files.Exists(workingFile)) return refuse(cannotCreate);
+  const std::string refusal = RefusalOf(workingFile, sFileTitle_);
+  if (!refusal.empty()) return refuse(refusal);
   SetDatabasePaths();
   SetDatabaseTables();
   if (!ReadFile()) return refuse("Error reading databases!");
