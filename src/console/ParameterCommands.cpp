@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <set>
 
+#include "console/CommandContext.h"
 #include "platform/Csv.h"
 #include "platform/Database.h"
 #include "platform/MessageBoxes.h"
@@ -50,7 +51,7 @@ std::string Check(clsHX7Project& project, const std::string& text, CheckedValue&
   const CellCheck check =
       CheckParameter(project, ParameterWindow::editor, editor.Describe(taken.row), value);
   taken.value = check.text;
-  return check.accepted ? std::string() : name + ": " + OneLine(check.words);
+  return check.accepted ? std::string() : name + ": " + OneLine(check.words) + DecimalHint(value);
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "console/CommandContext.h"
 #include "mechanics/MachineEdit.h"
 #include "mechanics/MachineUnits.h"
 #include "platform/Csv.h"
@@ -74,7 +75,8 @@ std::string CarryAll(MachineEdit& edit, std::vector<Assignment> pending) {
       const bool stands = KeyNamed(assignment.first)->row == nullptr && !check.Accepted() &&
                           check.words.find("gear ratio") != std::string::npos;
       if (!check.Accepted() && !stands && words.empty()) {
-        words = check.words.substr(0, check.words.find_last_of('\r'));
+        words =
+            check.words.substr(0, check.words.find_last_of('\r')) + DecimalHint(assignment.second);
       }
       return check.Accepted() || stands;
     });
