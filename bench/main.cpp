@@ -14,7 +14,7 @@
 #include "Desktop.h"
 #include "Limits.h"
 #include "Workbench.h"
-#include "console/CommandLine.h"
+#include "platform/cli/RunProgram.h"
 
 namespace velmoor::bench {
 namespace {
@@ -36,20 +36,29 @@ constexpr Section kSections[] = {
     {"memory", "Resident memory", MeasureMemory},
 };
 
-std::string Usage() {
-  std::string text =
-      "velmoor-bench: measures what a user of Velmoor waits for\n\n"
-      "  velmoor-bench [--markdown] [--folder DIRECTORY] [SECTION...]\n\n"
-      "  --markdown          print the table as Markdown\n"
-      "  --folder DIRECTORY  work on the disk where that lies; the system's for temporary files\n"
-      "                      unless given\n\n"
-      "Sections, all unless named:\n";
-  for (const Section& section : kSections) {
-    std::string name = section.name;
-    name.resize(std::max<std::size_t>(name.size() + 1, 12), ' ');
-    text += "  " + name + section.about + "\n";
-  }
-  return text + "\nExit status: 0 success, 1 something could not be measured, 2 wrong usage.\n";
+const ProgramTable& BenchTable() {
+  using Kind = ValueEntry::Kind;
+  static const ProgramTable kTable = [] {
+    ProgramTable table{
+        .name = "velmoor-bench",
+        .about = "measures what a user of Velmoor waits for",
+        .options =
+            {{"markdown", "print the table as Markdown"},
+             {"folder",
+              "work on the disk where that lies; the system's for temporary files unless given",
+              {"DIRECTORY", Kind::folder}}},
+        .arguments = {{.value = {"SECTION", Kind::words}, .required = false, .many = true}},
+        .notes = "Sections, all unless named:\n"};
+    for (const Section& section : kSections) {
+      table.arguments[0].value.words.emplace_back(section.name);
+      std::string name = section.name;
+      name.resize(std::max<std::size_t>(name.size() + 1, 12), ' ');
+      table.notes += "  " + name + section.about + "\n";
+    }
+    table.notes += "\nExit status: 0 success, 1 something could not be measured, 2 wrong usage.\n";
+    return table;
+  }();
+  return kTable;
 }
 
 // In the order of the table. Throws UsageError.
@@ -79,13 +88,7 @@ bool Measure(const Section& section, Workbench& bench) {
   }
 }
 
-int Run(int argc, char** argv) {
-  const CommandLine line({argv + 1, argv + argc}, {"help", "markdown"});
-  line.AllowOnly({"help", "markdown", "folder"});
-  if (line.Has("help")) {
-    std::cout << Usage();
-    return 0;
-  }
+int Run(int argc, char** argv, const CommandLine& line) {
   const std::vector<Section> sections = Chosen(line.Arguments());
   const TemporaryFolder folder(line.Value("folder").value_or(""), "velmoor-bench");
   Table table(std::cout, line.Has("markdown") ? Table::Form::markdown : Table::Form::plain);
@@ -93,7 +96,7 @@ int Run(int argc, char** argv) {
   bool all = true;
   for (const Section& section : sections) all = Measure(section, bench) && all;
   table.End();
-  return all && std::cout ? 0 : 1;
+  return all ? kDone : kFailed;
 }
 
 }  // namespace
@@ -103,16 +106,14 @@ int main(int argc, char** argv) {
   using namespace velmoor;
   // This program's own children.
   const std::string first = argc > 1 ? argv[1] : "";
+  const auto run = [&](const CommandLine& line) { return bench::Run(argc, argv, line); };
   try {
     if (first == bench::BareWindow::kWord) return bench::BareWindow::Show(argc, argv);
     if (first == bench::kKeyWord) return bench::DeriveKey();
     if (first == bench::kMonitoringWord) return bench::MonitorForHours(argc, argv);
-    return bench::Run(argc, argv);
-  } catch (const UsageError& error) {
-    std::cerr << "velmoor-bench: " << error.what() << "\n\n" << bench::Usage();
-    return 2;
+    return RunProgram(bench::BenchTable(), argc, argv, run);
   } catch (const std::exception& error) {
     std::cerr << "velmoor-bench: " << error.what() << "\n";
-    return 1;
+    return kFailed;
   }
 }

@@ -1,76 +1,56 @@
-// fault_campaign [--seed N] [--faults N] [--pty] [--folder DIRECTORY] [--simulator PROGRAM]
-// fault_campaign --writes STRIDE
-//
-// Harms the line in transfers of the whole program, examines program and amplifier after each
-// fault, and prints what became of them. The same seed makes the same faults. Exit status 1 where
-// anything was violated. Without --pty the amplifier runs in this process on a clock of its own;
-// with it, velmoor-simulator runs on a pseudo-terminal, unpaced, and all time-outs of the program
-// are divided by 50. With --writes every STRIDEth write of a download is met by each way to leave a
-// write undone, and every one of an upload, a reset and a test run.
+// fault_campaign: harms the line in transfers of the whole program, examines program and amplifier
+// after each fault, and prints what became of them. The same seed makes the same faults. Exit
+// status 1 where anything was violated.
 
-#include <exception>
-#include <iostream>
 #include <string>
 
 #include "BenchMain.h"
+#include "ProgramNumbers.h"
 #include "fault_campaign/Campaign.h"
-#include "platform/Numbers.h"
 
-namespace velmoor {
+namespace velmoor::campaign {
 namespace {
 
-struct Options {
-  std::uint64_t seed = 1;
-  int faults = 10000;
-  int stride = 0;  // 0: faults at random
-  bool terminal = false;
-  std::string folder;
-  std::string simulator = bench::ProgramBeside("velmoor-simulator");
-};
-
-Options Parse(int argc, char** argv) {
-  Options options;
-  for (int i = 1; i < argc; ++i) {
-    const std::string word = argv[i];
-    if (word == "--pty") {
-      options.terminal = true;
-      continue;
-    }
-    if (++i == argc) throw std::invalid_argument(word + " what?");
-    const auto number = ParseWhole(argv[i]);
-    if (word == "--seed") options.seed = static_cast<std::uint64_t>(number.value_or(1));
-    if (word == "--faults") options.faults = static_cast<int>(number.value_or(10000));
-    if (word == "--writes") options.stride = static_cast<int>(number.value_or(1));
-    if (word == "--folder") options.folder = argv[i];
-    if (word == "--simulator") options.simulator = argv[i];
-  }
-  return options;
+const ProgramTable& FaultTable() {
+  static const ProgramTable kTable{
+      .name = "fault_campaign",
+      .about = "harms the line in transfers, and examines program and amplifier after each fault",
+      .options =
+          {bench::kSeed,
+           {"faults", "how many; 10000 unless given", {"N"}},
+           {"pty",
+            "velmoor-simulator on a pseudo-terminal, unpaced, and all time-outs of the program "
+            "divided by 50; else the amplifier runs in this process on a clock of its own"},
+           bench::kFolder,
+           {"simulator",
+            "the program to be started for --pty; that beside this one unless given",
+            {"PROGRAM", ValueEntry::Kind::file}}},
+      .notes = "Exit status: 0 nothing was violated, 1 something was, 2 wrong usage.\n"};
+  return kTable;
 }
 
-int Run(const Options& options, const std::string& folder) {
-  const auto wiring = options.terminal ? campaign::WireTerminal(options.simulator, folder)
-                                       : campaign::WireInProcess();
-  campaign::Campaign campaign(*wiring, folder, options.seed);
-  if (options.stride > 0) {
-    campaign.RunWrites(options.stride);
+int Run(const CommandLine& line) {
+  const auto seed = static_cast<std::uint64_t>(bench::NumberOf(line, "seed", 1));
+  const auto faults = static_cast<int>(bench::NumberOf(line, "faults", 10000));
+  const bench::TemporaryFolder folder(line.Value("folder").value_or(""), "fault-campaign");
+  const std::string simulator =
+      line.Value("simulator").value_or(bench::ProgramBeside("velmoor-simulator"));
+  const auto wiring = line.Has("pty") ? WireTerminal(simulator, folder.Path()) : WireInProcess();
+  Campaign campaign(*wiring, folder.Path(), seed);
+  const auto stride = static_cast<int>(bench::NumberOf(line, "writes", 0));
+  if (stride > 0) {
+    campaign.RunWrites(stride);
   } else {
-    campaign.Run(options.faults);
+    campaign.Run(faults);
   }
-  campaign::Print(campaign.Result(), std::string("Fault campaign ") + wiring->Name() + ", seed " +
-                                         std::to_string(options.seed));
-  return campaign.Result().violations.empty() ? 0 : 1;
+  Print(campaign.Result(),
+        std::string("Fault campaign ") + wiring->Name() + ", seed " + std::to_string(seed));
+  return campaign.Result().violations.empty() ? kDone : kFailed;
 }
 
 }  // namespace
-}  // namespace velmoor
+}  // namespace velmoor::campaign
 
 int main(int argc, char** argv) {
-  try {
-    const velmoor::Options options = velmoor::Parse(argc, argv);
-    const velmoor::bench::TemporaryFolder folder(options.folder, "fault-campaign");
-    return velmoor::Run(options, folder.Path());
-  } catch (const std::exception& error) {
-    std::cerr << "fault_campaign: " << error.what() << "\n";
-    return 2;
-  }
+  return velmoor::RunProgram(velmoor::campaign::FaultTable(), argc, argv, velmoor::campaign::Run);
 }

@@ -108,6 +108,7 @@ TableImage SettingRows(const Catalogue& catalogue) {
   for (const TemplateValue& setting : catalogue.project.settings) {
     table.rows.push_back({setting.key, setting.value});
   }
+  table.rows.push_back({std::string(M::kFormat), NumberText(schema::kFormatVersion)});
   return table;
 }
 

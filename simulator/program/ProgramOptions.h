@@ -1,10 +1,10 @@
 // The command line of velmoor-simulator.
 #pragma once
 
-#include <span>
 #include <string>
 #include <vector>
 
+#include "platform/cli/ProgramTable.h"
 #include "simulator/SimulatedAmplifier.h"
 
 namespace velmoor {
@@ -13,13 +13,13 @@ struct ProgramOptions {
   std::string link;    // name of a symbolic link to the pseudo-terminal; empty for none
   std::string script;  // file of console commands
   bool paced = false;
-  bool help = false;
   std::vector<AmplifierSettings> amplifiers;  // at least one
 };
 
-// The words behind the program's name. Throws std::invalid_argument with words for the user.
-[[nodiscard]] ProgramOptions ParseOptions(std::span<const char* const> words);
+// What the command line may hold.
+[[nodiscard]] const ProgramTable& SimulatorTable();
 
-[[nodiscard]] std::string UsageText();
+// Throws UsageError for a value that is out of its range.
+[[nodiscard]] ProgramOptions OptionsOf(const CommandLine& line);
 
 }  // namespace velmoor

@@ -26,6 +26,13 @@ void NoteSignal(int /*signal*/) {
   gSignalled = 1;
 }
 
+void Wake(int /*signal*/) {}
+
+// A shell stops whoever reads the terminal from the background.
+bool MayReadConsole() {
+  return isatty(STDIN_FILENO) == 0 || tcgetpgrp(STDIN_FILENO) == getpgrp();
+}
+
 // Signals arrive only while the program waits, so that none falls between a look and the wait.
 sigset_t CatchSignals() {
   struct sigaction action {};
@@ -38,6 +45,9 @@ sigset_t CatchSignals() {
     sigaction(number, &action, nullptr);
   }
   sigprocmask(SIG_BLOCK, &caught, &whileWaiting);
+  // A shell that fetches the program to the front says so by this signal: it ends the wait.
+  action.sa_handler = Wake;
+  sigaction(SIGCONT, &action, nullptr);
   return whileWaiting;
 }
 
@@ -148,7 +158,9 @@ std::optional<Micros> SimulatorProgram::NextDue() const {
 void SimulatorProgram::Wait() {
   std::array<pollfd, 2> looks{
       pollfd{.fd = terminal_ ? terminal_->Descriptor() : -1, .events = POLLIN, .revents = 0},
-      pollfd{.fd = consoleOpen_ ? STDIN_FILENO : -1, .events = POLLIN, .revents = 0}};
+      pollfd{.fd = consoleOpen_ && MayReadConsole() ? STDIN_FILENO : -1,
+             .events = POLLIN,
+             .revents = 0}};
   timespec limit{};
   const std::optional<Micros> next = NextDue();
   if (next) {

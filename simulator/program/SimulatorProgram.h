@@ -17,6 +17,7 @@ class SimulatorProgram {
  public:
   explicit SimulatorProgram(const ProgramOptions& options);
 
+  // The console is read only where the program has its terminal: not in a shell's background.
   // Serves line and console until the console or a signal ends it; the end of the standard input
   // does not. Returns the exit code.
   int Run();

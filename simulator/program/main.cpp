@@ -1,23 +1,9 @@
-#include <exception>
-#include <iostream>
-#include <stdexcept>
-
+#include "platform/cli/RunProgram.h"
 #include "simulator/program/SimulatorProgram.h"
 
 int main(int argc, char** argv) {
-  try {
-    const std::span<const char* const> words(argv, static_cast<std::size_t>(argc));
-    const velmoor::ProgramOptions options = velmoor::ParseOptions(words.subspan(1));
-    if (options.help) {
-      std::cout << velmoor::UsageText();
-      return 0;
-    }
-    return velmoor::SimulatorProgram(options).Run();
-  } catch (const std::invalid_argument& error) {
-    std::cerr << error.what() << "\n" << velmoor::UsageText();
-    return 2;
-  } catch (const std::exception& error) {
-    std::cerr << "velmoor-simulator: " << error.what() << "\n";
-    return 1;
-  }
+  return velmoor::RunProgram(velmoor::SimulatorTable(), argc, argv,
+                             [](const velmoor::CommandLine& line) {
+                               return velmoor::SimulatorProgram(velmoor::OptionsOf(line)).Run();
+                             });
 }

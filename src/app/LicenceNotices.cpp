@@ -22,7 +22,7 @@ constexpr std::array kNotices{
            "licence's text lies in /usr/share/common-licenses/LGPL-3 and that of the General "
            "Public License, on which it builds, in /usr/share/common-licenses/GPL-3."},
     Notice{"SQLCipher", "Encryption of projects and catalogue", "BSD, three clauses",
-           "Copyright 2008-2012, Zetetic LLC\rAll rights reserved.\r\r"
+           "Copyright 2008-2024, Zetetic LLC\rAll rights reserved.\r\r"
            "Redistribution and use in source and binary forms, with or without modification, are "
            "permitted provided that the following conditions are met:\r"
            "  * Redistributions of source code must retain the above copyright notice, this list "
@@ -52,8 +52,15 @@ constexpr std::array kNotices{
            "Copyright 2014-2016 Gabi Melman and spdlog contributors.\r"
            "Copyright 2012-2020 Victor Zverovich and {fmt} contributors.\r"
            "Permission is granted, free of charge, to use, copy, modify, merge, publish, "
-           "distribute, sublicense and sell copies. The texts lie in "
-           "/usr/share/doc/libspdlog1.10/copyright and /usr/share/doc/libfmt9/copyright."},
+           "distribute, sublicense and sell copies. The texts lie in /usr/share/doc, in the files "
+           "\"copyright\" of the packages libspdlog and libfmt."},
+    Notice{
+        "CLI11", "Command lines", "BSD, three clauses",
+        "Copyright 2017-2024 University of Cincinnati, developed by Henry Schreiner under NSF "
+        "AWARD 1414736.\r"
+        "Built into the programs. Its conditions and its disclaimer are those of SQLCipher above, "
+        "with these holders' names; their own words lie in the file \"copyright\" of this "
+        "program's package."},
     Notice{"GNU C++ library and compiler library", "The language's own library",
            "GNU General Public License, version 3, with the GCC Runtime Library Exception",
            "Copyright Free Software Foundation, Inc.\r"
@@ -69,9 +76,10 @@ constexpr std::array kNotices{
 
 std::string LicenceNotices() {
   std::string text =
-      "Velmoor stands on these libraries. SQLCipher, with SQLite in it, is built into the "
-      "programs; "
-      "the others are used as the system delivers them. What they stand on in turn is told in "
+      "Velmoor is free software under the Apache License, version 2.0, which lies in "
+      "/usr/share/common-licenses/Apache-2.0. It stands on these libraries. SQLCipher, with SQLite "
+      "in it, and CLI11 are built into the programs; the others are used as the system delivers "
+      "them. What they stand on in turn is told in "
       "/usr/share/doc, in the file \"copyright\" of each package.";
   for (const Notice& notice : kNotices) {
     text += std::string("\r\r") + notice.library + "\r" + notice.use +

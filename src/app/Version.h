@@ -3,6 +3,7 @@
 
 namespace velmoor {
 
-inline constexpr char kProgramVersion[] = VELMOOR_VERSION;
+// As the project's build names it, its one place.
+extern const char* const kProgramVersion;
 
 }  // namespace velmoor

@@ -1,6 +1,5 @@
 // velmoor: the desktop program.
 
-#include <iostream>
 #include <optional>
 #include <string>
 #include <utility>
@@ -11,6 +10,7 @@
 #include "platform/LoggedPort.h"
 #include "platform/Rx900Utils.h"
 #include "platform/World.h"
+#include "platform/cli/RunProgram.h"
 #include "platform/posix/IniSettings.h"
 #include "platform/posix/PosixClock.h"
 #include "platform/posix/PosixFiles.h"
@@ -30,34 +30,18 @@
 
 namespace {
 
-// What stands behind the program's name, as one text.
-std::string CommandLine(int argc, char** argv) {
-  std::string line;
-  for (int i = 1; i < argc; ++i) line += (i > 1 ? " " : "") + std::string(argv[i]);
-  return line;
+const velmoor::ProgramTable& DesktopTable() {
+  static const velmoor::ProgramTable kTable{
+      .name = "velmoor",
+      .about = "set up, tune, program and watch one servo axis",
+      .options = {},
+      .arguments = {{.value = {"PROJECT.spj", velmoor::ValueEntry::Kind::file}, .required = false}},
+      .notes = "The user guide is inside: F1 in any window.\n"};
+  return kTable;
 }
 
-// What is asked of the program itself, and needs no window: answered, and true.
-bool AnswerFromTheShell(const std::string& line) {
-  if (line == "--version") {
-    std::cout << "velmoor " << velmoor::kProgramVersion << "\n";
-  } else if (line == "--help" || line == "-h") {
-    std::cout << "velmoor [PROJECT.spj]: set up, tune, program and watch one servo axis\n"
-                 "  --help      this text\n"
-                 "  --version   the program's version\n"
-                 "The user guide is inside: F1 in any window.\n";
-  } else {
-    return false;
-  }
-  return true;
-}
-
-}  // namespace
-
-int main(int argc, char** argv) {
+int Run(int& argc, char** argv, const std::string& projectName) {
   using namespace velmoor;
-
-  if (AnswerFromTheShell(CommandLine(argc, argv))) return 0;
 
   posix::IniSettings settings(posix::IniSettings::DefaultPath());
   qt::QtProgram program(argc, argv, &settings);
@@ -96,7 +80,7 @@ int main(int argc, char** argv) {
   adapters.serialPorts = &serialPorts;
   posix::PosixSingleInstance instance(qt::WatchDescriptor);
   LoggedPort logged(comm);
-  MainModule module(logged, instance, CommandLine(argc, argv));
+  MainModule module(logged, instance, projectName);
   adapters.onUnhandledError = [&module](const UnhandledError& error) {
     UnhandledError readable = error;
     readable.type = posix::ReadableName(error.type.c_str());
@@ -115,4 +99,12 @@ int main(int argc, char** argv) {
   module.Terminate();
   LogInformation("session", "Velmoor ends");
   return 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  return velmoor::RunProgram(DesktopTable(), argc, argv, [&](const velmoor::CommandLine& line) {
+    return Run(argc, argv, line.Arguments().empty() ? std::string() : line.Arguments().front());
+  });
 }

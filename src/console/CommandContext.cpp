@@ -5,7 +5,8 @@
 
 namespace velmoor {
 
-Work::Work(const Context& context) : session_(context.program.port, context.program.progress) {
+Work::Work(const Context& context)
+    : session_(context.program.port, context.program.progress, context.program.ends) {
   if (const auto axis = context.line.Value("axis")) {
     session_.SetAxis(*axis);
     if (session_.Axis() != UpperCase(Trim(*axis))) {
@@ -23,6 +24,14 @@ Work::Work(const Context& context) : session_(context.program.port, context.prog
                      NumberText(kMostWatts));
   }
   started_ = session_.Start(size);
+}
+
+std::string DecimalHint(const std::string& value) {
+  const std::size_t comma = value.find(',');
+  if (comma == std::string::npos) return {};
+  std::string pointed = value;
+  pointed[comma] = '.';
+  return ParseFloat(pointed) ? " A point separates the decimals: " + pointed : std::string();
 }
 
 void RequireAgreement(const Context& context) {

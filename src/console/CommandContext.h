@@ -3,9 +3,9 @@
 
 #include <string>
 
-#include "console/CommandLine.h"
 #include "console/Commands.h"
 #include "console/ConsoleSession.h"
+#include "platform/cli/CommandLine.h"
 
 namespace velmoor {
 
@@ -33,6 +33,10 @@ class Work {
   ConsoleSession session_;
   bool started_ = false;
 };
+
+// What to say besides where `value` was refused: for a number with a comma before its decimals that
+// a point is meant, else nothing.
+[[nodiscard]] std::string DecimalHint(const std::string& value);
 
 // Agrees to every question, by --yes. Throws UsageError without it.
 void RequireAgreement(const Context& context);

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <functional>
 #include <ostream>
-#include <set>
 #include <span>
 
 #include "console/CommandContext.h"
@@ -13,63 +12,17 @@
 #include "console/ParameterCommands.h"
 #include "console/ReportCommand.h"
 #include "console/SystemCommand.h"
+#include "link/clsHX7Helix7.h"
+#include "online/MonitoredItems.h"
 #include "platform/Files.h"
 #include "platform/Numbers.h"
 #include "platform/World.h"
+#include "platform/cli/RunProgram.h"
+#include "reports/rptHX7Main.h"
 #include "tables/TableCsv.h"
 
 namespace velmoor {
 namespace {
-
-constexpr const char* kUsage =
-    "velmoorctl: set up a servo axis from the shell\n"
-    "\n"
-    "  velmoorctl new FILE                       make a project from the template\n"
-    "  velmoorctl show FILE index|zone|jog|system  print a table or the machine as CSV\n"
-    "  velmoorctl show FILE parameters           print every parameter as CSV\n"
-    "  velmoorctl import FILE index|zone|jog CSV put a CSV file into a table and save\n"
-    "  velmoorctl set FILE NAME=VALUE...         change the machine and save: system, measure, n1, "
-    "n2,\n"
-    "                                            resolution, units, time, encoder; all or nothing\n"
-    "  velmoorctl set FILE Pn81B=12.5...         change parameters and save; all or nothing\n"
-    "  velmoorctl report FILE --out FILE.pdf     make a PDF of the project, all of it or "
-    "--sections\n"
-    "  velmoorctl info --port DEV                tell what hardware answers\n"
-    "  velmoorctl download FILE --port DEV --yes send the project to the hardware\n"
-    "  velmoorctl upload FILE --port DEV --yes   read the hardware into the project and save\n"
-    "  velmoorctl compare FILE --port DEV        print where the hardware differs, as CSV\n"
-    "  velmoorctl diff A.spj B.spj               print where two projects differ, as CSV\n"
-    "  velmoorctl scan --port DEV                print the axes that answer, as CSV\n"
-    "  velmoorctl monitor --port DEV --count N   print values over time, as CSV\n"
-    "  velmoorctl alarms --port DEV              print the alarm and the alarm history, as CSV\n"
-    "  velmoorctl send \"0PRM800\" --port DEV      send a line and print the answer\n"
-    "  velmoorctl run SCRIPT.tsc --port DEV      send the lines of a terminal script\n"
-    "  velmoorctl reset WHAT --port DEV --yes    factory defaults for all, parameters, tables,\n"
-    "                                            index, zone or jog in the hardware\n"
-    "\n"
-    "  --axis H         axis 0 to F, 0 unless given\n"
-    "  --motor-size W   rated power of the motor in watts, 30 unless given\n"
-    "  --new            download only what changed since the last download\n"
-    "  --all            download or upload everything, as without it\n"
-    "  --only LIST      download or upload index, zone, jog, parameters, system alone\n"
-    "  --items LIST     monitor PUN, PER, POS, DST, RPOS, RDST, PFB, NFB, NREF, TREF, STS, IN1, "
-    "IN2,\n"
-    "                   OUT1, OUT2; PUN,PER,NFB,TREF,STS unless given\n"
-    "  --count N        monitor N passes over the items\n"
-    "  --sections LIST  report communications, system, parameters, tuning, interface, flexibleio,\n"
-    "                   overtravel, homing, index, jog, zone; all unless given\n"
-    "  --out FILE.pdf   where the report goes\n"
-    "  --paper SIZE     report on a4 or letter; a4 unless given\n"
-    "  --yes            agree to what would be asked: download, upload and reset overwrite data,\n"
-    "                   report a file that is there, set may empty a filled table\n"
-    "  --help           this text\n"
-    "  --version        the program's version\n"
-    "\n"
-    "send, run: what goes out is not checked, and may move the machine.\n"
-    "import: with a column \"step\", \"zone\" or \"jog\" the rows named are replaced and the "
-    "others\n"
-    "stay; without it the file is the whole table. One bad cell, and nothing is changed.\n"
-    "Exit status: 0 success, 1 failure or a difference, 2 wrong usage.\n";
 
 // ---- tables
 
@@ -195,77 +148,162 @@ bool New(const Context& context) {
 
 // ---- dispatch
 
+using Kind = ValueEntry::Kind;
+
+const ArgumentEntry kFile{.value = {"FILE", Kind::file}};
+
+ArgumentEntry OneOf(const std::string& name, const std::vector<std::string>& words) {
+  return {.value = {name, Kind::words, words}};
+}
+
 struct Command {
-  std::string name;
-  std::size_t arguments;  // the command's own name included
-  bool more;              // further arguments may follow
-  std::set<std::string> options;
+  CommandEntry entry;
   bool (*run)(const Context& context);
 };
 
 const std::vector<Command>& Commands() {
   static const std::vector<Command> kCommands{
-      {"new", 2, false, {}, New},
-      {"show", 3, false, {"motor-size"}, Show},
-      {"import", 4, false, {"motor-size"}, Import},
-      {"set", 3, true, {"motor-size", "yes"}, Set},
-      {"report", 2, false, {"out", "sections", "paper", "motor-size", "yes"}, Report},
-      {"info", 1, false, {"port", "axis", "motor-size"}, Info},
-      {"scan", 1, false, {"port"}, Scan},
-      {"download", 2, false, {"port", "axis", "motor-size", "yes", "all", "new", "only"}, Download},
-      {"upload", 2, false, {"port", "axis", "motor-size", "yes", "all", "only"}, Upload},
-      {"compare", 2, false, {"port", "axis", "motor-size"}, Compare},
-      {"reset", 2, false, {"port", "axis", "yes"}, Reset},
-      {"monitor", 1, false, {"port", "axis", "items", "count"}, Monitor},
-      {"alarms", 1, false, {"port", "axis"}, Alarms},
-      {"send", 2, false, {"port", "axis"}, Send},
-      {"run", 2, false, {"port", "axis"}, RunScript},
-      {"diff", 3, false, {}, Diff},
+      {{"new", "make a project from the template", {kFile}}, New},
+      {{"show",
+        "print a table, the machine or every parameter as CSV",
+        {kFile, OneOf("WHAT", {"index", "zone", "jog", "system", "parameters"})},
+        {"motor-size"}},
+       Show},
+      {{"import",
+        "put a CSV file into a table and save",
+        {kFile, OneOf("TABLE", {"index", "zone", "jog"}), {.value = {"CSV", Kind::file}}},
+        {"motor-size"}},
+       Import},
+      {{"set",
+        "change the machine (system, measure, n1, n2, resolution, units, time, encoder) or "
+        "parameters (Pn81B=12.5) and save; all or nothing",
+        {kFile,
+         {.value = {"NAME=VALUE",
+                    Kind::words,
+                    {"system=", "measure=", "n1=", "n2=", "resolution=", "units=", "time=",
+                     "encoder="}},
+          .many = true}},
+        {"motor-size", "yes"}},
+       Set},
+      {{"report",
+        "make a PDF of the project, all of it or --sections",
+        {kFile},
+        {"out", "sections", "paper", "motor-size", "yes"}},
+       Report},
+      {{"info", "tell what hardware answers", {}, {"port", "axis", "motor-size"}}, Info},
+      {{"download",
+        "send the project to the hardware",
+        {kFile},
+        {"port", "axis", "motor-size", "yes", "all", "new", "only"}},
+       Download},
+      {{"upload",
+        "read the hardware into the project and save",
+        {kFile},
+        {"port", "axis", "motor-size", "yes", "all", "only"}},
+       Upload},
+      {{"compare",
+        "print where the hardware differs, as CSV",
+        {kFile},
+        {"port", "axis", "motor-size"}},
+       Compare},
+      {{"diff", "print where two projects differ, as CSV", {kFile, kFile}}, Diff},
+      {{"scan", "print the axes that answer, as CSV", {}, {"port"}}, Scan},
+      {{"monitor", "print values over time, as CSV", {}, {"port", "axis", "items", "count"}},
+       Monitor},
+      {{"alarms", "print the alarm and the alarm history, as CSV", {}, {"port", "axis"}}, Alarms},
+      {{"send",
+        "send a line such as \"0PRM800\" and print the answer",
+        {{.value = {"LINE"}}},
+        {"port", "axis"}},
+       Send},
+      {{"run",
+        "send the lines of a terminal script and print the answers",
+        {{.value = {"SCRIPT.tsc", Kind::file}}},
+        {"port", "axis"}},
+       RunScript},
+      {{"reset",
+        "factory defaults in the hardware",
+        {OneOf("WHAT", {"all", "parameters", "tables", "index", "zone", "jog"})},
+        {"port", "axis", "yes"}},
+       Reset},
   };
   return kCommands;
 }
 
-const Command& CommandNamed(const std::string& name) {
-  const auto& commands = Commands();
-  const auto found = std::find_if(commands.begin(), commands.end(),
-                                  [&](const Command& command) { return command.name == name; });
-  if (found == commands.end()) throw UsageError("'" + name + "' is no command");
-  return *found;
+std::vector<std::string> SectionNames() {
+  std::vector<std::string> names;
+  for (const ReportItem& item : ReportItems()) names.emplace_back(item.word);
+  return names;
+}
+
+std::vector<std::string> MonitoredNames() {
+  std::vector<std::string> names;
+  for (const MonitoredItem& item : MonitoredItems()) names.emplace_back(WordOf(item.command));
+  return names;
+}
+
+std::string InWords(const std::vector<std::string>& names) {
+  std::string text;
+  for (const std::string& name : names) text += (text.empty() ? "" : ", ") + name;
+  return text;
+}
+
+std::vector<OptionEntry> Options() {
+  std::vector<std::string> axes;
+  for (std::uint32_t axis = 0; axis < 16; ++axis) axes.push_back(HexText(axis, 1));
+  return {
+      {"port", "the serial port, or the line of a simulated amplifier", {"DEV", Kind::file}},
+      {"axis", "axis 0 to F, 0 unless given", {"H", Kind::words, axes}},
+      {"motor-size", "rated power of the motor in watts, 30 unless given", {"W"}},
+      {"new", "download only what changed since the last download"},
+      {"all", "download or upload everything, as without it"},
+      {"only",
+       "download or upload index, zone, jog, parameters, system alone",
+       {"LIST", Kind::words, {"index", "zone", "jog", "parameters", "system"}, true}},
+      {"items",
+       "monitor " + InWords(MonitoredNames()) + "; PUN,PER,NFB,TREF,STS unless given",
+       {"LIST", Kind::words, MonitoredNames(), true}},
+      {"count", "monitor N passes over the items", {"N"}},
+      {"sections",
+       "report " + InWords(SectionNames()) + "; all unless given",
+       {"LIST", Kind::words, SectionNames(), true}},
+      {"out", "where the report goes", {"FILE.pdf", Kind::file}},
+      {"paper", "report on a4 or letter; a4 unless given", {"SIZE", Kind::words, {"a4", "letter"}}},
+      {"yes",
+       "agree to what would be asked: download, upload and reset overwrite data, report a file "
+       "that "
+       "is there, set may empty a filled table"},
+  };
+}
+
+ProgramTable MakeTable() {
+  ProgramTable table{
+      .name = "velmoorctl",
+      .about = "set up a servo axis from the shell",
+      .options = Options(),
+      .notes =
+          "send, run: what goes out is not checked, and may move the machine.\n"
+          "import: with a column \"step\", \"zone\" or \"jog\" the rows named are replaced and the "
+          "others\n"
+          "stay; without it the file is the whole table. One bad cell, and nothing is changed.\n"
+          "Exit status: 0 success, 1 failure or a difference, 2 wrong usage.\n"};
+  for (const Command& command : Commands()) table.commands.push_back(command.entry);
+  return table;
 }
 
 }  // namespace
 
-int RunCommand(const std::vector<std::string>& words, const ConsoleProgram& program) {
-  try {
-    const CommandLine line(words, {"yes", "all", "new", "help", "version"});
-    if (line.Has("help")) {
-      program.out << kUsage;
-      return 0;
-    }
-    if (line.Has("version")) {
-      program.out << "velmoorctl " VELMOOR_VERSION "\n";
-      return 0;
-    }
-    if (line.Arguments().empty()) throw UsageError("A command is missing");
-    const Command& command = CommandNamed(line.Arguments().front());
-    const std::size_t given = line.Arguments().size();
-    if (given < command.arguments || (given > command.arguments && !command.more)) {
-      throw UsageError("Wrong number of arguments for '" + command.name + "'");
-    }
-    line.AllowOnly(command.options);
-    if (std::ranges::count(line.Arguments(), std::string()) > 0) {
-      throw UsageError("An argument of '" + command.name + "' is empty");
-    }
-    const bool done = command.run({line, program});
-    return done && program.boxes.Failures() == 0 ? 0 : 1;
-  } catch (const UsageError& error) {
-    // The whole text would push the message off a screen.
-    program.err << error.what() << "\nvelmoorctl --help lists the commands and their options.\n";
-    return 2;
-  } catch (const std::exception& error) {
-    program.err << error.what() << '\n';
-    return 1;
-  }
+const ProgramTable& ConsoleTable() {
+  static const ProgramTable kTable = MakeTable();
+  return kTable;
+}
+
+int RunCommand(const CommandLine& line, const ConsoleProgram& program) {
+  const std::string& name = line.Arguments().front();
+  const auto command = std::ranges::find_if(
+      Commands(), [&name](const Command& candidate) { return candidate.entry.name == name; });
+  const bool done = command->run({line, program});
+  return done && program.boxes.Failures() == 0 ? kDone : kFailed;
 }
 
 }  // namespace velmoor

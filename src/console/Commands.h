@@ -3,7 +3,8 @@
 
 #include <iosfwd>
 #include <string>
-#include <vector>
+
+#include "platform/cli/ProgramTable.h"
 
 namespace velmoor {
 
@@ -18,10 +19,14 @@ struct ConsoleProgram {
   SerialPort& port;  // COM1; its device is set with SetDevice
   void (*setDevice)(SerialPort& port, const std::string& path);
   std::ostream* progress;  // null: no progress line
+  bool (*ends)();          // somebody wants the program to come to its end
 };
 
-// Runs the command that the words name. 0 only on success; 1 for a failure, of which the user was
-// told on `err`; 2 for a command line that cannot be understood.
-int RunCommand(const std::vector<std::string>& words, const ConsoleProgram& program);
+// What the command line may hold.
+[[nodiscard]] const ProgramTable& ConsoleTable();
+
+// Runs the command of a line that ConsoleTable() read. kDone only on success; kFailed after a
+// failure, of which the user was told on `err`. Throws UsageError, and what the command throws.
+int RunCommand(const CommandLine& line, const ConsoleProgram& program);
 
 }  // namespace velmoor

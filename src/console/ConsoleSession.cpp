@@ -12,8 +12,8 @@
 
 namespace velmoor {
 
-ConsoleSession::ConsoleSession(SerialPort& comm, std::ostream* progress)
-    : SessionState(comm), progress_(progress) {
+ConsoleSession::ConsoleSession(SerialPort& comm, std::ostream* progress, bool (*ends)())
+    : SessionState(comm), progress_(progress), ends_(ends) {
   gMainForm = this;
 }
 

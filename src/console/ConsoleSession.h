@@ -13,9 +13,13 @@ namespace velmoor {
 class ConsoleSession final : public SessionState {
  public:
   // Puts itself in force as gMainForm until destroyed. `progress` gets a line that is rewritten
-  // during transfers; null: none.
-  ConsoleSession(SerialPort& comm, std::ostream* progress);
+  // during transfers; null: none. Transfers stop between two rows where `ends` says so.
+  ConsoleSession(SerialPort& comm, std::ostream* progress, bool (*ends)());
   ~ConsoleSession() override;
+
+  [[nodiscard]] bool StopProcedure() const override {
+    return SessionState::StopProcedure() || ends_();
+  }
 
   // Builds the catalogue's working copy for `strMotorSize` watts and reads it. False after a
   // failure, of which the user was told.
@@ -36,6 +40,7 @@ class ConsoleSession final : public SessionState {
   void EndProgress();
 
   std::ostream* progress_;
+  bool (*ends_)();
   std::size_t progressWidth_ = 0;
   std::string lastProgress_;
   Connections connections_;

@@ -109,6 +109,7 @@ bool Scan(const Context& context) {
   bool any = false;
   context.program.out << CsvLine({"axis", "baud"});
   for (const std::int32_t rate : kBaudRates) {
+    if (work.session().StopProcedure()) return false;
     helix.SetBaudRate(rate);
     const auto found = ScanAxes(helix, [&](int queried) {
       if (context.program.progress == nullptr) return true;

@@ -87,6 +87,7 @@ bool RunScript(const Context& context) {
   if (!Connect(work)) return false;
   bool complete = true;
   for (const std::string& line : lines) {
+    if (work.session().StopProcedure() || !context.program.out) return false;
     context.program.out << line << "\n> ";
     complete = Exchange(context, *work.session().Helix7(), line) && complete;
   }
@@ -164,7 +165,7 @@ bool PrintPass(const Context& context, clsHX7Helix7& helix, const std::vector<Mo
     cells.push_back(ValueText(item, value));
   }
   context.program.out << CsvLine(cells) << std::flush;
-  return true;
+  return context.program.out.good();
 }
 
 }  // namespace
@@ -184,6 +185,7 @@ bool Monitor(const Context& context) {
   context.program.out << CsvLine(head);
   const std::chrono::milliseconds start = world().clock->Monotonic();
   for (std::int64_t pass = 0; pass < *count; ++pass) {
+    if (work.session().StopProcedure()) return false;
     const std::chrono::milliseconds since = world().clock->Monotonic() - start;
     if (!PrintPass(context, *work.session().Helix7(), items, since)) return false;
   }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <set>
 
+#include "console/CommandContext.h"
 #include "platform/Csv.h"
 #include "platform/MessageBoxes.h"
 #include "platform/Numbers.h"
@@ -45,7 +46,7 @@ std::string Check(clsHX7Project& project, const std::string& text, CheckedValue&
   const CellCheck check =
       CheckParameter(project, ParameterWindow::editor, editor.Describe(taken.row), value);
   taken.value = check.text;
-  return check.accepted ? std::string() : name + ": " + OneLine(check.words);
+  return check.accepted ? std::string() : name + ": " + OneLine(check.words) + DecimalHint(value);
 }
 
 }  // namespace

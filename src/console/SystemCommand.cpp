@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "console/CommandContext.h"
 #include "mechanics/MachineEdit.h"
 #include "platform/Csv.h"
 #include "platform/MessageBoxes.h"
@@ -67,7 +68,7 @@ std::string TakeAll(MachineEdit& edit, std::vector<Assignment> assignments) {
     const MachineCheck check = edit.SetValue(row, text);
     const bool stands = check.Accepted() || check.kind == MachineCheck::Kind::whole;
     // The last line asks or tells what becomes of a window's cell.
-    if (!stands) return check.words.substr(0, check.words.find_last_of('\r'));
+    if (!stands) return check.words.substr(0, check.words.find_last_of('\r')) + DecimalHint(text);
   }
   return {};
 }

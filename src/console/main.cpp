@@ -2,7 +2,6 @@
 
 #include <unistd.h>
 
-#include <exception>
 #include <iostream>
 
 #include "console/Commands.h"
@@ -10,6 +9,8 @@
 #include "platform/Files.h"
 #include "platform/Rx900Utils.h"
 #include "platform/World.h"
+#include "platform/cli/RunProgram.h"
+#include "platform/posix/NotedSignals.h"
 #include "platform/posix/PdfModule.h"
 #include "platform/posix/PosixClock.h"
 #include "platform/posix/PosixEvents.h"
@@ -25,8 +26,9 @@ void SetDevice(velmoor::SerialPort& port, const std::string& path) {
   static_cast<velmoor::posix::PosixSerialPort&>(port).SetDeviceMap({{"COM1", path}});
 }
 
-int Run(const std::vector<std::string>& words) {
+int Run(const velmoor::CommandLine& line) {
   using namespace velmoor;
+  const posix::NotedSignals signals;
   // A copy of the catalogue for this process alone: a running Velmoor keeps its own.
   const auto copyPlace = posix::CatalogueCopyPlace::OfThisProcess();
   posix::PosixClock clock;
@@ -51,19 +53,16 @@ int Run(const std::vector<std::string>& words) {
   adapters.catalogueCopyDirectory = copyPlace.Directory();
   SetWorld(&adapters);
   std::ostream* const progress = ::isatty(STDERR_FILENO) != 0 ? &std::cerr : nullptr;
-  const int status = RunCommand(words, {std::cout, std::cerr, boxes, port, SetDevice, progress});
-  std::cout.flush();
+  const int status = RunCommand(
+      line, {std::cout, std::cerr, boxes, port, SetDevice, progress, posix::NotedSignals::Came});
   SetWorld(nullptr);
-  return std::cout ? status : 1;
+  return status;
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-  try {
-    return Run({argv + 1, argv + argc});
-  } catch (const std::exception& error) {
-    std::cerr << error.what() << '\n';
-    return 1;
-  }
+  const int status = velmoor::RunProgram(velmoor::ConsoleTable(), argc, argv, Run);
+  velmoor::posix::EndBySignal();
+  return status;
 }

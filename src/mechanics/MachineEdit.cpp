@@ -246,9 +246,7 @@ std::string MachineEdit::NewlyCorrected() {
   const ParameterStep& step = Change();
   std::string corrected;
   for (const char* const name : kUnitRows) {
-    if (!step.limited.contains(name)) {
-      named_.erase(name);
-    } else if (named_.insert(name).second) {
+    if (step.limited.contains(name) && named_.insert(name).second) {
       corrected += (corrected.empty() ? "" : ", ") + Text(FindRow(name), Column::description);
     }
   }

@@ -2,11 +2,11 @@
 
 #include "platform/Trapped.h"
 #include "platform/World.h"
+#include "project/data/ProjectFormat.h"
 #include "project/data/Schema.h"
 #include "session/Session.h"
 
 namespace velmoor {
-
 clsHX7Project::clsHX7Project() : strTHDatabasePath_(gMainForm->THDatabasePath()) {
   ConnectTools();
 }
@@ -68,8 +68,8 @@ bool clsHX7Project::OpenProject(const std::string& strFileName, const std::strin
     return refuse(cannotCreate + "\r" + error.what());
   }
   if (!files.Exists(workingFile)) return refuse(cannotCreate);
-  std::string reason;
-  if (!ReadFile(reason)) return refuse("Error reading databases!\r" + reason);
+  const std::string refusal = ReadFile();
+  if (!refusal.empty()) return refuse(refusal);
   SetDatabasePaths();
   blnOpen_ = true;
   strError.clear();
@@ -83,25 +83,29 @@ void clsHX7Project::SetDatabasePaths() {
   clsServoJog_.SetDatabasePath(strProjectDatabasePath_);
 }
 
-// The machine's units come with the parameters, before the tables that are read in them.
-bool clsHX7Project::ReadFile(std::string& reason) {
+// The machine's units come with the parameters, before the tables that are read in them. Returns why
+// the project cannot be opened; empty: it is read.
+std::string clsHX7Project::ReadFile() {
   try {
+    BringUpToDate(strProjectDatabasePath_, JoinPath(world().appDirectory, "Velmoor.spt"));
     parameters_.Open({strTHDatabasePath_, gMainForm->ParametersTable(), gMainForm->NibbleTable(),
                       strProjectDatabasePath_},
                      gMainForm->ComboList());
     SetDatabasePaths();
     (void)OpenForReading(strProjectDatabasePath_)->OpenTable(schema::Misc::kTable);
     for (MotionTable* const table : Tables()) table->ReadFromDB();
+  } catch (const NewerFormat& newer) {
+    return "Project " + sFileTitle_ + " was made by a newer version of Velmoor!\r" + newer.what();
   } catch (const std::exception& error) {
-    reason = error.what();
+    std::string reason = error.what();
     // Users know their file, not the one that is worked on in its stead.
     const std::string place = strProjectDatabasePath_ + ": ";
     if (reason.starts_with(place)) reason.erase(0, place.size());
-    return false;
+    return "Error reading databases!\r" + reason;
   }
   for (ParameterToolBase* const tool : ParameterTools()) tool->TakeRows();
   clsServoJog_.ReadFromDB();
-  return true;
+  return {};
 }
 
 void clsHX7Project::Save() {

@@ -212,7 +212,7 @@ class clsHX7Project final : public Project {
   struct Plan;
 
   void SetDatabasePaths();
-  bool ReadFile(std::string& reason);
+  [[nodiscard]] std::string ReadFile();
   void ConnectTools();
   template <typename ToolObject>
   void ConnectTool(Tool id, ToolObject& tool);

@@ -136,6 +136,7 @@ void ParameterGridWindow::BeforeEdit() {
 
 void ParameterGridWindow::EditDone() {
   (void)history_.Record(HistoryRows());
+  SetNotCommitted(tool_.HoldsEdits() || HoldsMore());
   EditStateChanged.Raise();
 }
 

@@ -81,6 +81,7 @@ TEST_F(Velmoorctl, RefusesWhatItDoesNotUnderstand) {
       {"monitor", "--port", "x", "--count", "0"},
       {"monitor", "--port", "x", "--count", "1", "--items", "PUN,FOO"}};
   for (const auto& words : lines) {
+    SCOPED_TRACE(testing::PrintToString(words));
     EXPECT_EQ(Run(words), 2) << err.str();
     // The words are still on the screen.
     EXPECT_EQ(std::ranges::count(err.str(), '\n'), 2) << err.str();
@@ -101,15 +102,16 @@ TEST_F(Velmoorctl, ManualAndCompletionKnowWhatTheHelpTells) {
                               std::regex(R"(\\-)"), "-");
   };
   const std::string manual = read("packaging/man/velmoorctl.1");
-  const std::string completion = read("packaging/velmoorctl.bash");
+  const std::string completion = CompletionScript(ConsoleTable(), "bash");
   const std::string guide = read("docs/guide/command-line.md");
+  // Each command stands at the beginning of a line, behind the program's name.
   const std::regex words("velmoorctl ([a-z]+)|(--[a-z-]+)|\\b([A-Z]{3,4}[12]?)\\b");
   int told = 0;
   for (std::sregex_iterator at(help.begin(), help.end(), words), end; at != end; ++at) {
     const std::string word = (*at)[1].matched ? (*at)[1] : (*at)[0];
     const bool placeholder = word == "FILE" || word == "NAME" || word == "VALUE" || word == "DEV" ||
-                             word == "WHAT" || word == "LIST" || word == "SIZE" || word == "CSV" ||
-                             word == "PDF";
+                             word == "WHAT" || word == "LINE" || word == "LIST" || word == "SIZE" ||
+                             word == "CSV" || word == "PDF";
     if (placeholder) continue;
     ++told;
     EXPECT_NE(manual.find(word), std::string::npos) << word;
@@ -230,6 +232,15 @@ TEST_F(Velmoorctl, SetsAllOrNothingAndRefusesInTheEditorsWords) {
       "'Pn81B=13' assigns to its parameter a second time\n");
   EXPECT_EQ(world.files.ReadAll(project), before);
   EXPECT_EQ(Run({"set", project}), 2) << "no assignment";
+  // A comma is what many write.
+  EXPECT_EQ(Run({"set", project, "Pn81B=12,5"}), 1);
+  EXPECT_NE(err.str().find("A point separates the decimals: 12.5\n"), std::string::npos)
+      << err.str();
+  EXPECT_EQ(Run({"set", project, "measure=12,5"}), 1);
+  EXPECT_NE(err.str().find("A point separates the decimals: 12.5\n"), std::string::npos)
+      << err.str();
+  EXPECT_EQ(Run({"set", project, "Pn81B=1,2,3"}), 1);
+  EXPECT_EQ(err.str().find("A point"), std::string::npos);
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 #include "console/Commands.h"
 #include "console/ConsoleBoxes.h"
 #include "platform/Rx900Utils.h"
+#include "platform/cli/RunProgram.h"
 #include "simulator/InProcessPort.h"
 #include "simulator/SimulatedLine.h"
 #include "support/DataWorld.h"
@@ -30,8 +31,10 @@ class Velmoorctl : public ::testing::Test {
     err.str("");
     ConsoleBoxes boxes(err);
     world.world.boxes = &boxes;
-    const int status =
-        RunCommand(words, {out, err, boxes, port, [](SerialPort&, const std::string&) {}, nullptr});
+    const int status = RunProgram(ConsoleTable(), words, out, err, [&](const CommandLine& line_) {
+      return RunCommand(line_, {out, err, boxes, port, [](SerialPort&, const std::string&) {},
+                                nullptr, [] { return false; }});
+    });
     world.world.boxes = &world.boxes;
     return status;
   }

@@ -97,10 +97,10 @@ TEST_F(Console, AsksTheProgram) {
 }
 
 TEST(SimulatorOptions, DescribeTheAmplifiers) {
-  const char* const words[] = {
+  const std::vector<std::string> words = {
       "--paced", "--link",       "line", "--baud", "19200", "--axis",        "b",  "--firmware",
       "2",       "--motor-size", "750",  "--axis", "3",     "--option-type", "500"};
-  const ProgramOptions options = ParseOptions(words);
+  const ProgramOptions options = OptionsOf(ReadLine(SimulatorTable(), words));
   EXPECT_TRUE(options.paced);
   EXPECT_EQ(options.link, "line");
   ASSERT_EQ(options.amplifiers.size(), 2u);
@@ -114,12 +114,12 @@ TEST(SimulatorOptions, DescribeTheAmplifiers) {
 }
 
 TEST(SimulatorOptions, RefuseBadOnes) {
-  const std::vector<const char*> cases[] = {
+  const std::vector<std::string> cases[] = {
       {"--axis", "G"},    {"--axis", "10"},        {"--baud", "57600"},
       {"--baud"},         {"--firmware", "three"}, {"--motor-size", "-5"},
       {"--encoder", "x"}, {"--speed", "1"},        {"--axis", "1", "--axis", "1"}};
   for (const auto& words : cases) {
-    EXPECT_THROW((void)ParseOptions(words), std::invalid_argument) << words[0];
+    EXPECT_THROW((void)OptionsOf(ReadLine(SimulatorTable(), words)), UsageError) << words[0];
   }
 }
 

@@ -9,6 +9,7 @@
 
 #include "app/MainModule.h"
 #include "platform/Rx900Utils.h"
+#include "platform/cli/RunProgram.h"
 #include "platform/headless/HeadlessFailure.h"
 #include "platform/headless/HeadlessWorld.h"
 #include "platform/headless/OnlyInstance.h"
@@ -132,22 +133,35 @@ class UnattendedSession {
   std::size_t boxesBefore_ = 0;
 };
 
+const ProgramTable& UnattendedTable() {
+  using Kind = ValueEntry::Kind;
+  static const ProgramTable kTable{
+      .name = "velmoor-unattended",
+      .about = "the desktop program's session without a screen",
+      .options = {},
+      .arguments = {{.value = {"PROJECT", Kind::file}},
+                    {.value = {"FRESH", Kind::file}},
+                    {.value = {"DEVICE", Kind::file}}},
+      .notes =
+          "Opens PROJECT, downloads it to the amplifier on DEVICE, uploads into the new project "
+          "FRESH,\nand compares the two row by row.\n"};
+  return kTable;
+}
+
+int Run(const CommandLine& line) {
+  const std::vector<std::string>& words = line.Arguments();
+  try {
+    UnattendedSession(words[0], words[1], words[2]).Run();
+    return kDone;
+  } catch (const std::exception&) {
+    std::cout << "failed\n" << std::flush;
+    throw;
+  }
+}
+
 }  // namespace
 }  // namespace velmoor
 
 int main(int argc, char** argv) {
-  if (argc != 4) {
-    std::cerr << "usage: velmoor-unattended PROJECT FRESH DEVICE\n";
-    return 2;
-  }
-  try {
-    velmoor::UnattendedSession(argv[1], argv[2], argv[3]).Run();
-    return 0;
-  } catch (const std::exception& error) {
-    std::string words = error.what();
-    for (char& c : words) c = c == '\r' ? '\n' : c;
-    std::cout << "failed\n" << std::flush;
-    std::cerr << words << '\n';
-    return 1;
-  }
+  return velmoor::RunProgram(velmoor::UnattendedTable(), argc, argv, velmoor::Run);
 }

@@ -1,5 +1,7 @@
 #include "platform/posix/ProgramPlaces.h"
 
+#include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -30,10 +32,44 @@ std::string StateDirectory() {
   return JoinPath(home != nullptr ? home : "/tmp", ".local/state/velmoor");
 }
 
-CatalogueCopyPlace::CatalogueCopyPlace()
-    : directory_(JoinPath(RuntimeDirectory(), "velmoor-" + std::to_string(::getpid()))),
-      own_(true) {
-  ::mkdir(directory_.c_str(), 0700);
+namespace {
+
+const std::string kPlacePrefix = "velmoor-";
+
+FileDescriptor LockedDirectory(const std::string& path) {
+  FileDescriptor directory(::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+  if (directory.IsValid() && ::flock(directory.Get(), LOCK_EX | LOCK_NB) == 0) return directory;
+  return FileDescriptor();
+}
+
+bool IsPlace(const std::filesystem::directory_entry& entry) {
+  const std::string name = entry.path().filename().string();
+  return name.starts_with(kPlacePrefix) && name.size() > kPlacePrefix.size() &&
+         name.find_first_not_of("0123456789", kPlacePrefix.size()) == std::string::npos;
+}
+
+// A place that no process holds was left by one that was killed.
+void ClearForsakenPlaces(const std::string& runtimeDirectory) {
+  std::error_code ignored;
+  for (const auto& entry : std::filesystem::directory_iterator(runtimeDirectory, ignored)) {
+    if (!IsPlace(entry)) continue;
+    const FileDescriptor free = LockedDirectory(entry.path().string());
+    if (free.IsValid()) std::filesystem::remove_all(entry.path(), ignored);
+  }
+}
+
+}  // namespace
+
+CatalogueCopyPlace::CatalogueCopyPlace() : own_(true) {
+  const std::string runtimeDirectory = RuntimeDirectory();
+  ClearForsakenPlaces(runtimeDirectory);
+  directory_ = JoinPath(runtimeDirectory, kPlacePrefix + std::to_string(::getpid()));
+  // Another process that clears may take the new place for a forsaken one, once.
+  constexpr int kTries = 3;
+  for (int i = 0; i < kTries && !lock_.IsValid(); ++i) {
+    ::mkdir(directory_.c_str(), 0700);
+    lock_ = LockedDirectory(directory_);
+  }
 }
 
 CatalogueCopyPlace::CatalogueCopyPlace(const std::string& appDirectory) : CatalogueCopyPlace() {

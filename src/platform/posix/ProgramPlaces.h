@@ -3,6 +3,8 @@
 
 #include <string>
 
+#include "platform/posix/FileDescriptor.h"
+
 namespace velmoor::posix {
 
 // The directory of the running program, with the programs and modules that belong to it.
@@ -21,7 +23,8 @@ class CatalogueCopyPlace {
  public:
   // The program's directory where that can be written, else one as OfThisProcess makes it.
   explicit CatalogueCopyPlace(const std::string& appDirectory);
-  // A directory of this process in the user's runtime directory, which goes with the object.
+  // A directory of this process in the user's runtime directory, which goes with the object. What
+  // killed processes left there is cleared first.
   [[nodiscard]] static CatalogueCopyPlace OfThisProcess() { return CatalogueCopyPlace(); }
   ~CatalogueCopyPlace();
   CatalogueCopyPlace(const CatalogueCopyPlace&) = delete;
@@ -33,6 +36,7 @@ class CatalogueCopyPlace {
   CatalogueCopyPlace();
 
   std::string directory_;
+  FileDescriptor lock_;  // of the directory: it tells that its process lives
   bool own_ = false;
 };
 

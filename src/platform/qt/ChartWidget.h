@@ -23,6 +23,8 @@ struct ChartScale {
 };
 
 class ChartWidget final : public QWidget {
+  Q_OBJECT
+
  public:
   explicit ChartWidget(QWidget* parent = nullptr);
   void SetData(const ChartData& chart, const QString& emptyText);

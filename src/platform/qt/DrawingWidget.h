@@ -11,6 +11,8 @@ class QPainter;
 namespace velmoor::qt {
 
 class DrawingWidget final : public QWidget {
+  Q_OBJECT
+
  public:
   explicit DrawingWidget(QWidget* parent = nullptr);
   void SetShapes(double width, double height, std::vector<DrawingShape> shapes);

@@ -8,6 +8,8 @@
 namespace velmoor::qt {
 
 class LampWidget final : public QWidget {
+  Q_OBJECT
+
  public:
   explicit LampWidget(QWidget* parent = nullptr);
   void SetTone(Tone tone);

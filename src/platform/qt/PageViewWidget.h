@@ -14,6 +14,8 @@ namespace velmoor::qt {
 class PageSetter;
 
 class PageViewWidget final : public QWidget {
+  Q_OBJECT
+
  public:
   explicit PageViewWidget(QWidget* parent = nullptr);
   ~PageViewWidget() override;

@@ -3,6 +3,7 @@
 #include <QBuffer>
 #include <QHashSeed>
 #include <QPdfWriter>
+#include <QUuid>
 #include <stdexcept>
 
 #include "platform/qt/PageSetter.h"
@@ -42,17 +43,43 @@ void MoveObjects(QByteArray& pdf, qsizetype head, qsizetype by) {
   }
 }
 
-// The engine dates the file by the clock and in the zone of this place. The moment takes that
-// place.
-void Date(QByteArray& pdf, const WallTime& moment) {
-  const QByteArray key = "/CreationDate (";
+// The engine dates the file by the clock and in the zone of this place. The moment takes the place
+// behind `key`. False: there is no such place.
+bool Date(QByteArray& pdf, const QByteArray& key, const WallTime& moment) {
   const qsizetype found = pdf.indexOf(key);
-  if (found < 0) throw std::runtime_error("The PDF document bears no date");
+  if (found < 0) return false;
   const qsizetype begin = found + key.size();
   const qsizetype length = pdf.indexOf(')', begin) - begin;
   const QByteArray dated = PdfMoment(moment);
   pdf.replace(begin, length, dated);
   MoveObjects(pdf, begin, dated.size() - length);
+  return true;
+}
+
+// The description of the file has its dates in another form, of one length.
+void DateDescription(QByteArray& pdf, const WallTime& moment) {
+  const QByteArray dated =
+      QString::asprintf("%04d-%02d-%02dT%02d:%02d:%02d+00:00", moment.year, moment.month,
+                        moment.day, moment.hour, moment.minute, moment.second)
+          .toLatin1();
+  for (const char* const name : {"xmp:CreateDate=\"", "xmp:ModifyDate=\"", "xmp:MetadataDate=\""}) {
+    const qsizetype found = pdf.indexOf(name);
+    if (found >= 0) pdf.replace(found + static_cast<qsizetype>(qstrlen(name)), dated.size(), dated);
+  }
+}
+
+// Later engines number each file by chance, in its description and in hexadecimal at its end. The
+// number comes from the title and the moment instead; of the same length, it moves nothing.
+void Number(QByteArray& pdf, const PrintDocument& document) {
+  constexpr qsizetype kDigits = 36;
+  const QByteArray key = "uuid:";
+  const qsizetype found = pdf.indexOf(key);
+  if (found < 0) return;
+  const QByteArray chance = pdf.mid(found + key.size(), kDigits);
+  const QByteArray origin = QByteArray::fromStdString(document.title) + PdfMoment(document.moment);
+  const QByteArray number = QUuid::createUuidV5(QUuid(), origin).toByteArray(QUuid::WithoutBraces);
+  pdf.replace(chance, number);
+  pdf.replace(chance.toHex(), number.toHex());
 }
 
 }  // namespace
@@ -74,7 +101,12 @@ std::string QtPdfMaker::Pdf(const PrintDocument& document, Paper paper) {
     writer.setCreator(QStringLiteral("Velmoor"));
     DrawPages(pages, writer);
   }
-  Date(bytes, document.moment);
+  if (!Date(bytes, "/CreationDate (", document.moment)) {
+    throw std::runtime_error("The PDF document bears no date");
+  }
+  Date(bytes, "/ModDate (", document.moment);
+  DateDescription(bytes, document.moment);
+  Number(bytes, document);
   return bytes.toStdString();
 }
 

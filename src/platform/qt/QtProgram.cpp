@@ -6,6 +6,8 @@
 #include <QLocale>
 #include <QPointer>
 #include <QSysInfo>
+#include <cstdio>
+#include <cstdlib>
 #include <exception>
 #include <typeinfo>
 
@@ -52,6 +54,22 @@ class Application final : public QApplication {
   }
 };
 
+// Qt aborts where it finds no display; that is no crash, and leaves no core.
+void EndWithoutDisplay(QtMsgType type, const QMessageLogContext& /*context*/, const QString& text) {
+  if (type != QtFatalMsg) return;
+  std::fputs("velmoor: There is no display that its windows could open on\n", stderr);
+  std::fputs(text.section(QLatin1Char('\n'), 0, 0).toLocal8Bit().constData(), stderr);
+  std::fputs("\n", stderr);
+  std::_Exit(1);
+}
+
+std::unique_ptr<Application> MakeApplication(int& argc, char** argv) {
+  const QtMessageHandler before = qInstallMessageHandler(EndWithoutDisplay);
+  auto application = std::make_unique<Application>(argc, argv);
+  qInstallMessageHandler(before);
+  return application;
+}
+
 bool StartsDark(const Settings* settings) {
   const std::string theme =
       settings == nullptr ? std::string() : settings->ReadText(kThemeSetting, "");
@@ -61,7 +79,7 @@ bool StartsDark(const Settings* settings) {
 }  // namespace
 
 QtProgram::QtProgram(int& argc, char** argv, const Settings* settings)
-    : application_(std::make_unique<Application>(argc, argv)) {
+    : application_(MakeApplication(argc, argv)) {
   KeepOrderOfHashes();
   QApplication::setApplicationName(QStringLiteral("velmoor"));
   // The windows decide when the program ends, not Qt.

@@ -12,6 +12,8 @@
 namespace velmoor::qt {
 
 class TerminalWidget final : public QAbstractScrollArea {
+  Q_OBJECT
+
  public:
   static constexpr int kRows = 24;
   static constexpr int kColumns = 80;

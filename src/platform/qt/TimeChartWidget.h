@@ -12,6 +12,8 @@
 namespace velmoor::qt {
 
 class TimeChartWidget final : public QWidget {
+  Q_OBJECT
+
  public:
   explicit TimeChartWidget(QWidget* parent = nullptr);
   void SetData(const TimeChartData& shown, const QString& emptyText);

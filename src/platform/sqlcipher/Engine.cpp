@@ -5,6 +5,8 @@
 #include <cerrno>
 #include <cstring>
 
+#include "platform/sqlcipher/WrittenForm.h"
+
 namespace velmoor::sqlcipher {
 namespace {
 
@@ -75,13 +77,11 @@ DatabaseError Failure(sqlite3* db, const std::string& path, int code) {
   throw Failure(db, path, code);
 }
 
-// A working copy is laid anew at each opening, so a power cut may take it; nothing waits for the
-// disk on its account. Every other file survives.
+}  // namespace
+
 bool IsDisposable(const std::string& path) {
   return path.ends_with("tmp") || path.ends_with("tempIdeInfo.mdb");
 }
-
-}  // namespace
 
 Statement::Statement(sqlite3* db, const std::string& path, const std::string& sql)
     : db_(db), path_(path) {
@@ -158,6 +158,21 @@ Connection::Connection(const std::string& path, OpenMode mode, const std::string
   }
 }
 
+Connection::Connection(const std::string& path, const FileImage& image) : path_(path) {
+  // Immutable: the engine then looks for no journal beside it, nor for the file's name again.
+  const std::string name = "file:" + image.Path() + "?mode=ro&immutable=1";
+  const int code = sqlite3_open_v2(
+      name.c_str(), &db_, SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_READONLY | SQLITE_OPEN_URI, nullptr);
+  try {
+    if (code != SQLITE_OK) Fail(db_, path_, code);
+    Execute("PRAGMA temp_store=MEMORY");
+    Prove();
+  } catch (...) {
+    sqlite3_close_v2(db_);
+    throw;
+  }
+}
+
 Connection::~Connection() {
   sqlite3_close_v2(db_);
 }
@@ -169,6 +184,10 @@ bool Connection::Writable() const {
 void Connection::Configure(const std::string& key) {
   sqlite3_busy_timeout(db_, kBusyMilliseconds);
   Execute("PRAGMA key=\"" + key + "\"");
+  // What goes wrong is told by its code alone, never by the engine on the terminal. The key sets
+  // the level anew, so it comes after it.
+  Execute("PRAGMA cipher_log_level=NONE");
+  for (const char* const setting : kWrittenForm) Execute(setting);
   // A project is one file that is copied as it is: never a write-ahead log beside it.
   if (Writable()) Execute("PRAGMA journal_mode=DELETE");
   Execute(IsDisposable(path_) ? "PRAGMA synchronous=OFF" : "PRAGMA synchronous=FULL");

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "platform/Database.h"
+#include "platform/sqlcipher/Version4File.h"
 
 struct sqlite3;
 struct sqlite3_stmt;
@@ -48,6 +49,9 @@ class Connection {
   // `key` is the engine's raw form, "x'...'". An existing file is read through once, which proves
   // the key and that no page of the file is broken.
   Connection(const std::string& path, OpenMode mode, const std::string& key);
+  // A plain database for reading only, which needs its file no longer; `path` is what failures
+  // name.
+  Connection(const std::string& path, const FileImage& image);
   Connection(const Connection&) = delete;
   Connection& operator=(const Connection&) = delete;
   ~Connection();
@@ -66,6 +70,10 @@ class Connection {
   std::string path_;
   sqlite3* db_ = nullptr;
 };
+
+// A working copy is laid anew at each opening, so a power cut may take it; nothing waits for the
+// disk on its account. Every other file survives.
+[[nodiscard]] bool IsDisposable(const std::string& path);
 
 // The engine's versions and its cipher library's, a name and a version each, as linked at run time.
 [[nodiscard]] std::vector<std::string> EngineVersions();

@@ -11,9 +11,6 @@
 namespace velmoor::sqlcipher {
 namespace {
 
-constexpr int kRounds = 64000;
-constexpr std::size_t kKeyBytes = 32;
-
 std::string Hex(std::span<const unsigned char> bytes) {
   std::string text;
   for (const unsigned char byte : bytes) text += HexText(byte, 2);
@@ -26,12 +23,25 @@ std::string Hex(std::span<const unsigned char> bytes) {
 
 }  // namespace
 
+Key DeriveKey(std::span<const unsigned char> secret, const Salt& salt,
+              const KeyDerivation& derivation) {
+  const EVP_MD* const digest =
+      derivation.digest == KeyDerivation::Digest::sha1 ? EVP_sha1() : EVP_sha512();
+  Key key{};
+  if (PKCS5_PBKDF2_HMAC(reinterpret_cast<const char*>(secret.data()),
+                        static_cast<int>(secret.size()), salt.data(), static_cast<int>(salt.size()),
+                        derivation.rounds, digest, static_cast<int>(key.size()), key.data()) != 1) {
+    FailCrypto();
+  }
+  return key;
+}
+
 std::string KeyRing::KeyForFile(std::string_view password, const Salt& salt) {
-  return "x'" + HexKey(password, salt) + "'";
+  return "x'" + Hex(KeyOf(password, salt, kWrittenDerivation)) + "'";
 }
 
 std::string KeyRing::KeyForNewFile(std::string_view password, const Salt& salt) {
-  return "x'" + HexKey(password, salt) + Hex(salt) + "'";
+  return "x'" + Hex(KeyOf(password, salt, kWrittenDerivation)) + Hex(salt) + "'";
 }
 
 Salt KeyRing::RandomSalt() {
@@ -40,19 +50,13 @@ Salt KeyRing::RandomSalt() {
   return salt;
 }
 
-const std::string& KeyRing::HexKey(std::string_view password, const Salt& salt) {
-  const auto [entry, fresh] = keys_.try_emplace({std::string(password), salt});
-  if (fresh) {
-    std::array<unsigned char, kKeyBytes> key{};
-    if (PKCS5_PBKDF2_HMAC(password.data(), static_cast<int>(password.size()), salt.data(),
-                          static_cast<int>(salt.size()), kRounds, EVP_sha1(),
-                          static_cast<int>(key.size()), key.data()) != 1) {
-      keys_.erase(entry);
-      FailCrypto();
-    }
-    entry->second = Hex(key);
-  }
-  return entry->second;
+const Key& KeyRing::KeyOf(std::string_view password, const Salt& salt,
+                          const KeyDerivation& derivation) {
+  const Origin origin{std::string(password), salt, derivation.digest, derivation.rounds};
+  const auto known = keys_.find(origin);
+  if (known != keys_.end()) return known->second;
+  const std::span secret(reinterpret_cast<const unsigned char*>(password.data()), password.size());
+  return keys_.emplace(origin, DeriveKey(secret, salt, derivation)).first->second;
 }
 
 }  // namespace velmoor::sqlcipher

@@ -6,14 +6,24 @@
 
 #include <array>
 #include <map>
+#include <span>
 #include <string>
 #include <string_view>
-#include <utility>
+#include <tuple>
+
+#include "platform/sqlcipher/WrittenForm.h"
 
 namespace velmoor::sqlcipher {
 
 inline constexpr std::size_t kSaltBytes = 16;
 using Salt = std::array<unsigned char, kSaltBytes>;
+
+inline constexpr std::size_t kKeyBytes = 32;
+using Key = std::array<unsigned char, kKeyBytes>;
+
+// PBKDF2. Throws DatabaseError when the cryptographic library fails.
+[[nodiscard]] Key DeriveKey(std::span<const unsigned char> secret, const Salt& salt,
+                            const KeyDerivation& derivation);
 
 class KeyRing {
  public:
@@ -23,11 +33,13 @@ class KeyRing {
   // the file with any tool of the engine.
   [[nodiscard]] std::string KeyForNewFile(std::string_view password, const Salt& salt);
   [[nodiscard]] static Salt RandomSalt();
+  // The key itself, for a file of whatever derivation.
+  const Key& KeyOf(std::string_view password, const Salt& salt, const KeyDerivation& derivation);
 
  private:
-  const std::string& HexKey(std::string_view password, const Salt& salt);
+  using Origin = std::tuple<std::string, Salt, KeyDerivation::Digest, int>;
 
-  std::map<std::pair<std::string, Salt>, std::string> keys_;
+  std::map<Origin, Key> keys_;
 };
 
 }  // namespace velmoor::sqlcipher

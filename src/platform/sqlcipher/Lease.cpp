@@ -15,7 +15,7 @@ std::string Fingerprint(const std::string& path) {
   const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
   if (file < 0) return {};
   struct stat status {};
-  std::array<char, 1024> page{};  // the engine's page
+  std::array<char, kPageBytes> page{};
   const bool known = ::fstat(file, &status) == 0;
   const ssize_t got = ::pread(file, page.data(), page.size(), 0);
   ::close(file);

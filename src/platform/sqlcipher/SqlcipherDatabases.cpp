@@ -9,6 +9,9 @@
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
+#include <optional>
+#include <utility>
+#include <vector>
 
 #include "platform/sqlcipher/Builder.h"
 #include "platform/sqlcipher/Engine.h"
@@ -56,6 +59,29 @@ Salt ReadSalt(const std::string& path) {
   return salt;
 }
 
+// Tables alone: no view, trigger or index of a foreign file gets into one of ours.
+void CopyTables(Connection& source, Builder& target) {
+  const auto tables = source.Prepare(
+      "SELECT name FROM sqlite_master WHERE type='table' AND name NOT LIKE 'sqlite\\_%' ESCAPE "
+      "'\\' "
+      "AND sql NOT LIKE 'CREATE VIRTUAL%' ORDER BY rowid");
+  while (tables->Step()) {
+    const std::string table = tables->Text(0);
+    std::vector<ColumnDefinition> columns;
+    const auto described = source.Prepare("PRAGMA table_info(" + Quoted(table) + ")");
+    while (described->Step())
+      columns.push_back({described->Text(1), described->Text(2) == "INTEGER"});
+    target.CreateTable(table, columns);
+    const auto rows = source.Prepare("SELECT * FROM " + Quoted(table) + " ORDER BY rowid");
+    while (rows->Step()) {
+      std::vector<std::string> values;
+      for (std::size_t i = 0; i < columns.size(); ++i)
+        values.push_back(rows->Text(static_cast<int>(i)));
+      target.Insert(table, values);
+    }
+  }
+}
+
 void RemoveWithJournal(const std::string& path) {
   std::error_code ignored;
   std::filesystem::remove(path, ignored);
@@ -86,14 +112,51 @@ std::shared_ptr<OpenFile> SqlcipherDatabases::Obtain(const std::string& path,
   auto file = std::make_shared<OpenFile>();
   file->path = path;
   file->password = password;
-  const std::string key = keys_.KeyForFile(password, ReadSalt(path));
-  file->connection = std::make_unique<Connection>(path, OpenMode::existing, key);
+  file->connection = Connect(path, password, access);
   if (access == DatabaseAccess::readWrite && !file->connection->Writable()) {
     Fail(Kind::forbidden, path, "the file cannot be written");
   }
   files_.push_front(file);
   DropSpareFiles();
   return file;
+}
+
+std::unique_ptr<Connection> SqlcipherDatabases::Connect(const std::string& path,
+                                                        std::string_view password,
+                                                        DatabaseAccess access) {
+  const Salt salt = ReadSalt(path);
+  const auto connect = [&] {
+    return std::make_unique<Connection>(path, OpenMode::existing, keys_.KeyForFile(password, salt));
+  };
+  try {
+    return connect();
+  } catch (const DatabaseError& error) {
+    if (error.kind() != Kind::password) throw;
+    const std::optional<FileImage> image = UnsealVersion4(path, password, keys_);
+    if (!image) throw;
+    auto source = std::make_unique<Connection>(path, *image);
+    if (access == DatabaseAccess::readOnly) return source;
+    return Rewrite(*source, path, password);
+  }
+}
+
+std::unique_ptr<Connection> SqlcipherDatabases::Rewrite(Connection& source, const std::string& path,
+                                                        std::string_view password) {
+  if (!IsDisposable(path)) {
+    Fail(Kind::forbidden, path, "the file has another form; only a copy of it is rewritten");
+  }
+  // In place, since whoever holds the working copy holds this very file.
+  std::error_code failed;
+  std::filesystem::resize_file(path, 0, failed);
+  if (failed) FailSystem(path, failed.value());
+  auto file = std::make_shared<OpenFile>();
+  file->path = path;
+  file->connection = std::make_unique<Connection>(path, OpenMode::create,
+                                                  keys_.KeyForNewFile(password, newFileSalt_));
+  Builder builder(file, [](bool) {});
+  CopyTables(source, builder);
+  builder.Finish();
+  return std::move(file->connection);
 }
 
 void SqlcipherDatabases::DropSpareFiles() {

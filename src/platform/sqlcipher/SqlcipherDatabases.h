@@ -43,6 +43,13 @@ class SqlcipherDatabases final : public Databases {
  private:
   std::shared_ptr<OpenFile> Obtain(const std::string& path, std::string_view password,
                                    DatabaseAccess access);
+  // Opens a file of the written form, or of the engine's version 4 defaults: that one is read from
+  // memory, and brought into the written form before anything is written, where it is a working
+  // copy. Throws DatabaseError.
+  std::unique_ptr<Connection> Connect(const std::string& path, std::string_view password,
+                                      DatabaseAccess access);
+  std::unique_ptr<Connection> Rewrite(Connection& source, const std::string& path,
+                                      std::string_view password);
   void DropSpareFiles();
 
   KeyRing keys_;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -13,6 +14,10 @@ namespace velmoor::schema {
 
 // The password of every project, of the template and of the catalogue.
 inline constexpr std::string_view kPassword = "nurvex";
+
+// The format of the project files that this program writes. What changes it, and what every version
+// meant, is told in docs/file-format.md.
+inline constexpr std::int64_t kFormatVersion = 2;
 
 // One row a parameter of the project.
 struct Parameters {
@@ -31,6 +36,7 @@ struct Misc {
   static constexpr std::string_view kValue = "value";
   static constexpr std::string_view kTestRunSpeed = "testrunspeed";
   static constexpr std::string_view kHomingOffset = "homing offset";
+  static constexpr std::string_view kFormat = "format";  // the file's version
 };
 
 // The motion programme; always walked in the order of kId.

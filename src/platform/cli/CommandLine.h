@@ -1,8 +1,7 @@
-// The words of a command line: a command, its arguments, and options of the form "--name value".
+// The words of a command line as its program's table reads them.
 #pragma once
 
 #include <optional>
-#include <set>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -18,24 +17,24 @@ class UsageError : public std::runtime_error {
 
 class CommandLine {
  public:
-  // Options in `flags` take no value; every other "--name" takes the next word, or what follows
-  // "=".
-  // "--" ends the options. Throws UsageError for an option without its value.
-  CommandLine(const std::vector<std::string>& words, const std::set<std::string>& flags);
+  struct Option {
+    std::string name;   // without its dashes
+    std::string value;  // empty for a flag
+  };
 
+  CommandLine(std::vector<std::string> arguments, std::vector<Option> options);
+
+  // The command's own name comes first, where the program has commands.
   [[nodiscard]] const std::vector<std::string>& Arguments() const { return arguments_; }
+  // In the order of the line.
+  [[nodiscard]] const std::vector<Option>& Options() const { return options_; }
   [[nodiscard]] bool Has(std::string_view option) const;
+  // The first value given.
   [[nodiscard]] std::optional<std::string> Value(std::string_view option) const;
-  // Throws UsageError when the option is missing.
+  // Throws UsageError when the option is missing or empty.
   [[nodiscard]] std::string Required(std::string_view option) const;
-  // Throws UsageError for an option that is not among `allowed`.
-  void AllowOnly(const std::set<std::string>& allowed) const;
 
  private:
-  struct Option {
-    std::string name;
-    std::string value;
-  };
   std::vector<std::string> arguments_;
   std::vector<Option> options_;
 };

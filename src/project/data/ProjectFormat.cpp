@@ -1,0 +1,100 @@
+#include "project/data/ProjectFormat.h"
+
+#include <memory>
+#include <optional>
+#include <span>
+#include <string_view>
+
+#include "platform/Numbers.h"
+#include "project/data/Schema.h"
+
+namespace velmoor {
+namespace {
+
+using schema::Misc;
+using schema::Parameters;
+
+// The first format bears no version.
+constexpr std::int64_t kFirst = 1;
+
+// ---- the steps; each begins at the version that its place in the list tells, counted from the
+// first
+
+void AddVersionRecord(Database& project) {
+  const auto settings = project.OpenTable(Misc::kTable);
+  settings->AddNew();
+  settings->Set(Misc::kPropertyName, Misc::kFormat);
+  settings->Update();
+}
+
+constexpr void (*kSteps[])(Database& project) = {AddVersionRecord};
+static_assert(kFirst + std::ssize(kSteps) == schema::kFormatVersion);
+
+// ---- the version
+
+std::int64_t VersionOf(Database& project) {
+  const auto settings = project.OpenTable(Misc::kTable);
+  if (!settings->FindFirst(Misc::kPropertyName, Misc::kFormat)) return kFirst;
+  const auto version = ParseWhole(settings->Text(Misc::kValue));
+  if (!version || *version <= kFirst) {
+    throw DatabaseError(DatabaseError::Kind::schema, "The project's format is no number");
+  }
+  return *version;
+}
+
+void SetVersion(Database& project, std::int64_t version) {
+  const auto settings = project.OpenTable(Misc::kTable);
+  if (!settings->FindFirst(Misc::kPropertyName, Misc::kFormat)) return;
+  settings->Edit();
+  settings->Set(Misc::kValue, NumberText(version));
+  settings->Update();
+}
+
+// ---- what is new
+
+// Adds the rows of the template's table whose key the project does not have.
+void AddMissingRows(Database& project, Database& pattern, std::string_view table,
+                    std::string_view key, std::span<const std::string_view> columns,
+                    std::optional<std::string_view> mark) {
+  const auto rows = project.OpenTable(table);
+  const auto patterns = pattern.OpenTable(table);
+  for (; !patterns->AtEnd(); patterns->MoveNext()) {
+    if (rows->FindFirst(key, patterns->Text(key))) continue;
+    rows->AddNew();
+    for (const std::string_view column : columns) rows->Set(column, patterns->Text(column));
+    if (mark) rows->Set(*mark, "1");
+    rows->Update();
+  }
+}
+
+}  // namespace
+
+void BringUpToDate(const std::string& workingFile, const std::string& templatePath) {
+  const auto project = OpenForWriting(workingFile);
+  const std::int64_t version = VersionOf(*project);
+  if (version > schema::kFormatVersion) {
+    throw NewerFormat("The file's format is " + NumberText(version) + ", and this version reads " +
+                      NumberText(schema::kFormatVersion) + " at most.");
+  }
+  try {
+    for (std::int64_t from = version; from < schema::kFormatVersion; ++from) {
+      kSteps[from - kFirst](*project);
+    }
+    if (version < schema::kFormatVersion) SetVersion(*project, schema::kFormatVersion);
+    constexpr std::string_view kParameterColumns[] = {Parameters::kPn, Parameters::kValue,
+                                                      Parameters::kControllerValue,
+                                                      Parameters::kDescription};
+    constexpr std::string_view kSettingColumns[] = {Misc::kPropertyName, Misc::kValue};
+    const auto pattern = OpenForReading(templatePath);
+    AddMissingRows(*project, *pattern, Parameters::kTable, Parameters::kPn, kParameterColumns,
+                   Parameters::kDirty);
+    AddMissingRows(*project, *pattern, Misc::kTable, Misc::kPropertyName, kSettingColumns,
+                   std::nullopt);
+    project->Commit();
+  } catch (...) {
+    project->Rollback();
+    throw;
+  }
+}
+
+}  // namespace velmoor

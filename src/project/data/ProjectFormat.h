@@ -1,0 +1,21 @@
+// The format of a project file: its version, and the steps that bring an older file up to it.
+#pragma once
+
+#include <stdexcept>
+#include <string>
+
+namespace velmoor {
+
+// A project whose format is newer than this program's; what() tells both versions.
+class NewerFormat : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+// Brings the working file of a project up to the present format, step by step, in one transaction:
+// every version that was ever written is understood. What the template has and the project does not
+// is added with the template's value and, where the amplifier has it too, marked to download.
+// Throws NewerFormat, and DatabaseError for a file that is no project; the file is then as it was.
+void BringUpToDate(const std::string& workingFile, const std::string& templatePath);
+
+}  // namespace velmoor

@@ -1,0 +1,61 @@
+// The folders of the catalogue's working copies in the user's runtime directory.
+#include "platform/posix/ProgramPlaces.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/file.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <fstream>
+
+#include "support/TemporaryFolder.h"
+
+namespace velmoor::posix {
+namespace {
+
+namespace fs = std::filesystem;
+
+class CatalogueCopyPlaceTest : public testing::Test {
+ protected:
+  CatalogueCopyPlaceTest() { setenv("XDG_RUNTIME_DIR", folder_.Path().c_str(), 1); }
+  ~CatalogueCopyPlaceTest() override { unsetenv("XDG_RUNTIME_DIR"); }
+
+  std::string Lay(const std::string& name) {
+    fs::create_directory(folder_.At(name));
+    std::ofstream(folder_.At(name) + "/tempIdeInfo.mdb") << "left";
+    return folder_.At(name);
+  }
+
+  TemporaryFolder folder_;
+};
+
+TEST_F(CatalogueCopyPlaceTest, GoesWithTheObject) {
+  {
+    const auto place = CatalogueCopyPlace::OfThisProcess();
+    EXPECT_EQ(place.Directory(), folder_.At("velmoor-" + std::to_string(getpid())));
+    EXPECT_TRUE(fs::is_directory(place.Directory()));
+  }
+  EXPECT_EQ(folder_.Count(), 0);
+}
+
+TEST_F(CatalogueCopyPlaceTest, WhatAKilledProcessLeftIsClearedAndALivingOnesStays) {
+  const std::string dead = Lay("velmoor-999999998");
+  const std::string living = Lay("velmoor-999999999");
+  const std::string foreign = Lay("velmoor-notes");
+  // A lock of another open file description is what another process has.
+  const int held = open(living.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  ASSERT_EQ(flock(held, LOCK_EX), 0);
+  {
+    const auto place = CatalogueCopyPlace::OfThisProcess();
+    EXPECT_FALSE(fs::exists(dead));
+    EXPECT_TRUE(fs::exists(living + "/tempIdeInfo.mdb"));
+    EXPECT_TRUE(fs::exists(foreign));
+  }
+  close(held);
+  const auto place = CatalogueCopyPlace::OfThisProcess();
+  EXPECT_FALSE(fs::exists(living));
+}
+
+}  // namespace
+}  // namespace velmoor::posix
