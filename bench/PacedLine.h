@@ -91,7 +91,7 @@ class PacedLine {
 class LiveSession {
  public:
   LiveSession(Workbench& bench, std::int32_t baudRate)
-      : line_(bench.folder, baudRate), session_(line_.Port(), nullptr) {
+      : line_(bench.folder, baudRate), session_(line_.Port()) {
     session_.SetBaudRate(baudRate);
     Open(session_, bench.fullProject);
     GoOnline(session_);

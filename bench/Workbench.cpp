@@ -67,7 +67,7 @@ void Workbench::MakeFullProject() {
   adapters.files.ReplaceDurably(JoinPath(world_.appDirectory, "Velmoor.spt"), fullProject);
   SimulatedLine line;
   InProcessPort port(line);
-  ConsoleSession session(port, nullptr);
+  ConsoleSession session(port);
   Open(session, fullProject);
   FillTables(session.project());
   session.project().Save();

@@ -38,7 +38,7 @@ void ClearOneMark(const std::string& path) {
 void MeasureProject(Workbench& bench) {
   SimulatedLine line;
   InProcessPort port(line);
-  ConsoleSession session(port, nullptr);
+  ConsoleSession session(port);
   MeasureCatalogue(bench, session);
 
   const std::string pattern = JoinPath(world().appDirectory, "Velmoor.spt");

@@ -10,7 +10,7 @@ void MeasureReport(Workbench& bench) {
   constexpr int kRuns = 21;
   SimulatedLine line;
   InProcessPort port(line);
-  ConsoleSession session(port, nullptr);
+  ConsoleSession session(port);
   Open(session, bench.fullProject);
   rptHX7Main report;
   PrintItems all{};

@@ -169,7 +169,7 @@ void MeasureWindows(Workbench& bench) {
   SimulatedLine line;
   line.AddAmplifier();
   InProcessPort port(line);
-  ConsoleSession session(port, nullptr);
+  ConsoleSession session(port);
   bench::Open(session, bench.fullProject);
   GoOnline(session);
   clsHX7Project& project = session.project();

@@ -17,6 +17,7 @@
 #include "fault_campaign/Program.h"
 #include "fault_campaign/Truth.h"
 #include "fault_campaign/Wiring.h"
+#include "platform/cli/RunProgram.h"
 #include "platform/headless/HeadlessWorld.h"
 #include "random_walk/Literal.h"
 #include "random_walk/MachineOracle.h"
@@ -145,8 +146,10 @@ class Shell {
     err.str("");
     ConsoleBoxes boxes(err);
     headless_.world.boxes = &boxes;
-    const auto noDevice = [](SerialPort&, const std::string&) {};
-    const int status = RunCommand(words, {out, err, boxes, port_, noDevice, nullptr});
+    const int status = RunProgram(ConsoleTable(), words, out, err, [&](const CommandLine& line) {
+      return RunCommand(line, {out, err, boxes, port_, [](SerialPort&, const std::string&) {},
+                               nullptr, [] { return false; }});
+    });
     headless_.world.boxes = &headless_.boxes;
     return status;
   }

@@ -1,15 +1,9 @@
-// random_walk [--walks N] [--steps N] [--seed N] [--ignore KIND,...] [--folder DIRECTORY]
-// random_walk --replay FILE
-// random_walk --machines N [--seed N]
-//
-// Walks at random through the whole program without a screen, and examines files, windows and
-// amplifier after each step. A walk that fails is made as short as it gets and printed; the lines
-// of its steps in a file can be replayed. Walk N of a run is the first of `--seed` plus N. With
-// --machines random machines are entered instead, through velmoorctl and in the machine's window.
-// Exit status 1 where anything did not hold.
+// random_walk: walks at random through the whole program without a screen, and examines files,
+// windows and amplifier after each step. A walk that fails is made as short as it gets and printed;
+// the lines of its steps in a file can be replayed. Walk N of a run is the first of `--seed` plus
+// N. Exit status 1 where anything did not hold.
 
 #include <chrono>
-#include <exception>
 #include <fstream>
 #include <iostream>
 #include <map>
@@ -17,7 +11,7 @@
 #include <string>
 
 #include "BenchMain.h"
-#include "platform/Numbers.h"
+#include "ProgramNumbers.h"
 #include "random_walk/Generator.h"
 #include "random_walk/MachineTrials.h"
 #include "random_walk/Shrink.h"
@@ -32,7 +26,6 @@ struct Options {
   int machines = 0;
   std::set<std::string> ignored;
   std::string replay;
-  std::string folder;
 };
 
 std::set<std::string> Words(const std::string& list) {
@@ -42,21 +35,29 @@ std::set<std::string> Words(const std::string& list) {
   return words;
 }
 
-Options Parse(int argc, char** argv) {
-  Options options;
-  for (int i = 1; i < argc; ++i) {
-    const std::string word = argv[i];
-    if (++i == argc) throw std::invalid_argument(word + " what?");
-    const auto number = static_cast<int>(ParseWhole(argv[i]).value_or(1));
-    if (word == "--seed") options.seed = static_cast<std::uint64_t>(number);
-    if (word == "--walks") options.walks = number;
-    if (word == "--steps") options.steps = number;
-    if (word == "--machines") options.machines = number;
-    if (word == "--ignore") options.ignored = Words(argv[i]);
-    if (word == "--replay") options.replay = argv[i];
-    if (word == "--folder") options.folder = argv[i];
-  }
-  return options;
+const ProgramTable& WalkTable() {
+  static const ProgramTable kTable{
+      .name = "random_walk",
+      .about = "walks at random through the whole program and examines what it holds",
+      .options = {{"walks", "how many; 10000 unless given", {"N"}},
+                  {"steps", "how long each walk is; 60 unless given", {"N"}},
+                  bench::kSeed,
+                  {"ignore", "kinds of violations to pass over", {"KIND,..."}},
+                  {"replay", "walk the steps of a file", {"FILE", ValueEntry::Kind::file}},
+                  {"machines", "enter random machines instead of walking", {"N"}},
+                  bench::kFolder},
+      .notes = "Exit status: 0 everything held, 1 something did not, 2 wrong usage.\n"};
+  return kTable;
+}
+
+Options Read(const CommandLine& line) {
+  const Options usual;
+  return {.seed = static_cast<std::uint64_t>(bench::NumberOf(line, "seed", 1)),
+          .walks = static_cast<int>(bench::NumberOf(line, "walks", usual.walks)),
+          .steps = static_cast<int>(bench::NumberOf(line, "steps", usual.steps)),
+          .machines = static_cast<int>(bench::NumberOf(line, "machines", usual.machines)),
+          .ignored = Words(line.Value("ignore").value_or("")),
+          .replay = line.Value("replay").value_or("")};
 }
 
 void Print(const std::vector<walk::Violation>& found) {
@@ -130,22 +131,17 @@ int RunMachines(const Options& options, const std::string& folder) {
   return console != 0 || window != 0 ? 1 : 0;
 }
 
-int Run(const Options& options, const std::string& folder) {
-  if (options.machines > 0) return RunMachines(options, folder);
-  if (!options.replay.empty()) return Replay(options, folder);
-  return RunWalks(options, folder);
+int Run(const CommandLine& line) {
+  const Options options = Read(line);
+  const bench::TemporaryFolder folder(line.Value("folder").value_or(""), "random-walk");
+  if (options.machines > 0) return RunMachines(options, folder.Path());
+  if (!options.replay.empty()) return Replay(options, folder.Path());
+  return RunWalks(options, folder.Path());
 }
 
 }  // namespace
 }  // namespace velmoor
 
 int main(int argc, char** argv) {
-  try {
-    const velmoor::Options options = velmoor::Parse(argc, argv);
-    const velmoor::bench::TemporaryFolder folder(options.folder, "random-walk");
-    return velmoor::Run(options, folder.Path());
-  } catch (const std::exception& error) {
-    std::cerr << "random_walk: " << error.what() << "\n";
-    return 2;
-  }
+  return velmoor::RunProgram(velmoor::WalkTable(), argc, argv, velmoor::Run);
 }

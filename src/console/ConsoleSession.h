@@ -14,7 +14,8 @@ class ConsoleSession final : public SessionState {
  public:
   // Puts itself in force as gMainForm until destroyed. `progress` gets a line that is rewritten
   // during transfers; null: none. Transfers stop between two rows where `ends` says so.
-  ConsoleSession(SerialPort& comm, std::ostream* progress, bool (*ends)());
+  explicit ConsoleSession(
+      SerialPort& comm, std::ostream* progress = nullptr, bool (*ends)() = [] { return false; });
   ~ConsoleSession() override;
 
   [[nodiscard]] bool StopProcedure() const override {

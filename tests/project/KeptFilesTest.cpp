@@ -110,7 +110,7 @@ TEST_F(KeptFile, WhatIsNewInTheTemplateIsAddedAndMarkedToDownload) {
   EXPECT_EQ(Parameter("Pn834", schema::Parameters::kControllerValue), "0");
   EXPECT_EQ(Parameter("Pn834", schema::Parameters::kDirty), "1");
   EXPECT_EQ(Parameter("Pn8FF", schema::Parameters::kPn), "Pn8FF") << "nothing is thrown away";
-  const ParameterRow row = project().Editor().Describe(project().Editor().Rows().FindRow("Pn834"));
+  const ParameterRow row = project().Editor().Describe(project().Editor().FindRow("Pn834"));
   EXPECT_EQ(row.value, "Normally open");
 }
 
