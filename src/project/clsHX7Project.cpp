@@ -83,8 +83,8 @@ void clsHX7Project::SetDatabasePaths() {
   clsServoJog_.SetDatabasePath(strProjectDatabasePath_);
 }
 
-// The machine's units come with the parameters, before the tables that are read in them. Returns why
-// the project cannot be opened; empty: it is read.
+// The machine's units come with the parameters, before the tables that are read in them. Returns
+// why the project cannot be opened; empty: it is read.
 std::string clsHX7Project::ReadFile() {
   try {
     BringUpToDate(strProjectDatabasePath_, JoinPath(world().appDirectory, "Velmoor.spt"));
