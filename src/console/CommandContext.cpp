@@ -5,7 +5,9 @@
 
 namespace velmoor {
 
-Work::Work(const Context& context) : session_(context.program.port, context.program.progress) {
+Work::Work(const Context& context)
+    : session_(context.program.port, context.program.err, context.program.progress,
+               context.program.stopAsked) {
   if (const auto axis = context.line.Value("axis")) {
     session_.SetAxis(*axis);
     if (session_.Axis() != UpperCase(Trim(*axis))) {

@@ -18,6 +18,8 @@ struct ConsoleProgram {
   SerialPort& port;  // COM1; its device is set with SetDevice
   void (*setDevice)(SerialPort& port, const std::string& path);
   std::ostream* progress;  // null: no progress line
+  // A signal has asked for an end; looked at as the Stop button is. Null: none can.
+  bool (*stopAsked)() = nullptr;
 };
 
 // Runs the command that the words name. 0 only on success; 1 for a failure, of which the user was

@@ -1,5 +1,6 @@
 // velmoorctl: puts the adapters together and runs one command.
 
+#include <signal.h>
 #include <unistd.h>
 
 #include <exception>
@@ -20,6 +21,16 @@
 #include "project/data/CatalogueLibrary.h"
 
 namespace {
+
+// SIGINT, SIGTERM and SIGHUP are a Stop: what is under way ends at its next step, with its words,
+// its marks and without a file left behind.
+volatile sig_atomic_t stopAsked = 0;
+
+void ListenToSignals() {
+  struct sigaction action {};
+  action.sa_handler = [](int) { stopAsked = 1; };
+  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) ::sigaction(signal, &action, nullptr);
+}
 
 void SetDevice(velmoor::SerialPort& port, const std::string& path) {
   static_cast<velmoor::posix::PosixSerialPort&>(port).SetDeviceMap({{"COM1", path}});
@@ -50,8 +61,10 @@ int Run(const std::vector<std::string>& words) {
   adapters.appDirectory = posix::ProgramDirectory();
   adapters.catalogueCopyDirectory = copyPlace.Directory();
   SetWorld(&adapters);
+  ListenToSignals();
   std::ostream* const progress = ::isatty(STDERR_FILENO) != 0 ? &std::cerr : nullptr;
-  const int status = RunCommand(words, {std::cout, std::cerr, boxes, port, SetDevice, progress});
+  const int status = RunCommand(words, {std::cout, std::cerr, boxes, port, SetDevice, progress,
+                                        [] { return stopAsked != 0; }});
   std::cout.flush();
   SetWorld(nullptr);
   return std::cout ? status : 1;

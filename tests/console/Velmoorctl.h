@@ -25,13 +25,13 @@ class Velmoorctl : public ::testing::Test {
     project = world.folder.At("a.spj");
   }
 
-  int Run(const std::vector<std::string>& words) {
+  int Run(const std::vector<std::string>& words, bool (*stopAsked)() = nullptr) {
     out.str("");
     err.str("");
     ConsoleBoxes boxes(err);
     world.world.boxes = &boxes;
-    const int status =
-        RunCommand(words, {out, err, boxes, port, [](SerialPort&, const std::string&) {}, nullptr});
+    const int status = RunCommand(
+        words, {out, err, boxes, port, [](SerialPort&, const std::string&) {}, nullptr, stopAsked});
     world.world.boxes = &world.boxes;
     return status;
   }
