@@ -2,6 +2,7 @@
 #pragma once
 
 #include <unistd.h>
+#include <iostream>
 
 #include <cstdint>
 #include <filesystem>
@@ -91,7 +92,7 @@ class PacedLine {
 class LiveSession {
  public:
   LiveSession(Workbench& bench, std::int32_t baudRate)
-      : line_(bench.folder, baudRate), session_(line_.Port()) {
+      : line_(bench.folder, baudRate), session_(line_.Port(), std::cerr) {
     session_.SetBaudRate(baudRate);
     Open(session_, bench.fullProject);
     GoOnline(session_);

@@ -1,5 +1,6 @@
 #include "Workbench.h"
 
+#include <iostream>
 #include <stdexcept>
 #include <utility>
 
@@ -67,7 +68,7 @@ void Workbench::MakeFullProject() {
   adapters.files.ReplaceDurably(JoinPath(world_.appDirectory, "Velmoor.spt"), fullProject);
   SimulatedLine line;
   InProcessPort port(line);
-  ConsoleSession session(port);
+  ConsoleSession session(port, std::cerr);
   Open(session, fullProject);
   FillTables(session.project());
   session.project().Save();

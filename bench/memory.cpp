@@ -120,7 +120,7 @@ int MonitorForHours(int argc, char** argv) {
   headless::HeadlessClock clock;
   world().clock = &clock;
   Hours hours(port, amplifier, clock);
-  ConsoleSession session(port);
+  ConsoleSession session(port, std::cerr);
   session.SetBaudRate(38400);
   Open(session, bench.fullProject);
   GoOnline(session);

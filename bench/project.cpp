@@ -1,5 +1,6 @@
 // What a session does with its files: the catalogue, and a project from new to saved.
 #include <filesystem>
+#include <iostream>
 #include <string>
 
 #include "Limits.h"
@@ -38,7 +39,7 @@ void ClearOneMark(const std::string& path) {
 void MeasureProject(Workbench& bench) {
   SimulatedLine line;
   InProcessPort port(line);
-  ConsoleSession session(port);
+  ConsoleSession session(port, std::cerr);
   MeasureCatalogue(bench, session);
 
   const std::string pattern = JoinPath(world().appDirectory, "Velmoor.spt");

@@ -4,13 +4,14 @@
 #include "reports/rptHX7Main.h"
 #include "simulator/InProcessPort.h"
 
+#include <iostream>
 namespace velmoor::bench {
 
 void MeasureReport(Workbench& bench) {
   constexpr int kRuns = 21;
   SimulatedLine line;
   InProcessPort port(line);
-  ConsoleSession session(port);
+  ConsoleSession session(port, std::cerr);
   Open(session, bench.fullProject);
   rptHX7Main report;
   PrintItems all{};

@@ -5,8 +5,8 @@
 
 #include "PacedLine.h"
 #include "link/BaudRates.h"
+#include "operations/UploadFlow.h"
 #include "platform/Numbers.h"
-#include "project/UploadFlow.h"
 
 namespace velmoor::bench {
 namespace {

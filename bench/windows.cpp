@@ -4,6 +4,7 @@
 #include <QLineEdit>
 #include <QTableView>
 #include <functional>
+#include <iostream>
 #include <string>
 
 #include "Timing.h"
@@ -169,7 +170,7 @@ void MeasureWindows(Workbench& bench) {
   SimulatedLine line;
   line.AddAmplifier();
   InProcessPort port(line);
-  ConsoleSession session(port);
+  ConsoleSession session(port, std::cerr);
   bench::Open(session, bench.fullProject);
   GoOnline(session);
   clsHX7Project& project = session.project();

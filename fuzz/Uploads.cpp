@@ -5,7 +5,7 @@
 
 #include "ProgramSession.h"
 #include "Target.h"
-#include "project/UploadFlow.h"
+#include "operations/UploadFlow.h"
 
 namespace velmoor::fuzz {
 namespace {

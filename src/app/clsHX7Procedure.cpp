@@ -1,7 +1,6 @@
 #include "app/clsHX7Procedure.h"
 
 #include "platform/Events.h"
-#include "platform/Log.h"
 #include "platform/World.h"
 #include "session/Session.h"
 
@@ -68,19 +67,12 @@ void frmDialogStop::cmdStop_Click() {
 }
 
 void clsHX7Procedure::Show_Procedure(const std::string& strCaption, bool blnShowCurrent) {
-  strCaption_ = strCaption;
-  start_ = world().clock->Monotonic();
-  LogInformation("transfer", strCaption + " begins");
   frmProcedure_ = std::make_unique<frmDialogStop>(*this, blnShowCurrent);
   frmProcedure_->Show(strCaption);
 }
 
 void clsHX7Procedure::Unload_Procedure() {
-  if (!frmProcedure_) return;
   frmProcedure_.reset();
-  const auto took = world().clock->Monotonic() - start_;
-  LogInformation("transfer", strCaption_ + " ends after " + std::to_string(Finished) +
-                                 " items and " + std::to_string(took.count()) + " ms");
 }
 
 }  // namespace velmoor

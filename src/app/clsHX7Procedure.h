@@ -55,8 +55,6 @@ class clsHX7Procedure {
   clsHX7Procedure& operator=(const clsHX7Procedure&) = delete;
 
  private:
-  std::string strCaption_;
-  std::chrono::milliseconds start_{0};
   std::unique_ptr<frmDialogStop> frmProcedure_;
 };
 

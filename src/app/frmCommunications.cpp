@@ -231,13 +231,13 @@ void frmCommunications::cmdConnect_Click() {
   std::string strError;
   switch (ChangeSettingsAndConnect(strError)) {
     case Outcome::connected:
-      main_.PostOnline();
-      main_.OfferToSetLineRight(false);
+      main_.Hardware().connection.TellOnline();
+      main_.Hardware().connection.OfferToSetLineRight(false);
       ShowInformation("Settings changed and communications established successfully!");
       form_->Unload();
       break;
     case Outcome::failed:
-      main_.PostOffline();
+      main_.Hardware().connection.TellOffline();
       ShowExclamation(strError + "\rPlease recheck connections and settings before retrying!");
       break;
     case Outcome::cancelled:
@@ -269,7 +269,7 @@ bool frmCommunications::LeaveOnline() {
     return false;
   }
   if (main_.Helix7()->GoOffline()) {
-    main_.PostOffline();
+    main_.Hardware().connection.TellOffline();
   } else {
     ShowExclamation(
         "Error terminating communications with hardware!  Check connections and setup!");

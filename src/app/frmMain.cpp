@@ -60,7 +60,7 @@ void frmMain::MDIForm_Load() {
   }
   DisplayFullMenuBar(false);
   DisplayFullModuleToolBar(false);
-  DisplayStatusModuleToolBar(false);
+  LineChanged(LineState::offline);
   UpdateStatusText("Offline");
   window_->SetCaption("Velmoor");
   Trapped("frmMain.MDIForm_Load: ", [this] {
@@ -88,62 +88,92 @@ void frmMain::ConnectWindow() {
   Timer& panels = window_->timer("tmrPanels");
   panels.SetInterval(kPanelLook);
   connections_ += panels.Tick.Connect([this] {
-    WatchLine();
+    if (!inCommand_ && !world().forms->InputBlocked()) {
+      const ScopedFlag running(inCommand_);
+      operations_.connection.WatchLine();
+    }
     RefreshWindow();
   });
   panels.SetEnabled(true);
 }
 
+template <void (frmMain::*Handler)()>
+void frmMain::Handle(frmMain& window) {
+  (window.*Handler)();
+}
+
 const std::vector<frmMain::CommandEntry>& frmMain::Commands() {
   static const std::vector<CommandEntry> commands{
-      {"mnuFileNew", &frmMain::mnuFileNew_Click},
-      {"mnuFileOpen", &frmMain::mnuFileOpen_Click},
-      {"mnuFileSave", &frmMain::mnuFileSave_Click},
-      {"mnuFileSaveAs", &frmMain::mnuFileSaveAs_Click},
-      {"mnuFilePageSetup", &frmMain::mnuFilePageSetup_Click},
-      {"mnuFilePrint", &frmMain::mnuFilePrint_Click},
-      {"mnuFileExit", &frmMain::mnuFileExit_Click},
-      {"mnuViewToolbarStandard", &frmMain::ShowToolBars},
-      {"mnuViewToolbarModule", &frmMain::ShowToolBars},
-      {"mnuViewStatusBar", &frmMain::ShowStatusBar},
-      {"mnuModuleTestRun", &frmMain::mnuModuleTestRun_Click},
-      {"mnuModuleIndexer", &frmMain::mnuModuleIndexer_Click},
-      {"mnuModuleTuning", &frmMain::mnuModuleTuning_Click},
-      {"mnuModuleMonitoring", &frmMain::mnuModuleMonitoring_Click},
-      {"mnuModuleEditor", &frmMain::mnuModuleEditor_Click},
-      {"mnuToolsOnline", &frmMain::mnuToolsOnline_Click},
-      {"mnuToolsOffline", &frmMain::mnuToolsOffline_Click},
-      {"mnuToolsCommunicationsSettings", &frmMain::CommunicationsSettingsOpen},
-      {"mnuToolsMonitoring", &frmMain::mnuToolsMonitoring_Click},
-      {"mnuToolsTerminal", &frmMain::mnuToolsTerminal_Click},
-      {"mnuToolsServoJog", &frmMain::mnuToolsServoJog_Click},
-      {"mnuToolsInertiaRatio", &frmMain::mnuToolsInertiaRatio_Click},
-      {"mnuToolsHomePosition", &frmMain::mnuToolsHomePosition_Click},
-      {"mnuToolsProductInformation", &frmMain::mnuToolsProductInformation_Click},
-      {"mnuToolsUploadAll", &frmMain::mnuToolsUploadAll_Click},
-      {"mnuToolsDownloadAll", &frmMain::mnuToolsDownloadAll_Click},
-      {"mnuToolsDownloadNew", &frmMain::mnuToolsDownloadNew_Click},
-      {"mnuToolsCompare", &frmMain::mnuToolsCompare_Click},
-      {"mnuToolsResetDefaultsAll", &frmMain::mnuToolsResetDefaultsAll_Click},
-      {"mnuToolsResetParametersAll", &frmMain::mnuToolsResetParametersAll_Click},
-      {"mnuToolsResetTablesAll", &frmMain::mnuToolsResetTablesAll_Click},
-      {"mnuToolsResetTableIndex", &frmMain::mnuToolsResetTableIndex_Click},
-      {"mnuToolsResetTableJog", &frmMain::mnuToolsResetTableJog_Click},
-      {"mnuToolsResetTableZone", &frmMain::mnuToolsResetTableZone_Click},
-      {"mnuEditCut", &frmMain::mnuEditCut_Click},
-      {"mnuEditCopy", &frmMain::mnuEditCopy_Click},
-      {"mnuEditPaste", &frmMain::mnuEditPaste_Click},
-      {"mnuEditUndo", &frmMain::mnuEditUndo_Click},
-      {"mnuEditRedo", &frmMain::mnuEditRedo_Click},
-      {"mnuWindowCascade", &frmMain::mnuWindowCascade_Click},
-      {"mnuWindowTileHorizontal", &frmMain::mnuWindowTileHorizontal_Click},
-      {"mnuWindowTileVertical", &frmMain::mnuWindowTileVertical_Click},
-      {"mnuHelpContents", &frmMain::mnuHelpContents_Click},
-      {"mnuHelpLog", &frmMain::mnuHelpLog_Click},
-      {"mnuHelpLogTraffic", &frmMain::mnuHelpLogTraffic_Click},
-      {"mnuHelpAbout", &frmMain::mnuHelpAbout_Click},
+      {"mnuFileNew", &Handle<&frmMain::mnuFileNew_Click>},
+      {"mnuFileOpen", &Handle<&frmMain::mnuFileOpen_Click>},
+      {"mnuFileSave", &Handle<&frmMain::mnuFileSave_Click>},
+      {"mnuFileSaveAs", &Handle<&frmMain::mnuFileSaveAs_Click>},
+      {"mnuFilePageSetup", &Handle<&frmMain::mnuFilePageSetup_Click>},
+      {"mnuFilePrint", &Handle<&frmMain::mnuFilePrint_Click>},
+      {"mnuFileExit", &Handle<&frmMain::mnuFileExit_Click>},
+      {"mnuViewToolbarStandard", &Handle<&frmMain::ShowToolBars>},
+      {"mnuViewToolbarModule", &Handle<&frmMain::ShowToolBars>},
+      {"mnuViewStatusBar", &Handle<&frmMain::ShowStatusBar>},
+      {"mnuModuleTestRun", &Handle<&frmMain::mnuModuleTestRun_Click>},
+      {"mnuModuleIndexer", &Handle<&frmMain::mnuModuleIndexer_Click>},
+      {"mnuModuleTuning", &Handle<&frmMain::mnuModuleTuning_Click>},
+      {"mnuModuleMonitoring", &Handle<&frmMain::mnuModuleMonitoring_Click>},
+      {"mnuModuleEditor", &Handle<&frmMain::mnuModuleEditor_Click>},
+      {"mnuToolsOnline", &Handle<&frmMain::mnuToolsOnline_Click>},
+      {"mnuToolsOffline", [](frmMain& window) { window.operations_.connection.GoOffline(); }},
+      {"mnuToolsCommunicationsSettings", &Handle<&frmMain::CommunicationsSettingsOpen>},
+      {"mnuToolsMonitoring", &Handle<&frmMain::mnuToolsMonitoring_Click>},
+      {"mnuToolsTerminal", &Handle<&frmMain::mnuToolsTerminal_Click>},
+      {"mnuToolsServoJog", &Handle<&frmMain::mnuToolsServoJog_Click>},
+      {"mnuToolsInertiaRatio", &Handle<&frmMain::mnuToolsInertiaRatio_Click>},
+      {"mnuToolsHomePosition", &Handle<&frmMain::mnuToolsHomePosition_Click>},
+      {"mnuToolsProductInformation", &Handle<&frmMain::mnuToolsProductInformation_Click>},
+      {"mnuToolsUploadAll", [](frmMain& window) { window.RunWithProject(&Transfers::UploadAll); }},
+      {"mnuToolsDownloadAll",
+       [](frmMain& window) { window.RunWithProject(&Transfers::DownloadAll); }},
+      {"mnuToolsDownloadNew",
+       [](frmMain& window) { window.RunWithProject(&Transfers::DownloadNew); }},
+      {"mnuToolsCompare", &Handle<&frmMain::mnuToolsCompare_Click>},
+      {"mnuToolsResetDefaultsAll",
+       [](frmMain& window) { window.RunReset([](Resets& resets) { resets.ResetEverything(); }); }},
+      {"mnuToolsResetParametersAll",
+       [](frmMain& window) { window.RunReset([](Resets& resets) { resets.ResetParameters(); }); }},
+      {"mnuToolsResetTablesAll",
+       [](frmMain& window) { window.RunReset([](Resets& resets) { resets.ResetTables(); }); }},
+      {"mnuToolsResetTableIndex",
+       [](frmMain& window) {
+         window.RunReset([](Resets& resets) { resets.ResetTable(Tool::position); });
+       }},
+      {"mnuToolsResetTableJog",
+       [](frmMain& window) {
+         window.RunReset([](Resets& resets) { resets.ResetTable(Tool::jog); });
+       }},
+      {"mnuToolsResetTableZone",
+       [](frmMain& window) {
+         window.RunReset([](Resets& resets) { resets.ResetTable(Tool::zone); });
+       }},
+      {"mnuEditCut", &Handle<&frmMain::mnuEditCut_Click>},
+      {"mnuEditCopy", &Handle<&frmMain::mnuEditCopy_Click>},
+      {"mnuEditPaste", &Handle<&frmMain::mnuEditPaste_Click>},
+      {"mnuEditUndo", &Handle<&frmMain::mnuEditUndo_Click>},
+      {"mnuEditRedo", &Handle<&frmMain::mnuEditRedo_Click>},
+      {"mnuWindowCascade", &Handle<&frmMain::mnuWindowCascade_Click>},
+      {"mnuWindowTileHorizontal", &Handle<&frmMain::mnuWindowTileHorizontal_Click>},
+      {"mnuWindowTileVertical", &Handle<&frmMain::mnuWindowTileVertical_Click>},
+      {"mnuHelpContents", &Handle<&frmMain::mnuHelpContents_Click>},
+      {"mnuHelpLog", &Handle<&frmMain::mnuHelpLog_Click>},
+      {"mnuHelpLogTraffic", &Handle<&frmMain::mnuHelpLogTraffic_Click>},
+      {"mnuHelpAbout", &Handle<&frmMain::mnuHelpAbout_Click>},
   };
   return commands;
+}
+
+void frmMain::RunWithProject(bool (Transfers::*operation)()) {
+  if (clsProject) (operations_.transfers.*operation)();
+}
+
+void frmMain::RunReset(void (*reset)(Resets& resets)) {
+  if (blnIsOnline) reset(operations_.resets);
 }
 
 void frmMain::OnCommand(const std::string& name) {
@@ -152,7 +182,7 @@ void frmMain::OnCommand(const std::string& name) {
                                   [&](const CommandEntry& known) { return known.name == name; });
   RunCommand("frmMain." + name + "_Click: ", [this, &name, &commands, entry] {
     if (entry == commands.end()) return RunToolCommand(name);
-    (this->*entry->handler)();
+    entry->run(*this);
     return true;
   });
 }
@@ -163,7 +193,7 @@ bool frmMain::RunCommand(const std::string& prefix, const std::function<bool()>&
   {
     const ScopedFlag running(inCommand_);
     done = Trapped(prefix, work);
-    LeaveIfLineLost();
+    operations_.connection.LeaveIfLost();
   }
   RefreshWindow();
   DeliverMessages();
@@ -256,12 +286,7 @@ void frmMain::MDIForm_Unload(bool& Cancel) {
 void frmMain::LeaveForGood() {
   if (!blnHelix7CommExists || !clsProject) return;
   WaitForMonitoring();
-  if (clsHelix7->GoOffline()) {
-    PostOffline();
-  } else {
-    ShowExclamation(
-        "Error terminating communications with hardware!  Check connections and setup!");
-  }
+  operations_.connection.Leave();
 }
 
 void frmMain::LeaveAtOnce() {

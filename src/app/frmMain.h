@@ -19,7 +19,7 @@
 #include "app/ToolWindows.h"
 #include "app/clsHX7Procedure.h"
 #include "app/frmCommunications.h"
-#include "link/CommandWords.h"
+#include "operations/Operations.h"
 #include "platform/FileDialogs.h"
 #include "platform/MainWindow.h"
 #include "platform/SingleInstance.h"
@@ -29,7 +29,7 @@
 
 namespace velmoor {
 
-class frmMain final : public SessionState {
+class frmMain final : public SessionState, private Desk {
  public:
   // Both must outlive the window.
   frmMain(SerialPort& comm, SingleInstance& instance);
@@ -81,8 +81,6 @@ class frmMain final : public SessionState {
   void EnableInitialMenuOptions(bool bState);
   void DisplayFullMenuBar(bool bState);
   void DisplayFullModuleToolBar(bool bState);
-  // The look of being online or offline.
-  void DisplayStatusModuleToolBar(bool bState);
   // "System Status: " and the text, which goes to the log as well.
   void UpdateStatusText(const std::string& strStatus);
 
@@ -92,29 +90,21 @@ class frmMain final : public SessionState {
   // A command line from another process, with or without quotes around it.
   void ParseCommand(const std::string& sCommand);
 
-  // ---- online and offline
-  void PostOnline();
-  // Tells of an amplifier just connected that does not echo, or does not acknowledge, and offers to
-  // set it right. Asks the amplifier once where it was not searched for.
-  void OfferToSetLineRight(bool searched);
-  void PostOffline();
-  void CommunicationDown();
+  // The operations on the amplifier, which the window drives.
+  [[nodiscard]] Operations& Hardware() { return operations_; }
 
  private:
   struct CommandEntry {
     const char* name;
-    void (frmMain::*handler)();
+    void (*run)(frmMain& window);
   };
-  // The words at the end of a download.
-  struct TransferTexts {
-    const char* complete;
-    const char* stopped;
-  };
-  struct ItemTransfer;
-  struct ResetStep;
 
   // ---- the window (frmMain.cpp)
   static const std::vector<CommandEntry>& Commands();
+  template <void (frmMain::*Handler)()>
+  static void Handle(frmMain& window);
+  void RunWithProject(bool (Transfers::*operation)());
+  void RunReset(void (*reset)(Resets& resets));
   void ConnectWindow();
   void OnCommand(const std::string& name);
   void ReceiveMessage(const std::string& bytes);
@@ -171,76 +161,30 @@ class frmMain final : public SessionState {
   void SaveRecentFiles();
   void UpdateRecentFileMenu();
 
-  // ---- online and offline (frmMainOnline.cpp)
+  // ---- what operations tell (frmMainDesk.cpp)
+  void WorkBegins(const std::string& caption, int steps, bool items) override;
+  void WorkGoesOn(const WorkStep& step) override;
+  void WorkEnds() override;
+  void SearchGoesOn(std::int32_t bitsPerSecond, const std::string& axis, int tries) override;
+  void SearchEnds() override;
+  void StatusTold(const std::string& text) override { UpdateStatusText(text); }
+  void LineChanged(LineState state) override;
+  void DifferencesFound(const std::vector<PartComparison>& parts) override;
+  [[nodiscard]] bool IsAttended() const override { return true; }
   void mnuToolsOnline_Click();
-  void mnuToolsOffline_Click();
-  void PreOnline();
-  void FailedOnline();
-  void ChangePCBaudRate();
-  void clsProject_BaudRateChanged(const std::string& lngValue);
   void CommunicationsSettingsOpen();
+  void clsProject_ResolutionDataInvalidated(const std::string& strItems);
 
-  // Looks whether the line broke while nothing was asked; tells of it once.
-  void WatchLine();
-  // Goes offline, with one box.
-  void TellLineLost(const std::string& reason);
-  // Goes offline when the port is gone, or when a transfer failed and the amplifier is silent.
-  void LeaveIfLineLost();
-
-  // ---- single items, comparing (frmMainItems.cpp)
+  // ---- transfers, comparing (frmMainTransfers.cpp)
   // The commands that move one tool or one group. False: no such command.
   bool RunItemCommand(const std::string& name);
-  [[nodiscard]] int StepsOf(const ItemTransfer& item) const;
-  void UploadItems(const ItemTransfer& item);
-  // `prepare` runs between the question and the transfer, which it may refuse.
-  void DownloadItems(const ItemTransfer& item, const std::function<bool()>& prepare);
+  void UploadItem(const TransferItem& item);
   // The buttons of a parameter window. What is sent is what the window shows.
   void UploadFromWindow(Tool tool);
   void DownloadFromWindow(Tool tool);
-  void RunWindowCommand(const std::string& name, const std::function<void()>& work);
-  void DownloadTuningItem();
+  void RunWindowCommand(std::string_view name, const std::function<void()>& work);
   void LaunchUploadedToolWindows(const std::vector<Tool>& tools);
-  // Shows what an upload would change, before the question whether to commit it.
-  void ShowUploadedDifferences();
   void mnuToolsCompare_Click();
-
-  // ---- factory defaults (frmMainResets.cpp)
-  void mnuToolsResetDefaultsAll_Click();
-  void mnuToolsResetParametersAll_Click();
-  void mnuToolsResetTablesAll_Click();
-  void mnuToolsResetTableIndex_Click();
-  void mnuToolsResetTableJog_Click();
-  void mnuToolsResetTableZone_Click();
-  void ResetTable(SimpleCommand command, const std::string& table);
-  ResultCode ResetOnHardware(SimpleCommand command);
-  // The tables one by one, behind them the parameters where asked for, until one fails or the user
-  // stops.
-  ResultCode RunResets(const std::string& strCaption, const std::string& stoppedWords,
-                       bool parametersToo);
-  void CountReset();
-  bool TurnServoOffForReset(const std::string& what);
-  void AskToTurnServoOn();
-  void clsHelix7_ResetStatus(const std::string& strResetType, const std::string& strStatus);
-
-  // ---- transfers (frmMainTransfers.cpp, frmMainProgress.cpp)
-  void mnuToolsUploadAll_Click();
-  void mnuToolsDownloadAll_Click();
-  void mnuToolsDownloadNew_Click();
-  void TuningDownload();
-  bool GoOnlineForTransfer(const std::string& failure);
-  [[nodiscard]] int StepsOfWholeProject(bool downloading) const;
-  void BeginProcedure(const std::string& strCaption, int steps);
-  void UnloadProcedureDialog();
-  void UploadAll();
-  bool AskRigidity();
-  void FinishDownload(bool ok, const TransferTexts& texts);
-  void ConnectTransfers();
-  void ShowProgress(Tool tool, bool downloading, std::int16_t iCurrentRow, std::int16_t iTotalRows);
-  void clsProject_MechanicalSystemCheckSumFailed();
-  void clsProject_MechanicalSystemNoCheckSum();
-  void clsProject_MechanicalSystemZeroSystem();
-  void clsProject_RigidityChanged();
-  void clsProject_ResolutionDataInvalidated(const std::string& strItems);
 
   // ---- modules, tool windows, display (frmMainModules.cpp, frmMainTools.cpp)
   void mnuModuleTestRun_Click() { ChooseModule(Module::testRun); }
@@ -300,9 +244,6 @@ class frmMain final : public SessionState {
   RecentFiles RecentFile;
   Module eSelectedModule = Module::testRun;
   std::array<bool, kToolWindows> toolOpened_{};
-  std::int16_t intFinished = 0;
-  std::int32_t lngIndexBaudRate = 0;
-  bool blnBaudRateChanged = false;
   std::unique_ptr<clsHX7Procedure> clsProcedure;
   std::unique_ptr<clsHX7Print> clsPrint;
 
@@ -312,8 +253,9 @@ class frmMain final : public SessionState {
   bool started_ = false;
   bool inCommand_ = false;
   bool closeWhenStarted_ = false;
-  bool lineSuspect_ = false;   // an exchange failed since the line was last known to be good
+  bool searchShown_ = false;   // the progress dialog is that of a search
   bool projectShown_ = false;  // the menus and tools of an open project are offered
+  Operations operations_{*this, *this};
   Connections connections_;
   Connections projectConnections_;
 };

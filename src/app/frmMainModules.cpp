@@ -35,6 +35,8 @@ constexpr const char* kOnlineCommands[] = {
 // ---- what is offered
 
 void frmMain::EnableByState() {
+  window_->SetCommandEnabled("mnuToolsOnline", !blnIsOnline);
+  window_->SetCommandEnabled("mnuToolsOffline", blnIsOnline);
   for (const char* const name : kOnlineCommands) window_->SetCommandEnabled(name, blnIsOnline);
 }
 
@@ -53,10 +55,6 @@ void frmMain::DisplayFullModuleToolBar(bool bState) {
   window_->SetToolBarVisible(ToolBar::module,
                              bState && window_->CommandChecked("mnuViewToolbarModule"));
   if (!bState) window_->SetPanel(StatusPanel::module, "");
-}
-
-void frmMain::DisplayStatusModuleToolBar(bool bState) {
-  window_->SetStatusTone(bState ? Tone::good : Tone::faint);
 }
 
 void frmMain::ShowToolBars() {

@@ -13,9 +13,6 @@ namespace velmoor {
 
 void frmMain::ConnectOnlineTools() {
   Connections& held = projectConnections_;
-  held += clsProject->OnlineStatus.Connect(
-      [this](const std::string& status) { UpdateStatusText(status); });
-  held += clsProject->LineLost.Connect([this] { TellLineLost("The amplifier does not answer."); });
   held += clsProject->MonitoringClosed.Connect(
       [this] { SetToolOpened(ToolWindow::monitoring, false); });
   held +=

@@ -166,6 +166,7 @@ bool frmMain::CloseForAnother(const std::string& strFileName, bool askIfSame) {
 void frmMain::MakeProject() {
   // The old project's end deletes its working file, which the new one may bear the name of.
   projectConnections_.Clear();
+  operations_.ForgetProject();
   clsProject.reset();
   DisplayFullModuleToolBar(false);
   clsProject = std::make_unique<clsHX7Project>();
@@ -198,13 +199,12 @@ void frmMain::ConnectProject() {
   Connections& held = projectConnections_;
   held += clsProject->ProjectOpened.Connect([this] { clsProject_ProjectOpened(); });
   held += clsProject->ProjectSavedAs.Connect([this] { clsProject_ProjectSavedAs(); });
-  held += clsProject->BaudRateChanged.Connect(
-      [this](const std::string& value) { clsProject_BaudRateChanged(value); });
-  held += clsProject->BaudRateChangeFailed.Connect([this] { blnBaudRateChanged = false; });
-  held += clsProject->CommunicationDown.Connect([this] { CommunicationDown(); });
   held += clsProject->ResolutionDataInvalidated.Connect(
       [this](const std::string& items) { clsProject_ResolutionDataInvalidated(items); });
-  ConnectTransfers();
+  held += clsProject->ToolUploadRequested.Connect([this](Tool tool) { UploadFromWindow(tool); });
+  held +=
+      clsProject->ToolDownloadRequested.Connect([this](Tool tool) { DownloadFromWindow(tool); });
+  operations_.FollowProject();
   ConnectEditMenu();
   ConnectOnlineTools();
 }

@@ -1,174 +1,89 @@
-// Moving a whole project to the amplifier and back.
+// The commands that move a project, whole or in part, and compare it.
 
+#include <algorithm>
+
+#include "app/frmCompare.h"
 #include "app/frmMain.h"
-#include "platform/Events.h"
 #include "platform/MessageBoxes.h"
 #include "platform/Trapped.h"
-#include "platform/World.h"
-#include "project/UploadFlow.h"
+#include "tools/ParameterGridWindow.h"
 
 namespace velmoor {
 
-namespace {
+bool frmMain::RunItemCommand(const std::string& name) {
+  const auto& uploads = UploadItemsOfMenu();
+  const auto& downloads = DownloadItemsOfMenu();
+  const auto upload = std::ranges::find(uploads, name, &TransferItem::command);
+  const auto download = std::ranges::find(downloads, name, &TransferItem::command);
+  if (upload != uploads.end()) {
+    UploadItem(*upload);
+  } else if (download == downloads.end()) {
+    return false;
+  } else if (download->tools.front() == Tool::tuning) {
+    operations_.transfers.DownloadTuning(false);
+  } else {
+    operations_.transfers.DownloadItem(*download, [] { return true; });
+  }
+  return true;
+}
 
-constexpr const char* kDownloadFailed = "Error downloading data to controller!";
+void frmMain::UploadItem(const TransferItem& item) {
+  if (operations_.transfers.UploadItem(item)) LaunchUploadedToolWindows(item.tools);
+}
 
-// Runs `work`; an unexpected error shows `failed` and the error's text.
-void RunTransfer(const std::string& failed, const std::function<void()>& work) {
-  Trapped(failed + "\r", [&work] {
+// ---- from a window's buttons
+
+// A window that blocks the main window is a command of its own already.
+void frmMain::RunWindowCommand(std::string_view name, const std::function<void()>& work) {
+  if (inCommand_) return work();
+  RunCommand("frmMain." + std::string(name) + "_Click: ", [&work] {
     work();
     return true;
   });
 }
 
-}  // namespace
+void frmMain::UploadFromWindow(Tool tool) {
+  const TransferItem& item = ItemOf(UploadItemsOfMenu(), tool);
+  RunWindowCommand(item.command, [this, &item] { UploadItem(item); });
+}
 
-// ---- the frame
+void frmMain::DownloadFromWindow(Tool tool) {
+  const TransferItem& item = ItemOf(DownloadItemsOfMenu(), tool);
+  RunWindowCommand(item.command, [this, &item, tool] {
+    // The window of the gains has asked and accepted by itself.
+    if (tool == Tool::tuning) {
+      operations_.transfers.DownloadTuning(true);
+      return;
+    }
+    operations_.transfers.DownloadItem(
+        item, [this, tool] { return clsProject->ParameterToolOf(tool)->Window().CommitPending(); });
+  });
+}
 
-bool frmMain::GoOnlineForTransfer(const std::string& failure) {
-  blnStopProcedure = false;
-  ResultCode result;
-  {
-    const BusyPointer busy;
-    result = clsHelix7->GoOnline(false);
+// The windows of the indexer's tools, where these are at home.
+void frmMain::LaunchUploadedToolWindows(const std::vector<Tool>& tools) {
+  if (eSelectedModule != Module::indexer) return;
+  for (const Tool tool : tools) {
+    const ToolInfo& info = InfoOf(tool);
+    const std::string command(info.open);
+    if (!info.modal && window_->CommandEnabled(command)) RunToolCommand(command);
   }
-  // The search too writes a parameter.
-  clsProject->MarkAfterStrayWrite();
-  if (result == kSuccess) {
-    if (!blnIsOnline) PostOnline();
+}
+
+// ---- comparing
+
+void frmMain::mnuToolsCompare_Click() {
+  if (!clsProject) return;
+  Trapped("Compare with Hardware failed!\r", [this] {
+    const auto parts = operations_.compare.Run();
+    if (!parts) return false;
+    if (Differs(*parts)) {
+      frmCompare(*parts).Show();
+    } else {
+      ShowInformation("The hardware holds what the project holds.");
+    }
     return true;
-  }
-  ShowExclamation("Cannot go online!  " + failure +
-                  "\rHardware is not ready, or communication\r"
-                  "process settings are not set correctly.");
-  if (blnIsOnline) CommunicationDown();
-  return false;
-}
-
-void frmMain::BeginProcedure(const std::string& strCaption, int steps) {
-  intFinished = 0;
-  clsProcedure = std::make_unique<clsHX7Procedure>();
-  clsProcedure->Steps = steps;
-  clsProcedure->Show_Procedure(strCaption, true);
-}
-
-void frmMain::UnloadProcedureDialog() {
-  clsProcedure.reset();
-  intFinished = 0;
-}
-
-// Every row that tells of its progress. The machine is read with the gear ratio and the properties,
-// which the editor sends.
-int frmMain::StepsOfWholeProject(bool downloading) const {
-  const clsHX7MechanicalSystem& machine = clsProject->MechanicalSystem();
-  return (downloading ? machine.NumMechSystemPns() : machine.NumPns()) +
-         clsProject->Editor().RowsInArray() + clsProject->Position().RowsInArray() +
-         clsProject->Jog().RowsInArray() + clsProject->Zone().RowsInArray();
-}
-
-// ---- upload
-
-void frmMain::mnuToolsUploadAll_Click() {
-  if (!clsProject) return;
-  RunTransfer("Upload All failed!", [this] { UploadAll(); });
-  UnloadProcedureDialog();
-}
-
-void frmMain::UploadAll() {
-  if (!GoOnlineForTransfer("Upload failed!")) return;
-  if (!AskExclamationYesNo(
-          "All existing table data and parameter data will be overwritten with hardware "
-          "data\rconverted to units associated to the mechanical system definition!\r"
-          "Electronic gear ratio parameters may not match definition!\r"
-          "Do you wish to continue?")) {
-    return;
-  }
-  BeginProcedure("Upload All Data", StepsOfWholeProject(false));
-  const bool read = RunUploadStages(*clsProject);
-  UnloadProcedureDialog();
-  if (!read) return;
-  ShowUploadedDifferences();
-  AskToCommitUpload(*clsProject);
-}
-
-// ---- download
-
-bool frmMain::AskRigidity() {
-  clsHX7Tuning& tuning = clsProject->Tuning();
-  return AskOkCancel("Rigidity setting will be changed to " + std::to_string(tuning.GetRigidity()) +
-                     ".\r(Note: Parameters 100, 101, 102, and 401 will be changed based on "
-                     "rigidity.)\rDo you wish to change rigidity setting?");
-}
-
-void frmMain::mnuToolsDownloadAll_Click() {
-  if (!clsProject) return;
-  RunTransfer("Download All failed!", [this] {
-    if (!GoOnlineForTransfer("Download failed!")) return;
-    if (!AskOkCancel("All parameter and table data will be downloaded to the controller.\r"
-                     "Do you wish to proceed?")) {
-      return;
-    }
-    clsHX7Tuning& tuning = clsProject->Tuning();
-    if (tuning.ChangedRigidity() && !AskRigidity()) tuning.SetChangedRigidity(false);
-    BeginProcedure("Download All", StepsOfWholeProject(true));
-    const bool ok = clsProject->DownloadAll();
-    FinishDownload(ok, {"Download All complete!", "Download All terminated!"});
   });
-  UnloadProcedureDialog();
-}
-
-void frmMain::mnuToolsDownloadNew_Click() {
-  if (!clsProject) return;
-  RunTransfer("Download New failed!", [this] {
-    if (!GoOnlineForTransfer("Download failed!")) return;
-    const std::string dirty = clsProject->WhatIsDirty();
-    if (dirty.empty()) {
-      ShowExclamation(
-          "No new changes have been committed!\r"
-          "New items must be changed and committed before download!");
-      return;
-    }
-    if (!AskOkCancel("The following items have been modified:\r" + dirty +
-                     "\rNew data will be downloaded to the controller.\r"
-                     "Do you wish to proceed?")) {
-      return;
-    }
-    clsHX7Tuning& tuning = clsProject->Tuning();
-    const bool asks = dirty.find("Tuning") != std::string::npos && tuning.ChangedRigidity();
-    if (asks && !AskRigidity()) tuning.SetChangedRigidity(false);
-    BeginProcedure("Download New", clsProject->GetNumberOfNewDownloads());
-    const bool ok = clsProject->Download();
-    FinishDownload(ok, {"Download New complete!", "Download New terminated!"});
-  });
-  UnloadProcedureDialog();
-}
-
-// The box of the agreement was there.
-void frmMain::TuningDownload() {
-  if (!clsProject) return;
-  RunTransfer("Download Tuning Parameters failed!", [this] {
-    if (!GoOnlineForTransfer("Download failed!")) return;
-    BeginProcedure("Download Tuning Parameters", clsProject->Tuning().RowsInArray());
-    const bool ok = clsProject->DownloadParts({Tool::tuning});
-    FinishDownload(
-        ok, {"Download Tuning Parameters complete!", "Download Tuning Parameters terminated!"});
-  });
-  UnloadProcedureDialog();
-}
-
-void frmMain::FinishDownload(bool ok, const TransferTexts& texts) {
-  UnloadProcedureDialog();
-  if (ok) {
-    if (blnBaudRateChanged) ChangePCBaudRate();
-    blnBaudRateChanged = false;
-    ShowInformation(texts.complete);
-  } else if (blnStopProcedure) {
-    blnStopProcedure = false;
-    ShowExclamation(texts.stopped);
-  } else {
-    lineSuspect_ = true;
-    ShowExclamation(kDownloadFailed);
-  }
 }
 
 }  // namespace velmoor

@@ -6,7 +6,8 @@
 namespace velmoor {
 
 Work::Work(const Context& context)
-    : session_(context.program.port, context.program.progress, context.program.ends) {
+    : session_(context.program.port, context.program.err, context.program.progress,
+               context.program.ends) {
   if (const auto axis = context.line.Value("axis")) {
     session_.SetAxis(*axis);
     if (session_.Axis() != UpperCase(Trim(*axis))) {

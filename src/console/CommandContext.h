@@ -26,6 +26,11 @@ class Work {
   [[nodiscard]] bool Open(const std::string& fileName) {
     return started_ && session_.Open(fileName);
   }
+  // Started, and online; false after a failure, of which the user was told behind "Cannot go
+  // online!".
+  [[nodiscard]] bool Connect() {
+    return started_ && session_.Hardware().connection.GoOnlineFor("");
+  }
   ConsoleSession& session() { return session_; }
   clsHX7Project& project() { return session_.project(); }
 

@@ -8,18 +8,21 @@
 #include "platform/Numbers.h"
 #include "platform/Trapped.h"
 #include "platform/World.h"
-#include "project/UploadFlow.h"
 
 namespace velmoor {
 
-ConsoleSession::ConsoleSession(SerialPort& comm, std::ostream* progress, bool (*ends)())
-    : SessionState(comm), progress_(progress), ends_(ends) {
+ConsoleSession::ConsoleSession(SerialPort& comm, std::ostream& notes, std::ostream* progress,
+                               bool (*ends)())
+    : SessionState(comm), notes_(notes), progress_(progress), ends_(ends) {
   gMainForm = this;
 }
 
 ConsoleSession::~ConsoleSession() {
-  connections_.Clear();
-  if (clsHelix7) GoOffline();
+  operations_.ForgetProject();
+  if (clsHelix7) {
+    clsHelix7->GoOffline();
+    blnIsOnline = false;
+  }
   ReleaseObjects();
   clsAlarm.reset();
   gMainForm = nullptr;
@@ -32,6 +35,7 @@ bool ConsoleSession::Start(const std::string& strMotorSize) {
     return false;
   }
   StartHelix7();
+  operations_.FollowDevice();
   if (!BuildDatabase(strMotorSize)) return false;
   return Trapped("Main.SetDBAndTables: ", [this] {
     SetDBAndTables();
@@ -43,7 +47,7 @@ bool ConsoleSession::Start(const std::string& strMotorSize) {
 
 bool ConsoleSession::Open(const std::string& fileName) {
   const std::string path = world().files->Absolute(fileName);
-  connections_.Clear();
+  operations_.ForgetProject();
   clsProject.reset();
   clsProject = std::make_unique<clsHX7Project>();
   clsProject->SetWorkingDirectory(GetFileDirectory(path));
@@ -52,36 +56,27 @@ bool ConsoleSession::Open(const std::string& fileName) {
     ShowCritical(strError + "\rProject '" + GetFileTitle(path) + "' cannot be opened.");
     return false;
   }
-  const auto inform = [this](const char* words) {
-    return [this, words] {
-      EndProgress();
-      ShowInformation(words);
-    };
-  };
-  connections_ += clsProject->MechanicalSystemCheckSumFailed.Connect(inform(kCheckSumFailedWords));
-  connections_ += clsProject->MechanicalSystemNoCheckSum.Connect(inform(kNoCheckSumWords));
-  connections_ += clsProject->MechanicalSystemZeroSystem.Connect(inform(kZeroSystemWords));
-  const auto show = [this](const char* verb) {
-    return [this, verb](Tool tool, std::int16_t row, std::int16_t total) {
-      ShowProgress(verb + std::string(InfoOf(tool).item) + ": " + NumberText(row) + " of " +
-                   NumberText(total));
-    };
-  };
-  connections_ += clsProject->ToolDownloading.Connect(show("Downloading "));
-  connections_ += clsProject->ToolUploading.Connect(show("Uploading "));
-  connections_ += clsProject->ToolStatus.Connect([this](Tool tool, const std::string& text) {
-    EndProgress();
-    // Where a transfer ended is worth a line, its success is not.
-    if (text.find("Complete") == std::string::npos) {
-      ShowInformation(std::string(InfoOf(tool).item) + " " + text + " (" + lastProgress_ + ")");
-    }
-  });
+  operations_.FollowProject();
   return true;
+}
+
+void ConsoleSession::WorkGoesOn(const WorkStep& step) {
+  ShowProgress(step.current.empty() ? step.total : step.current);
+}
+
+void ConsoleSession::SearchGoesOn(std::int32_t bitsPerSecond, const std::string& axis, int) {
+  ShowProgress("Asking axis " + axis + " at " + NumberText(bitsPerSecond) + " bit/s");
+}
+
+// What goes well is worth no line: the last words tell it.
+void ConsoleSession::StatusTold(const std::string& text) {
+  EndProgress();
+  const bool ends = text.ends_with("Failed") || text.ends_with("Terminated");
+  if (ends || text.starts_with("Reset ") || text.starts_with("The ")) notes_ << text << '\n';
 }
 
 // One line that is rewritten; blanks cover what a longer one left.
 void ConsoleSession::ShowProgress(const std::string& text) {
-  lastProgress_ = text;
   if (progress_ == nullptr) return;
   const std::size_t width = std::max(progressWidth_, text.size());
   *progress_ << '\r' << text << std::string(width - text.size(), ' ') << std::flush;
@@ -92,30 +87,6 @@ void ConsoleSession::EndProgress() {
   if (progress_ == nullptr || progressWidth_ == 0) return;
   *progress_ << '\n';
   progressWidth_ = 0;
-}
-
-bool ConsoleSession::GoOnline(const std::string& failure) {
-  if (clsHelix7->GoOnline(false) == kSuccess) {
-    blnIsOnline = true;
-    return true;
-  }
-  std::string words = failure +
-                      "\rHardware is not ready, or communication\r"
-                      "process settings are not set correctly.";
-  if (!Comm().LastError().empty()) words += "\r" + Comm().LastError();
-  ShowExclamation(words);
-  clsHelix7->GoOffline();
-  return false;
-}
-
-void ConsoleSession::GoOffline() {
-  clsHelix7->GoOffline();
-  blnIsOnline = false;
-}
-
-void ConsoleSession::WaitForRestart() {
-  (void)clsHelix7->GoOnlineAfterRestart();
-  GoOffline();
 }
 
 }  // namespace velmoor

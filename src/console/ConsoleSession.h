@@ -1,21 +1,25 @@
-// The session of the console program: the same objects as the main window's, without windows.
+// The session of the console program: the same objects as the main window's, without windows, and
+// the desk of its operations.
 #pragma once
 
 #include <functional>
 #include <iosfwd>
 #include <string>
 
+#include "operations/Operations.h"
 #include "platform/Event.h"
 #include "project/SessionState.h"
 
 namespace velmoor {
 
-class ConsoleSession final : public SessionState {
+class ConsoleSession final : public SessionState, private Desk {
  public:
   // Puts itself in force as gMainForm until destroyed. `progress` gets a line that is rewritten
-  // during transfers; null: none. Transfers stop between two rows where `ends` says so.
-  explicit ConsoleSession(
-      SerialPort& comm, std::ostream* progress = nullptr, bool (*ends)() = [] { return false; });
+  // during transfers; null: none. `notes` gets what a status bar would keep.
+  // `ends` stops whatever is under way from the moment it is true.
+  ConsoleSession(
+      SerialPort& comm, std::ostream& notes, std::ostream* progress = nullptr,
+      bool (*ends)() = [] { return false; });
   ~ConsoleSession() override;
 
   [[nodiscard]] bool StopProcedure() const override {
@@ -25,26 +29,33 @@ class ConsoleSession final : public SessionState {
   // Builds the catalogue's working copy for `strMotorSize` watts and reads it. False after a
   // failure, of which the user was told.
   bool Start(const std::string& strMotorSize);
-  // Opens the project; false after a critical message.
+  // Opens a project. False after a failure, of which the user was told.
   bool Open(const std::string& fileName);
-  [[nodiscard]] clsHX7Project& project() { return *clsProject; }
 
-  // Goes online on COM1 at the session's axis. False after an exclamation headed by `failure`.
-  bool GoOnline(const std::string& failure);
-  void GoOffline();
-  // Waits until the amplifier answers again after a restart, and goes offline.
-  void WaitForRestart();
-  [[nodiscard]] std::string ServoModel() const { return clsHelix7->ServoModel(); }
+  [[nodiscard]] Operations& Hardware() { return operations_; }
+  clsHX7Project& project() { return *clsProject; }
 
  private:
+  // ---- Desk
+  void WorkBegins(const std::string&, int, bool) override {}
+  void WorkGoesOn(const WorkStep& step) override;
+  void WorkEnds() override { EndProgress(); }
+  void SearchGoesOn(std::int32_t bitsPerSecond, const std::string& axis, int tries) override;
+  void SearchEnds() override { EndProgress(); }
+  void StatusTold(const std::string& text) override;
+  void LineChanged(LineState) override {}
+  // --yes has agreed to whatever would change.
+  void DifferencesFound(const std::vector<PartComparison>&) override {}
+  [[nodiscard]] bool IsAttended() const override { return false; }
+
   void ShowProgress(const std::string& text);
   void EndProgress();
 
+  std::ostream& notes_;
   std::ostream* progress_;
   bool (*ends_)();
   std::size_t progressWidth_ = 0;
-  std::string lastProgress_;
-  Connections connections_;
+  Operations operations_{*this, *this};
 };
 
 }  // namespace velmoor

@@ -16,7 +16,6 @@
 #include "platform/Numbers.h"
 #include "platform/World.h"
 #include "project/ProjectCompare.h"
-#include "project/UploadFlow.h"
 
 namespace velmoor {
 namespace {
@@ -69,15 +68,19 @@ bool PrintDifferences(const Context& context, const std::vector<PartComparison>&
 bool Info(const Context& context) {
   (void)context.line.Required("port");
   Work work(context);
-  if (!work.Started() || !work.session().GoOnline("Cannot go online!")) return false;
+  if (!work.Connect()) return false;
   clsHX7Helix7& helix = *work.session().Helix7();
   std::ostream& out = context.program.out;
   bool complete = true;
-  const auto print = [&](const char* name, ResultCode (clsHX7Helix7::*read)(std::string&)) {
+  const auto print = [&](const std::string& name, ResultCode (clsHX7Helix7::*read)(std::string&)) {
     std::string text;
-    const bool read_ = (helix.*read)(text) == kSuccess;
-    complete = complete && read_;
-    if (read_) out << name << ": " << text << '\n';
+    const ResultCode result = (helix.*read)(text);
+    if (result == kSuccess) {
+      out << name << ": " << text << '\n';
+    } else {
+      complete = false;
+      DisplayError(result, name + " cannot be read!");
+    }
   };
   out << "Axis: " << work.session().Axis() << '\n'
       << "Baud rate: " << work.session().BaudRate() << '\n'
@@ -112,10 +115,10 @@ bool Scan(const Context& context) {
     if (work.session().StopProcedure()) return false;
     helix.SetBaudRate(rate);
     const auto found = ScanAxes(helix, [&](int queried) {
-      if (context.program.progress == nullptr) return true;
+      if (context.program.progress == nullptr) return !work.session().StopProcedure();
       *context.program.progress << '\r' << rate << " bit/s: " << queried << " of " << kAxisCount
                                 << " Axes Queried " << std::flush;
-      return true;
+      return !work.session().StopProcedure();
     });
     for (const std::string& axis : found) {
       context.program.out << CsvLine({axis, NumberText(rate)});
@@ -137,27 +140,11 @@ bool Download(const Context& context) {
   const std::vector<Tool> items = only ? ItemsNamed(*only) : std::vector<Tool>();
   Work work(context);
   if (!work.Open(context.Argument(1))) return false;
-  if (!work.session().GoOnline("Cannot go online!  Download failed!")) return false;
-  const bool onlyNew = context.line.Has("new");
-  if (onlyNew && work.project().WhatIsDirty().empty()) {
-    ShowInformation(
-        "No new changes have been committed!\r"
-        "New items must be changed and committed before download!");
-    return true;
+  Transfers& transfers = work.session().Hardware().transfers;
+  if (only) {
+    return transfers.DownloadItem(JoinedItem(DownloadItemsOfMenu(), items), [] { return true; });
   }
-  const bool done = only      ? work.project().DownloadParts(items)
-                    : onlyNew ? work.project().Download()
-                              : work.project().DownloadAll();
-  if (!done) {
-    ShowExclamation("Error downloading data to controller!");
-    return false;
-  }
-  work.session().WaitForRestart();
-  context.program.err << (only      ? "Download complete!"
-                          : onlyNew ? "Download New complete!"
-                                    : "Download All complete!")
-                      << '\n';
-  return true;
+  return context.line.Has("new") ? transfers.DownloadNew() : transfers.DownloadAll();
 }
 
 bool Upload(const Context& context) {
@@ -168,18 +155,10 @@ bool Upload(const Context& context) {
   const std::vector<Tool> items = only ? ItemsNamed(*only) : std::vector<Tool>();
   Work work(context);
   if (!work.Open(context.Argument(1))) return false;
-  if (!work.session().GoOnline("Cannot go online!  Upload failed!")) return false;
-  if (only) {
-    if (!work.project().UploadParts(items)) {
-      ShowExclamation("Error uploading data from controller!");
-      return false;
-    }
-    if (!work.project().CommitUpload()) return false;
-  } else {
-    if (!RunUploadStages(work.project())) return false;
-    AskToCommitUpload(work.project());
-  }
-  if (context.program.boxes.Failures() > 0) return false;
+  Transfers& transfers = work.session().Hardware().transfers;
+  const bool committed =
+      only ? transfers.UploadItem(JoinedItem(UploadItemsOfMenu(), items)) : transfers.UploadAll();
+  if (!committed || context.program.boxes.Failures() > 0) return false;
   work.project().Save();
   return true;
 }
@@ -187,21 +166,15 @@ bool Upload(const Context& context) {
 bool Reset(const Context& context) {
   struct Kind {
     const char* name;
-    std::vector<SimpleCommand> commands;
-    const char* failure;
+    bool (*run)(Resets& resets);
   };
-  using enum SimpleCommand;
-  static const std::array<Kind, 6> kKinds{{
-      {"all",
-       {indexInit, jogInit, zoneInit, parametersInit},
-       "Error resetting hardware to factory default values!"},
-      {"parameters", {parametersInit}, "Error resetting parameters to factory default values!"},
-      {"tables",
-       {indexInit, jogInit, zoneInit},
-       "Error resetting tables to factory default values!"},
-      {"index", {indexInit}, "Error resetting index table to factory default values!"},
-      {"zone", {zoneInit}, "Error resetting zone table to factory default values!"},
-      {"jog", {jogInit}, "Error resetting jog table to factory default values!"},
+  static constexpr std::array<Kind, 6> kKinds{{
+      {"all", [](Resets& resets) { return resets.ResetEverything(); }},
+      {"parameters", [](Resets& resets) { return resets.ResetParameters(); }},
+      {"tables", [](Resets& resets) { return resets.ResetTables(); }},
+      {"index", [](Resets& resets) { return resets.ResetTable(Tool::position); }},
+      {"zone", [](Resets& resets) { return resets.ResetTable(Tool::zone); }},
+      {"jog", [](Resets& resets) { return resets.ResetTable(Tool::jog); }},
   }};
   const auto* const kind = std::ranges::find(kKinds, context.Argument(1), &Kind::name);
   if (kind == kKinds.end()) {
@@ -211,40 +184,17 @@ bool Reset(const Context& context) {
   (void)context.line.Required("port");
   RequireAgreement(context);
   Work work(context);
-  if (!work.Started() || !work.session().GoOnline("Cannot go online!")) return false;
-  clsHX7Helix7& helix = *work.session().Helix7();
-  const Connection told =
-      helix.ResetStatus.Connect([&](const std::string& type, const std::string& status) {
-        context.program.err << "Reset " << type << " Defaults " << status << '\n';
-      });
-  const bool parametersToo = kind->commands.back() == parametersInit;
-  const ResultCode off = parametersToo ? helix.DisableServo() : kSuccess;
-  if (off != kSuccess) {
-    DisplayError(off, "Error turning servo off!");
-    return false;
-  }
-  for (const SimpleCommand command : kind->commands) {
-    const ResultCode result = helix.ResetDefaults(static_cast<std::int32_t>(command));
-    if (result == kSuccess) continue;
-    DisplayError(result, kind->failure);
-    return false;
-  }
-  // Nobody stands beside it who could be asked.
-  if (parametersToo) context.program.err << "The servo stays off.\n";
-  return true;
+  return work.Connect() && kind->run(work.session().Hardware().resets);
 }
 
 // ---- comparing
 
 bool Compare(const Context& context) {
   (void)context.line.Required("port");
-  // A machine that cannot be used is a difference like any other.
-  context.program.boxes.Agree(true);
   Work work(context);
   if (!work.Open(context.Argument(1))) return false;
-  if (!work.session().GoOnline("Cannot go online!")) return false;
-  if (!RunUploadStages(work.project())) return false;
-  return PrintDifferences(context, work.project().CompareWithUpload(), "project", "hardware");
+  const auto parts = work.session().Hardware().compare.Run();
+  return parts && PrintDifferences(context, *parts, "project", "hardware");
 }
 
 bool Diff(const Context& context) {

@@ -26,10 +26,6 @@ namespace {
 constexpr std::string_view kDefaultItems = "PUN,PER,NFB,TREF,STS";
 constexpr std::int64_t kMostPasses = 100'000'000;
 
-bool Connect(Work& work) {
-  return work.Started() && work.session().GoOnline("Cannot go online!");
-}
-
 // ---- lines
 
 // Whether the amplifier turned the line down: "0E210 ERR", "0E5A1".
@@ -68,7 +64,7 @@ bool Send(const Context& context) {
   if (line.substr(0, 1) != work.session().Axis()) {
     throw UsageError("The line must begin with its axis, and --axis name the same one");
   }
-  return Connect(work) && Exchange(context, *work.session().Helix7(), line);
+  return work.Connect() && Exchange(context, *work.session().Helix7(), line);
 }
 
 bool RunScript(const Context& context) {
@@ -84,7 +80,7 @@ bool RunScript(const Context& context) {
     return false;
   }
   Work work(context);
-  if (!Connect(work)) return false;
+  if (!work.Connect()) return false;
   bool complete = true;
   for (const std::string& line : lines) {
     if (work.session().StopProcedure() || !context.program.out) return false;
@@ -99,7 +95,7 @@ bool RunScript(const Context& context) {
 bool Alarms(const Context& context) {
   (void)context.line.Required("port");
   Work work(context);
-  if (!Connect(work)) return false;
+  if (!work.Connect()) return false;
   AlarmReading present;
   const ResultCode result = ReadAlarm(present);
   if (result != kSuccess) {
@@ -179,7 +175,7 @@ bool Monitor(const Context& context) {
     throw UsageError("--count takes a number of passes from 1");
   }
   Work work(context);
-  if (!Connect(work)) return false;
+  if (!work.Connect()) return false;
   std::vector<std::string> head{"time", "seconds"};
   for (const MonitoredItem& item : items) head.emplace_back(WordOf(item.command));
   context.program.out << CsvLine(head);

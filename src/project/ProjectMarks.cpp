@@ -98,11 +98,8 @@ void clsHX7Project::MarkEverything() {
 // Whatever goes out may reach the amplifier though nobody hears of it: the project's file is to say
 // so before the first line, for a program that is killed has nothing more to say.
 bool clsHX7Project::BeginDownload() {
-  for (int place = 0; place < parameters_.Count(); ++place) {
-    const Parameter& parameter = parameters_.At(place);
-    if (parameter.IsMarked()) parameters_.AboutToSend(parameter.Pn());
-  }
-  for (MotionTable* const table : Tables()) table->AboutToSendMarked();
+  latestRestart_ = RestartOutcome::none;
+  DoubtMarked();
   try {
     SaveMarks();
     return true;
@@ -115,6 +112,14 @@ bool clsHX7Project::BeginDownload() {
   }
 }
 
+void clsHX7Project::DoubtMarked() {
+  for (int place = 0; place < parameters_.Count(); ++place) {
+    const Parameter& parameter = parameters_.At(place);
+    if (parameter.IsMarked()) parameters_.AboutToSend(parameter.Pn());
+  }
+  for (MotionTable* const table : Tables()) table->AboutToSendMarked();
+}
+
 void clsHX7Project::EndDownload() {
   MarkAfterStrayWrite();
   try {
@@ -124,6 +129,12 @@ void clsHX7Project::EndDownload() {
     blnNeedsSaving_ = true;
   }
   parameters_.Changed.Raise();
+}
+
+void clsHX7Project::MarkLost(std::span<const Tool> parts) {
+  for (const Tool part : parts) MarkPart(part);
+  DoubtMarked();
+  EndDownload();
 }
 
 void clsHX7Project::SaveMarks() {

@@ -67,6 +67,12 @@ std::vector<clsHX7Project::DirtyTool> clsHX7Project::DownloadOrder() {
   return order;
 }
 
+bool clsHX7Project::Restart() {
+  const bool sent = gMainForm->Helix7()->ResetHardware() == kSuccess;
+  latestRestart_ = sent ? RestartOutcome::sent : RestartOutcome::failed;
+  return sent;
+}
+
 void clsHX7Project::MarkAfterStrayWrite() {
   if (!gMainForm->Helix7()->TakeStrayWrite()) return;
   MarkEverything();
@@ -90,9 +96,9 @@ bool clsHX7Project::SendNew() {
     downloadedItem = downloadedItem || tool.isParameterTool;
     YieldEvents();
   }
-  // Tables alone restart nothing; parameters take effect only after the restart, whose result is
-  // not examined.
-  if (downloadedItem) (void)gMainForm->Helix7()->ResetHardware();
+  // Tables alone restart nothing; parameters take effect only after the restart. They are in the
+  // amplifier all the same.
+  if (downloadedItem) (void)Restart();
   DownloadComplete.Raise();
   return true;
 }
@@ -113,7 +119,7 @@ bool clsHX7Project::SendEverything() {
       [this] { return clsEditor_.Download(true); },
       [this] { return clsMechanicalSystem_.Download(true); },
       [this] { return clsTuning_.PerformRigidityChange() == kSuccess; },
-      [] { return gMainForm->Helix7()->ResetHardware() == kSuccess; },
+      [this] { return Restart(); },
   };
   for (const auto& step : steps) {
     if (!step()) return false;
@@ -150,7 +156,7 @@ bool clsHX7Project::SendParts(const std::vector<Tool>& parts) {
     YieldEvents();
   }
   // Until here the parameters count as not in force.
-  if (restart && gMainForm->Helix7()->ResetHardware() != kSuccess) return false;
+  if (restart && !Restart()) return false;
   DownloadComplete.Raise();
   return true;
 }

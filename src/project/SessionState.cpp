@@ -23,6 +23,8 @@ void SessionState::StartHelix7() {
 bool SessionState::BuildDatabase() {
   std::string strMotorSize;
   clsHelix7->GetMotorSizeWhileOffline(strMotorSize);
+  // A search without an answer leaves the port open, which another program may want.
+  clsHelix7->GoOffline();
   return BuildDatabase(strMotorSize);
 }
 

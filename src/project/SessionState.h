@@ -52,6 +52,10 @@ class SessionState : public Session {
   [[nodiscard]] std::string LastMotorSize() const override { return strLastMotorSize; }
   void SetLastMotorSize(const std::string& watts) override { strLastMotorSize = watts; }
 
+  // Null where none was ever opened.
+  [[nodiscard]] clsHX7Project* OwnProject() { return clsProject.get(); }
+  void SetOnline(bool online) { blnIsOnline = online; }
+
   // ---- the steps of a start
   void StartHelix7();
   // Makes the catalogue's working copy for the motor that is connected, or for the last one. False

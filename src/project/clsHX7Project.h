@@ -8,6 +8,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -32,6 +33,9 @@
 namespace velmoor {
 
 struct PartComparison;
+
+// What became of the restart that ends a download.
+enum class RestartOutcome : std::uint8_t { none, sent, failed };
 
 class clsHX7Project final : public Project {
  public:
@@ -80,6 +84,8 @@ class clsHX7Project final : public Project {
   [[nodiscard]] std::string WhatIsDirty();
   // Marks everything that a download of everything sends, in the working file.
   void MarkEverything();
+  // The amplifier has lost those parts: marks them, in the project's file too.
+  void MarkLost(std::span<const Tool> parts);
 
   // ---- transfers
 
@@ -91,6 +97,8 @@ class clsHX7Project final : public Project {
   // The whole of the tools named, tables before parameters, whatever their marks; restarts the
   // hardware when a parameter went out.
   bool DownloadParts(const std::vector<Tool>& parts);
+  // Of the latest of those three. Sent: acknowledged, and the amplifier is deaf for a while.
+  [[nodiscard]] RestartOutcome LatestRestart() const { return latestRestart_; }
   // Marks everything where a write since the last look may have reached another row or parameter
   // than it named: the amplifier may hold other values than the project then, anywhere.
   void MarkAfterStrayWrite();
@@ -241,6 +249,10 @@ class clsHX7Project final : public Project {
   bool BeginDownload();
   void EndDownload();
   void MarkPart(Tool part);
+  // Whatever is marked counts as not held by the amplifier.
+  void DoubtMarked();
+  // Restarts the hardware; true when it acknowledged that.
+  bool Restart();
   // The copy of the project's file in which its marks are brought up to date.
   [[nodiscard]] std::string MarksFile() const { return strProjectDatabasePath_ + "-marks"; }
 
@@ -251,6 +263,7 @@ class clsHX7Project final : public Project {
   bool blnNeedsSaving_ = false;
   // The amplifier holds no machine that can be used; that of the project has stayed.
   bool machineUnread_ = false;
+  RestartOutcome latestRestart_ = RestartOutcome::none;
   std::string sWorkingDirectory_;
   std::string sFileName_;
   std::string sFileTitle_;

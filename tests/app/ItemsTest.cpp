@@ -53,7 +53,7 @@ TEST_F(Items, GroupsGoOutInOrderAndParametersRestart) {
   data.boxes.Expect("All Parameters of the project will be downloaded", BoxAnswer::ok);
   Main().Choose("mnuToolsDownloadParametersAll");
   EXPECT_EQ(data.boxes.shown.back().text, "Download All Parameters complete!");
-  EXPECT_EQ(Amplifier().Asked("PRM="), 161) << "one of them is the search's";
+  EXPECT_EQ(Amplifier().Asked("PRM="), 162) << "two of them are of searches";
   EXPECT_EQ(Amplifier().Asked("RES"), 1);
 }
 
@@ -95,7 +95,10 @@ TEST_F(Items, AFailedUploadOfATableLeavesItAsItWas) {
   line.faults.Add({.kind = FaultKind::deviceError, .match = "JSPDT5"});
   data.boxes.Expect("Existing Jog Table will be overwritten", BoxAnswer::yes);
   Main().Choose("mnuToolsUploadTableJog");
-  EXPECT_EQ(data.boxes.shown.back().text, "Could not upload Jog Table from controller!");
+  EXPECT_EQ(data.boxes.shown.back().text,
+            "Could not upload Jog Table from controller!\r\r"
+            "Reading row 5 of the jog table (speed) (0JSPDT5): refused with E5A1 "
+            "\"Device is busy\".\r\rThe project is unchanged.");
   EXPECT_EQ(Project().Jog().Text(1, kSpeed), "12.000");
   EXPECT_EQ(Project().WhatIsDirty(), "Jog table");
   EXPECT_TRUE(Form().IsOnline());

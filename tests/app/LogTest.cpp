@@ -27,11 +27,13 @@ TEST_F(SessionLog, TellsBoxesAnswersAndTransfersInTheirOrder) {
   EXPECT_EQ(
       entries(),
       (Texts{
-          "box: " + OneLine(question), "box: answer: OK", "transfer: Download All begins",
-          "session: Index Table Download Complete", "session: Jog Table Download Complete",
-          "session: Zone Table Download Complete", "session: Hardware Parameters Download Complete",
+          "box: " + OneLine(question), "box: answer: OK", "session: Index Table Download Complete",
+          "session: Jog Table Download Complete", "session: Zone Table Download Complete",
+          "session: Hardware Parameters Download Complete",
           "session: Mechanical System Parameters Download Complete", "session: Download Complete",
-          "transfer: Download All ends after 346 items and 0 ms", "box: Download All complete!"}));
+          "operation: Download All: complete, 346 of 346 items in 0 ms",
+          "session: Waiting for the restart...", "link: 0PRM800: No response error.",
+          "session: Online", "box: Download All complete!"}));
 }
 
 TEST_F(SessionLog, IsShownByTheDesktopOrNamedInABox) {

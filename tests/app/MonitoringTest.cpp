@@ -185,10 +185,12 @@ TEST_F(Monitoring, ALostLineEndsItWithOneBox) {
         port.Unplug();
       }
     });
+    data.boxes.Expect("The connection to the hardware was lost!", BoxAnswer::no);
     Window().Press("cmdMonitoring");
     EXPECT_FALSE(Form().IsOnline());
     EXPECT_EQ(Boxes(), Texts{"The connection to the hardware was lost!\r"
-                             "The amplifier does not answer.\rThe project is unchanged."});
+                             "The amplifier does not answer.\rThe project is unchanged.\r\r"
+                             "Do you wish to try again?"});
     EXPECT_EQ(Status(), "System Status: Offline");
     EXPECT_EQ(Window().button("cmdMonitoring").Caption(), "Begin &Monitor");
     line.faults.Clear();

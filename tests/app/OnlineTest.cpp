@@ -24,7 +24,8 @@ TEST_F(Online, OnlineShowsTheModelAndKeepsTheMotorSize) {
   EXPECT_EQ(Main().StatusTone(), Tone::good);
   EXPECT_EQ(Form().LastMotorSize(), "400");
   const auto& texts = Main().statusTexts;
-  EXPECT_EQ(*(texts.end() - 2), "System Status: Polling to Go Online...");
+  EXPECT_EQ(*(texts.end() - 3), "System Status: Polling to Go Online...");
+  EXPECT_EQ(*(texts.end() - 2), "System Status: Asking axis 0 at 9600 bit/s");
   Main().Choose("mnuToolsOnline");
   EXPECT_EQ(Boxes(), Texts{"System is already online!"});
   Main().Choose("mnuToolsOffline");

@@ -139,6 +139,8 @@ TEST_F(Resets, EverythingGoesInOrderAndTheServoIsAskedAboutAfterAStopToo) {
   data.boxes.Expect(kServoOn, BoxAnswer::no);
   Main().Choose("mnuToolsResetDefaultsAll");
   EXPECT_EQ(Sent(), (Texts{"SVOFF", "PGMINIT", "JSPDINIT", "ZONEINIT", "PRMINIT"}));
+  EXPECT_EQ(Project().WhatIsDirty(),
+            "Mechanical System, All parameters, Index Position table, Jog table, Zone table");
   Amplifier().ForgetWhatWasAsked();
   data.boxes.Expect(caution, BoxAnswer::yes);
   data.boxes.Expect(servoOff, BoxAnswer::ok);
@@ -169,7 +171,8 @@ TEST_F(Resets, ASilentAmplifierEndsOfflineAfterTheOneMessage) {
   EXPECT_EQ(data.boxes.shown.size(), 2u);
   EXPECT_EQ(data.boxes.shown.back().text,
             "Error resetting jog table to factory default values!\rNo response error.\r\r"
-            "Resetting the jog table (0JSPDINIT): no answer within 5 s.");
+            "Resetting the jog table (0JSPDINIT): no answer within 5 s.\r\r"
+            "16 items stay on offer (Jog table): Download New completes it.");
   EXPECT_EQ(Status(), "System Status: Offline");
   EXPECT_FALSE(port.IsOpen());
 }
@@ -178,9 +181,10 @@ TEST_F(Resets, APulledPlugIsNoticedWhileNothingIsAskedAndToldOnce) {
   PauseInSec(1);
   EXPECT_EQ(Boxes(), Texts{});
   port.Unplug();
+  data.boxes.Expect("The connection to the hardware was lost!", BoxAnswer::no);
   PauseInSec(3);
   EXPECT_EQ(Boxes(), Texts{"The connection to the hardware was lost!\rCOM1 is gone.\r"
-                           "The project is unchanged."});
+                           "The project is unchanged.\r\rDo you wish to try again?"});
   EXPECT_EQ(Status(), "System Status: Offline");
   EXPECT_EQ(Main().Panel(StatusPanel::model), "");
 }

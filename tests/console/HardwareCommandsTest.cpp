@@ -10,7 +10,16 @@ TEST_F(Velmoorctl, InfoTellsWhatAnswers) {
   EXPECT_NE(out.str().find("Motor model: VMMAH-04AC\n"), std::string::npos) << out.str();
   port.Unplug();
   EXPECT_EQ(Run({"info", "--port", "x"}), 1);
-  EXPECT_EQ(err.str().substr(0, 18), "Cannot go online!\n") << err.str();
+  EXPECT_EQ(err.str(),
+            "Cannot go online!\nHardware is not ready, or communication\n"
+            "process settings are not set correctly.\n\nCOM1 does not exist.\n");
+}
+
+TEST_F(Velmoorctl, InfoTellsWhatItCannotReadAndWhy) {
+  line.faults.Add({.kind = FaultKind::deviceError, .match = "MTTYPE", .count = 0});
+  EXPECT_EQ(Run({"info", "--port", "x"}), 1);
+  EXPECT_NE(err.str().find("Motor model cannot be read!\n"), std::string::npos) << err.str();
+  EXPECT_NE(err.str().find("refused with E5A1"), std::string::npos) << err.str();
 }
 
 TEST_F(Velmoorctl, AWrongAmplifierIsNamed) {
@@ -116,6 +125,23 @@ TEST_F(Velmoorctl, ADownloadThatFailsKeepsTheMarksOfWhatIsNotStored) {
   EXPECT_EQ(err.str(),
             "No new changes have been committed!\n"
             "New items must be changed and committed before download!\n");
+}
+
+TEST_F(Velmoorctl, AStopEndsADownloadWithItsWordsAndMarks) {
+  ASSERT_EQ(Run({"new", project}), 0);
+  static int looks = 0;
+  for (const int stopAt : {2, 60, 170, 300}) {
+    SCOPED_TRACE(stopAt);
+    looks = stopAt;
+    EXPECT_EQ(Run({"download", project, "--port", "x", "--yes"}, [] { return --looks < 0; }), 1);
+    EXPECT_NE(err.str().find("Download All terminated!\n\n"), std::string::npos) << err.str();
+    EXPECT_NE(err.str().find("Download New completes it."), std::string::npos) << err.str();
+    EXPECT_FALSE(world.files.Exists(world.folder.At("a.tmp")));
+    EXPECT_FALSE(port.IsOpen());
+    EXPECT_EQ(Run({"download", project, "--port", "x", "--yes", "--new"}), 0) << err.str();
+    EXPECT_EQ(err.str().find("No new changes"), std::string::npos);
+    EXPECT_EQ(Run({"compare", project, "--port", "x"}), 0) << out.str();
+  }
 }
 
 TEST_F(Velmoorctl, ComparesWithTheHardwareAndChangesNeither) {

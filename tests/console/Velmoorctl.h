@@ -26,14 +26,15 @@ class Velmoorctl : public ::testing::Test {
     project = world.folder.At("a.spj");
   }
 
-  int Run(const std::vector<std::string>& words) {
+  int Run(
+      const std::vector<std::string>& words, bool (*ends)() = [] { return false; }) {
     out.str("");
     err.str("");
     ConsoleBoxes boxes(err);
     world.world.boxes = &boxes;
     const int status = RunProgram(ConsoleTable(), words, out, err, [&](const CommandLine& line_) {
-      return RunCommand(line_, {out, err, boxes, port, [](SerialPort&, const std::string&) {},
-                                nullptr, [] { return false; }});
+      return RunCommand(
+          line_, {out, err, boxes, port, [](SerialPort&, const std::string&) {}, nullptr, ends});
     });
     world.world.boxes = &world.boxes;
     return status;

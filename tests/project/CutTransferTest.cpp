@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <cstdlib>
 
+#include "operations/UploadFlow.h"
 #include "platform/Numbers.h"
 #include "project/ProjectCompare.h"
-#include "project/UploadFlow.h"
 #include "support/ProjectWorld.h"
 #include "tables/TableCsv.h"
 

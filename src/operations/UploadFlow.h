@@ -1,5 +1,4 @@
-// The stages of an upload of everything, with what the user is told and asked on the way. Shared by
-// the main window and the console program.
+// The stages of an upload of everything, with what the user is told and asked on the way.
 #pragma once
 
 namespace velmoor {
@@ -24,6 +23,7 @@ inline constexpr const char* kZeroSystemWords =
 [[nodiscard]] bool RunUploadStages(clsHX7Project& project);
 
 // Asks whether the uploaded data is to be committed. Yes commits it into all tools; No drops it.
-void AskToCommitUpload(clsHX7Project& project);
+// True: it was committed.
+bool AskToCommitUpload(clsHX7Project& project);
 
 }  // namespace velmoor

@@ -1,7 +1,8 @@
-#include "project/UploadFlow.h"
+#include "operations/UploadFlow.h"
 
 #include <array>
 
+#include "operations/FailureText.h"
 #include "platform/MessageBoxes.h"
 #include "project/clsHX7Project.h"
 #include "session/Session.h"
@@ -27,9 +28,9 @@ bool RunStages(clsHX7Project& project) {
     const std::string words =
         "Could not upload " + name + " from controller!\r" + kBehindFailure[stage];
     if (stage == 0) {
-      if (!AskYesNo(words)) return false;
+      if (!AskYesNo(FailureText(words))) return false;
     } else {
-      ShowExclamation(words);
+      ShowExclamation(FailureText(words, "The project is unchanged."));
       return false;
     }
   }
@@ -45,14 +46,14 @@ bool RunUploadStages(clsHX7Project& project) {
   return read;
 }
 
-void AskToCommitUpload(clsHX7Project& project) {
+bool AskToCommitUpload(clsHX7Project& project) {
   // The words stay the same when the machine's stage failed and the user went on.
   if (AskYesNo("All tables and parameters successfully uploaded from controller.\r"
                "Commit uploaded data to project?")) {
-    (void)project.CommitUpload();
-  } else {
-    project.DropUpload();
+    return project.CommitUpload();
   }
+  project.DropUpload();
+  return false;
 }
 
 }  // namespace velmoor

@@ -1,0 +1,90 @@
+// What operations tell: the progress dialog, the status bar, and the windows that follow them.
+
+#include "app/frmCompare.h"
+#include "app/frmMain.h"
+#include "platform/MessageBoxes.h"
+
+namespace velmoor {
+namespace {
+
+constexpr const char* kSearchCaption = "Searching for the Amplifier";
+
+}  // namespace
+
+void frmMain::WorkBegins(const std::string& caption, int steps, bool items) {
+  clsProcedure = std::make_unique<clsHX7Procedure>();
+  clsProcedure->Steps = steps;
+  clsProcedure->Show_Procedure(caption, items);
+}
+
+void frmMain::WorkGoesOn(const WorkStep& step) {
+  if (!step.current.empty()) ShowStatusText(step.current);
+  if (!clsProcedure) return;
+  clsProcedure->CurrentFinished = step.current.empty() ? step.finished : step.row;
+  clsProcedure->CurrentSteps = step.rows;
+  clsProcedure->Current = step.current;
+  clsProcedure->Finished = step.finished;
+  clsProcedure->Total = step.total;
+}
+
+void frmMain::WorkEnds() {
+  clsProcedure.reset();
+}
+
+// Most searches end at the first speed: the dialog comes with the second.
+void frmMain::SearchGoesOn(std::int32_t bitsPerSecond, const std::string& axis, int tries) {
+  const std::string text =
+      "Asking axis " + axis + " at " + std::to_string(bitsPerSecond) + " bit/s";
+  ShowStatusText(text);
+  if (!started_ || tries < 2) return;
+  if (!clsProcedure) {
+    clsProcedure = std::make_unique<clsHX7Procedure>();
+    clsProcedure->Show_Procedure(kSearchCaption, false);
+    searchShown_ = true;
+  }
+  if (searchShown_) clsProcedure->Total = text;
+}
+
+void frmMain::SearchEnds() {
+  if (searchShown_) clsProcedure.reset();
+  searchShown_ = false;
+}
+
+void frmMain::LineChanged(LineState state) {
+  static constexpr std::array<Tone, 4> kTones{Tone::faint, Tone::busy, Tone::good, Tone::faint};
+  window_->SetStatusTone(kTones[static_cast<std::size_t>(state)]);
+  const bool known = state == LineState::online;
+  if (state != LineState::searching) {
+    window_->SetPanel(StatusPanel::model, known ? clsHelix7->ServoModel() : std::string());
+  }
+  EnableByState();
+}
+
+void frmMain::DifferencesFound(const std::vector<PartComparison>& parts) {
+  frmCompare(parts).Show();
+}
+
+void frmMain::StartHelix7() {
+  SessionState::StartHelix7();
+  operations_.FollowDevice();
+}
+
+void frmMain::CommunicationsSettingsOpen() {
+  OpenModalTool(ToolWindow::communicationsSettings,
+                "Main.CommunicationsSettingsOpen: ", [this] { frmCommunications(*this).Show(); });
+}
+
+void frmMain::mnuToolsOnline_Click() {
+  if (operations_.connection.GoOnline() == HardwareConnection::Outcome::byHand) {
+    CommunicationsSettingsOpen();
+  }
+}
+
+void frmMain::clsProject_ResolutionDataInvalidated(const std::string& strItems) {
+  ShowExclamation(
+      "Warning!  Data invalidation occurred while updating project data after resolution "
+      "change!\rLimit values have replaced invalid data!\r\rCheck the following data sets: " +
+      strItems);
+}
+
+}  // namespace velmoor

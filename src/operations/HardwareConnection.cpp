@@ -1,0 +1,220 @@
+#include "operations/HardwareConnection.h"
+
+#include <utility>
+
+#include "link/DisplayError.h"
+#include "operations/FailureText.h"
+#include "platform/Events.h"
+#include "platform/MessageBoxes.h"
+#include "platform/Numbers.h"
+#include "platform/World.h"
+
+namespace velmoor {
+namespace {
+
+constexpr const char* kCannotTerminate =
+    "Error terminating communications with hardware!  Check connections and setup!";
+constexpr const char* kCannotModifyRate = "Error modifying communications baud rate!";
+constexpr const char* kNotReady =
+    "Hardware is not ready, or communication\rprocess settings are not set correctly.";
+
+}  // namespace
+
+void HardwareConnection::FollowDevice() {
+  clsHX7Helix7& helix = *session_.Helix7();
+  device_.Clear();
+  device_ += helix.CommunicationDown.Connect([this] { Leave(); });
+  helix.SetSearchWatch([this](std::int32_t bitsPerSecond, const std::string& axis) {
+    desk_.SearchGoesOn(bitsPerSecond, axis, ++tries_);
+    YieldEvents();
+    return !session_.StopProcedure();
+  });
+}
+
+void HardwareConnection::FollowProject() {
+  clsHX7Project& project = *session_.OwnProject();
+  project_.Clear();
+  project_ += project.CommunicationDown.Connect([this] { Leave(); });
+  project_ += project.LineLost.Connect([this] { TellLost("The amplifier does not answer."); });
+  project_ +=
+      project.OnlineStatus.Connect([this](const std::string& status) { desk_.StatusTold(status); });
+}
+
+void HardwareConnection::Show(LineState state) {
+  state_ = state;
+  desk_.LineChanged(state);
+}
+
+// The search too writes a parameter.
+ResultCode HardwareConnection::Search(const std::function<ResultCode()>& search) {
+  session_.SetStopProcedure(false);
+  ForgetFailures();
+  tries_ = 0;
+  ResultCode result;
+  {
+    const BusyPointer busy;
+    result = search();
+  }
+  desk_.SearchEnds();
+  if (session_.OwnProject() != nullptr) session_.OwnProject()->MarkAfterStrayWrite();
+  return result;
+}
+
+// ---- online
+
+HardwareConnection::Outcome HardwareConnection::GoOnline() {
+  if (session_.IsOnline()) {
+    ShowExclamation("System is already online!");
+    return Outcome::online;
+  }
+  Show(LineState::searching);
+  desk_.StatusTold("Polling to Go Online...");
+  const ResultCode result = Search([this] {
+    // Without this the text would not be seen.
+    YieldEvents();
+    return session_.Helix7()->GoOnline(false);
+  });
+  if (result == kSuccess) {
+    TellOnline();
+    OfferToSetLineRight(true);
+    return Outcome::online;
+  }
+  const std::string question = FailureText(
+      "Error autoconnecting with hardware!\r"
+      "Do you wish to establish communications manually?");
+  // The search leaves the port open, which another program may want.
+  Leave();
+  if (AskYesNo(question)) return Outcome::byHand;
+  ShowExclamation("Error communicating with hardware!  Check connections and setup!");
+  return Outcome::failed;
+}
+
+bool HardwareConnection::GoOnlineFor(const std::string& failure) {
+  const ResultCode result = Search([this] { return session_.Helix7()->GoOnline(false); });
+  if (result == kSuccess) {
+    if (!session_.IsOnline()) TellOnline();
+    // What failed on the way here is no failure of the operation.
+    ForgetFailures();
+    return true;
+  }
+  std::string lead = "Cannot go online!";
+  if (!failure.empty()) lead += "  " + failure;
+  const std::string words = FailureText(lead + "\r" + kNotReady);
+  Leave();
+  ShowExclamation(words);
+  return false;
+}
+
+void HardwareConnection::TellOnline() {
+  session_.SetOnline(true);
+  const std::string& watts = session_.Helix7()->MotorSize();
+  if (!watts.empty()) session_.SetLastMotorSize(watts);
+  Show(LineState::online);
+  desk_.StatusTold("Online");
+}
+
+bool HardwareConnection::AwaitRestart(std::optional<std::int32_t> rate) {
+  if (rate == 0) ShowExclamation(kCannotModifyRate);
+  const bool changed = rate && *rate != 0 && *rate != session_.BaudRate();
+  if (changed) session_.SetBaudRate(*rate);
+  const std::string failed =
+      changed ? kCannotModifyRate : "The amplifier was not found after its restart!";
+  Show(LineState::searching);
+  desk_.StatusTold("Waiting for the restart...");
+  const ResultCode result = Search([this] { return session_.Helix7()->GoOnlineAfterRestart(); });
+  if (result != kSuccess) {
+    Leave();
+    DisplayError(result, failed);
+    return false;
+  }
+  TellOnline();
+  if (!changed) return true;
+  if (session_.BaudRate() == *rate) {
+    ShowInformation("Communications baud rate has been modified.");
+    return true;
+  }
+  ShowExclamation(std::string(kCannotModifyRate) + "\rThe amplifier answers at " +
+                  NumberText(session_.BaudRate()) + " bit/s.");
+  return false;
+}
+
+// A search has made the amplifier acknowledge already.
+void HardwareConnection::OfferToSetLineRight(bool searched) {
+  clsHX7Helix7& helix = *session_.Helix7();
+  bool acknowledges = true;
+  if (!searched) (void)helix.AskAcknowledges(acknowledges);
+  if (!acknowledges &&
+      AskYesNo("The amplifier does not acknowledge what is written to it (Pn802 is 0):\r"
+               "every write would be taken for failed.\r\r"
+               "Do you wish to switch its acknowledge on?")) {
+    const ResultCode result = helix.MakeItAcknowledge();
+    if (result != kSuccess) DisplayError(result, "The acknowledge could not be switched on!");
+  }
+  if (helix.Echoes() ||
+      !AskYesNo("The amplifier answers without echo (Pn800):\r"
+                "a command that was changed on its way cannot be found out, and\r"
+                "the terminal and the display of errors stay empty.\r\r"
+                "Do you wish to switch its echo on?  It restarts, and its servo goes off.")) {
+    return;
+  }
+  const ResultCode result = Search([&helix] { return helix.MakeItEcho(); });
+  if (result == kSuccess) return;
+  DisplayError(result, "The echo could not be switched on!");
+  Suspect();
+  LeaveIfLost();
+}
+
+// ---- offline
+
+void HardwareConnection::GoOffline() {
+  if (!session_.IsOnline()) {
+    ShowExclamation("System is already offline!");
+  } else if (session_.Helix7()->GoOffline()) {
+    TellOffline();
+  } else {
+    ShowExclamation(kCannotTerminate);
+  }
+}
+
+void HardwareConnection::TellOffline() {
+  session_.SetOnline(false);
+  Show(LineState::offline);
+  desk_.StatusTold("Offline");
+}
+
+void HardwareConnection::Leave() {
+  if (session_.Helix7()->GoOffline()) TellOffline();
+}
+
+// ---- a line that is gone
+
+// A refusal of the amplifier ends a transfer too, and is no reason to leave it.
+void HardwareConnection::LeaveIfLost() {
+  const bool suspect = std::exchange(suspect_, false);
+  if (!session_.IsOnline()) return;
+  const bool answers = session_.Comm().IsOpen() && (!suspect || session_.Helix7()->Answers());
+  if (!answers) Leave();
+}
+
+void HardwareConnection::WatchLine() {
+  if (!session_.IsOnline()) return;
+  std::string reason;
+  try {
+    (void)session_.Comm().WaitingBytes();
+    if (session_.Comm().IsOpen()) return;
+    reason = "The serial port was closed.";
+  } catch (const SerialPortError& error) {
+    reason = error.what();
+  }
+  TellLost(reason);
+}
+
+void HardwareConnection::TellLost(const std::string& reason) {
+  Leave();
+  Show(LineState::lost);
+  const bool again = AskYesNo("The connection to the hardware was lost!\r" + reason +
+                              "\rThe project is unchanged.\r\rDo you wish to try again?");
+  if (again) (void)GoOnlineFor("");
+}
+
+}  // namespace velmoor

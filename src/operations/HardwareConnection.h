@@ -1,0 +1,74 @@
+// The session's connection to the amplifier: going online and offline, the way back after a
+// restart, and noticing that the line is gone.
+//
+// Owned by whoever owns the session, beside it. The port is open while the session is online, and
+// at no other time but inside an operation.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+
+#include "operations/Desk.h"
+#include "platform/Event.h"
+#include "project/SessionState.h"
+
+namespace velmoor {
+
+class HardwareConnection {
+ public:
+  enum class Outcome : std::uint8_t { online, failed, byHand };
+
+  // Both must outlive the object.
+  HardwareConnection(SessionState& session, Desk& desk) : session_(session), desk_(desk) {}
+  // Behind the making of the device object; shows its searches.
+  void FollowDevice();
+  // Behind the making of a project.
+  void FollowProject();
+  void ForgetProject() { project_.Clear(); }
+
+  [[nodiscard]] LineState State() const { return state_; }
+
+  // The user's command: searches, and tells what became of it. `byHand`: the user wants to connect
+  // by hand.
+  Outcome GoOnline();
+  // For an operation: asks once where the session is online, and searches otherwise. False: nobody
+  // was found, of which the user was told behind "Cannot go online!" and `failure`.
+  [[nodiscard]] bool GoOnlineFor(const std::string& failure);
+  // The amplifier was told to restart: finds it again, at `rate` where that was changed. False: it
+  // was not found, or not at that speed; the user was told.
+  bool AwaitRestart(std::optional<std::int32_t> rate);
+  // The user's command.
+  void GoOffline();
+  // Without a word.
+  void Leave();
+  // The amplifier was connected by hand.
+  void TellOnline();
+  void TellOffline();
+  // Tells of an amplifier just connected that does not echo, or does not acknowledge, and offers to
+  // set it right. Asks the amplifier once where it was not searched for.
+  void OfferToSetLineRight(bool searched);
+
+  // An exchange failed since the line was last known to be good.
+  void Suspect() { suspect_ = true; }
+  // Goes offline when the port is gone, or when an operation failed and the amplifier is silent.
+  void LeaveIfLost();
+  // Looks whether the line broke while nothing was asked; tells of it once.
+  void WatchLine();
+  // Goes offline, with one box that offers to try again.
+  void TellLost(const std::string& reason);
+
+ private:
+  [[nodiscard]] ResultCode Search(const std::function<ResultCode()>& search);
+  void Show(LineState state);
+
+  SessionState& session_;
+  Desk& desk_;
+  LineState state_ = LineState::offline;
+  bool suspect_ = false;
+  int tries_ = 0;  // of the search under way
+  Connections device_, project_;
+};
+
+}  // namespace velmoor

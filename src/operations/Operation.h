@@ -1,0 +1,40 @@
+// One run of an operation: its progress on the desk, and its line in the log, with its figures.
+//
+// Made on the stack of the operation that runs; with it the progress goes, whatever ended the run.
+#pragma once
+
+#include <chrono>
+#include <string>
+
+#include "operations/Desk.h"
+#include "session/Tools.h"
+
+namespace velmoor {
+
+class Operation {
+ public:
+  // `desk` must outlive the run. Nothing is shown and nothing logged before Begin.
+  Operation(Desk& desk, std::string name) : desk_(desk), name_(std::move(name)) {}
+  ~Operation();
+  Operation(const Operation&) = delete;
+  Operation& operator=(const Operation&) = delete;
+
+  // The work itself begins; `steps` rows are ahead.
+  void Begin(int steps, bool items);
+  // A row of a tool is done.
+  void CountRow(Tool tool, bool downloading, int row, int rows);
+  // A step without rows is done: "Reset 2 of 4".
+  void CountStep(const std::string& verb);
+  // The progress goes; the line of the log tells `outcome`: "complete", "stopped", "failed".
+  void End(const std::string& outcome);
+
+ private:
+  Desk& desk_;
+  std::string name_;
+  std::chrono::milliseconds start_{0};
+  int finished_ = 0;
+  int steps_ = 0;
+  bool runs_ = false;
+};
+
+}  // namespace velmoor

@@ -1,0 +1,39 @@
+// The operations on the amplifier that a session offers, put together once.
+#pragma once
+
+#include "operations/Comparison.h"
+#include "operations/HardwareConnection.h"
+#include "operations/Resets.h"
+#include "operations/Transfers.h"
+
+namespace velmoor {
+
+struct Operations {
+  // Both must outlive the object.
+  Operations(SessionState& session, Desk& desk)
+      : connection(session, desk),
+        transfers(session, desk, connection),
+        resets(session, desk, connection),
+        compare(session, desk, connection) {}
+
+  void FollowDevice() {
+    connection.FollowDevice();
+    resets.FollowDevice();
+  }
+  void FollowProject() {
+    connection.FollowProject();
+    transfers.FollowProject();
+  }
+  // Before the project goes.
+  void ForgetProject() {
+    connection.ForgetProject();
+    transfers.ForgetProject();
+  }
+
+  HardwareConnection connection;
+  Transfers transfers;
+  Resets resets;
+  Comparison compare;
+};
+
+}  // namespace velmoor

@@ -1,0 +1,290 @@
+#include "operations/Transfers.h"
+
+#include "link/BaudRates.h"
+#include "operations/FailureText.h"
+#include "operations/UploadFlow.h"
+#include "platform/MessageBoxes.h"
+#include "platform/Numbers.h"
+#include "platform/Trapped.h"
+#include "project/ProjectCompare.h"
+
+namespace velmoor {
+namespace {
+
+constexpr const char* kDownloadFailed = "Error downloading data to controller!";
+constexpr const char* kUnchanged = "The project is unchanged.";
+
+}  // namespace
+
+void Transfers::FollowProject() {
+  clsHX7Project& followed = project();
+  project_.Clear();
+  const auto count = [this](bool downloading) {
+    return [this, downloading](Tool tool, std::int16_t row, std::int16_t rows) {
+      if (run_ != nullptr) run_->CountRow(tool, downloading, row, rows);
+    };
+  };
+  project_ += followed.ToolDownloading.Connect(count(true));
+  project_ += followed.ToolUploading.Connect(count(false));
+  project_ += followed.ToolStatus.Connect([this](Tool tool, const std::string& status) {
+    desk_.StatusTold(std::string(InfoOf(tool).status) + " " + status);
+    if (status.ends_with("Failed")) connection_.Suspect();
+  });
+  project_ += followed.DownloadComplete.Connect([this] { desk_.StatusTold("Download Complete"); });
+  project_ += followed.UploadComplete.Connect([this] { desk_.StatusTold("Upload Complete"); });
+  project_ += followed.RigidityChanged.Connect([this] {
+    // A download is not over: the amplifier is deaf while it restarts.
+    if (run_ != nullptr) {
+      gainsChanged_ = true;
+    } else {
+      OfferGains();
+    }
+  });
+  project_ += followed.BaudRateChanged.Connect(
+      [this](const std::string& value) { newRate_ = GetBaudRate(Int32FromCell(value)); });
+  project_ += followed.BaudRateChangeFailed.Connect([this] { newRate_.reset(); });
+}
+
+int Transfers::StepsOf(const std::vector<Tool>& tools) {
+  int steps = 0;
+  for (const Tool tool : tools) steps += project().RowsOf(tool);
+  return steps;
+}
+
+// Every row that tells of its progress. The machine is read with the gear ratio and the properties,
+// which the editor sends.
+int Transfers::StepsOfEverything() {
+  const int machine = project().MechanicalSystem().NumMechSystemPns();
+  return machine + StepsOf({Tool::editor, Tool::position, Tool::jog, Tool::zone});
+}
+
+// ---- download
+
+bool Transfers::Send(const std::string& name, int steps, const std::function<bool()>& send) {
+  Operation run(desk_, name);
+  run_ = &run;
+  const struct Forget {
+    Operation*& run;
+    ~Forget() { run = nullptr; }
+  } forget{run_};
+  newRate_.reset();
+  gainsChanged_ = false;
+  run.Begin(steps, true);
+  if (!send()) return TellUnsent(name, run);
+  run.End("complete");
+  run_ = nullptr;
+  return Finish(name);
+}
+
+bool Transfers::TellUnsent(const std::string& name, Operation& run) {
+  const bool stopped = session_.StopProcedure();
+  run.End(stopped ? "stopped" : "failed");
+  const std::string offer = OfferText(project());
+  if (stopped) {
+    session_.SetStopProcedure(false);
+    ShowExclamation(name + " terminated!" + (offer.empty() ? "" : "\r\r" + offer));
+  } else {
+    connection_.Suspect();
+    ShowExclamation(FailureText(kDownloadFailed, offer));
+  }
+  return false;
+}
+
+// The last word is that of what was sent: the amplifier has it, whatever became of its restart.
+bool Transfers::Finish(const std::string& name) {
+  bool found = true;
+  switch (project().LatestRestart()) {
+    case RestartOutcome::none:
+      break;
+    case RestartOutcome::failed:
+      found = false;
+      ShowExclamation(FailureText("The amplifier did not restart!",
+                                  "The parameters that were sent take effect at its next start."));
+      break;
+    case RestartOutcome::sent:
+      found = connection_.AwaitRestart(newRate_);
+      break;
+  }
+  if (gainsChanged_ && found) OfferGains();
+  ShowInformation(name + " complete!");
+  return found;
+}
+
+bool Transfers::AskRigidity() {
+  return AskOkCancel("Rigidity setting will be changed to " +
+                     std::to_string(project().Tuning().GetRigidity()) +
+                     ".\r(Note: Parameters 100, 101, 102, and 401 will be changed based on "
+                     "rigidity.)\rDo you wish to change rigidity setting?");
+}
+
+bool Transfers::DownloadAll() {
+  return Trapped("Download All failed!\r", [this] {
+    if (!connection_.GoOnlineFor("Download failed!")) return false;
+    if (!AskOkCancel("All parameter and table data will be downloaded to the controller.\r"
+                     "Do you wish to proceed?")) {
+      return false;
+    }
+    clsHX7Tuning& tuning = project().Tuning();
+    if (tuning.ChangedRigidity() && !AskRigidity()) tuning.SetChangedRigidity(false);
+    return Send("Download All", StepsOfEverything(), [this] { return project().DownloadAll(); });
+  });
+}
+
+bool Transfers::DownloadNew() {
+  return Trapped("Download New failed!\r", [this] {
+    if (!connection_.GoOnlineFor("Download failed!")) return false;
+    const std::string dirty = project().WhatIsDirty();
+    if (dirty.empty()) {
+      const std::string words =
+          "No new changes have been committed!\r"
+          "New items must be changed and committed before download!";
+      // A script that finds nothing to send has not failed.
+      if (desk_.IsAttended()) {
+        ShowExclamation(words);
+      } else {
+        ShowInformation(words);
+      }
+      return true;
+    }
+    if (!AskOkCancel("The following items have been modified:\r" + dirty +
+                     "\rNew data will be downloaded to the controller.\r"
+                     "Do you wish to proceed?")) {
+      return false;
+    }
+    clsHX7Tuning& tuning = project().Tuning();
+    const bool asks = dirty.find("Tuning") != std::string::npos && tuning.ChangedRigidity();
+    if (asks && !AskRigidity()) tuning.SetChangedRigidity(false);
+    return Send("Download New", project().GetNumberOfNewDownloads(),
+                [this] { return project().Download(); });
+  });
+}
+
+bool Transfers::DownloadItem(const TransferItem& item, const std::function<bool()>& prepare) {
+  return Trapped("Download " + item.name + " failed!\r", [&] {
+    if (!connection_.GoOnlineFor("Download failed!")) return false;
+    if (!AskOkCancel(item.name + " of the project will be downloaded to the controller.\r"
+                                 "Do you wish to proceed?") ||
+        !prepare()) {
+      return false;
+    }
+    return Send("Download " + item.name, StepsOf(item.tools),
+                [&] { return project().DownloadParts(item.tools); });
+  });
+}
+
+bool Transfers::DownloadTuning(bool asked) {
+  clsHX7Tuning& tuning = project().Tuning();
+  if (!asked) {
+    if (!AskOkCancel("Existing gain tuning parameters in hardware will be overwritten!\r"
+                     "Do you wish to proceed?")) {
+      return false;
+    }
+    if (tuning.ChangedRigidity() && !AskRigidity()) tuning.SetChangedRigidity(false);
+  }
+  return Trapped("Download Tuning Parameters failed!\r", [&] {
+    if (!connection_.GoOnlineFor("Download failed!")) return false;
+    return Send("Download Tuning Parameters", tuning.RowsInArray(),
+                [this] { return project().DownloadParts({Tool::tuning}); });
+  });
+}
+
+void Transfers::OfferGains() {
+  if (!AskYesNo("Rigidity setting changed successfully.\r"
+                "Do you wish to update Gain Tuning parameter values?")) {
+    return;
+  }
+  // The Yes is the agreement to take them into the project.
+  const bool taken = Read("Upload Tuning Parameters", project().Tuning().RowsInArray(), [this] {
+    return project().UploadParts({Tool::tuning}) && project().CommitUpload();
+  });
+  if (!taken) desk_.StatusTold("Tuning Parameters Upload parameters failed");
+}
+
+// ---- upload
+
+bool Transfers::Read(const std::string& name, int steps, const std::function<bool()>& read) {
+  Operation run(desk_, name);
+  run_ = &run;
+  const struct Forget {
+    Operation*& run;
+    ~Forget() { run = nullptr; }
+  } forget{run_};
+  clsHX7Project& from = project();
+  const auto tell = [this](const char* status, const char* words) {
+    return [this, status, words] {
+      desk_.StatusTold(std::string("Mechanical System Parameters Upload ") + status);
+      ShowInformation(words);
+    };
+  };
+  Connections faults;
+  faults +=
+      from.MechanicalSystemCheckSumFailed.Connect(tell("CheckSum Failed", kCheckSumFailedWords));
+  faults += from.MechanicalSystemNoCheckSum.Connect(tell("Failed", kNoCheckSumWords));
+  faults += from.MechanicalSystemZeroSystem.Connect(tell("Failed", kZeroSystemWords));
+  run.Begin(steps, true);
+  const bool done = read();
+  run.End(done ? "complete" : session_.StopProcedure() ? "stopped" : "failed");
+  return done;
+}
+
+void Transfers::ShowUploadedDifferences() {
+  std::vector<PartComparison> parts = project().CompareWithUpload();
+  // A machine that cannot be used was asked about, and is no value that a Yes would take.
+  for (PartComparison& part : parts) {
+    std::erase_if(part.differences, [](const ProjectDifference& d) { return d.row.empty(); });
+  }
+  if (Differs(parts)) desk_.DifferencesFound(parts);
+}
+
+bool Transfers::UploadAll() {
+  return Trapped("Upload All failed!\r", [this] {
+    if (!connection_.GoOnlineFor("Upload failed!")) return false;
+    if (!AskExclamationYesNo(
+            "All existing table data and parameter data will be overwritten with hardware "
+            "data\rconverted to units associated to the mechanical system definition!\r"
+            "Electronic gear ratio parameters may not match definition!\r"
+            "Do you wish to continue?")) {
+      return false;
+    }
+    const int steps =
+        StepsOf({Tool::mechanicalSystem, Tool::editor, Tool::position, Tool::jog, Tool::zone});
+    if (!Read("Upload All Data", steps, [this] { return RunUploadStages(project()); })) {
+      return false;
+    }
+    ShowUploadedDifferences();
+    return AskToCommitUpload(project());
+  });
+}
+
+// What a failed or stopped upload has read leaves no trace: one tool's rows would be half the
+// file's and half the amplifier's.
+bool Transfers::UploadItem(const TransferItem& item) {
+  const std::string& name = item.name;
+  return Trapped("Upload " + name + " failed!\r", [&] {
+    if (!connection_.GoOnlineFor("Upload failed!")) return false;
+    if (!AskExclamationYesNo(
+            "Existing " + name +
+            " will be overwritten with hardware data!\rDo you wish to continue?")) {
+      return false;
+    }
+    if (!Read("Upload " + name, StepsOf(item.tools),
+              [&] { return project().UploadParts(item.tools); })) {
+      if (session_.StopProcedure()) {
+        ShowExclamation("Upload " + name + " terminated!");
+      } else {
+        ShowExclamation(FailureText("Could not upload " + name + " from controller!", kUnchanged));
+      }
+      session_.SetStopProcedure(false);
+      return false;
+    }
+    ShowUploadedDifferences();
+    if (AskYesNo(name +
+                 " successfully uploaded from controller.\rCommit uploaded data to project?")) {
+      return project().CommitUpload();
+    }
+    project().DropUpload();
+    return false;
+  });
+}
+
+}  // namespace velmoor

@@ -1,0 +1,64 @@
+// Moving a project, whole or in part, to the amplifier and back: the questions, their order, the
+// progress and the words at the end, for the main window and the console program alike.
+//
+// Owned beside the session. Each operation goes online first and stays there. The result tells
+// whether it was done; what went wrong, or that the user refused, was told or asked before.
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+
+#include "operations/Desk.h"
+#include "operations/HardwareConnection.h"
+#include "operations/Operation.h"
+#include "operations/TransferItems.h"
+#include "project/SessionState.h"
+
+namespace velmoor {
+
+class Transfers {
+ public:
+  // All three must outlive the object.
+  Transfers(SessionState& session, Desk& desk, HardwareConnection& connection)
+      : session_(session), desk_(desk), connection_(connection) {}
+  // Behind the making of a project.
+  void FollowProject();
+  void ForgetProject() { project_.Clear(); }
+
+  bool DownloadAll();
+  // Sends what is marked; where nothing is, tells so and is done.
+  bool DownloadNew();
+  // `prepare` runs between the question and the transfer, which it may refuse.
+  bool DownloadItem(const TransferItem& item, const std::function<bool()>& prepare);
+  // The gains, behind their own questions; `asked`: the window of the gains has asked them.
+  bool DownloadTuning(bool asked);
+
+  // True: what was read is in the project.
+  bool UploadAll();
+  bool UploadItem(const TransferItem& item);
+
+ private:
+  clsHX7Project& project() { return *session_.OwnProject(); }
+  [[nodiscard]] int StepsOf(const std::vector<Tool>& tools);
+  [[nodiscard]] int StepsOfEverything();
+  // Runs `send` as the download `name`, "Download Jog Table", to its last words.
+  bool Send(const std::string& name, int steps, const std::function<bool()>& send);
+  bool Finish(const std::string& name);
+  bool TellUnsent(const std::string& name, Operation& run);
+  // Runs `read` as the upload `name`; the machine's faults are told meanwhile.
+  bool Read(const std::string& name, int steps, const std::function<bool()>& read);
+  void ShowUploadedDifferences();
+  [[nodiscard]] bool AskRigidity();
+  void OfferGains();
+
+  SessionState& session_;
+  Desk& desk_;
+  HardwareConnection& connection_;
+  Operation* run_ = nullptr;             // the one under way
+  std::optional<std::int32_t> newRate_;  // that Pn801 was set to; 0 where it is none
+  bool gainsChanged_ = false;            // by the rigidity that a download has sent
+  Connections project_;
+};
+
+}  // namespace velmoor
