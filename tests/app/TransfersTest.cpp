@@ -1,5 +1,7 @@
 // Whole-project transfers, their progress and their stop; modules.
 
+#include <algorithm>
+
 #include "AppSession.h"
 
 namespace velmoor {
