@@ -128,6 +128,13 @@ TEST_F(SqlcipherDatabasesTest, AFileHasTheWrittenFormWhateverTheEnginesDefaultsA
   EXPECT_EQ(fs::file_size(path_) % 1024, 0U);
 }
 
+TEST_F(SqlcipherDatabasesTest, AProcessThatHoldsKeysLeavesNoCoreFile) {
+  rlimit core{};
+  ASSERT_EQ(getrlimit(RLIMIT_CORE, &core), 0);
+  EXPECT_EQ(core.rlim_cur, 0U);
+  EXPECT_EQ(core.rlim_max, 0U);
+}
+
 TEST_F(SqlcipherDatabasesTest, TheEngineNeverWritesToTheTerminal) {
   MakeFile();
   testing::internal::CaptureStderr();

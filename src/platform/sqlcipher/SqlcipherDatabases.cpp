@@ -1,6 +1,7 @@
 #include "platform/sqlcipher/SqlcipherDatabases.h"
 
 #include <fcntl.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -85,7 +86,11 @@ void RemoveWithJournal(const std::string& path) {
 
 }  // namespace
 
-SqlcipherDatabases::SqlcipherDatabases() : newFileSalt_(KeyRing::RandomSalt()) {}
+SqlcipherDatabases::SqlcipherDatabases() : newFileSalt_(KeyRing::RandomSalt()) {
+  // From here on the process holds keys and what they seal, so it leaves no core file.
+  constexpr rlimit kNoCore{0, 0};
+  (void)::setrlimit(RLIMIT_CORE, &kNoCore);
+}
 SqlcipherDatabases::~SqlcipherDatabases() = default;
 
 std::shared_ptr<OpenFile> SqlcipherDatabases::Obtain(const std::string& path,
