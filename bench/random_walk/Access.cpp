@@ -5,6 +5,7 @@
 #include <stdexcept>
 #include <utility>
 
+#include "platform/Numbers.h"
 #include "platform/World.h"
 #include "project/data/Schema.h"
 
@@ -131,7 +132,10 @@ std::map<std::string, std::string> Access::Cells(const WindowKind& kind, Headles
   }
   if (kind.word == "tuning") {
     cells["notch"] = form.checkBox("chkNotchFilter").Value() ? "on" : "off";
-    cells["frequency"] = form.textBox("txtNotchFilterFrequency").Text();
+    // The box gives its number the plain form when it is left.
+    const std::string typed = form.textBox("txtNotchFilterFrequency").Text();
+    const auto number = ParseWhole(typed);
+    cells["frequency"] = number ? NumberText(*number) : typed;
   }
   if (kind.look == Look::machine) {
     cells["system"] = form.comboBox("cmbSystem").Text();

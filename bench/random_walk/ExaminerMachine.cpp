@@ -106,7 +106,7 @@ void Examiner::CheckPreview(const Records& before, const Records& after) {
     }
     const std::string& shown = record->second.shown[field];
     const std::string& counts = record->second.values[field];
-    if (shown == line.text && MoveOf(counts) == line.counts) continue;
+    if (shown == line.text && counts == line.counts) continue;
     std::string told = "the preview told " + line.place;
     told.append(" would be '").append(line.text).append("', ").append(line.counts);
     told.append(" counts; it is '").append(shown).append("', ").append(counts);

@@ -168,6 +168,11 @@ void Walk::Reopen(const Step& step) {
   access_.NextFile(access_.ProjectFile());
   // The first question is whether to reopen at all.
   if (!access_.Choose("mnuFileOpen") || step.Refuses()) return;
+  if (access_.Said(" cannot be opened.")) {
+    // By the disk that broke; it is whole again.
+    access_.NextFile(access_.ProjectFile());
+    (void)access_.Choose("mnuFileOpen");
+  }
   pending_.clear();
   held_ = false;
   if (save) return examiner_.TakeAsSaved();

@@ -73,6 +73,16 @@ std::string TakeAll(MachineEdit& edit, std::vector<Assignment> assignments) {
   return {};
 }
 
+// The values that do not keep their numbers, as the window's preview shows them; empty: all do.
+std::string OtherNumbers(const MachineConsequences& consequences) {
+  std::string text;
+  for (const RescaledValue& value : consequences.values) {
+    if (!value.error.empty()) continue;
+    text += "\r" + value.place + ": " + value.oldText + ", now " + value.newText;
+  }
+  return text.empty() ? text : "These values take a limit or follow the machine:" + text;
+}
+
 }  // namespace
 
 std::string SystemCsv(clsHX7Project& project) {
@@ -137,7 +147,10 @@ bool SetSystem(clsHX7Project& project, const std::vector<Assignment>& assignment
   }
   const std::string information = edit.CommitInformation();
   if (!information.empty()) ShowInformation(information);
-  return project.MechanicalSystem().Accept(edit);
+  const std::string others = OtherNumbers(project.Consequences(edit.Wanted()));
+  if (!project.MechanicalSystem().Accept(edit)) return false;
+  if (!others.empty()) ShowInformation(others);
+  return true;
 }
 
 }  // namespace velmoor

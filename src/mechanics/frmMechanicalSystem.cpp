@@ -279,7 +279,7 @@ void frmMechanicalSystem::ShowFigures() {
   text +=
       "\rCounts per " + unit_ + " = " + NumberText(figures.countsPerUnit) +
       "     Smallest step = " + FixedText(figures.smallestStep, description.machine.resolution) +
-      " " + unit_ + "     Top speed = " + FixedText(figures.topSpeed, 0) + " " +
+      " " + unit_ + "     Largest speed value = " + FixedText(figures.topSpeed, 0) + " " +
       SpeedUnitsOf(unit_, description.timeUnits);
   if (figures.hasRange) {
     text += "\rAllowable resolution: " + NumberText(figures.lowestResolution) + " to " +

@@ -43,6 +43,10 @@ struct TableColumn {
   CellKind kind;
 };
 
+[[nodiscard]] constexpr bool IsWritten(const TableColumn& column) {
+  return column.kind != CellKind::fixed;
+}
+
 struct TableLayout {
   std::string_view className;  // heads the boxes about trapped errors: "clsZone"
   std::string_view table;

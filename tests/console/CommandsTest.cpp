@@ -184,6 +184,18 @@ TEST_F(Velmoorctl, SetsTheMachineInAnyOrderOrNotAtAll) {
   EXPECT_EQ(Run({"set", project, "colour=red"}), 2);
 }
 
+TEST_F(Velmoorctl, NamesTheValuesThatDoNotKeepTheirNumbers) {
+  ASSERT_EQ(Run({"new", project}), 0);
+  EXPECT_EQ(Run({"set", project, "time=minutes", "resolution=2"}), 0);
+  const std::string told = err.str();
+  EXPECT_NE(told.find("follow the machine:\nPn81F Acceleration: 1000.000, now 600000.00\n"),
+            std::string::npos)
+      << told;
+  EXPECT_NE(told.find("\nPn825 Homing approach speed: 5.000, now 10.00\n"), std::string::npos)
+      << told;
+  EXPECT_EQ(told.find("Pn826"), std::string::npos) << told;
+}
+
 TEST_F(Velmoorctl, AChangeThatEmptiesTheTablesTakesAnAgreement) {
   ASSERT_EQ(Run({"new", project}), 0);
   const std::string csv =

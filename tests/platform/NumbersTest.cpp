@@ -47,8 +47,8 @@ TEST(FloatText, WhatNoDoubleHoldsIsToldByItsSize) {
                                   "1" + zeros + "e-900", std::string("1e-99999999999999999999")}) {
     EXPECT_EQ(ParseFloat(text), 0.0) << text;
   }
-  for (const std::string& text : {"1" + zeros, "-1" + zeros, "0." + zeros + "1e900",
-                                  std::string("1e99999999999999999999")}) {
+  for (const std::string& text :
+       {"1" + zeros, "-1" + zeros, "0." + zeros + "1e900", std::string("1e99999999999999999999")}) {
     EXPECT_FALSE(ParseFloat(text)) << text;
   }
 }

@@ -40,7 +40,8 @@ TEST_F(MechanicalSystemWindow, ShowsTheMachineItsFiguresAndItsPicture) {
     EXPECT_EQ(form.comboBox("cmbEncoder").Text(), "2048");
     EXPECT_EQ(form.label("lblFigures").Text(),
               "Gear ratio B/A = 8192/5000     Travel per motor turn = 5.000000 mm\r"
-              "Counts per mm = 1000     Smallest step = 0.001 mm     Top speed = 1666667 mm/sec\r"
+              "Counts per mm = 1000     Smallest step = 0.001 mm     Largest speed value = 1666667 "
+              "mm/sec\r"
               "Allowable resolution: 2 to 5");
     std::string texts;
     for (const DrawingShape& shape : form.drawing("picSystem").Shapes()) texts += shape.text + ";";

@@ -1,0 +1,158 @@
+// What a change of the machine or an upload makes of a table's rows.
+
+#include "platform/Numbers.h"
+#include "project/data/UnitConversion.h"
+#include "tables/MotionTable.h"
+
+namespace velmoor {
+
+// ---- conversions
+
+std::optional<MotionTable::NumberPlace> MotionTable::PlaceOf(CellKind kind,
+                                                             const std::string& text) const {
+  if (text.empty() || text == "-") return std::nullopt;
+  if (kind == CellKind::distance) return NumberPlace{UnitKind::distance, 0};
+  if (kind == CellKind::speed) return NumberPlace{UnitKind::speed, 0};
+  if (kind != CellKind::position) return std::nullopt;
+  const std::size_t at = NumberAt(kind, text);
+  if (at == std::string::npos) return std::nullopt;
+  return NumberPlace{UnitKind::distance, at};
+}
+
+std::string MotionTable::ToController(CellKind kind, const std::string& text, const Rows&,
+                                      const Units& units) const {
+  const auto place = PlaceOf(kind, text);
+  if (!place) return text;
+  return text.substr(0, place->at) +
+         UnitsToCounts(text.substr(place->at), units.Factor(place->kind));
+}
+
+std::string MotionTable::FromController(CellKind kind, const std::string& text,
+                                        const Units& units) const {
+  const auto place = PlaceOf(kind, text);
+  if (!place) return text;
+  const auto number = ParseFloat(text.substr(place->at));
+  if (!number) throw NumberError("Type mismatch: '" + text + "' is not a number");
+  return text.substr(0, place->at) + units.Shown(*number, place->kind);
+}
+
+std::string MotionTable::Reformatted(CellKind kind, const std::string& text, const Units& to,
+                                     bool& limited) const {
+  const auto place = PlaceOf(kind, text);
+  if (!place) return text;
+  const std::string number = FixedText(std::string_view(text).substr(place->at), to.resolution);
+  const LimitedCounts counts = UnitsToLimitedCounts(number, to.Factor(place->kind), to.resolution);
+  limited = limited || counts.clamped;
+  return text.substr(0, place->at) + counts.text;
+}
+
+// ---- a change of the machine
+
+void MotionTable::RescaleRow(StoredRow& row, const Units& to, const std::string& place,
+                             Step& step) const {
+  bool moved = false;
+  for (std::size_t i = 0; i < layout_.columns.size(); ++i) {
+    const TableColumn& column = layout_.columns[i];
+    const auto number = PlaceOf(column.kind, row.cells[i]);
+    if (!number) continue;
+    bool limited = false;
+    std::string text = Reformatted(column.kind, row.cells[i], to, limited);
+    std::string counts = ToController(column.kind, text, {}, to);
+    if (text == row.cells[i] && counts == row.controller[i]) continue;
+    const auto value = ParseFloat(row.cells[i].substr(number->at));
+    const auto taken = ParseFloat(counts.substr(number->at));
+    const std::string error =
+        value && taken && !limited ? FixedText(*taken - *value * to.Factor(number->kind), 3) : "";
+    step.values.push_back({place + ", " + std::string(column.field), row.cells[i], text,
+                           row.controller[i], counts, error});
+    step.limited = step.limited || limited;
+    moved = moved || counts != row.controller[i];
+    row.cells[i] = std::move(text);
+    row.controller[i] = std::move(counts);
+    step.changed = true;
+  }
+  row.marked = row.marked || moved;
+}
+
+MotionTable::Step MotionTable::Rescaled(const Units& from, const Units& to, const std::string& name,
+                                        int firstNumber) const {
+  Step step;
+  step.rows = stored_;
+  if (from.SameScale(to)) return step;
+  int number = firstNumber;
+  for (StoredRow& row : step.rows) {
+    RescaleRow(row, to, name + " " + NumberText(number++), step);
+  }
+  return step;
+}
+
+MotionTable::Step MotionTable::Emptied() const {
+  Step step;
+  step.rows = stored_;
+  for (StoredRow& row : step.rows) {
+    for (std::size_t i = 0; i < layout_.columns.size(); ++i) {
+      if (!IsWritten(layout_.columns[i]) || row.cells[i].empty()) continue;
+      row.cells[i].clear();
+      row.controller[i].clear();
+      row.marked = step.emptied = step.changed = true;
+    }
+  }
+  return step;
+}
+
+void MotionTable::Write(Database& database, const Step& step) const {
+  if (step.changed) WriteRows(database, step.rows);
+}
+
+void MotionTable::TakeUpload(const Step& step, const Units& units) {
+  for (std::size_t i = 0; i < step.rows.size(); ++i) {
+    if (!step.rows[i].marked) copies_[i] = {true, step.rows[i].controller};
+  }
+  DropUpload();
+  (void)Take(step, units);
+}
+
+bool MotionTable::Take(const Step& step, const Units& to) {
+  const Edits edits = TakeEdits();
+  const std::vector<StoredRow> before = stored_;
+  TakeStored(step.rows);
+  bool limited = false;
+  for (std::size_t row = 0; row < before.size() && !step.emptied; ++row) {
+    if (edits.cells[row] == before[row].cells) continue;
+    for (std::size_t i = 0; i < layout_.columns.size(); ++i) {
+      cells_[row][i] = Reformatted(layout_.columns[i].kind, edits.cells[row][i], to, limited);
+    }
+    marks_[row] = true;
+  }
+  ShowInWindow();
+  return limited;
+}
+
+// ---- an upload
+
+MotionTable::Step MotionTable::UploadStep(const Units& units, bool marked) const {
+  Step step;
+  step.rows = stored_;
+  step.changed = true;
+  for (std::size_t i = 0; i < uploaded_.size(); ++i) {
+    StoredRow& row = step.rows[i];
+    row.marked = marked;
+    bool blank = true;
+    for (std::size_t column = 0; column < layout_.columns.size(); ++column) {
+      const TableColumn& told = layout_.columns[column];
+      if (!IsWritten(told) || told.kind == CellKind::label) continue;
+      const std::string& controller = uploaded_[i][column];
+      row.controller[column] = controller;
+      row.cells[column] = FromController(told.kind, controller, units);
+      blank = blank && controller.empty();
+    }
+    for (std::size_t column = 0; column < layout_.columns.size(); ++column) {
+      if (layout_.columns[column].kind != CellKind::label) continue;
+      row.cells[column] = blank ? std::string() : UploadedLabel(static_cast<int>(i) + 1);
+      row.controller[column] = row.cells[column];
+    }
+  }
+  return step;
+}
+
+}  // namespace velmoor
