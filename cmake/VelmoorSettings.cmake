@@ -10,6 +10,24 @@ option(VELMOOR_SANITIZE_THREAD "Build with the thread sanitizer" OFF)
 option(VELMOOR_FUZZ "Build the fuzzing targets for libFuzzer; needs clang" OFF)
 
 add_compile_options(-Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror)
+
+# What holds against a fault that is not found yet; scripts/check-binaries looks whether it is in the
+# programs that are shipped.
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+include(CheckPIESupported)
+check_pie_supported(LANGUAGES CXX)
+add_compile_options(-fstack-protector-strong)
+add_compile_definitions(_GLIBCXX_ASSERTIONS)
+add_link_options(-Wl,-z,relro,-z,now)
+if(CMAKE_SYSTEM_PROCESSOR MATCHES "^(x86_64|i[3-6]86)$")
+  add_compile_options(-fcf-protection)
+endif()
+# Only an optimised build has the checked calls, and the sanitizers have their own.
+if(NOT VELMOOR_SANITIZE AND NOT VELMOOR_SANITIZE_THREAD)
+  add_compile_options($<$<CONFIG:Release>:-U_FORTIFY_SOURCE>
+                      $<$<CONFIG:Release>:-D_FORTIFY_SOURCE=3>)
+endif()
+
 if(VELMOOR_SANITIZE)
   add_compile_options(-fsanitize=address,undefined -fno-omit-frame-pointer
                       -fno-sanitize-recover=undefined)

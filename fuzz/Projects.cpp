@@ -10,9 +10,6 @@
 namespace velmoor::fuzz {
 namespace {
 
-constexpr std::string_view kTables[] = {schema::Parameters::kTable, schema::Misc::kTable,
-                                        schema::Position::kTable, schema::Zone::kTable,
-                                        schema::Jog::kTable};
 constexpr std::string_view kColumns[] = {
     "value", "ControllerValue", "Dirty",      "pn",           "Position",
     "Speed", "Event",           "Next",       "Label",        "ControllerSpeed",
@@ -23,7 +20,9 @@ constexpr std::string_view kColumns[] = {
 void ChangeCells(const std::string& path, std::string_view text) {
   const auto database = OpenForWriting(path);
   while (text.size() > 4) {
-    const std::string_view table = kTables[Choose(text, std::size(kTables))];
+    const auto& tables = schema::ProjectTables();
+    const std::string& table =
+        tables[Choose(text, static_cast<unsigned>(tables.size()))].definition.name;
     const unsigned row = Choose(text, 256);
     const std::string_view column = kColumns[Choose(text, std::size(kColumns))];
     const std::size_t end = text.find('\n');

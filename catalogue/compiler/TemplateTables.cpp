@@ -80,18 +80,12 @@ RowValue ValueOf(const Catalogue& catalogue, const Parameter& parameter) {
   return {ShownCount(catalogue.project, parameter.unit, count), NumberText(count)};
 }
 
-std::vector<ColumnDefinition> TextColumns(std::initializer_list<std::string_view> names) {
-  std::vector<ColumnDefinition> columns;
-  for (const std::string_view name : names) columns.push_back({std::string(name), false});
-  return columns;
+TableImage EmptyTable(std::string_view name) {
+  return {std::string(name), schema::ProjectTableNamed(name).definition.columns, {}};
 }
 
 TableImage ParameterRows(const Catalogue& catalogue) {
-  using P = schema::Parameters;
-  TableImage table{
-      std::string(P::kTable),
-      TextColumns({P::kPn, P::kValue, P::kControllerValue, P::kDirty, P::kDescription}),
-      {}};
+  TableImage table = EmptyTable(schema::Parameters::kTable);
   const auto machine = MachineRows(catalogue.project);
   for (const Parameter& parameter : catalogue.parameters) {
     const auto row = machine.find(parameter.pn);
@@ -104,7 +98,7 @@ TableImage ParameterRows(const Catalogue& catalogue) {
 
 TableImage SettingRows(const Catalogue& catalogue) {
   using M = schema::Misc;
-  TableImage table{std::string(M::kTable), TextColumns({M::kPropertyName, M::kValue}), {}};
+  TableImage table = EmptyTable(M::kTable);
   for (const TemplateValue& setting : catalogue.project.settings) {
     table.rows.push_back({setting.key, setting.value});
   }
@@ -112,11 +106,10 @@ TableImage SettingRows(const Catalogue& catalogue) {
   return table;
 }
 
-// `count` rows whose key columns and bits tell the row's number, and whose other fields are empty.
-TableImage BlankRows(std::string_view name, std::vector<ColumnDefinition> columns,
-                     std::size_t count, std::span<const std::string_view> bits) {
-  TableImage table{std::string(name), std::move(columns), {}};
-  for (std::size_t row = 0; row < count; ++row) {
+// All rows, whose key columns and bits tell the row's number, and whose other fields are empty.
+TableImage BlankRows(std::string_view name, std::span<const std::string_view> bits) {
+  TableImage table = EmptyTable(name);
+  for (std::size_t row = 0; row < schema::ProjectTableNamed(name).records; ++row) {
     std::vector<std::string>& fields =
         table.rows.emplace_back(std::vector<std::string>(table.columns.size()));
     for (std::size_t i = 0; i < fields.size(); ++i) {
@@ -128,39 +121,12 @@ TableImage BlankRows(std::string_view name, std::vector<ColumnDefinition> column
         fields[i] = NumberText(row + 1);
       } else if (table.columns[i].integerKey) {
         fields[i] = NumberText(row);
-      } else if (column == schema::Position::kDirty) {
+      } else if (column == schema::kMark) {
         fields[i] = "0";
       }
     }
   }
   return table;
-}
-
-TableImage PositionRows() {
-  using P = schema::Position;
-  auto columns = TextColumns({P::kId, P::kIndex, P::kPosition, P::kSpeed, P::kRSPD, P::kRDST,
-                              P::kEvent, P::kLoop, P::kNext, P::kLabel, P::kPOut,
-                              P::kControllerPosition, P::kControllerSpeed, P::kControllerRSPD,
-                              P::kControllerRDST, P::kControllerNext, P::kDirty});
-  columns[0].integerKey = columns[1].integerKey = true;
-  return BlankRows(P::kTable, std::move(columns), P::kRows, {});
-}
-
-TableImage ZoneRows() {
-  using Z = schema::Zone;
-  auto columns = TextColumns({Z::kZone, Z::kLowerLimit, Z::kUpperLimit, Z::kControllerLowerLimit,
-                              Z::kControllerUpperLimit, Z::kBit[0], Z::kBit[1], Z::kBit[2],
-                              Z::kBit[3], Z::kBit[4], Z::kDirty});
-  columns[0].integerKey = true;
-  return BlankRows(Z::kTable, std::move(columns), Z::kRows, Z::kBit);
-}
-
-TableImage JogRows() {
-  using J = schema::Jog;
-  auto columns = TextColumns({J::kJog, J::kSpeed, J::kControllerValue, J::kBit[0], J::kBit[1],
-                              J::kBit[2], J::kBit[3], J::kDirty});
-  columns[0].integerKey = true;
-  return BlankRows(J::kTable, std::move(columns), J::kRows, J::kBit);
 }
 
 bool Near(double a, double b) {
@@ -254,7 +220,9 @@ void CheckTemplate(const Catalogue& catalogue, Problems& problems) {
 }
 
 std::vector<TableImage> TemplateTables(const Catalogue& catalogue) {
-  return {ParameterRows(catalogue), SettingRows(catalogue), PositionRows(), ZoneRows(), JogRows()};
+  return {ParameterRows(catalogue), SettingRows(catalogue), BlankRows(schema::Position::kTable, {}),
+          BlankRows(schema::Zone::kTable, schema::Zone::kBit),
+          BlankRows(schema::Jog::kTable, schema::Jog::kBit)};
 }
 
 }  // namespace velmoor::catalogue

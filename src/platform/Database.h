@@ -22,6 +22,7 @@ class DatabaseError : public std::runtime_error {
     password,   // another password, or not a database of this kind
     damaged,    // the file's structure is broken or cut short
     schema,     // no such table or column
+    foreign,    // it holds what no file of this program does
     full,       // the disk is full
     busy,       // another process holds the file
     other
@@ -55,6 +56,20 @@ class RowSet {
   virtual void Update() = 0;
 };
 
+struct ColumnDefinition {
+  std::string name;
+  bool integerKey = false;  // a numeric key column; every other column is text
+
+  bool operator==(const ColumnDefinition&) const = default;
+};
+
+struct TableDefinition {
+  std::string name;
+  std::vector<ColumnDefinition> columns;
+
+  bool operator==(const TableDefinition&) const = default;
+};
+
 class Database {
  public:
   // Commits and closes.
@@ -63,16 +78,12 @@ class Database {
   // the rows were made.
   virtual std::unique_ptr<RowSet> OpenTable(std::string_view table,
                                             std::string_view orderBy = {}) = 0;
-  [[nodiscard]] virtual std::vector<std::string> Tables() = 0;
+  // Everything that the file holds, in the order in which it was made.
+  [[nodiscard]] virtual std::vector<TableDefinition> Tables() = 0;
   // Makes everything so far permanent and begins a new transaction.
   virtual void Commit() = 0;
   // Undoes everything since the opening or the last Commit.
   virtual void Rollback() = 0;
-};
-
-struct ColumnDefinition {
-  std::string name;
-  bool integerKey = false;  // a numeric key column; every other column is text
 };
 
 // A database under construction: the catalogue compiler and the working copy of the catalogue.
@@ -93,7 +104,8 @@ enum class DatabaseAccess { readOnly, readWrite };
 class Databases {
  public:
   virtual ~Databases() = default;
-  // Opens an existing file. Throws DatabaseError.
+  // Opens an existing file. Throws DatabaseError, also for a file that holds anything but plain
+  // tables or is larger than any file of this program; nothing of it was executed then.
   virtual std::unique_ptr<Database> Open(const std::string& path, std::string_view password,
                                          DatabaseAccess access) = 0;
   // Makes a new file (an existing one is replaced), or extends an existing one.

@@ -41,8 +41,9 @@ class Files {
   // file. Throws FileError, also for a target that is write-protected or no regular file; the
   // target is then the old one.
   virtual void ReplaceDurably(const std::string& source, const std::string& target) = 0;
-  // Lays a disposable working copy: deletes a journal left beside `target`, then writes it in
-  // place. Throws FileError.
+  // Lays a disposable working copy, which its owner alone can read: deletes a journal left beside
+  // `target`, then writes it in place. Throws FileError, also for a source that is no regular file
+  // and for a target that is a link, a pipe, or another user's.
   virtual void LayWorkingCopy(const std::string& source, const std::string& target) = 0;
   // Writes `bytes` as ReplaceDurably does.
   virtual void WriteDurably(const std::string& target, const std::string& bytes) = 0;
@@ -56,7 +57,8 @@ class Files {
   virtual void ChangeDirectory(const std::string& directory) = 0;
 
   // Takes the file for this process, creating it empty where it does not exist; null when another
-  // process holds it. Throws FileError when the file cannot be opened at all.
+  // process holds it. Throws FileError when the file cannot be opened at all, or is a link, a pipe
+  // or another user's.
   [[nodiscard]] virtual std::unique_ptr<FileLock> Lock(const std::string& path) = 0;
 };
 

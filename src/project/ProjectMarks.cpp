@@ -3,6 +3,7 @@
 
 #include "platform/Database.h"
 #include "platform/MessageBoxes.h"
+#include "platform/Numbers.h"
 #include "platform/ScopedFlag.h"
 #include "platform/World.h"
 #include "project/clsHX7Project.h"
@@ -50,9 +51,13 @@ bool MergeTable(Database& database, const MotionTable& table) {
   bool changed = false;
   const TableLayout& layout = table.Layout();
   const auto records = database.OpenTable(layout.table, layout.order);
-  int row = 0;
-  for (records->MoveFirst(); !records->AtEnd() && row < layout.rows; records->MoveNext()) {
-    const MotionTable::AmplifierRow& copy = table.AmplifierCopy(++row);
+  const std::int64_t first = schema::ProjectTableNamed(layout.table).first;
+  for (records->MoveFirst(); !records->AtEnd(); records->MoveNext()) {
+    // By its number, for the file may lack records that were laid anew in the working file.
+    const auto number = ParseWhole(records->Text(layout.order));
+    if (!number || *number < first || *number >= first + layout.rows) continue;
+    const MotionTable::AmplifierRow& copy =
+        table.AmplifierCopy(static_cast<int>(*number - first) + 1);
     if (!copy.told) continue;
     const bool held = copy.controller && HoldsRow(*records, layout, *copy.controller);
     changed = PutMark(*records, !held) || changed;

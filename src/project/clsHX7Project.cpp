@@ -1,5 +1,6 @@
 #include "project/clsHX7Project.h"
 
+#include "platform/MessageBoxes.h"
 #include "platform/Trapped.h"
 #include "platform/World.h"
 #include "project/data/ProjectFormat.h"
@@ -73,7 +74,13 @@ bool clsHX7Project::OpenProject(const std::string& strFileName, const std::strin
   SetDatabasePaths();
   blnOpen_ = true;
   strError.clear();
+  blnNeedsSaving_ = !laidAnew_.empty();
   ProjectOpened.Raise();
+  if (!laidAnew_.empty()) {
+    ShowExclamation(
+        "Project " + sFileTitle_ +
+        " lacked records, which are as in a new project now and marked to download:" + laidAnew_);
+  }
   return true;
 }
 
@@ -87,7 +94,8 @@ void clsHX7Project::SetDatabasePaths() {
 // why the project cannot be opened; empty: it is read.
 std::string clsHX7Project::ReadFile() {
   try {
-    BringUpToDate(strProjectDatabasePath_, JoinPath(world().appDirectory, "Velmoor.spt"));
+    laidAnew_ = InWords(
+        BringUpToDate(strProjectDatabasePath_, JoinPath(world().appDirectory, "Velmoor.spt")));
     parameters_.Open({strTHDatabasePath_, gMainForm->ParametersTable(), gMainForm->NibbleTable(),
                       strProjectDatabasePath_},
                      gMainForm->ComboList());

@@ -260,6 +260,7 @@ class clsHX7Project final : public Project {
   std::string strProjectDatabasePath_;
   std::string strTHDatabasePath_;
   bool blnOpen_ = false;
+  std::string laidAnew_;  // what the opened file lacked, in words
   bool blnNeedsSaving_ = false;
   // The amplifier holds no machine that can be used; that of the project has stayed.
   bool machineUnread_ = false;

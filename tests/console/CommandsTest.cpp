@@ -3,6 +3,7 @@
 #include <regex>
 
 #include "Velmoorctl.h"
+#include "platform/sqlcipher/Engine.h"
 
 namespace velmoor {
 namespace {
@@ -54,6 +55,41 @@ TEST_F(Velmoorctl, TellsWhyAProjectCannotBeOpened) {
   EXPECT_EQ(err.str(),
             "Error reading databases!\nthe file is damaged or incomplete\nProject 'a.spj' cannot "
             "be opened.\n");
+}
+
+// What would crash the engine, change a second parameter, or swallow the first, is not even read.
+TEST_F(Velmoorctl, RefusesAProjectThatHoldsMoreThanAProject) {
+  const struct {
+    std::vector<std::string> planted;
+    const char* name;
+  } cases[] = {
+      {{"DROP TABLE tblMisc",
+        "CREATE VIEW tblMisc AS SELECT rtreenode(1, x'0000ffff') AS value, 'x' AS PropertyName"},
+       "tblMisc"},
+      {{"CREATE TRIGGER also AFTER UPDATE ON tblParameters WHEN new.pn='Pn100' BEGIN UPDATE "
+        "tblParameters SET value='777', ControllerValue='777' WHERE pn='Pn101'; END"},
+       "also"},
+      {{"CREATE TRIGGER never BEFORE UPDATE ON tblParameters BEGIN SELECT RAISE(IGNORE); END"},
+       "never"}};
+  for (const auto& [planted, name] : cases) {
+    SCOPED_TRACE(name);
+    world.databases.Release(project);
+    world.files.Remove(project);
+    ASSERT_EQ(Run({"new", project}), 0);
+    {
+      sqlcipher::Connection tool(project, sqlcipher::OpenMode::create, "nurvex");
+      for (const std::string& statement : planted) tool.Execute(statement);
+    }
+    const std::string bytes = world.files.ReadAll(project);
+    for (const std::vector<std::string>& words :
+         {std::vector<std::string>{"show", project, "index"}, {"set", project, "Pn100=50"}}) {
+      EXPECT_EQ(Run(words), 1);
+      EXPECT_EQ(err.str(), std::string("Error reading databases!\nthe file holds \"") + name +
+                               "\", which is no plain table\nProject 'a.spj' cannot be opened.\n");
+      EXPECT_EQ(out.str(), "");
+    }
+    EXPECT_EQ(world.files.ReadAll(project), bytes);
+  }
 }
 
 TEST_F(Velmoorctl, RefusesWhatItDoesNotUnderstand) {

@@ -9,7 +9,9 @@
 #include <chrono>
 #include <csignal>
 #include <filesystem>
+#include <functional>
 #include <string>
+#include <utility>
 
 #include "support/TemporaryFolder.h"
 
@@ -112,6 +114,65 @@ TEST_F(PosixFilesTest, APlaceThatTakesNoFileIsRefusedByItsName) {
   ASSERT_EQ(mkfifo(At("pipe").c_str(), 0666), 0);
   EXPECT_EQ(refusal(At("pipe")), At("pipe") + ": it is no regular file");
   EXPECT_EQ(folder_.Count(), 3);
+}
+
+// In a folder that others may write to, a name of ours can be taken before we come.
+TEST_F(PosixFilesTest, WhatIsPlantedUnderTheHelperNameStaysAndDoesNotStopASave) {
+  const std::string target = Put("line1.spj", "old");
+  const std::string outside = Put("outside", "mine");
+  const std::string planted = At(".line1.spj.new");
+  const std::pair<const char*, std::function<void()>> plants[] = {
+      {"pipe", [&] { ASSERT_EQ(mkfifo(planted.c_str(), 0666), 0); }},
+      {"link", [&] { fs::create_symlink(outside, planted); }},
+      {"hard link", [&] { fs::create_hard_link(outside, planted); }},
+      {"folder", [&] { fs::create_directory(planted); }}};
+  for (const auto& [name, plant] : plants) {
+    SCOPED_TRACE(name);
+    fs::permissions(target, fs::perms(0640));
+    plant();
+    files_.WriteDurably(target, std::string("new over a ") + name);
+    EXPECT_EQ(files_.ReadAll(target), std::string("new over a ") + name);
+    EXPECT_EQ(fs::status(target).permissions(), fs::perms(0640));
+    EXPECT_EQ(files_.ReadAll(outside), "mine");
+    EXPECT_TRUE(fs::exists(fs::symlink_status(planted))) << "it is not ours";
+    EXPECT_EQ(folder_.Count(), 3);
+    fs::remove(planted);
+  }
+  if (geteuid() != 0) GTEST_SKIP() << "another user's file needs the superuser";
+  Put(".line1.spj.new", "");
+  ASSERT_EQ(chown(planted.c_str(), 65534, 65534), 0);
+  files_.WriteDurably(target, "last");
+  struct stat status {};
+  ASSERT_EQ(stat(target.c_str(), &status), 0);
+  EXPECT_EQ(status.st_uid, 0U) << "the project does not become the other user's";
+}
+
+TEST_F(PosixFilesTest, AWorkingFileIsItsOwnersAloneAndNoLinkOrPipe) {
+  const std::string project = Put("line1.spj", "project");
+  const std::string outside = Put("outside", "mine");
+  const std::string working = At("line1.tmp");
+  const std::pair<const char*, std::function<void()>> plants[] = {
+      {"pipe", [&] { ASSERT_EQ(mkfifo(working.c_str(), 0666), 0); }},
+      {"link", [&] { fs::create_symlink(outside, working); }},
+      {"link to nothing", [&] { fs::create_symlink(At("none"), working); }},
+      {"hard link", [&] { fs::create_hard_link(outside, working); }}};
+  for (const auto& [name, plant] : plants) {
+    SCOPED_TRACE(name);
+    plant();
+    EXPECT_THROW((void)files_.Lock(working), FileError);
+    EXPECT_THROW(files_.LayWorkingCopy(project, working), FileError);
+    EXPECT_EQ(files_.ReadAll(outside), "mine");
+    EXPECT_FALSE(fs::exists(At("none")));
+    fs::remove(working);
+  }
+  EXPECT_TRUE(files_.Lock(working));
+  EXPECT_EQ(fs::status(working).permissions(), fs::perms(0600));
+  fs::permissions(working, fs::perms(0644));
+  files_.LayWorkingCopy(project, working);
+  EXPECT_EQ(fs::status(working).permissions(), fs::perms(0600));
+  fs::remove(project);
+  ASSERT_EQ(mkfifo(project.c_str(), 0600), 0);
+  EXPECT_THROW(files_.LayWorkingCopy(project, working), FileError) << "and does not wait for it";
 }
 
 TEST_F(PosixFilesTest, AWorkingCopyKeepsItsFileAndLosesItsJournal) {

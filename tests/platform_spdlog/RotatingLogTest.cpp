@@ -30,6 +30,18 @@ TEST(RotatingLog, KeepsOneLineAnEntryWhateverTheTextHolds) {
   EXPECT_TRUE(recent[1].ends_with("\\x1b[2J"));
 }
 
+TEST(RotatingLog, IsReadByItsOwnerAlone) {
+  namespace fs = std::filesystem;
+  const TemporaryFolder folder;
+  std::ofstream(folder.At("velmoor.log")) << "of a session before\n";
+  fs::permissions(folder.At("velmoor.log"), fs::perms(0644));
+  RotatingLog log(folder.At(""), 500);
+  for (int i = 0; i < 20; ++i) log.Write(LogLevel::information, "line", std::string(60, 'x'));
+  for (const fs::directory_entry& file : fs::directory_iterator(folder.Path())) {
+    EXPECT_EQ(file.status().permissions(), fs::perms(0600)) << file.path();
+  }
+}
+
 TEST(RotatingLog, WritesTrafficOnDemandOnly) {
   const TemporaryFolder folder;
   RotatingLog log(folder.At(""));

@@ -87,7 +87,7 @@ TEST_F(KeptFile, SavingWritesTheOneForm) {
     project().Save();
     session.Close();
     // The pages as docs/file-format.md tells them, and the password as any tool types it.
-    sqlcipher::Connection tool(path, sqlcipher::OpenMode::existing, "nurvex");
+    sqlcipher::Connection tool(path, sqlcipher::OpenMode::create, "nurvex");
     const auto size = tool.Prepare("PRAGMA page_size");
     ASSERT_TRUE(size->Step());
     EXPECT_EQ(size->Number(0), 1024);

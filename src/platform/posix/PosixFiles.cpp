@@ -8,6 +8,7 @@
 #include <array>
 #include <cerrno>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <functional>
@@ -24,6 +25,11 @@ namespace fs = std::filesystem;
 
 constexpr mode_t kNewFileMode = 0644;
 constexpr mode_t kPermissions = 0777;
+// A working copy shows what its project may hide.
+constexpr mode_t kOwnerOnly = 0600;
+// For a name that anybody who may write to the folder can have taken: no link is followed, and no
+// pipe waited for.
+constexpr int kMistrustful = O_NOFOLLOW | O_NONBLOCK;
 constexpr std::array<std::string_view, 3> kJournals = {"-journal", "-wal", "-shm"};
 
 [[noreturn]] void Fail(const std::string& path, int error) {
@@ -53,6 +59,28 @@ FileDescriptor OpenFile(const std::string& path, int flags, mode_t mode = 0) {
 
 bool Status(const std::string& path, struct stat& status) {
   return !IsCutShort(path) && ::stat(path.c_str(), &status) == 0;
+}
+
+// A regular file of this user that has no other name. Whatever else lies under a name of ours was
+// put there by somebody.
+bool IsOwn(const FileDescriptor& file) {
+  struct stat status {};
+  return ::fstat(file.Get(), &status) == 0 && S_ISREG(status.st_mode) &&
+         status.st_uid == ::geteuid() && status.st_nlink == 1;
+}
+
+// The process's mask of permissions, which can only be read by setting it.
+mode_t Mask() {
+  const mode_t mask = ::umask(0);
+  ::umask(mask);
+  return mask;
+}
+
+// The working file, made where there is none.
+FileDescriptor OpenWorkingFile(const std::string& path, int flags) {
+  FileDescriptor file = OpenFile(path, flags | O_CREAT | kMistrustful, kOwnerOnly);
+  if (!IsOwn(file)) throw FileError(path + ": it is no file of this user alone");
+  return file;
 }
 
 void WriteAll(int file, std::string_view bytes, const std::string& path) {
@@ -133,15 +161,15 @@ std::optional<mode_t> ModeToKeep(const std::string& target) {
 // when it is complete. Failures name the target.
 //
 // Its name is always the same, so what a crash left is used up by the next one; a lock keeps two
-// processes apart that replace the same target.
+// processes apart that replace the same target. Where something lies under it that is not ours,
+// that stays, and the file has a name that nobody can foresee.
 class Successor {
  public:
   explicit Successor(const std::string& target)
       : target_(Resolved(target)),
         name_(JoinPath(DirectoryOf(target_), "." + GetFileTitle(target_) + ".new")),
         mode_(ModeToKeep(target_)),
-        file_(OpenFor(target_, name_, O_WRONLY | O_CREAT | O_NOFOLLOW,
-                      mode_.value_or(kNewFileMode))) {
+        file_(OpenOwn(mode_.value_or(kNewFileMode))) {
     // The name may have gone to the target between the opening and the lock.
     if (!TakeLock(file_.Get(), target_) || !IsStillNamed()) Fail(target_, EBUSY);
     Check(::ftruncate(file_.Get(), 0) == 0, target_);
@@ -164,6 +192,21 @@ class Successor {
   }
 
  private:
+  FileDescriptor OpenOwn(mode_t mode) {
+    if (IsCutShort(name_)) Fail(target_, ENOENT);
+    FileDescriptor file(::open(name_.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC | kMistrustful, mode));
+    if (file.IsValid() && IsOwn(file)) return file;
+    const int error = errno;
+    struct stat taken {};
+    // Nothing is in the way: the folder itself refuses.
+    if (!file.IsValid() && ::lstat(name_.c_str(), &taken) != 0) Fail(target_, error);
+    std::string name = JoinPath(DirectoryOf(target_), "." + GetFileTitle(target_) + ".new.XXXXXX");
+    FileDescriptor other(::mkostemp(name.data(), O_CLOEXEC));
+    Check(other.IsValid(), target_);
+    name_ = name;
+    Check(::fchmod(other.Get(), mode & ~Mask()) == 0, target_);
+    return other;
+  }
   [[nodiscard]] bool IsStillNamed() const {
     struct stat here {};
     struct stat named {};
@@ -234,9 +277,16 @@ void PosixFiles::ReplaceDurably(const std::string& source, const std::string& ta
 
 void PosixFiles::LayWorkingCopy(const std::string& source, const std::string& target) {
   if (IsSameFile(source, target)) throw FileError(target + ": the file would overwrite itself");
+  struct stat status {};
+  if (Status(source, status) && !S_ISREG(status.st_mode)) {
+    throw FileError(source + ": it is no regular file");
+  }
   const std::string bytes = ReadAll(source);
   DeleteJournals(Resolved(target));
-  const FileDescriptor file = OpenFile(target, O_WRONLY | O_CREAT | O_TRUNC, kNewFileMode);
+  const FileDescriptor file = OpenWorkingFile(target, O_WRONLY);
+  // One that a crash left may be open to others, from its former contents' time.
+  Check(::fchmod(file.Get(), kOwnerOnly) == 0, target);
+  Check(::ftruncate(file.Get(), 0) == 0, target);
   WriteAll(file.Get(), bytes, target);
 }
 
@@ -279,7 +329,7 @@ void PosixFiles::ChangeDirectory(const std::string& directory) {
 }
 
 std::unique_ptr<FileLock> PosixFiles::Lock(const std::string& path) {
-  FileDescriptor file = OpenFile(path, O_RDWR | O_CREAT, kNewFileMode);
+  FileDescriptor file = OpenWorkingFile(path, O_RDWR);
   if (!TakeLock(file.Get(), path)) return nullptr;
   return std::make_unique<Flock>(std::move(file));
 }

@@ -26,6 +26,17 @@ spdlog::level::level_enum LevelOf(LogLevel level) {
   return spdlog::level::info;
 }
 
+// The log tells what a project holds, so nobody but its owner reads it.
+spdlog::file_event_handlers OwnersAlone() {
+  spdlog::file_event_handlers handlers;
+  handlers.after_open = [](const spdlog::filename_t& path, std::FILE* /*unused*/) {
+    namespace fs = std::filesystem;
+    std::error_code ignored;
+    fs::permissions(path, fs::perms::owner_read | fs::perms::owner_write, ignored);
+  };
+  return handlers;
+}
+
 }  // namespace
 
 struct RotatingLog::Parts {
@@ -40,8 +51,8 @@ RotatingLog::RotatingLog(const std::string& directory, std::size_t largest)
   try {
     std::filesystem::create_directories(directory);
     const std::string path = JoinPath(directory, "velmoor.log");
-    logger.sinks().push_back(
-        std::make_shared<spdlog::sinks::rotating_file_sink_st>(path, largest, kOlderFiles));
+    logger.sinks().push_back(std::make_shared<spdlog::sinks::rotating_file_sink_st>(
+        path, largest, kOlderFiles, false, OwnersAlone()));
     path_ = path;
   } catch (const std::exception&) {
     path_.clear();

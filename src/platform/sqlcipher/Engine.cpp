@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <cstring>
 
+#include "platform/sqlcipher/PlainTable.h"
 #include "platform/sqlcipher/WrittenForm.h"
 
 namespace velmoor::sqlcipher {
@@ -14,6 +15,10 @@ using Kind = DatabaseError::Kind;
 
 // How long a file that another process writes is waited for.
 constexpr int kBusyMilliseconds = 500;
+// The steps of the engine's machine between two looks at it, and the looks that a statement has.
+// The largest statement of this program takes a hundredth of them.
+constexpr int kStepsBetweenLooks = 10000;
+constexpr int kMostLooks = 1000;
 
 Kind KindOf(int code, int systemError, std::string_view message) {
   switch (code) {
@@ -21,6 +26,10 @@ Kind KindOf(int code, int systemError, std::string_view message) {
       return Kind::password;
     case SQLITE_CORRUPT:
       return Kind::damaged;
+    case SQLITE_AUTH:
+    case SQLITE_INTERRUPT:
+    case SQLITE_TOOBIG:
+      return Kind::foreign;
     case SQLITE_FULL:
       return Kind::full;
     case SQLITE_BUSY:
@@ -35,6 +44,7 @@ Kind KindOf(int code, int systemError, std::string_view message) {
       return full ? Kind::full : Kind::other;
     }
     default:
+      if (message.starts_with("not authorized")) return Kind::foreign;
       return message.starts_with("no such table") || message.starts_with("no such column")
                  ? Kind::schema
                  : Kind::other;
@@ -55,6 +65,8 @@ std::string Reason(Kind kind, int systemError, std::string_view message) {
       return "the disk is full";
     case Kind::busy:
       return "another program uses the file";
+    case Kind::foreign:
+      return "the file holds what no file of this program does (" + std::string(message) + ")";
     case Kind::schema:
     case Kind::other:
       break;
@@ -77,14 +89,55 @@ DatabaseError Failure(sqlite3* db, const std::string& path, int code) {
   throw Failure(db, path, code);
 }
 
+// What this program's own statements do, to the file's own tables. Functions, views, triggers,
+// indexes, virtual tables, other files and recursion are none of it.
+int Authorize(void* /*unused*/, int action, const char* first, const char* /*second*/,
+              const char* database, const char* within) {
+  const bool ours =
+      within == nullptr && (database == nullptr || std::strcmp(database, "main") == 0);
+  if (!ours) return SQLITE_DENY;
+  switch (action) {
+    case SQLITE_SELECT:
+    case SQLITE_READ:
+    case SQLITE_INSERT:
+    case SQLITE_UPDATE:
+    case SQLITE_DELETE:
+    case SQLITE_CREATE_TABLE:
+    case SQLITE_DROP_TABLE:
+    case SQLITE_TRANSACTION:
+    case SQLITE_SAVEPOINT:
+      return SQLITE_OK;
+    case SQLITE_PRAGMA:
+      return std::strcmp(first, "quick_check") == 0 ? SQLITE_OK : SQLITE_DENY;
+    default:
+      return SQLITE_DENY;
+  }
+}
+
+// Not 0: the statement is to end.
+int Look(void* effort) {
+  return --static_cast<Effort*>(effort)->left < 0 ? 1 : 0;
+}
+
+// A name out of a foreign file, fit for a message.
+std::string Shown(std::string name) {
+  constexpr std::size_t kMost = 64;
+  if (name.size() > kMost) name = name.substr(0, kMost) + "...";
+  for (char& c : name) {
+    if (c < ' ' || c > '~') c = '?';
+  }
+  return '"' + name + '"';
+}
+
 }  // namespace
 
 bool IsDisposable(const std::string& path) {
   return path.ends_with("tmp") || path.ends_with("tempIdeInfo.mdb");
 }
 
-Statement::Statement(sqlite3* db, const std::string& path, const std::string& sql)
-    : db_(db), path_(path) {
+Statement::Statement(sqlite3* db, const std::string& path, Effort& effort, const std::string& sql)
+    : db_(db), path_(path), effort_(effort) {
+  effort_.left = kMostLooks;
   const int code =
       sqlite3_prepare_v2(db, sql.data(), static_cast<int>(sql.size()), &statement_, nullptr);
   if (code != SQLITE_OK) Fail(db, path, code);
@@ -107,6 +160,7 @@ void Statement::Bind(int parameter, std::int64_t number) {
 }
 
 bool Statement::Step() {
+  if (sqlite3_stmt_busy(statement_) == 0) effort_.left = kMostLooks;
   const int code = sqlite3_step(statement_);
   if (code == SQLITE_ROW) return true;
   if (code == SQLITE_DONE) {
@@ -151,7 +205,10 @@ Connection::Connection(const std::string& path, OpenMode mode, const std::string
   try {
     if (code != SQLITE_OK) Fail(db_, path_, code);
     Configure(key);
-    if (mode == OpenMode::existing) Prove();
+    if (mode == OpenMode::existing) {
+      Confine();
+      Prove();
+    }
   } catch (...) {
     sqlite3_close_v2(db_);
     throw;
@@ -166,6 +223,7 @@ Connection::Connection(const std::string& path, const FileImage& image) : path_(
   try {
     if (code != SQLITE_OK) Fail(db_, path_, code);
     Execute("PRAGMA temp_store=MEMORY");
+    Confine();
     Prove();
   } catch (...) {
     sqlite3_close_v2(db_);
@@ -194,7 +252,34 @@ void Connection::Configure(const std::string& key) {
   Execute("PRAGMA temp_store=MEMORY");
 }
 
+void Connection::Confine() {
+  Execute("PRAGMA cell_size_check=ON");
+  Execute("PRAGMA max_page_count=" + std::to_string(kMostBytes / kPageBytes));
+  sqlite3_limit(db_, SQLITE_LIMIT_LENGTH, kMostCellBytes);
+  sqlite3_limit(db_, SQLITE_LIMIT_ATTACHED, 0);
+  sqlite3_db_config(db_, SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr);
+  sqlite3_progress_handler(db_, kStepsBetweenLooks, Look, effort_.get());
+  sqlite3_set_authorizer(db_, Authorize, nullptr);
+}
+
+std::vector<TableDefinition> Connection::Tables() const {
+  std::vector<TableDefinition> tables;
+  const auto objects = Prepare("SELECT type, name, sql FROM sqlite_master ORDER BY rowid");
+  while (objects->Step()) {
+    const std::string name = objects->Text(1);
+    auto table = ParsePlainTable(objects->Text(2));
+    if (objects->Text(0) != "table" || !table || table->name != name) {
+      throw DatabaseError(Kind::foreign,
+                          path_ + ": the file holds " + Shown(name) + ", which is no plain table");
+    }
+    tables.push_back(std::move(*table));
+  }
+  return tables;
+}
+
 void Connection::Prove() const {
+  // Before anything else is read: the check below would follow what the file tells it to.
+  (void)Tables();
   // Opening and keying always succeed; only a read tells a wrong key or a broken file.
   const auto check = Prepare("PRAGMA quick_check(1)");
   if (check->Step() && check->Text(0) != "ok") Fail(nullptr, path_, SQLITE_CORRUPT);
@@ -207,11 +292,15 @@ void Connection::Execute(const std::string& sql) {
 }
 
 std::unique_ptr<Statement> Connection::Prepare(const std::string& sql) const {
-  return std::make_unique<Statement>(db_, path_, sql);
+  return std::make_unique<Statement>(db_, path_, *effort_, sql);
 }
 
 std::int64_t Connection::LastRowId() const {
   return sqlite3_last_insert_rowid(db_);
+}
+
+int Connection::Changes() const {
+  return sqlite3_changes(db_);
 }
 
 bool Connection::InTransaction() const {

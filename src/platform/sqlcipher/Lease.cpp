@@ -76,12 +76,8 @@ std::unique_ptr<RowSet> Lease::OpenTable(std::string_view table, std::string_vie
   return std::make_unique<TableRows>(transaction_.Engine(), table, orderBy, access_);
 }
 
-std::vector<std::string> Lease::Tables() {
-  std::vector<std::string> names;
-  const auto rows = transaction_.Engine().Prepare(
-      "SELECT name FROM sqlite_master WHERE type='table' ORDER BY rowid");
-  while (rows->Step()) names.push_back(rows->Text(0));
-  return names;
+std::vector<TableDefinition> Lease::Tables() {
+  return transaction_.Engine().Tables();
 }
 
 void Lease::Commit() {

@@ -45,7 +45,7 @@ class Lease final : public Database {
   Lease(std::shared_ptr<OpenFile> file, DatabaseAccess access);
 
   std::unique_ptr<RowSet> OpenTable(std::string_view table, std::string_view orderBy) override;
-  [[nodiscard]] std::vector<std::string> Tables() override;
+  [[nodiscard]] std::vector<TableDefinition> Tables() override;
   void Commit() override;
   void Rollback() override;
 

@@ -1,6 +1,7 @@
 #include "platform/sqlcipher/SqlcipherDatabases.h"
 
 #include <fcntl.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -36,16 +37,21 @@ constexpr std::string_view kPlainHeader{"SQLite format 3\0", kSaltBytes};
   Fail(forbidden ? Kind::forbidden : Kind::other, path, std::strerror(error));
 }
 
-// The first bytes of the file, which are its salt. Refuses what is no database at all before a key
-// is derived for it.
+// The first bytes of the file, which are its salt. Refuses what is no database at all, or too large
+// to be one of this program, before a key is derived for it. A pipe is not waited for.
 Salt ReadSalt(const std::string& path) {
   if (path.find('\0') != std::string::npos) FailSystem(path, ENOENT);
-  const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
   if (file < 0) FailSystem(path, errno);
   Salt salt{};
   const ssize_t got = ::read(file, salt.data(), salt.size());
   const int error = errno;
+  struct stat status {};
+  const bool known = ::fstat(file, &status) == 0;
   ::close(file);
+  if (!known || status.st_size > kMostBytes) {
+    Fail(Kind::foreign, path, "the file is larger than any file of this program");
+  }
   if (got < 0) FailSystem(path, error);
   // The engine would take an empty file for a new database.
   if (got == 0) Fail(Kind::damaged, path, "the file is empty");
@@ -59,25 +65,15 @@ Salt ReadSalt(const std::string& path) {
   return salt;
 }
 
-// Tables alone: no view, trigger or index of a foreign file gets into one of ours.
 void CopyTables(Connection& source, Builder& target) {
-  const auto tables = source.Prepare(
-      "SELECT name FROM sqlite_master WHERE type='table' AND name NOT LIKE 'sqlite\\_%' ESCAPE "
-      "'\\' "
-      "AND sql NOT LIKE 'CREATE VIRTUAL%' ORDER BY rowid");
-  while (tables->Step()) {
-    const std::string table = tables->Text(0);
-    std::vector<ColumnDefinition> columns;
-    const auto described = source.Prepare("PRAGMA table_info(" + Quoted(table) + ")");
-    while (described->Step())
-      columns.push_back({described->Text(1), described->Text(2) == "INTEGER"});
-    target.CreateTable(table, columns);
-    const auto rows = source.Prepare("SELECT * FROM " + Quoted(table) + " ORDER BY rowid");
+  for (const TableDefinition& table : source.Tables()) {
+    target.CreateTable(table.name, table.columns);
+    const auto rows = source.Prepare("SELECT * FROM " + Quoted(table.name) + " ORDER BY rowid");
     while (rows->Step()) {
       std::vector<std::string> values;
-      for (std::size_t i = 0; i < columns.size(); ++i)
+      for (std::size_t i = 0; i < table.columns.size(); ++i)
         values.push_back(rows->Text(static_cast<int>(i)));
-      target.Insert(table, values);
+      target.Insert(table.name, values);
     }
   }
 }
@@ -90,7 +86,11 @@ void RemoveWithJournal(const std::string& path) {
 
 }  // namespace
 
-SqlcipherDatabases::SqlcipherDatabases() : newFileSalt_(KeyRing::RandomSalt()) {}
+SqlcipherDatabases::SqlcipherDatabases() : newFileSalt_(KeyRing::RandomSalt()) {
+  // From here on the process holds keys and what they seal, so it leaves no core file.
+  constexpr rlimit kNoCore{0, 0};
+  (void)::setrlimit(RLIMIT_CORE, &kNoCore);
+}
 SqlcipherDatabases::~SqlcipherDatabases() = default;
 
 std::shared_ptr<OpenFile> SqlcipherDatabases::Obtain(const std::string& path,
@@ -156,7 +156,10 @@ std::unique_ptr<Connection> SqlcipherDatabases::Rewrite(Connection& source, cons
   Builder builder(file, [](bool) {});
   CopyTables(source, builder);
   builder.Finish();
-  return std::move(file->connection);
+  // Opened like any other file, for what is in it is not ours.
+  file->connection.reset();
+  return std::make_unique<Connection>(path, OpenMode::existing,
+                                      keys_.KeyForFile(password, newFileSalt_));
 }
 
 void SqlcipherDatabases::DropSpareFiles() {

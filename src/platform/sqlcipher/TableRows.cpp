@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "platform/sqlcipher/WrittenForm.h"
+
 namespace velmoor::sqlcipher {
 
 TableRows::TableRows(Connection& engine, std::string_view table, std::string_view orderBy,
@@ -18,6 +20,11 @@ void TableRows::Load(std::string_view orderBy) {
   columns_.erase(columns_.begin());
   const int count = static_cast<int>(columns_.size());
   while (statement->Step()) {
+    if (rows_.size() == kMostRows) {
+      throw DatabaseError(
+          DatabaseError::Kind::foreign,
+          engine_.Path() + ": " + table_ + " has more records than any file of this program");
+    }
     Row& row = rows_.emplace_back();
     row.id = statement->Number(0);
     row.fields.reserve(columns_.size());
@@ -90,7 +97,7 @@ void TableRows::WriteEdit() {
   int parameter = 0;
   for (const auto& [column, text] : changes_) statement.Bind(parameter++, text);
   statement.Bind(parameter, row.id);
-  statement.Step();
+  ChangeOne(statement);
   for (const auto& [column, text] : changes_) row.fields[column] = text;
 }
 
@@ -107,7 +114,7 @@ void TableRows::WriteNew() {
       Prepared("INSERT INTO " + Quoted(table_) + " (" + names + ") VALUES (" + places + ")");
   int parameter = 0;
   for (const std::string& field : row.fields) statement.Bind(parameter++, field);
-  statement.Step();
+  ChangeOne(statement);
   row.id = engine_.LastRowId();
   // A set that stands at its end stays there.
   if (AtEnd()) ++current_;
@@ -138,6 +145,13 @@ const TableRows::FirstRows& TableRows::IndexOf(std::size_t column) {
     }
   }
   return entry->second;
+}
+
+void TableRows::ChangeOne(Statement& statement) {
+  statement.Step();
+  if (engine_.Changes() == 1) return;
+  throw DatabaseError(DatabaseError::Kind::other,
+                      engine_.Path() + ": a record of " + table_ + " was not stored");
 }
 
 Statement& TableRows::Prepared(const std::string& sql) {

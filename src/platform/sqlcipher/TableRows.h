@@ -46,6 +46,8 @@ class TableRows final : public RowSet {
   void WriteEdit();
   void WriteNew();
   Statement& Prepared(const std::string& sql);
+  // Runs a statement that is to change one record, and no other.
+  void ChangeOne(Statement& statement);
   [[noreturn]] void Misuse(const std::string& what) const;
 
   Connection& engine_;

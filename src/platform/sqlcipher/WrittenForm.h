@@ -4,6 +4,9 @@
 // the other. So nothing is left to them: these figures are what every version of the engine can do.
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
+
 namespace velmoor::sqlcipher {
 
 // How a password and the salt of a file become its key: PBKDF2.
@@ -14,6 +17,10 @@ struct KeyDerivation {
 };
 
 inline constexpr int kPageBytes = 1024;
+// No file of this program comes near these: a project has 20 kB and the catalogue 70 kB.
+inline constexpr std::int64_t kMostBytes = 4 * 1024 * 1024;
+inline constexpr int kMostCellBytes = 256 * 1024;
+inline constexpr std::size_t kMostRows = 16384;  // of one table
 inline constexpr KeyDerivation kWrittenDerivation{KeyDerivation::Digest::sha1, 64000};
 
 // To be executed after the key was given and before the first read. An engine that knows one form

@@ -1,8 +1,6 @@
 #include "project/data/ProjectFormat.h"
 
 #include <memory>
-#include <optional>
-#include <span>
 #include <string_view>
 
 #include "platform/Numbers.h"
@@ -12,7 +10,6 @@ namespace velmoor {
 namespace {
 
 using schema::Misc;
-using schema::Parameters;
 
 // The first format bears no version.
 constexpr std::int64_t kFirst = 1;
@@ -50,26 +47,10 @@ void SetVersion(Database& project, std::int64_t version) {
   settings->Update();
 }
 
-// ---- what is new
-
-// Adds the rows of the template's table whose key the project does not have.
-void AddMissingRows(Database& project, Database& pattern, std::string_view table,
-                    std::string_view key, std::span<const std::string_view> columns,
-                    std::optional<std::string_view> mark) {
-  const auto rows = project.OpenTable(table);
-  const auto patterns = pattern.OpenTable(table);
-  for (; !patterns->AtEnd(); patterns->MoveNext()) {
-    if (rows->FindFirst(key, patterns->Text(key))) continue;
-    rows->AddNew();
-    for (const std::string_view column : columns) rows->Set(column, patterns->Text(column));
-    if (mark) rows->Set(*mark, "1");
-    rows->Update();
-  }
-}
-
 }  // namespace
 
-void BringUpToDate(const std::string& workingFile, const std::string& templatePath) {
+std::vector<LaidAnew> BringUpToDate(const std::string& workingFile,
+                                    const std::string& templatePath) {
   const auto project = OpenForWriting(workingFile);
   const std::int64_t version = VersionOf(*project);
   if (version > schema::kFormatVersion) {
@@ -81,16 +62,11 @@ void BringUpToDate(const std::string& workingFile, const std::string& templatePa
       kSteps[from - kFirst](*project);
     }
     if (version < schema::kFormatVersion) SetVersion(*project, schema::kFormatVersion);
-    constexpr std::string_view kParameterColumns[] = {Parameters::kPn, Parameters::kValue,
-                                                      Parameters::kControllerValue,
-                                                      Parameters::kDescription};
-    constexpr std::string_view kSettingColumns[] = {Misc::kPropertyName, Misc::kValue};
-    const auto pattern = OpenForReading(templatePath);
-    AddMissingRows(*project, *pattern, Parameters::kTable, Parameters::kPn, kParameterColumns,
-                   Parameters::kDirty);
-    AddMissingRows(*project, *pattern, Misc::kTable, Misc::kPropertyName, kSettingColumns,
-                   std::nullopt);
+    // The formats so far differ by no table and no column.
+    CheckContents(*project);
+    std::vector<LaidAnew> laid = AddMissingRecords(*project, *OpenForReading(templatePath));
     project->Commit();
+    return laid;
   } catch (...) {
     project->Rollback();
     throw;

@@ -3,6 +3,9 @@
 
 #include <stdexcept>
 #include <string>
+#include <vector>
+
+#include "project/data/ProjectContents.h"
 
 namespace velmoor {
 
@@ -14,8 +17,10 @@ class NewerFormat : public std::runtime_error {
 
 // Brings the working file of a project up to the present format, step by step, in one transaction:
 // every version that was ever written is understood. What the template has and the project does not
-// is added with the template's value and, where the amplifier has it too, marked to download.
-// Throws NewerFormat, and DatabaseError for a file that is no project; the file is then as it was.
-void BringUpToDate(const std::string& workingFile, const std::string& templatePath);
+// is added with the template's value and, where the amplifier has it too, marked to download;
+// returns what was. Throws NewerFormat, and DatabaseError for a file that is no project, or holds
+// what none does; the file is then as it was.
+[[nodiscard]] std::vector<LaidAnew> BringUpToDate(const std::string& workingFile,
+                                                  const std::string& templatePath);
 
 }  // namespace velmoor

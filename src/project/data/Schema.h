@@ -7,6 +7,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/Database.h"
 
@@ -139,6 +140,28 @@ struct AlarmDisplay {
   static constexpr std::string_view kDisplay = "alarm_display";
   static constexpr std::string_view kCode = "alarm_code";
 };
+
+// ---- what a project holds
+
+// The mark of a record that still has to be downloaded, in every table that has marks.
+inline constexpr std::string_view kMark = Position::kDirty;
+
+// One table of a project.
+struct ProjectTable {
+  TableDefinition definition;
+  std::string_view title;   // in the user's words
+  std::string_view key;     // the column that names a record, or numbers it
+  std::size_t records = 0;  // as many, numbered from `first`; 0: named, and kMostRecords at most
+  std::int64_t first = 0;
+};
+
+// Bounds of what is believed; no project that this program wrote comes near them.
+inline constexpr std::size_t kMostRecords = 4096;
+inline constexpr std::size_t kMostText = 4096;  // bytes of one field
+
+// The tables of a project, in the order in which the template has them, and all there are.
+[[nodiscard]] const std::vector<ProjectTable>& ProjectTables();
+[[nodiscard]] const ProjectTable& ProjectTableNamed(std::string_view name);
 
 }  // namespace velmoor::schema
 

@@ -183,9 +183,9 @@ bool IsCatalogue(Database& database) {
   constexpr std::array kNeeded = {source::Parameters::kTable, source::MotorLimits::kTable,
                                   source::Digits::kTable,     source::Items::kTable,
                                   source::Alarms::kTable,     source::Texts::kTable};
-  const std::vector<std::string> tables = database.Tables();
+  const std::vector<TableDefinition> tables = database.Tables();
   return std::ranges::all_of(kNeeded, [&](std::string_view needed) {
-    return std::ranges::find(tables, needed) != tables.end();
+    return std::ranges::find(tables, needed, &TableDefinition::name) != tables.end();
   });
 }
 

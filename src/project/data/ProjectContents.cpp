@@ -1,0 +1,108 @@
+#include "project/data/ProjectContents.h"
+
+#include <algorithm>
+#include <set>
+
+#include "platform/Numbers.h"
+#include "project/data/Schema.h"
+
+namespace velmoor {
+namespace {
+
+using schema::ProjectTable;
+
+[[noreturn]] void Refuse(const std::string& reason) {
+  throw DatabaseError(DatabaseError::Kind::foreign, reason);
+}
+
+std::string NameOf(const ProjectTable& table) {
+  return table.definition.name;
+}
+
+// A table whose records are numbered has the numbers of the template, and them alone.
+bool IsKeyOf(const ProjectTable& table, const std::string& key) {
+  if (table.records == 0) return true;
+  const auto number = ParseWhole(key);
+  return number && NumberText(*number) == key && *number >= table.first &&
+         *number < table.first + static_cast<std::int64_t>(table.records);
+}
+
+void CheckRecords(Database& project, const ProjectTable& table) {
+  const std::size_t most = table.records != 0 ? table.records : schema::kMostRecords;
+  std::set<std::string> keys;
+  const auto records = project.OpenTable(table.definition.name);
+  for (; !records->AtEnd(); records->MoveNext()) {
+    for (const ColumnDefinition& column : table.definition.columns) {
+      if (records->Text(column.name).size() > schema::kMostText) {
+        Refuse("A text in the column " + column.name + " of " + NameOf(table) + " is too long.");
+      }
+    }
+    const std::string key = records->Text(table.key);
+    if (!IsKeyOf(table, key)) Refuse(NameOf(table) + " has a record of no known number.");
+    if (!keys.insert(key).second) Refuse(NameOf(table) + " has two records of one name.");
+    if (keys.size() > most) Refuse(NameOf(table) + " has too many records.");
+  }
+}
+
+LaidAnew AddMissing(Database& project, Database& pattern, const ProjectTable& table) {
+  LaidAnew laid{std::string(table.title), {}};
+  const auto records = project.OpenTable(table.definition.name);
+  const auto patterns = pattern.OpenTable(table.definition.name);
+  for (; !patterns->AtEnd(); patterns->MoveNext()) {
+    const std::string key = patterns->Text(table.key);
+    if (records->FindFirst(table.key, key)) continue;
+    records->AddNew();
+    for (const ColumnDefinition& column : table.definition.columns) {
+      const bool mark = column.name == schema::kMark;
+      records->Set(column.name, mark ? "1" : patterns->Text(column.name));
+    }
+    records->Update();
+    laid.keys.push_back(key);
+  }
+  return laid;
+}
+
+}  // namespace
+
+void CheckContents(Database& project) {
+  const std::vector<TableDefinition> present = project.Tables();
+  for (const ProjectTable& table : schema::ProjectTables()) {
+    const auto found = std::ranges::find(present, table.definition.name, &TableDefinition::name);
+    if (found == present.end()) {
+      throw DatabaseError(DatabaseError::Kind::schema, "There is no table " + NameOf(table) + ".");
+    }
+    if (found->columns != table.definition.columns) {
+      Refuse(NameOf(table) + " has other columns than in a project.");
+    }
+  }
+  if (present.size() != schema::ProjectTables().size()) {
+    Refuse("The file holds a table that is none of a project.");
+  }
+  for (const ProjectTable& table : schema::ProjectTables()) CheckRecords(project, table);
+}
+
+std::vector<LaidAnew> AddMissingRecords(Database& project, Database& pattern) {
+  std::vector<LaidAnew> all;
+  for (const ProjectTable& table : schema::ProjectTables()) {
+    LaidAnew laid = AddMissing(project, pattern, table);
+    if (!laid.keys.empty()) all.push_back(std::move(laid));
+  }
+  return all;
+}
+
+std::string InWords(const std::vector<LaidAnew>& laid) {
+  constexpr std::size_t kNamed = 5;
+  std::string words;
+  for (const LaidAnew& part : laid) {
+    words += "\r" + part.table + ": ";
+    for (std::size_t i = 0; i < std::min(kNamed, part.keys.size()); ++i) {
+      words += (i == 0 ? "" : ", ") + part.keys[i];
+    }
+    if (part.keys.size() > kNamed) {
+      words += " and " + NumberText(part.keys.size() - kNamed) + " more";
+    }
+  }
+  return words;
+}
+
+}  // namespace velmoor

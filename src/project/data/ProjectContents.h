@@ -1,0 +1,28 @@
+// What a project's file may hold, checked before anything of it is believed: the tables that
+// schema::ProjectTables tells and no others, each record under a key of its own, no more records
+// and no longer texts than a project has.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "platform/Database.h"
+
+namespace velmoor {
+
+// Throws DatabaseError(foreign or schema) that names what is wrong.
+void CheckContents(Database& project);
+
+// The records that a project lacked, of one table.
+struct LaidAnew {
+  std::string table;              // in the user's words
+  std::vector<std::string> keys;  // in the order of the template
+};
+// Adds the records that the template has and the project does not, with the template's texts, and
+// marked to download where the table has marks. Tells what was added.
+[[nodiscard]] std::vector<LaidAnew> AddMissingRecords(Database& project, Database& pattern);
+
+// For the user; empty where nothing was laid anew.
+[[nodiscard]] std::string InWords(const std::vector<LaidAnew>& laid);
+
+}  // namespace velmoor
