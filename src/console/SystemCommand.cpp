@@ -134,11 +134,11 @@ bool SetSystem(clsHX7Project& project, const std::vector<Assignment>& assignment
   const std::string corrected = edit.NewlyCorrected();
   if (!corrected.empty()) ShowInformation(corrected);
   if (!edit.IsDirty()) return true;
+  const MachineConsequences consequences = project.Consequences(edit.Wanted());
   const std::string question = edit.CommitQuestion();
   if (!question.empty()) {
     // Whoever types the command has decided; only data that would be lost takes an agreement more.
-    const bool discards = !project.Consequences(edit.Wanted()).emptied.empty();
-    if (!discards) {
+    if (consequences.emptied.empty()) {
       ShowInformation(question.substr(0, question.rfind("\r\r")));
     } else if (!AskOkCancel(question)) {
       ShowInformation("Commit data change has been canceled.  Say --yes to agree.");
@@ -147,7 +147,7 @@ bool SetSystem(clsHX7Project& project, const std::vector<Assignment>& assignment
   }
   const std::string information = edit.CommitInformation();
   if (!information.empty()) ShowInformation(information);
-  const std::string others = OtherNumbers(project.Consequences(edit.Wanted()));
+  const std::string others = OtherNumbers(consequences);
   if (!project.MechanicalSystem().Accept(edit)) return false;
   if (!others.empty()) ShowInformation(others);
   return true;
