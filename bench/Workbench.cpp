@@ -83,7 +83,7 @@ void Open(ConsoleSession& session, const std::string& project) {
 }
 
 void GoOnline(ConsoleSession& session) {
-  Require(session.GoOnline("Cannot go online!"), "going online");
+  Require(session.Hardware().connection.GoOnlineFor(""), "going online");
 }
 
 }  // namespace velmoor::bench

@@ -16,12 +16,6 @@ namespace {
 
 constexpr int kBytesOfAnExchange = 12;  // in either direction, about
 
-std::string Tail(const std::vector<std::string>& texts) {
-  std::string all;
-  for (const std::string& text : texts) all += " | " + text;
-  return all;
-}
-
 }  // namespace
 
 // ---- before the faults
@@ -72,7 +66,7 @@ void Campaign::Prepare() {
   const bool stored = project.Position().ChangeAccepted() && project.Zone().ChangeAccepted() &&
                       project.Jog().ChangeAccepted();
   if (!stored || !Carry(TransferOf("mnuToolsDownloadAll"))) {
-    throw std::runtime_error("an undisturbed download fails:" + Tail(program_->user.texts));
+    throw std::runtime_error("an undisturbed download fails:" + program_->Words());
   }
   PowerCycle();
   for (const FileRow& row : File()) {
@@ -90,7 +84,7 @@ void Campaign::Measure() {
     wiring_.Port().Before(-1, {});
     if (!Carry(transfer)) {
       throw std::runtime_error(std::string(transfer.command) +
-                               " fails undisturbed:" + Tail(program_->user.texts));
+                               " fails undisturbed:" + program_->Words());
     }
     exchanges_[transfer.command] = wiring_.Port().Exchanges();
     Retry(transfer, true);

@@ -98,10 +98,11 @@ void Campaign::ExamineUpload(const FaultKindEntry& kind, const Transfer& transfe
 
 void Campaign::Retry(const Transfer& transfer, bool finished) {
   if (transfer.upload) {
-    if (!Carry(transfer)) Blame({"a clean upload fails"}, "in the retry");
+    if (!Carry(transfer)) Blame({"a clean upload fails:" + program_->Words()}, "in the retry");
   }
   if (!Program::Project().WhatIsDirty().empty() && !Carry(TransferOf("mnuToolsDownloadNew"))) {
-    Blame({"a clean download fails" + (finished ? std::string(" after one that did not") : "")},
+    Blame({"a clean download fails" + (finished ? std::string(" after one that did not") : "") +
+           program_->Words()},
           "in the retry");
   }
   PowerCycle();

@@ -71,6 +71,12 @@ class Program {
       return text.find(part) != std::string::npos;
     });
   }
+  // What the user read since the latest command.
+  [[nodiscard]] std::string Words() const {
+    std::string all;
+    for (const std::string& text : user.texts) all += " | " + text;
+    return all;
+  }
   [[nodiscard]] static frmMain& Form() { return dynamic_cast<frmMain&>(*gMainForm); }
   [[nodiscard]] static clsHX7Project& Project() {
     return dynamic_cast<clsHX7Project&>(*gMainForm->CurrentProject());

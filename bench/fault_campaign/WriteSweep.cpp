@@ -64,7 +64,7 @@ void Campaign::RunWrites(int stride, int mostViolations) {
 
 void Campaign::SweepTransfer(const Transfer& transfer, int stride) {
   wiring_.Port().Before(-1, {});
-  if (!Carry(transfer)) Blame({"fails undisturbed"}, transfer.command);
+  if (!Carry(transfer)) Blame({"fails undisturbed:" + program_->Words()}, transfer.command);
   const std::vector<int> writes = WritesSent();
   // The stores and the restart stand at the end.
   const std::size_t always = writes.size() > 12 ? writes.size() - 12 : 0;
@@ -114,7 +114,7 @@ void Campaign::SweepResets() {
   const auto fill = [this] {
     if (!Program::Form().IsOnline()) program_->Choose("mnuToolsOnline");
     if (!Carry(TransferOf("mnuToolsDownloadAll")))
-      Blame({"a clean download fails"}, "behind a reset");
+      Blame({"a clean download fails:" + program_->Words()}, "behind a reset");
     wiring_.Type("send PRM100=77");
   };
   fill();

@@ -17,6 +17,8 @@ namespace velmoor {
 namespace {
 
 constexpr std::int32_t kNormalTimeOut = 5000;
+constexpr std::int32_t kQuiet = 100;  // ms without a line: nothing more is under way
+constexpr int kMostLateLines = 64;
 constexpr std::string_view kSuccessString = "OK";
 constexpr std::string_view kRefusalMark = " ERR";
 constexpr std::string_view kAlarmMark = "A.";
@@ -154,7 +156,12 @@ ResultCode ClassSerialComm::autoConnect(bool& echoBack, std::int32_t& baudRate,
     // The first answer at a new speed may be the remainder of noise; only the second counts.
     std::string value;
     (void)readParameter("800", value);
-    const ResultCode result = readParameter("800", value);
+    ResultCode result = readParameter("800", value);
+    // Answers that came late look like those of an amplifier without echo.
+    if (result == kEchoMismatch) {
+      Drain();
+      result = readParameter("800", value);
+    }
     // Without echo the first line is the answer already, which does not repeat the command.
     if (result == kEchoMismatch) m_echoBack = false;
     return result == kSuccess || result == kEchoMismatch;
@@ -178,14 +185,35 @@ ResultCode ClassSerialComm::autoConnect(bool& echoBack, std::int32_t& baudRate,
   return kSuccess;
 }
 
+// An answer that comes behind its time-out leaves every exchange one line behind.
+void ClassSerialComm::Drain() {
+  if (!IsPortOpen()) return;
+  const int timeOut = m_saxComm->ReadTimeOut();
+  m_saxComm->SetReadTimeOut(kQuiet);
+  try {
+    for (int lines = 0; lines < kMostLateLines && !m_saxComm->ReadLine().empty();) ++lines;
+  } catch (const SerialPortError&) {
+    // The next exchange tells it.
+  }
+  m_saxComm->SetReadTimeOut(timeOut);
+}
+
 ResultCode ClassSerialComm::askAgain() {
   std::string value;
-  const ResultCode result = readParameter("800", value);
+  ResultCode result = readParameter("800", value);
+  if (result == kEchoMismatch || result == kValueNotFound) {
+    Drain();
+    result = readParameter("800", value);
+  }
   return result == kSuccess ? askForAcknowledges() : result;
 }
 
 ResultCode ClassSerialComm::askForAcknowledges() {
-  const ResultCode result = writeParameter("802", "1");
+  ResultCode result = writeParameter("802", "1");
+  if (result == kEchoMismatch) {
+    Drain();
+    result = writeParameter("802", "1");
+  }
   if (result != kNoResponse) return result;
   std::string value;
   if (readParameter("802", value) != kSuccess) return result;

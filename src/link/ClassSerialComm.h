@@ -167,6 +167,8 @@ class ClassSerialComm {
   [[nodiscard]] std::string ReadAnswer();
   ResultCode Checked(const std::string& command, ResultCode result);
   ResultCode WriteWord(const std::string& command);
+  // Reads until the line is quiet.
+  void Drain();
   ResultCode ReadEcho(std::string_view bareCommand);
   // As WriteWord for a line that ends in a number. The amplifier takes what its echo shows: an echo
   // that goes on behind the command is that of another number, and gives -3.

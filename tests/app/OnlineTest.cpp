@@ -26,13 +26,15 @@ TEST_F(Online, OnlineShowsTheModelAndKeepsTheMotorSize) {
   const auto& texts = Main().statusTexts;
   EXPECT_EQ(*(texts.end() - 3), "System Status: Polling to Go Online...");
   EXPECT_EQ(*(texts.end() - 2), "System Status: Asking axis 0 at 9600 bit/s");
-  Main().Choose("mnuToolsOnline");
+  EXPECT_FALSE(Main().CommandEnabled("mnuToolsOnline"));
+  Form().Hardware().connection.GoOnline();
   EXPECT_EQ(Boxes(), Texts{"System is already online!"});
   Main().Choose("mnuToolsOffline");
   EXPECT_EQ(Status(), "System Status: Offline");
   EXPECT_EQ(Main().Panel(StatusPanel::model), "");
   EXPECT_FALSE(port.IsOpen());
-  Main().Choose("mnuToolsOffline");
+  EXPECT_FALSE(Main().CommandEnabled("mnuToolsOffline"));
+  Form().Hardware().connection.GoOffline();
   EXPECT_EQ(Boxes(), Texts{"System is already offline!"});
 }
 

@@ -109,6 +109,7 @@ TEST_F(Terminal, ALostLineIsToldOnceBesideWhatIsBeingTyped) {
   EXPECT_EQ(Rows(), Texts{});
   Type("0P");
   port.Unplug();
+  data.boxes.Expect("The connection to the hardware was lost!\rCOM1 is gone.", BoxAnswer::no);
   Heartbeat();
   Heartbeat();
   EXPECT_EQ(

@@ -16,9 +16,9 @@ TEST_F(Velmoorctl, InfoTellsWhatAnswers) {
 }
 
 TEST_F(Velmoorctl, InfoTellsWhatItCannotReadAndWhy) {
-  line.faults.Add({.kind = FaultKind::deviceError, .match = "MTTYPE", .count = 0});
+  line.faults.Add({.kind = FaultKind::deviceError, .match = "PGTYPE", .count = 0});
   EXPECT_EQ(Run({"info", "--port", "x"}), 1);
-  EXPECT_NE(err.str().find("Motor model cannot be read!\n"), std::string::npos) << err.str();
+  EXPECT_NE(err.str().find("Encoder type cannot be read!\n"), std::string::npos) << err.str();
   EXPECT_NE(err.str().find("refused with E5A1"), std::string::npos) << err.str();
 }
 

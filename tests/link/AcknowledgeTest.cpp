@@ -249,6 +249,30 @@ TEST_F(Acknowledge, ASessionThatIsOnlineAsksOnceBeforeItSearches) {
             "No amplifier answered on axis 0 of COM1 at 9600, 19200 or 38400 bit/s.");
 }
 
+// What comes behind its time-out stands for no other answer, nor for an amplifier without echo.
+TEST_F(Acknowledge, ALateAnswerDoesNotPutTheSearchOutOfStep) {
+  for (const auto& [line, answer] : {std::pair{"0PRM800", "0Pn800=00000001"},
+                                     {"0PRM802=1", "0OK"},
+                                     {"0TYPE", "0TYPE=00000600"},
+                                     {"0SVTYPE", "0SVTYPE=00000002"},
+                                     {"0MTTYPE", "0MTTYPE=00000100"},
+                                     {"0MTSIZE", "0MTSIZE=00000040"}}) {
+    port.Echoed(line, answer);
+  }
+  const Lines late[] = {
+      {"0PRM800", "0Pn800=00000001"}, {"0Pn800=00000001"}, {"0PRM81A", "0Pn81A=00000005"}, {"0OK"}};
+  for (const bool online : {true, false}) {
+    for (const Lines& lines : late) {
+      SCOPED_TRACE(lines.front() + (online ? " online" : " offline"));
+      session.online = online;
+      port.ComeLate(lines);
+      EXPECT_EQ(helix7.GoOnline(false), kSuccess);
+      EXPECT_EQ(session.echo, 1);
+      EXPECT_EQ(port.WaitingBytes(), 0);
+    }
+  }
+}
+
 TEST_F(Acknowledge, ASearchTellsWhatItTriesAndCanBeStopped) {
   Lines tried;
   helix7.SetSearchWatch([&](std::int32_t rate, const std::string& axis) {

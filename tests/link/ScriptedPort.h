@@ -24,6 +24,8 @@ class ScriptedPort final : public SerialPort {
   }
   // Bytes that lie in the buffer before the next command.
   void LeaveStale(const std::string& line) { waiting_.push_back(line); }
+  // Lines of a former exchange that come once the next command is out.
+  void ComeLate(const std::vector<std::string>& lines) { late_.assign(lines.begin(), lines.end()); }
 
   void SetSettings(const std::string& settings) override {
     settingsSeen.push_back(settings);
@@ -49,6 +51,8 @@ class ScriptedPort final : public SerialPort {
       open = false;
       throw SerialPortError("gone");
     }
+    waiting_.insert(waiting_.end(), late_.begin(), late_.end());
+    late_.clear();
     if (const auto entry = answers_.find(std::string(line)); entry != answers_.end()) {
       waiting_.insert(waiting_.end(), entry->second.begin(), entry->second.end());
     }
@@ -75,6 +79,7 @@ class ScriptedPort final : public SerialPort {
  private:
   std::map<std::string, std::vector<std::string>> answers_;
   std::deque<std::string> waiting_;
+  std::deque<std::string> late_;
 };
 
 }  // namespace velmoor
