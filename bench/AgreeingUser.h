@@ -12,7 +12,7 @@ namespace velmoor::bench {
 class AgreeingUser final : public MessageBoxes {
  public:
   BoxAnswer Show(BoxKind kind, BoxButtons buttons, const std::string& text,
-                 const std::string& /*title*/) override {
+                 const std::string& /*title*/, BoxTick* /*tick*/) override {
     texts.push_back(OneLine(text));
     if (TellsOfFailure(kind, buttons)) ++failures;
     const bool agrees = !refuses || !refuses(text);

@@ -52,6 +52,7 @@ void frmMain::MDIForm_Load() {
   ReadFromRegistryMotorSize();
   ReadFromRegistryWindowSettings();
   ReadFromRegistryLogSettings();
+  ReadFromRegistryWatchSettings();
   LoadRecentFiles();
   ConnectWindow();
   for (const char* const shown :
@@ -79,6 +80,9 @@ void frmMain::ConnectWindow() {
     });
   });
   connections_ += world().forms->HelpAsked.Connect([](const Form* form) { ShowHelpFor(form); });
+  connections_ += window_->PanelChosen.Connect([this](StatusPanel) {
+    if (operations_.connection.State() == LineState::alarm) OnCommand("mnuToolsMonitoring");
+  });
   connections_ += window_->QueryUnload.Connect([this] { MDIForm_QueryUnload(); });
   connections_ += window_->Unload.Connect([this](bool& Cancel) { MDIForm_Unload(Cancel); });
   connections_ += window_->Closed.Connect([this] { Closed.Raise(); });
@@ -90,7 +94,7 @@ void frmMain::ConnectWindow() {
   connections_ += panels.Tick.Connect([this] {
     if (!inCommand_ && !world().forms->InputBlocked()) {
       const ScopedFlag running(inCommand_);
-      operations_.connection.WatchLine();
+      WatchWhileIdle();
     }
     RefreshWindow();
   });
@@ -161,6 +165,7 @@ const std::vector<frmMain::CommandEntry>& frmMain::Commands() {
       {"mnuWindowTileHorizontal", &Handle<&frmMain::mnuWindowTileHorizontal_Click>},
       {"mnuWindowTileVertical", &Handle<&frmMain::mnuWindowTileVertical_Click>},
       {"mnuHelpContents", &Handle<&frmMain::mnuHelpContents_Click>},
+      {"mnuToolsIdleWatch", &Handle<&frmMain::mnuToolsIdleWatch_Click>},
       {"mnuHelpLog", &Handle<&frmMain::mnuHelpLog_Click>},
       {"mnuHelpLogTraffic", &Handle<&frmMain::mnuHelpLogTraffic_Click>},
       {"mnuHelpAbout", &Handle<&frmMain::mnuHelpAbout_Click>},

@@ -172,6 +172,10 @@ class frmMain final : public SessionState, private Desk {
   void DifferencesFound(const std::vector<PartComparison>& parts) override;
   [[nodiscard]] bool IsAttended() const override { return true; }
   void mnuToolsOnline_Click();
+  // Asks the amplifier while nobody else does: no command, and no window on the live hardware.
+  void WatchWhileIdle();
+  void ReadFromRegistryWatchSettings();
+  void mnuToolsIdleWatch_Click();
   void CommunicationsSettingsOpen();
   void clsProject_ResolutionDataInvalidated(const std::string& strItems);
 

@@ -3,10 +3,14 @@
 #include "app/frmCompare.h"
 #include "app/frmMain.h"
 #include "platform/MessageBoxes.h"
+#include "platform/Settings.h"
+#include "platform/Trapped.h"
+#include "platform/World.h"
 
 namespace velmoor {
 namespace {
 
+constexpr const char* kWatchSetting = "IdleWatch";
 constexpr const char* kSearchCaption = "Searching for the Amplifier";
 
 }  // namespace
@@ -36,6 +40,7 @@ void frmMain::SearchGoesOn(std::int32_t bitsPerSecond, const std::string& axis, 
   const std::string text =
       "Asking axis " + axis + " at " + std::to_string(bitsPerSecond) + " bit/s";
   ShowStatusText(text);
+  window_->SetPanel(StatusPanel::line, text);
   if (!started_ || tries < 2) return;
   if (!clsProcedure) {
     clsProcedure = std::make_unique<clsHX7Procedure>();
@@ -48,12 +53,15 @@ void frmMain::SearchGoesOn(std::int32_t bitsPerSecond, const std::string& axis, 
 void frmMain::SearchEnds() {
   if (searchShown_) clsProcedure.reset();
   searchShown_ = false;
+  window_->SetPanel(StatusPanel::line, operations_.connection.StateText());
 }
 
 void frmMain::LineChanged(LineState state) {
-  static constexpr std::array<Tone, 4> kTones{Tone::faint, Tone::busy, Tone::good, Tone::faint};
+  static constexpr std::array<Tone, 5> kTones{Tone::faint, Tone::busy, Tone::good, Tone::alarm,
+                                              Tone::faint};
   window_->SetStatusTone(kTones[static_cast<std::size_t>(state)]);
-  const bool known = state == LineState::online;
+  window_->SetPanel(StatusPanel::line, operations_.connection.StateText());
+  const bool known = state == LineState::online || state == LineState::alarm;
   if (state != LineState::searching) {
     window_->SetPanel(StatusPanel::model, known ? clsHelix7->ServoModel() : std::string());
   }
@@ -72,6 +80,31 @@ void frmMain::StartHelix7() {
 void frmMain::CommunicationsSettingsOpen() {
   OpenModalTool(ToolWindow::communicationsSettings,
                 "Main.CommunicationsSettingsOpen: ", [this] { frmCommunications(*this).Show(); });
+}
+
+// ---- the idle line
+
+void frmMain::WatchWhileIdle() {
+  operations_.connection.WatchLine();
+  // These ask by themselves.
+  if (ToolOpened(ToolWindow::monitoring) || ToolOpened(ToolWindow::terminal)) return;
+  operations_.watch.Look();
+}
+
+void frmMain::ReadFromRegistryWatchSettings() {
+  operations_.watch.SetOn(world().settings->ReadNumber(kWatchSetting, 1) != 0);
+  window_->SetCommandChecked("mnuToolsIdleWatch", operations_.watch.IsOn());
+}
+
+void frmMain::mnuToolsIdleWatch_Click() {
+  const bool on = window_->CommandChecked("mnuToolsIdleWatch");
+  operations_.watch.SetOn(on);
+  // What was read last would stand there for ever.
+  if (!on) operations_.connection.NoteAlarm({});
+  Trapped("frmMain.mnuToolsIdleWatch_Click: ", [on] {
+    world().settings->Write(kWatchSetting, on ? "1" : "0");
+    return true;
+  });
 }
 
 void frmMain::mnuToolsOnline_Click() {

@@ -6,7 +6,7 @@
 namespace velmoor {
 
 BoxAnswer ConsoleBoxes::Show(BoxKind kind, BoxButtons buttons, const std::string& text,
-                             const std::string& title) {
+                             const std::string& title, BoxTick* /*tick*/) {
   std::string lines = text;
   std::replace(lines.begin(), lines.end(), '\r', '\n');
   if (!title.empty()) lines = title + ": " + lines;

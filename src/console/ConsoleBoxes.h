@@ -18,7 +18,7 @@ class ConsoleBoxes final : public MessageBoxes {
   [[nodiscard]] int Failures() const { return failures_; }
 
   BoxAnswer Show(BoxKind kind, BoxButtons buttons, const std::string& text,
-                 const std::string& title) override;
+                 const std::string& title, BoxTick* tick) override;
 
  private:
   std::ostream& out_;

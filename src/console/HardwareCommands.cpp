@@ -141,6 +141,7 @@ bool Download(const Context& context) {
   Work work(context);
   if (!work.Open(context.Argument(1))) return false;
   Transfers& transfers = work.session().Hardware().transfers;
+  transfers.SetVerify(context.line.Has("verify"));
   if (only) {
     return transfers.DownloadItem(JoinedItem(DownloadItemsOfMenu(), items), [] { return true; });
   }

@@ -131,6 +131,9 @@ class ClassSerialComm {
   // its echo, which shows what the amplifier has taken, did not begin as it did.
   [[nodiscard]] bool TakeStrayWrite() { return std::exchange(m_strayWrite, false); }
 
+  // Reads and forgets what still comes of former exchanges, until a tenth of a second is quiet.
+  void Drain();
+
   // The raw exchange: `command` goes out as given, axis included; nothing is parsed or compared. A
   // closed port is not tested for and gives -2. With echo off response[1] stays untouched.
   [[nodiscard]] ResultCode writeToSerial(const std::string& command, RawResponse& response);
@@ -167,8 +170,6 @@ class ClassSerialComm {
   [[nodiscard]] std::string ReadAnswer();
   ResultCode Checked(const std::string& command, ResultCode result);
   ResultCode WriteWord(const std::string& command);
-  // Reads until the line is quiet.
-  void Drain();
   ResultCode ReadEcho(std::string_view bareCommand);
   // As WriteWord for a line that ends in a number. The amplifier takes what its echo shows: an echo
   // that goes on behind the command is that of another number, and gives -3.

@@ -173,6 +173,20 @@ bool clsHX7Helix7::Answers() {
   return lngResult == kSuccess;
 }
 
+ResultCode clsHX7Helix7::AskState(std::string& strAlarm, std::int32_t& lngStatus) {
+  clsSerialComm.setTimeOut(kSearchTimeOut);
+  ResultCode lngResult = GetAlarm(strAlarm);
+  if (lngResult == kEchoMismatch || lngResult == kValueNotFound) {
+    clsSerialComm.Drain();
+    lngResult = GetAlarm(strAlarm);
+  }
+  if (lngResult == kSuccess) {
+    lngResult = GetHelixValue(static_cast<std::int32_t>(ValueCommand::status), lngStatus);
+  }
+  clsSerialComm.setTimeOut(kNormalTimeOut);
+  return lngResult;
+}
+
 bool clsHX7Helix7::IsOptionVersionNew() {
   std::string strVersion;
   if (!gMainForm->IsOnline() || GetOptionVersion(strVersion) != kSuccess) return false;

@@ -16,6 +16,7 @@
 #include <functional>
 #include <set>
 #include <string>
+#include <vector>
 
 #include "link/ClassSerialComm.h"
 #include "link/CommandWords.h"
@@ -99,6 +100,9 @@ class clsHX7Helix7 {
   // Whether the amplifier still answers, by one question of half a second at most; the time-out is
   // 5000 ms afterwards.
   [[nodiscard]] bool Answers();
+  // The panel display and the status bits, each within half a second; what came late is read away
+  // and asked for once more. The time-out is 5000 ms afterwards.
+  [[nodiscard]] ResultCode AskState(std::string& strAlarm, std::int32_t& lngStatus);
   // Rated power in watts of the connected motor, or the session's last one. Always true; connects
   // and goes offline again, and leaves the port as it was when nobody answers.
   bool GetMotorSizeWhileOffline(std::string& strMotorSize);
@@ -152,6 +156,14 @@ class clsHX7Helix7 {
   // restarted from here: what the amplifier answers to a read may be lost with its power.
   [[nodiscard]] bool IsUnstored(SimpleCommand store) const { return unstored.contains(store); }
 
+  // ---- reading back
+  // Keeps the lines of the values that are written and acknowledged from now on, the latest of each
+  // value in the order of the writing, and forgets those that were kept before.
+  void KeepWritten(bool keep);
+  [[nodiscard]] const std::vector<std::string>& Written() const { return written; }
+  // Reads the value that a line of Written names. `equal`: the amplifier holds what was written.
+  [[nodiscard]] ResultCode ReadBack(const std::string& strLine, std::string& strHeld, bool& equal);
+
   // ---- servo, motion, restart
   [[nodiscard]] ResultCode EnableServo();
   // As EnableServo, for a motor that must not stay on: see MotorMayBeOn.
@@ -202,6 +214,7 @@ class clsHX7Helix7 {
   ResultCode CheckWrite(const std::string& strLine, ResultCode lngResult);
   // Whether the amplifier holds the value that the line writes; false for a line without one.
   bool HoldsWhatWasWritten(const std::string& strLine);
+  void Keep(const std::string& strLine);
   ResultCode RepeatBriefly(SimpleCommand command);
   // Repeats a search for as long as nobody answers and attempts are left.
   ResultCode RepeatWhileRestarting(const std::function<ResultCode()>& search);
@@ -216,6 +229,8 @@ class clsHX7Helix7 {
   bool motorMayBeOn = false;
   bool servoTypeFailed = false;      // of the latest IsRX900AndVKLM
   std::set<SimpleCommand> unstored;  // tables, by the command that stores them
+  bool keepsWritten = false;
+  std::vector<std::string> written;
   ClassSerialComm clsSerialComm;
 };
 

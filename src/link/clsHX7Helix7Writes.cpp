@@ -1,4 +1,7 @@
 // What counts as done: the judgement of writes by the form of their answers.
+#include <algorithm>
+#include <string_view>
+
 #include "link/clsHX7Helix7.h"
 #include "platform/Numbers.h"
 
@@ -20,6 +23,12 @@ std::string WithoutPadding(std::string_view value) {
   return plain;
 }
 
+// "PRM81B" of "0PRM81B=12500".
+std::string_view NameIn(std::string_view line) {
+  const std::string_view behindAxis = line.substr(std::min<std::size_t>(1, line.size()));
+  return behindAxis.substr(0, behindAxis.find('='));
+}
+
 }  // namespace
 
 const std::string& clsHX7Helix7::ErrorMessages(ResultCode iNegativeIndex) const {
@@ -36,6 +45,7 @@ ResultCode clsHX7Helix7::CheckWrite(const std::string& strLine, ResultCode lngRe
   const LinkExchange told = clsSerialComm.LatestExchange();
   switch (told.form) {
     case AnswerForm::acknowledge:
+      if (lngResult == kSuccess) Keep(strLine);
       return lngResult;
     case AnswerForm::denial:
     case AnswerForm::value:
@@ -49,17 +59,46 @@ ResultCode clsHX7Helix7::CheckWrite(const std::string& strLine, ResultCode lngRe
   }
   if (lngResult != kSuccess) {
     clsSerialComm.TellFailure({.code = lngResult, .exchange = told});
+  } else {
+    Keep(strLine);
   }
   return lngResult;
 }
 
 bool clsHX7Helix7::HoldsWhatWasWritten(const std::string& strLine) {
-  const std::size_t equals = strLine.find('=');
-  if (equals == std::string::npos) return false;
   std::string strHeld;
+  bool equal = false;
+  return ReadBack(strLine, strHeld, equal) == kSuccess && equal;
+}
+
+// ---- reading back
+
+void clsHX7Helix7::KeepWritten(bool keep) {
+  keepsWritten = keep;
+  written.clear();
+}
+
+void clsHX7Helix7::Keep(const std::string& strLine) {
+  if (!keepsWritten) return;
+  const auto forget = [this](std::string_view name) {
+    std::erase_if(written, [name](const std::string& line) { return NameIn(line) == name; });
+  };
+  // The amplifier takes these from the rigidity.
+  if (NameIn(strLine).starts_with(kRigidityCommand)) {
+    for (const char* const name : {"PRM100", "PRM101", "PRM102", "PRM401"}) forget(name);
+  }
+  if (strLine.find('=') == std::string::npos) return;
+  forget(NameIn(strLine));
+  written.push_back(strLine);
+}
+
+ResultCode clsHX7Helix7::ReadBack(const std::string& strLine, std::string& strHeld, bool& equal) {
+  const std::size_t equals = strLine.find('=');
+  if (equals == std::string::npos) return kBadSelector;
   const ResultCode lngResult = clsSerialComm.executeReadCommand(strLine.substr(0, equals), strHeld);
-  return lngResult == kSuccess &&
-         WithoutPadding(Trim(strHeld)) == WithoutPadding(Trim(strLine).substr(equals + 1));
+  equal = lngResult == kSuccess &&
+          WithoutPadding(Trim(strHeld)) == WithoutPadding(Trim(strLine).substr(equals + 1));
+  return lngResult;
 }
 
 }  // namespace velmoor

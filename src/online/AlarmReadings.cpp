@@ -15,6 +15,14 @@ std::string HexOf(ResultCode code) {
 
 }  // namespace
 
+bool IsAlarm(const AlarmReading& reading) {
+  return reading.display.starts_with("A.");
+}
+
+bool IsWarning(const AlarmReading& reading) {
+  return reading.display.starts_with("A.9");
+}
+
 AlarmReading DescribeAlarm(const std::string& strDisplay) {
   const std::string display(Trim(strDisplay));
   const AlarmNames& names = *gMainForm->Alarm();

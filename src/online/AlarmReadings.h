@@ -15,6 +15,11 @@ struct AlarmReading {
   std::string display;  // of the panel: "A.40"
 };
 
+// The display is that of an alarm or a warning, and no state.
+[[nodiscard]] bool IsAlarm(const AlarmReading& reading);
+// A.9x: the servo stays on.
+[[nodiscard]] bool IsWarning(const AlarmReading& reading);
+
 // Of the panel display "A.40", blanks around it dropped.
 [[nodiscard]] AlarmReading DescribeAlarm(const std::string& strDisplay);
 // Of a read that the amplifier refused, by the number of the refusal: the name says that this is no

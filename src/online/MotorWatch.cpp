@@ -70,11 +70,11 @@ ResultCode MotorWatch::AskNext() {
 }
 
 bool MotorWatch::IsAlarm() const {
-  return alarmKnown_ && alarm_.display.starts_with("A.");
+  return alarmKnown_ && velmoor::IsAlarm(alarm_);
 }
 
 bool MotorWatch::HasTripped() const {
-  return IsAlarm() && !alarm_.display.starts_with("A.9");
+  return IsAlarm() && !IsWarning(alarm_);
 }
 
 std::string MotorWatch::BothUnits(std::int32_t raw, ValueKind kind) const {

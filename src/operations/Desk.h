@@ -13,7 +13,7 @@ namespace velmoor {
 
 struct PartComparison;
 
-enum class LineState : std::uint8_t { offline, searching, online, lost };
+enum class LineState : std::uint8_t { offline, searching, online, alarm, lost };
 
 // A row of a long work, out of `rows` of its item and `steps` of the whole.
 struct WorkStep {

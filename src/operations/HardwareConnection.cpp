@@ -45,6 +45,34 @@ void HardwareConnection::Show(LineState state) {
   desk_.LineChanged(state);
 }
 
+std::string HardwareConnection::StateText() const {
+  switch (state_) {
+    case LineState::offline:
+      return "Offline";
+    case LineState::searching:
+      return "Searching";
+    case LineState::online:
+      return "Online";
+    case LineState::lost:
+      return "Line lost";
+    case LineState::alarm:
+      break;
+  }
+  const std::string lead = IsWarning(alarm_) ? "Warning " : "In alarm ";
+  return lead + alarm_.display + (alarm_.name.empty() ? "" : ": " + alarm_.name);
+}
+
+void HardwareConnection::NoteAlarm(const AlarmReading& reading) {
+  if (!session_.IsOnline()) return;
+  const LineState state = IsAlarm(reading) ? LineState::alarm : LineState::online;
+  const bool news =
+      state != state_ || (state == LineState::alarm && reading.display != alarm_.display);
+  alarm_ = reading;
+  if (!news) return;
+  Show(state);
+  desk_.StatusTold(StateText());
+}
+
 // The search too writes a parameter.
 ResultCode HardwareConnection::Search(const std::function<ResultCode()>& search) {
   session_.SetStopProcedure(false);

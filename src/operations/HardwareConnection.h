@@ -10,6 +10,7 @@
 #include <optional>
 #include <string>
 
+#include "online/AlarmReadings.h"
 #include "operations/Desk.h"
 #include "platform/Event.h"
 #include "project/SessionState.h"
@@ -29,6 +30,8 @@ class HardwareConnection {
   void ForgetProject() { project_.Clear(); }
 
   [[nodiscard]] LineState State() const { return state_; }
+  // "Offline", "Online", "In alarm A.10: Overload".
+  [[nodiscard]] std::string StateText() const;
 
   // The user's command: searches, and tells what became of it. `byHand`: the user wants to connect
   // by hand.
@@ -50,6 +53,8 @@ class HardwareConnection {
   // set it right. Asks the amplifier once where it was not searched for.
   void OfferToSetLineRight(bool searched);
 
+  // What the amplifier shows on its panel, as it was just read.
+  void NoteAlarm(const AlarmReading& reading);
   // An exchange failed since the line was last known to be good.
   void Suspect() { suspect_ = true; }
   // Goes offline when the port is gone, or when an operation failed and the amplifier is silent.
@@ -66,6 +71,7 @@ class HardwareConnection {
   SessionState& session_;
   Desk& desk_;
   LineState state_ = LineState::offline;
+  AlarmReading alarm_;  // while the state is that of an alarm
   bool suspect_ = false;
   int tries_ = 0;  // of the search under way
   Connections device_, project_;

@@ -32,6 +32,16 @@ void Operation::CountRow(Tool tool, bool downloading, int row, int rows) {
        .steps = steps_});
 }
 
+void Operation::ShowCheck(int value, int values) {
+  desk_.WorkGoesOn(
+      {.current = "Verifying: " + NumberText(value) + " of " + NumberText(values) + " Values",
+       .row = value,
+       .rows = values,
+       .total = "Item " + NumberText(finished_) + " of " + NumberText(steps_) + " Total",
+       .finished = finished_,
+       .steps = steps_});
+}
+
 void Operation::CountStep(const std::string& verb) {
   ++finished_;
   desk_.WorkGoesOn({.total = verb + " " + NumberText(finished_) + " of " + NumberText(steps_),

@@ -23,6 +23,8 @@ class Operation {
   void Begin(int steps, bool items);
   // A row of a tool is done.
   void CountRow(Tool tool, bool downloading, int row, int rows);
+  // A value is read back: counts for nothing.
+  void ShowCheck(int value, int values);
   // A step without rows is done: "Reset 2 of 4".
   void CountStep(const std::string& verb);
   // The progress goes; the line of the log tells `outcome`: "complete", "stopped", "failed".

@@ -3,6 +3,7 @@
 
 #include "operations/Comparison.h"
 #include "operations/HardwareConnection.h"
+#include "operations/IdleWatch.h"
 #include "operations/Resets.h"
 #include "operations/Transfers.h"
 
@@ -14,7 +15,8 @@ struct Operations {
       : connection(session, desk),
         transfers(session, desk, connection),
         resets(session, desk, connection),
-        compare(session, desk, connection) {}
+        compare(session, desk, connection),
+        watch(session, desk, connection) {}
 
   void FollowDevice() {
     connection.FollowDevice();
@@ -34,6 +36,7 @@ struct Operations {
   Transfers transfers;
   Resets resets;
   Comparison compare;
+  IdleWatch watch;
 };
 
 }  // namespace velmoor

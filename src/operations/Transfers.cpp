@@ -12,6 +12,9 @@ namespace velmoor {
 namespace {
 
 constexpr const char* kDownloadFailed = "Error downloading data to controller!";
+// What a download of everything sends: the editor has the parameters of the other tools.
+const std::vector<Tool> kEverything{Tool::editor, Tool::mechanicalSystem, Tool::position, Tool::jog,
+                                    Tool::zone};
 constexpr const char* kUnchanged = "The project is unchanged.";
 
 }  // namespace
@@ -60,6 +63,25 @@ int Transfers::StepsOfEverything() {
 
 // ---- download
 
+bool Transfers::AskToDownload(const std::string& question, const std::vector<Tool>& parts,
+                              bool all) {
+  int values = 0;
+  for (const Tool part : parts) values += project().ValuesOf(part, all);
+  BoxTick tick{"&Verify: read back what was sent before it is stored (about " +
+                   NumberText(WrittenCheck::Seconds(values, session_.BaudRate())) + " s more)",
+               verify_};
+  const bool agreed = AskOkCancel(question, tick);
+  verify_ = tick.on;
+  return agreed;
+}
+
+bool Transfers::ReadBack() {
+  return check_->ReadAll([this](int value, int values) {
+    if (run_ != nullptr) run_->ShowCheck(value, values);
+    return !session_.StopProcedure();
+  });
+}
+
 bool Transfers::Send(const std::string& name, int steps, const std::function<bool()>& send) {
   Operation run(desk_, name);
   run_ = &run;
@@ -69,11 +91,29 @@ bool Transfers::Send(const std::string& name, int steps, const std::function<boo
   } forget{run_};
   newRate_.reset();
   gainsChanged_ = false;
+  const struct EndCheck {
+    Transfers& transfers;
+    ~EndCheck() {
+      transfers.project().SetWrittenCheck({});
+      transfers.check_.reset();
+    }
+  } endCheck{*this};
+  if (verify_) {
+    check_.emplace(session_);
+    project().SetWrittenCheck([this] { return ReadBack(); });
+  }
   run.Begin(steps, true);
   if (!send()) return TellUnsent(name, run);
-  run.End("complete");
+  run.End(check_ ? "complete and verified" : "complete");
   run_ = nullptr;
   return Finish(name);
+}
+
+// The amplifier holds behind its restart what it had stored.
+bool Transfers::IsStoredAsSent() {
+  if (!check_ || check_->ReadSample()) return true;
+  ShowExclamation(FailureText("Not everything is stored as it was sent!", OfferText(project())));
+  return false;
 }
 
 bool Transfers::TellUnsent(const std::string& name, Operation& run) {
@@ -103,6 +143,7 @@ bool Transfers::Finish(const std::string& name) {
       break;
     case RestartOutcome::sent:
       found = connection_.AwaitRestart(newRate_);
+      if (found && !IsStoredAsSent()) return false;
       break;
   }
   if (gainsChanged_ && found) OfferGains();
@@ -120,8 +161,9 @@ bool Transfers::AskRigidity() {
 bool Transfers::DownloadAll() {
   return Trapped("Download All failed!\r", [this] {
     if (!connection_.GoOnlineFor("Download failed!")) return false;
-    if (!AskOkCancel("All parameter and table data will be downloaded to the controller.\r"
-                     "Do you wish to proceed?")) {
+    if (!AskToDownload("All parameter and table data will be downloaded to the controller.\r"
+                       "Do you wish to proceed?",
+                       kEverything, true)) {
       return false;
     }
     clsHX7Tuning& tuning = project().Tuning();
@@ -146,9 +188,10 @@ bool Transfers::DownloadNew() {
       }
       return true;
     }
-    if (!AskOkCancel("The following items have been modified:\r" + dirty +
-                     "\rNew data will be downloaded to the controller.\r"
-                     "Do you wish to proceed?")) {
+    if (!AskToDownload("The following items have been modified:\r" + dirty +
+                           "\rNew data will be downloaded to the controller.\r"
+                           "Do you wish to proceed?",
+                       kEverything, false)) {
       return false;
     }
     clsHX7Tuning& tuning = project().Tuning();
@@ -162,8 +205,9 @@ bool Transfers::DownloadNew() {
 bool Transfers::DownloadItem(const TransferItem& item, const std::function<bool()>& prepare) {
   return Trapped("Download " + item.name + " failed!\r", [&] {
     if (!connection_.GoOnlineFor("Download failed!")) return false;
-    if (!AskOkCancel(item.name + " of the project will be downloaded to the controller.\r"
-                                 "Do you wish to proceed?") ||
+    if (!AskToDownload(item.name + " of the project will be downloaded to the controller.\r"
+                                   "Do you wish to proceed?",
+                       item.tools, true) ||
         !prepare()) {
       return false;
     }
@@ -175,8 +219,9 @@ bool Transfers::DownloadItem(const TransferItem& item, const std::function<bool(
 bool Transfers::DownloadTuning(bool asked) {
   clsHX7Tuning& tuning = project().Tuning();
   if (!asked) {
-    if (!AskOkCancel("Existing gain tuning parameters in hardware will be overwritten!\r"
-                     "Do you wish to proceed?")) {
+    if (!AskToDownload("Existing gain tuning parameters in hardware will be overwritten!\r"
+                       "Do you wish to proceed?",
+                       {Tool::tuning}, true)) {
       return false;
     }
     if (tuning.ChangedRigidity() && !AskRigidity()) tuning.SetChangedRigidity(false);

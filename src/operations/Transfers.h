@@ -8,11 +8,13 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "operations/Desk.h"
 #include "operations/HardwareConnection.h"
 #include "operations/Operation.h"
 #include "operations/TransferItems.h"
+#include "operations/WrittenCheck.h"
 #include "project/SessionState.h"
 
 namespace velmoor {
@@ -33,6 +35,8 @@ class Transfers {
   bool DownloadItem(const TransferItem& item, const std::function<bool()>& prepare);
   // The gains, behind their own questions; `asked`: the window of the gains has asked them.
   bool DownloadTuning(bool asked);
+  // Whether what the next download sends is read back; the question before it offers it.
+  void SetVerify(bool verify) { verify_ = verify; }
 
   // True: what was read is in the project.
   bool UploadAll();
@@ -42,9 +46,14 @@ class Transfers {
   clsHX7Project& project() { return *session_.OwnProject(); }
   [[nodiscard]] int StepsOf(const std::vector<Tool>& tools);
   [[nodiscard]] int StepsOfEverything();
+  // The question before a download of those parts, with the choice to read them back.
+  [[nodiscard]] bool AskToDownload(const std::string& question, const std::vector<Tool>& parts,
+                                   bool all);
   // Runs `send` as the download `name`, "Download Jog Table", to its last words.
   bool Send(const std::string& name, int steps, const std::function<bool()>& send);
   bool Finish(const std::string& name);
+  [[nodiscard]] bool ReadBack();
+  [[nodiscard]] bool IsStoredAsSent();
   bool TellUnsent(const std::string& name, Operation& run);
   // Runs `read` as the upload `name`; the machine's faults are told meanwhile.
   bool Read(const std::string& name, int steps, const std::function<bool()>& read);
@@ -58,6 +67,8 @@ class Transfers {
   Operation* run_ = nullptr;             // the one under way
   std::optional<std::int32_t> newRate_;  // that Pn801 was set to; 0 where it is none
   bool gainsChanged_ = false;            // by the rigidity that a download has sent
+  bool verify_ = false;
+  std::optional<WrittenCheck> check_;  // of the download under way
   Connections project_;
 };
 

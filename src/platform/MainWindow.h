@@ -10,7 +10,7 @@
 namespace velmoor {
 
 // Fields of the status bar.
-enum class StatusPanel { status, module, model, axis, port, baudRate, pending };
+enum class StatusPanel { line, status, module, model, axis, port, baudRate, pending };
 enum class Arrangement { cascade, tileHorizontal, tileVertical };
 enum class ToolBar { standard, module };
 
@@ -32,7 +32,9 @@ class MainWindow : public CommandSet {
 
   virtual void SetPanel(StatusPanel panel, const std::string& text) = 0;
   [[nodiscard]] virtual std::string Panel(StatusPanel panel) const = 0;
-  // The lamp beside the status text: faint offline, busy polling, good online.
+  // A panel was clicked.
+  Event<StatusPanel> PanelChosen;
+  // The lamp beside the state of the line: faint offline, busy polling, good online, alarm.
   virtual void SetStatusTone(Tone tone) = 0;
   [[nodiscard]] virtual Tone StatusTone() const = 0;
 

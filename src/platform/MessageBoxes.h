@@ -17,15 +17,22 @@ enum class BoxKind {
 enum class BoxButtons { ok, okCancel, yesNo, yesNoCancel };
 enum class BoxAnswer { ok, cancel, yes, no };
 
+// A choice that a question offers beside its buttons.
+struct BoxTick {
+  std::string caption;
+  bool on = false;
+};
+
 class MessageBoxes {
  public:
   virtual ~MessageBoxes() = default;
 
   // Shows `text`, in which "\r" separates lines, and returns the button that was pressed. Closing
   // the box by its frame answers cancel, or no where there is no cancel, or ok where there is only
-  // ok. An empty `title` means the program's own.
+  // ok. An empty `title` means the program's own. `tick` is shown where there is one, and set as
+  // the user leaves it; boxes that nobody sees leave it as it is.
   virtual BoxAnswer Show(BoxKind kind, BoxButtons buttons, const std::string& text,
-                         const std::string& title) = 0;
+                         const std::string& title, BoxTick* tick) = 0;
 };
 
 // A box's text on one line, for logs and lists: its line breaks become blanks.
@@ -45,6 +52,7 @@ void ShowPlain(const std::string& text, const std::string& title);
 
 // Questions; each returns true for the first button (OK or Yes).
 [[nodiscard]] bool AskOkCancel(const std::string& text);
+[[nodiscard]] bool AskOkCancel(const std::string& text, BoxTick& tick);
 [[nodiscard]] bool AskYesNo(const std::string& text);
 // Before work or a position is lost by a Yes: a stray Enter keeps it.
 [[nodiscard]] bool AskGraveYesNo(const std::string& text);

@@ -18,16 +18,18 @@ namespace {
 World* gWorld = nullptr;
 
 BoxAnswer Show(BoxKind kind, BoxButtons buttons, const std::string& text,
-               const std::string& title = {}) {
+               const std::string& title = {}, BoxTick* tick = nullptr) {
   constexpr const char* kAnswers[] = {"OK", "Cancel", "Yes", "No"};  // in the order of BoxAnswer
   if (TellsOfFailure(kind, buttons)) {
     LogWarning("box", text);
   } else {
     LogInformation("box", text);
   }
-  const BoxAnswer answer = world().boxes->Show(kind, buttons, text, title);
+  const BoxAnswer answer = world().boxes->Show(kind, buttons, text, title, tick);
   if (buttons != BoxButtons::ok) {
-    LogInformation("box", std::string("answer: ") + kAnswers[static_cast<std::size_t>(answer)]);
+    const std::string ticked = tick != nullptr && tick->on ? ", ticked: " + tick->caption : "";
+    LogInformation("box",
+                   std::string("answer: ") + kAnswers[static_cast<std::size_t>(answer)] + ticked);
   }
   return answer;
 }
@@ -69,6 +71,9 @@ std::string OneLine(std::string text) {
 
 bool AskOkCancel(const std::string& text) {
   return Show(BoxKind::question, BoxButtons::okCancel, text) == BoxAnswer::ok;
+}
+bool AskOkCancel(const std::string& text, BoxTick& tick) {
+  return Show(BoxKind::question, BoxButtons::okCancel, text, {}, &tick) == BoxAnswer::ok;
 }
 bool AskYesNo(const std::string& text) {
   return Show(BoxKind::question, BoxButtons::yesNo, text) == BoxAnswer::yes;

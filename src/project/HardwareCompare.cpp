@@ -30,10 +30,6 @@ std::string UnitOf(CellKind kind, const Units& units) {
   }
 }
 
-bool IsCompared(const TableColumn& column) {
-  return column.kind != CellKind::fixed && column.kind != CellKind::label;
-}
-
 // A jump is told by the number of the step it leads to: labels live in the project alone.
 std::string CellText(const TableColumn& column, const std::string& cell,
                      const std::string& controller, const Units& units) {
@@ -53,7 +49,7 @@ PartComparison CompareTable(Tool tool, const MotionTable& table, const Units& be
     const MotionTable::StoredRow& mine = table.Stored(row);
     const MotionTable::StoredRow& theirs = uploaded.rows[static_cast<std::size_t>(row) - 1];
     for (std::size_t i = 0; i < columns.size(); ++i) {
-      if (!IsCompared(columns[i]) || mine.controller[i] == theirs.controller[i]) continue;
+      if (!Travels(columns[i]) || mine.controller[i] == theirs.controller[i]) continue;
       part.differences.push_back(
           {part.part, NumberText(row - 1 + firstRow), std::string(columns[i].field),
            CellText(columns[i], mine.cells[i], mine.controller[i], before),
@@ -63,15 +59,9 @@ PartComparison CompareTable(Tool tool, const MotionTable& table, const Units& be
   return part;
 }
 
-// The axis digit of Pn000 comes from the connection.
-std::string Compared(const std::string& strPn, std::string controller) {
-  if (strPn == "Pn000" && controller.size() == 4) controller[1] = 'x';
-  return controller;
-}
-
 std::string ParameterText(const Parameter& parameter, const std::string& controller,
                           const Units& units) {
-  const std::string text = Compared(parameter.Pn(), ShownText(parameter, controller, units));
+  const std::string text = ComparedForm(parameter.Pn(), ShownText(parameter, controller, units));
   return parameter.unit ? WithUnit(text, units.Word(*parameter.unit)) : text;
 }
 
@@ -104,14 +94,14 @@ std::vector<PartComparison> clsHX7Project::CompareWithUpload() const {
   const Units after = parameters_.UnitsAfter(parameters_.StagedChanges());
   PartComparison machine{std::string(InfoOf(Tool::mechanicalSystem).item), 0, {}};
   PartComparison parameters{"Parameters", 0, {}};
-  PartComparison notSent{"Not sent by Velmoor", 0, {}, false};
+  PartComparison notSent{kNotSentPart, 0, {}, false};
   for (const auto& [strPn, controller] : staged) {
     const Parameter& parameter = parameters_.Get(strPn);
     PartComparison& part = IsMechSystemPn(strPn) ? machine
                            : IsNeverSent(strPn)  ? notSent
                                                  : parameters;
     ++part.rows;
-    if (Compared(strPn, controller) == Compared(strPn, parameter.controller)) continue;
+    if (ComparedForm(strPn, controller) == ComparedForm(strPn, parameter.controller)) continue;
     part.differences.push_back({part.part, strPn, parameter.definition.parameter_name,
                                 ParameterText(parameter, parameter.controller, before),
                                 ParameterText(parameter, controller, after)});

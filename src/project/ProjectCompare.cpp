@@ -4,6 +4,7 @@
 #include <span>
 #include <string_view>
 
+#include "project/data/Parameter.h"
 #include "project/data/Schema.h"
 #include "session/Tools.h"
 
@@ -19,7 +20,7 @@ struct Part {
   std::string_view name;
   std::string_view table;
   std::string_view key;
-  std::string_view order;  // empty: the order of the first file
+  std::string_view order;
   std::span<const std::string_view> fields;
 };
 
@@ -34,13 +35,11 @@ constexpr std::string_view kPositionFields[] = {Position::kControllerPosition,
 constexpr std::string_view kZoneFields[] = {Zone::kControllerLowerLimit,
                                             Zone::kControllerUpperLimit};
 constexpr std::string_view kJogFields[] = {Jog::kControllerValue};
-constexpr std::string_view kParameterFields[] = {Parameters::kControllerValue};
 
 const Part kParts[] = {
     {InfoOf(Tool::position).item, Position::kTable, Position::kId, Position::kId, kPositionFields},
     {InfoOf(Tool::zone).item, Zone::kTable, Zone::kZone, Zone::kZone, kZoneFields},
     {InfoOf(Tool::jog).item, Jog::kTable, Jog::kJog, Jog::kJog, kJogFields},
-    {"Parameters", Parameters::kTable, Parameters::kPn, {}, kParameterFields},
 };
 
 PartComparison ComparePart(const Part& part, Database& first, Database& second) {
@@ -61,7 +60,38 @@ PartComparison ComparePart(const Part& part, Database& first, Database& second) 
   return result;
 }
 
+// In the order of the first file, in the parts that a parameter may be told in.
+std::vector<PartComparison> CompareParameters(Database& first, Database& second) {
+  std::vector<PartComparison> parts{{std::string(InfoOf(Tool::mechanicalSystem).item), 0, {}},
+                                    {"Parameters", 0, {}},
+                                    {kNotSentPart, 0, {}, false}};
+  const auto rows = first.OpenTable(Parameters::kTable);
+  const auto others = second.OpenTable(Parameters::kTable);
+  for (rows->MoveFirst(); !rows->AtEnd(); rows->MoveNext()) {
+    const std::string strPn = rows->Text(Parameters::kPn);
+    PartComparison& part = *std::ranges::find(parts, ComparedPart(strPn), &PartComparison::part);
+    ++part.rows;
+    const bool found = others->FindFirst(Parameters::kPn, strPn);
+    const std::string mine = rows->Text(Parameters::kControllerValue);
+    const std::string theirs = found ? others->Text(Parameters::kControllerValue) : std::string();
+    if (found && ComparedForm(strPn, mine) == ComparedForm(strPn, theirs)) continue;
+    part.differences.push_back(
+        {part.part, strPn, std::string(Parameters::kControllerValue), mine, theirs});
+  }
+  return parts;
+}
+
 }  // namespace
+
+std::string ComparedPart(const std::string& strPn) {
+  if (IsMechSystemPn(strPn)) return std::string(InfoOf(Tool::mechanicalSystem).item);
+  return IsNeverSent(strPn) ? kNotSentPart : "Parameters";
+}
+
+std::string ComparedForm(const std::string& strPn, std::string controller) {
+  if (strPn == "Pn000" && controller.size() == 4) controller[1] = 'x';
+  return controller;
+}
 
 bool Differs(const std::vector<PartComparison>& parts) {
   return std::ranges::any_of(
@@ -74,6 +104,7 @@ std::vector<PartComparison> CompareProjects(const std::string& firstPath,
   const auto second = OpenForReading(secondPath);
   std::vector<PartComparison> result;
   for (const Part& part : kParts) result.push_back(ComparePart(part, *first, *second));
+  for (PartComparison& part : CompareParameters(*first, *second)) result.push_back(std::move(part));
   return result;
 }
 

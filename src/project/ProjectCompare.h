@@ -26,7 +26,14 @@ struct PartComparison {
 // A part that counts has a difference.
 [[nodiscard]] bool Differs(const std::vector<PartComparison>& parts);
 
-// Compares the controller's form of the three tables and of all parameters. Labels, which live in
+// The part that a parameter is told in.
+[[nodiscard]] std::string ComparedPart(const std::string& strPn);
+// What of its value counts: the axis digit of Pn000 comes from the connection.
+[[nodiscard]] std::string ComparedForm(const std::string& strPn, std::string controller);
+inline constexpr const char* kNotSentPart = "Not sent by Velmoor";
+
+// Compares the controller's form of the three tables and of all parameters, as it is compared with
+// the amplifier. Labels, which live in
 // the project alone, and dirty marks are no difference. Throws DatabaseError.
 [[nodiscard]] std::vector<PartComparison> CompareProjects(const std::string& firstPath,
                                                           const std::string& secondPath);

@@ -38,7 +38,7 @@ bool HoldsRow(const RowSet& record, const TableLayout& layout,
               const std::vector<std::string>& controller) {
   for (std::size_t i = 0; i < layout.columns.size(); ++i) {
     const TableColumn& column = layout.columns[i];
-    if (column.kind == CellKind::fixed || column.kind == CellKind::label) continue;
+    if (!Travels(column)) continue;
     const bool converted = !column.controllerField.empty();
     if (record.Text(converted ? column.controllerField : column.field) != controller[i]) {
       return false;

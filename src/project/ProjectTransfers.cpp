@@ -1,5 +1,6 @@
 // What of the project goes to the amplifier, and in which order.
 
+#include <algorithm>
 #include <functional>
 
 #include "link/CommandWords.h"
@@ -33,13 +34,18 @@ std::vector<int> RowsToSend(const MotionTable& table, bool all) {
   return rows;
 }
 
+// The values of one row that travel.
+int FieldsOf(const TableLayout& layout) {
+  return static_cast<int>(std::ranges::count_if(layout.columns, Travels));
+}
+
 }  // namespace
 
 bool clsHX7Project::DownloadTable(Tool table, bool blnOverRide) {
   MotionTable* const found = TableOf(table);
   if (found == nullptr) return false;
   const std::vector<int> pending = RowsToSend(*found, blnOverRide);
-  const bool stored = found->Download(blnOverRide) && StoreTable(table);
+  const bool stored = found->Download(blnOverRide) && IsAsWritten() && StoreTable(table);
   if (stored) {
     found->ConfirmStored();
   } else {
@@ -96,6 +102,7 @@ bool clsHX7Project::SendNew() {
     downloadedItem = downloadedItem || tool.isParameterTool;
     YieldEvents();
   }
+  if (!IsAsWritten()) return false;
   // Tables alone restart nothing; parameters take effect only after the restart. They are in the
   // amplifier all the same.
   if (downloadedItem) (void)Restart();
@@ -118,7 +125,7 @@ bool clsHX7Project::SendEverything() {
       [this] { return DownloadTable(Tool::zone, true); },
       [this] { return clsEditor_.Download(true); },
       [this] { return clsMechanicalSystem_.Download(true); },
-      [this] { return clsTuning_.PerformRigidityChange() == kSuccess; },
+      [this] { return IsAsWritten() && clsTuning_.PerformRigidityChange() == kSuccess; },
       [this] { return Restart(); },
   };
   for (const auto& step : steps) {
@@ -155,6 +162,7 @@ bool clsHX7Project::SendParts(const std::vector<Tool>& parts) {
     restart = restart || (TableOf(part) == nullptr && part != Tool::tuning);
     YieldEvents();
   }
+  if (!IsAsWritten()) return false;
   // Until here the parameters count as not in force.
   if (restart && !Restart()) return false;
   DownloadComplete.Raise();
@@ -166,6 +174,17 @@ std::int16_t clsHX7Project::GetNumberOfNewDownloads() const {
                   clsZone_.GetNumberOfNewRows() + clsEditor_.GetNumberOfNewRows() +
                   clsMechanicalSystem_.GetNumberOfNewRows();
   return Narrow<std::int16_t>(sum);
+}
+
+int clsHX7Project::ValuesOf(Tool part, bool all) {
+  const MotionTable* const table = TableOf(part);
+  if (table == nullptr) {
+    const ParameterToolBase* const tool = ParameterToolOf(part);
+    if (all) return RowsOf(part);
+    return tool != nullptr ? tool->GetNumberOfNewRows() : clsMechanicalSystem_.GetNumberOfNewRows();
+  }
+  const auto rows = RowsToSend(*table, all).size();
+  return static_cast<int>(rows) * FieldsOf(table->Layout());
 }
 
 int clsHX7Project::RowsOf(Tool part) {

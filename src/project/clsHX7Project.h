@@ -7,6 +7,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <span>
 #include <string>
@@ -84,6 +85,10 @@ class clsHX7Project final : public Project {
   [[nodiscard]] std::string WhatIsDirty();
   // Marks everything that a download of everything sends, in the working file.
   void MarkEverything();
+  // Those parameters, "Pn81D", by name.
+  void MarkParameters(const std::vector<std::string>& names) {
+    parameters_.Mark(names, Tool::editor);
+  }
   // The amplifier has lost those parts: marks them, in the project's file too.
   void MarkLost(std::span<const Tool> parts);
 
@@ -98,6 +103,9 @@ class clsHX7Project final : public Project {
   // hardware when a parameter went out.
   bool DownloadParts(const std::vector<Tool>& parts);
   // Of the latest of those three. Sent: acknowledged, and the amplifier is deaf for a while.
+  // Asked in a download between the writing of something and what makes it last: a table's store,
+  // the restart, a change of the rigidity. False ends the download as a failed one. None: no check.
+  void SetWrittenCheck(std::function<bool()> check) { writtenCheck_ = std::move(check); }
   [[nodiscard]] RestartOutcome LatestRestart() const { return latestRestart_; }
   // Marks everything where a write since the last look may have reached another row or parameter
   // than it named: the amplifier may hold other values than the project then, anywhere.
@@ -108,6 +116,8 @@ class clsHX7Project final : public Project {
   void SaveMarks();
   // How many rows a transfer of the tool announces.
   [[nodiscard]] int RowsOf(Tool part);
+  // The values that a download of the part sends: a row of a table has several.
+  [[nodiscard]] int ValuesOf(Tool part, bool all);
   // One stage, with the store of the table behind it.
   bool DownloadTable(Tool table, bool blnOverRide);
   // Sum of the marked records that Download New would send.
@@ -245,6 +255,7 @@ class clsHX7Project final : public Project {
   bool SendNew();
   bool SendParts(const std::vector<Tool>& parts);
   bool DownloadPart(Tool part);
+  [[nodiscard]] bool IsAsWritten() const { return !writtenCheck_ || writtenCheck_(); }
   // Before the first line of a download, and behind its last.
   bool BeginDownload();
   void EndDownload();
@@ -265,6 +276,7 @@ class clsHX7Project final : public Project {
   // The amplifier holds no machine that can be used; that of the project has stayed.
   bool machineUnread_ = false;
   RestartOutcome latestRestart_ = RestartOutcome::none;
+  std::function<bool()> writtenCheck_;
   std::string sWorkingDirectory_;
   std::string sFileName_;
   std::string sFileTitle_;

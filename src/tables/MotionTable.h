@@ -43,6 +43,11 @@ struct TableColumn {
   CellKind kind;
 };
 
+// The amplifier has the column.
+[[nodiscard]] constexpr bool Travels(const TableColumn& column) {
+  return column.kind != CellKind::fixed && column.kind != CellKind::label;
+}
+
 [[nodiscard]] constexpr bool IsWritten(const TableColumn& column) {
   return column.kind != CellKind::fixed;
 }

@@ -164,6 +164,43 @@ TEST_F(Velmoorctl, ComparesWithTheHardwareAndChangesNeither) {
   EXPECT_EQ(amplifier.Asked("PRM="), 1) << "the echo of a search, and nothing else";
 }
 
+TEST_F(Velmoorctl, WhatWasDownloadedIsEqualAtEverySpeed) {
+  ASSERT_EQ(Run({"new", project}), 0);
+  for (const char* const speed : {"38400", "9600", "19200", "38400"}) {
+    SCOPED_TRACE(speed);
+    ASSERT_EQ(Run({"set", project, std::string("Pn801=") + speed}), 0) << err.str();
+    EXPECT_EQ(Run({"download", project, "--port", "x", "--yes", "--verify"}), 0) << err.str();
+    EXPECT_NE(err.str().find("Download All complete!"), std::string::npos);
+    EXPECT_EQ(Run({"compare", project, "--port", "x"}), 0) << out.str();
+  }
+}
+
+// The verdict on an amplifier is that on a project which was uploaded from it.
+TEST_F(Velmoorctl, CompareAndDiffAgree) {
+  ASSERT_EQ(Run({"new", project}), 0);
+  ASSERT_EQ(Run({"download", project, "--port", "x", "--yes"}), 0) << err.str();
+  const std::string other = world.folder.At("other.spj");
+  struct Case {
+    const char* line;
+    int verdict;
+    const char* part;  // that lists it; empty: nothing does
+  };
+  for (const Case& c : {Case{"PRM100=77", 1, "Parameters,Pn100,"}, Case{"PRM100=40", 0, ""},
+                        Case{"PRM000=0A10", 1, "Parameters,Pn000,"}, Case{"PRM000=0500", 0, ""},
+                        Case{"PRM207=0010", 0, "Not sent by Velmoor,Pn207,"},
+                        Case{"LOOPT3=5", 1, "Index Table,4,"}}) {
+    SCOPED_TRACE(c.line);
+    (void)line.Amplifier('0')->Execute(c.line, Micros(0));
+    EXPECT_EQ(Run({"compare", project, "--port", "x"}), c.verdict) << out.str();
+    EXPECT_NE(out.str().find(c.part), std::string::npos) << out.str();
+    world.files.Remove(other);
+    ASSERT_EQ(Run({"new", other}), 0);
+    ASSERT_EQ(Run({"upload", other, "--port", "x", "--yes"}), 0) << err.str();
+    EXPECT_EQ(Run({"diff", project, other}), c.verdict) << out.str();
+    EXPECT_NE(out.str().find(c.part), std::string::npos) << out.str();
+  }
+}
+
 // The upload goes on without the machine and leaves the project's, which differs from nothing.
 TEST_F(Velmoorctl, AMachineThatCannotBeUsedIsADifference) {
   ASSERT_EQ(Run({"new", project}), 0);

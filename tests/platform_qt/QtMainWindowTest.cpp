@@ -115,8 +115,9 @@ TEST(QtBoxTest, TheAnswersOfEachBox) {
         box.button(static_cast<QMessageBox::StandardButton>(test.press))->click();
       }
     });
-    EXPECT_EQ(world().boxes->Show(BoxKind::question, test.buttons, "First <b>\rsecond", ""),
-              test.answer);
+    EXPECT_EQ(
+        world().boxes->Show(BoxKind::question, test.buttons, "First <b>\rsecond", "", nullptr),
+        test.answer);
   }
 }
 
@@ -128,7 +129,7 @@ TEST(QtBoxTest, AStrayEnterAgreesToQuestionsThatLoseNothing) {
       ServeEvents();
       PressKey(modal, Qt::Key_Return);
     });
-    EXPECT_EQ(world().boxes->Show(kind, BoxButtons::yesNo, "Go on?", ""), answer);
+    EXPECT_EQ(world().boxes->Show(kind, BoxButtons::yesNo, "Go on?", "", nullptr), answer);
   }
 }
 
@@ -138,7 +139,7 @@ TEST(QtBoxTest, CtrlCCopiesTheWords) {
     QTest::keyClick(&modal, Qt::Key_C, Qt::ControlModifier);
     modal.close();
   });
-  (void)world().boxes->Show(BoxKind::question, BoxButtons::ok, "First\rsecond", "");
+  (void)world().boxes->Show(BoxKind::question, BoxButtons::ok, "First\rsecond", "", nullptr);
   EXPECT_EQ(world().clipboard->Text(), "First\nsecond");
 }
 

@@ -24,11 +24,13 @@ BoxAnswer CarefulAnswer(BoxButtons buttons) {
 }  // namespace
 
 BoxAnswer HeadlessBoxes::Show(BoxKind kind, BoxButtons buttons, const std::string& text,
-                              const std::string& title) {
+                              const std::string& title, BoxTick* presentTick) {
+  tick = presentTick;
   shown.push_back({kind, buttons, text, title});
   ++up_;
   const BoxAnswer answer = Answer(shown.back());
   --up_;
+  tick = nullptr;
   return answer;
 }
 

@@ -25,7 +25,7 @@ struct ShownBox {
 class HeadlessBoxes final : public MessageBoxes {
  public:
   BoxAnswer Show(BoxKind kind, BoxButtons buttons, const std::string& text,
-                 const std::string& title) override;
+                 const std::string& title, BoxTick* presentTick) override;
 
   // `during` runs while the box is up.
   void Expect(std::string textPart, BoxAnswer answer, std::function<void()> during = {});
@@ -39,6 +39,7 @@ class HeadlessBoxes final : public MessageBoxes {
   [[nodiscard]] bool IsUp() const { return up_ > 0; }
 
   std::vector<ShownBox> shown;
+  BoxTick* tick = nullptr;  // of the box that is up
 
  private:
   struct Expectation {

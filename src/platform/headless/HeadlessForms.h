@@ -152,6 +152,7 @@ class HeadlessMainWindow final : public HeadlessCommands<MainWindow> {
   // ---- as the user
   void Choose(const std::string& command);
   void ChooseRecent(int place);
+  void ChoosePanel(StatusPanel panel) { PanelChosen.Raise(panel); }
 
   std::vector<std::string> statusTexts;  // all that the status panel showed, oldest first
   std::map<ToolBar, bool> toolBars;

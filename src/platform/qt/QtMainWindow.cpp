@@ -68,6 +68,17 @@ void QtMainWindow::SetUpStatusBar() {
   QStatusBar& bar = *window_.statusBar();
   lamp_ = new LampWidget(&bar);
   bar.addWidget(lamp_);
+  auto* const line = new QLabel(&bar);
+  line->setObjectName(QStringLiteral("frmMainLine"));
+  line->setToolTip(QStringLiteral("State of the line; in an alarm a click opens Monitoring"));
+  line->setContentsMargins(0, 0, 6, 0);
+  bar.addWidget(line);
+  panels_[StatusPanel::line] = line;
+  lineClicks_ = std::make_unique<EventWatch>(*line, [this](const QEvent& event) {
+    if (event.type() != QEvent::MouseButtonRelease) return false;
+    PanelChosen.Raise(StatusPanel::line);
+    return true;
+  });
   auto* const status = new QLabel(&bar);
   status->setObjectName(QStringLiteral("frmMainStatus"));
   // A long text gives way, not the panels.

@@ -64,6 +64,7 @@ class QtMainWindow final : public QtCommands<MainWindow> {
   EventWatch watch_;
   std::string caption_;
   std::map<StatusPanel, QLabel*> panels_;
+  std::unique_ptr<EventWatch> lineClicks_;
   LampWidget* lamp_ = nullptr;
   std::vector<std::string> recent_;
   std::map<std::string, std::unique_ptr<Timer>> timers_;

@@ -1,6 +1,7 @@
 #include "platform/qt/QtMessageBoxes.h"
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QClipboard>
 #include <QLabel>
 #include <QMessageBox>
@@ -89,7 +90,7 @@ void FitToLines(QMessageBox& box) {
 }  // namespace
 
 BoxAnswer QtMessageBoxes::Show(BoxKind kind, BoxButtons buttons, const std::string& text,
-                               const std::string& title) {
+                               const std::string& title, BoxTick* tick) {
   const Choice choice = Choices(buttons);
   QMessageBox box(Owner());
   box.setIcon(Icon(kind));
@@ -106,6 +107,12 @@ BoxAnswer QtMessageBoxes::Show(BoxKind kind, BoxButtons buttons, const std::stri
   // A warning is not agreed to by a stray Enter.
   const bool grave = kind == BoxKind::exclamation || kind == BoxKind::graveQuestion;
   if (grave) box.setDefaultButton(choice.escape);
+  if (tick != nullptr) {
+    auto* const check = new QCheckBox(ToQt(tick->caption), &box);
+    check->setChecked(tick->on);
+    QObject::connect(check, &QCheckBox::toggled, &box, [tick](bool on) { tick->on = on; });
+    box.setCheckBox(check);
+  }
   // An hourglass of the caller must not lie over the box.
   QApplication::setOverrideCursor(Qt::ArrowCursor);
   const int button = box.exec();
