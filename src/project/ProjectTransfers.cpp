@@ -81,6 +81,7 @@ void clsHX7Project::MarkAfterStrayWrite() {
 }
 
 bool clsHX7Project::Download() {
+  if (!MayDownload()) return false;
   MarkAfterStrayWrite();
   if (!BeginDownload()) return false;
   const bool done = SendNew();
@@ -104,6 +105,7 @@ bool clsHX7Project::SendNew() {
 }
 
 bool clsHX7Project::DownloadAll() {
+  if (!MayDownload()) return false;
   MarkEverything();
   if (!BeginDownload()) return false;
   const bool done = SendEverything();
@@ -140,6 +142,7 @@ bool clsHX7Project::DownloadPart(Tool part) {
 }
 
 bool clsHX7Project::DownloadParts(const std::vector<Tool>& parts) {
+  if (!MayDownload()) return false;
   for (const Tool part : parts) MarkPart(part);
   if (!BeginDownload()) return false;
   const bool done = SendParts(parts);
