@@ -3,6 +3,7 @@
 #include "platform/Csv.h"
 #include "ProgramSession.h"
 #include "Target.h"
+#include "platform/VisibleText.h"
 #include "tables/TableCsv.h"
 
 namespace velmoor::fuzz {
@@ -36,9 +37,12 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     if (table == 0) Import(project.Position(), text);
     if (table == 1) Import(project.Zone(), text);
     if (table == 2) Import(project.Jog(), text);
-    const auto rows = ParseCsv(text);
+    auto rows = ParseCsv(text);
     std::string again;
     for (const CsvRow& row : rows) again += CsvLine(row);
+    for (CsvRow& row : rows) {
+      for (std::string& field : row) field = VisibleText(field);
+    }
     Require(ParseCsv(again) == rows, "rows that were written read the same");
   } catch (const std::runtime_error&) {
     // A quote that is never closed, with its line's number.

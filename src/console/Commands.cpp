@@ -5,6 +5,7 @@
 #include <ostream>
 #include <span>
 
+#include "console/CheckCommand.h"
 #include "console/CommandContext.h"
 #include "console/ConsoleBoxes.h"
 #include "console/HardwareCommands.h"
@@ -16,6 +17,7 @@
 #include "online/MonitoredItems.h"
 #include "platform/Files.h"
 #include "platform/Numbers.h"
+#include "platform/VisibleText.h"
 #include "platform/World.h"
 #include "platform/cli/RunProgram.h"
 #include "reports/rptHX7Main.h"
@@ -23,6 +25,10 @@
 
 namespace velmoor {
 namespace {
+
+void TellFaults(const Context& context, const std::vector<std::string>& faults) {
+  for (const std::string& fault : faults) context.program.err << VisibleLines(fault) << '\n';
+}
 
 // ---- tables
 
@@ -76,7 +82,7 @@ bool Import(const Context& context) {
   Work work(context);
   if (!work.Open(context.Argument(1))) return false;
   const std::vector<std::string> faults = table.import(work.project(), text);
-  for (const std::string& fault : faults) context.program.err << fault << '\n';
+  TellFaults(context, faults);
   if (!faults.empty() || !table.accept(work.project())) return false;
   work.project().Save();
   return true;
@@ -89,7 +95,7 @@ bool SetParameterValues(const Context& context) {
   if (!work.Open(context.Argument(1))) return false;
   const std::vector<std::string> faults =
       SetParameters(work.project(), std::span(context.line.Arguments()).subspan(2));
-  for (const std::string& fault : faults) context.program.err << fault << '\n';
+  TellFaults(context, faults);
   if (!faults.empty()) return false;
   work.project().Save();
   return true;
@@ -185,6 +191,12 @@ const std::vector<Command>& Commands() {
           .many = true}},
         {"motor-size", "yes"}},
        Set},
+      {{"check",
+        "print the values in doubt, as CSV; --keep settles those that show one value and send "
+        "another, and saves",
+        {kFile},
+        {"keep", "motor-size"}},
+       Check},
       {{"report",
         "make a PDF of the project, all of it or --sections",
         {kFile},
@@ -269,6 +281,9 @@ std::vector<OptionEntry> Options() {
       {"sections",
        "report " + InWords(SectionNames()) + "; all unless given",
        {"LIST", Kind::words, SectionNames(), true}},
+      {"keep",
+       "what is shown, marked to download, or what would be sent",
+       {"WHICH", Kind::words, {"shown", "sent"}}},
       {"out", "where the report goes", {"FILE.pdf", Kind::file}},
       {"paper", "report on a4 or letter; a4 unless given", {"SIZE", Kind::words, {"a4", "letter"}}},
       {"yes",

@@ -1,15 +1,14 @@
 #include "console/ConsoleBoxes.h"
 
-#include <algorithm>
 #include <ostream>
+
+#include "platform/VisibleText.h"
 
 namespace velmoor {
 
 BoxAnswer ConsoleBoxes::Show(BoxKind kind, BoxButtons buttons, const std::string& text,
                              const std::string& title, BoxTick* /*tick*/) {
-  std::string lines = text;
-  std::replace(lines.begin(), lines.end(), '\r', '\n');
-  if (!title.empty()) lines = title + ": " + lines;
+  const std::string lines = VisibleLines(title.empty() ? text : title + ": " + text);
   if (TellsOfFailure(kind, buttons)) ++failures_;
   out_ << lines << '\n';
   switch (buttons) {

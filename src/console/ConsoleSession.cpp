@@ -57,6 +57,11 @@ bool ConsoleSession::Open(const std::string& fileName) {
     return false;
   }
   operations_.FollowProject();
+  const std::size_t doubts = clsProject->Doubts().size();
+  if (doubts > 0) {
+    ShowInformation(NumberText(doubts) + (doubts == 1 ? " value of " : " values of ") +
+                    GetFileTitle(path) + " in doubt: velmoorctl check lists them.");
+  }
   return true;
 }
 

@@ -18,6 +18,7 @@
 #include "platform/Files.h"
 #include "platform/MessageBoxes.h"
 #include "platform/Numbers.h"
+#include "platform/VisibleText.h"
 #include "platform/World.h"
 
 namespace velmoor {
@@ -49,7 +50,7 @@ bool Exchange(const Context& context, clsHX7Helix7& helix, const std::string& li
                     (result == kSuccess ? std::string() : "\r" + ResultText(result)));
     return false;
   }
-  context.program.out << UpperCase(answer) << '\n' << std::flush;
+  context.program.out << VisibleText(UpperCase(answer)) << '\n' << std::flush;
   return !IsRefusal(answer);
 }
 

@@ -8,6 +8,7 @@
 #include <stdexcept>
 #include <utility>
 
+#include "link/AnswerName.h"
 #include "link/BaudRates.h"
 #include "platform/Log.h"
 #include "platform/MessageBoxes.h"
@@ -356,6 +357,7 @@ ResultCode ClassSerialComm::executeReadCommand(const std::string& command, std::
     }
     const std::size_t at = answer.find(delimiter);
     if (at == std::string::npos) return kValueNotFound;
+    if (NamesAnother(command, std::string_view(answer).substr(0, at))) return kValueNotFound;
     const std::string value = answer.substr(at + delimiter.size());
     if (value.find(kDamagedCharacter) != std::string::npos) return kValueNotFound;
     response = value;

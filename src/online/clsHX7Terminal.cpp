@@ -5,6 +5,7 @@
 #include "online/TerminalScript.h"
 #include "platform/Files.h"
 #include "platform/Trapped.h"
+#include "platform/VisibleText.h"
 #include "platform/World.h"
 
 namespace velmoor {
@@ -41,7 +42,10 @@ void clsHX7Terminal::frm_TerminalClosed() {
 }
 
 bool clsHX7Terminal::SaveLogToFile(const std::string& strFilePath) {
-  return WriteLines("clsTerminal.SaveLogToFile: ", strFilePath, frm_.Log());
+  // What the amplifier answered may be shown by a terminal again.
+  std::vector<std::string> lines = frm_.Log();
+  for (std::string& line : lines) line = VisibleText(line);
+  return WriteLines("clsTerminal.SaveLogToFile: ", strFilePath, lines);
 }
 
 bool clsHX7Terminal::SaveScriptToFile(const std::string& strFilePath) {

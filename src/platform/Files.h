@@ -17,7 +17,13 @@ class FileError : public std::runtime_error {
 class FileLock {
  public:
   virtual ~FileLock() = default;
+  // False: the folder's file system takes locks and does not keep them.
+  [[nodiscard]] virtual bool IsKept() const = 0;
 };
+
+// What lies under a name: nothing; a regular file of this user that has no other name; a regular
+// file of another user; a link, a pipe, a folder or the like, or a file that has a second name.
+enum class NameState { free, own, anothers, foreign };
 
 class Files {
  public:
@@ -34,6 +40,10 @@ class Files {
   // An absolute form of `path`, taken from the current directory.
   [[nodiscard]] virtual std::string Absolute(const std::string& path) const = 0;
 
+  [[nodiscard]] virtual NameState StateOf(const std::string& path) const = 0;
+  // The network's file system on which the file lies, "NFS"; empty: one of this computer.
+  [[nodiscard]] virtual std::string NetworkOf(const std::string& path) const = 0;
+
   // Copies the contents (not the permissions) over `target` such that at any instant the old file
   // or the new one is there, whole and on the disk: temporary file beside the target, flush,
   // rename, flush of the directory. A symbolic link keeps pointing; its target is replaced. A
@@ -41,12 +51,17 @@ class Files {
   // file. Throws FileError, also for a target that is write-protected or no regular file; the
   // target is then the old one.
   virtual void ReplaceDurably(const std::string& source, const std::string& target) = 0;
+  // The same for a working file, which must be this user's alone. The target has no permission
+  // beyond those of `like`, and none but the owner's where there is no such file.
+  virtual void SaveDurably(const std::string& working, const std::string& target,
+                           const std::string& like) = 0;
   // Lays a disposable working copy, which its owner alone can read: deletes a journal left beside
   // `target`, then writes it in place. Throws FileError, also for a source that is no regular file
   // and for a target that is a link, a pipe, or another user's.
   virtual void LayWorkingCopy(const std::string& source, const std::string& target) = 0;
   // Writes `bytes` as ReplaceDurably does.
   virtual void WriteDurably(const std::string& target, const std::string& bytes) = 0;
+  // Refuses a file that is larger than bounds::kFile.
   [[nodiscard]] virtual std::string ReadAll(const std::string& path) const = 0;
   // Renames, with copy and delete where the two lie on different file systems. Onto itself:
   // nothing.

@@ -36,7 +36,4 @@ class Log {
 void LogInformation(std::string_view subject, std::string_view text);
 void LogWarning(std::string_view subject, std::string_view text);
 
-// `text` on one line: line breaks become blanks, other control characters "\x1b".
-[[nodiscard]] std::string VisibleText(std::string_view text);
-
 }  // namespace velmoor

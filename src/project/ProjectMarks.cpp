@@ -161,7 +161,7 @@ void clsHX7Project::SaveMarks() {
   }
   world().databases->Release(copy);
   try {
-    if (changed) files.ReplaceDurably(copy, sFileName_);
+    if (changed) files.SaveDurably(copy, sFileName_, sFileName_);
   } catch (...) {
     files.Remove(copy);
     throw;

@@ -87,6 +87,7 @@ void clsHX7Project::MarkAfterStrayWrite() {
 }
 
 bool clsHX7Project::Download() {
+  if (!MayDownload()) return false;
   MarkAfterStrayWrite();
   if (!BeginDownload()) return false;
   const bool done = SendNew();
@@ -111,6 +112,7 @@ bool clsHX7Project::SendNew() {
 }
 
 bool clsHX7Project::DownloadAll() {
+  if (!MayDownload()) return false;
   MarkEverything();
   if (!BeginDownload()) return false;
   const bool done = SendEverything();
@@ -147,6 +149,7 @@ bool clsHX7Project::DownloadPart(Tool part) {
 }
 
 bool clsHX7Project::DownloadParts(const std::vector<Tool>& parts) {
+  if (!MayDownload()) return false;
   for (const Tool part : parts) MarkPart(part);
   if (!BeginDownload()) return false;
   const bool done = SendParts(parts);

@@ -1,8 +1,12 @@
 #include "project/clsHX7Project.h"
 
+#include <vector>
+
+#include "platform/Log.h"
 #include "platform/MessageBoxes.h"
 #include "platform/Trapped.h"
 #include "platform/World.h"
+#include "project/WorkingName.h"
 #include "project/data/ProjectFormat.h"
 #include "project/data/Schema.h"
 #include "session/Session.h"
@@ -20,19 +24,13 @@ clsHX7Project::~clsHX7Project() {
 void clsHX7Project::RemoveWorkingFile() {
   if (strProjectDatabasePath_.empty() || !workingFileLock_) return;
   world().databases->Release(strProjectDatabasePath_);
-  workingFileLock_.reset();
   try {
     world().files->Remove(strProjectDatabasePath_);
   } catch (const FileError&) {
     // The working file is disposable; a folder that became read-only keeps it until the next
     // opening.
   }
-}
-
-std::string clsHX7Project::WorkingFileOf(const std::string& directory,
-                                         const std::string& title) const {
-  // The ending is cut by characters, not by the dot: "line1.spjx" is worked on as "line1.stmp".
-  return JoinPath(directory, DropRight(title, 3) + "tmp");
+  workingFileLock_.reset();
 }
 
 bool clsHX7Project::OpenProject(const std::string& strFileName, const std::string& strFileTitle,
@@ -52,23 +50,23 @@ bool clsHX7Project::OpenProject(const std::string& strFileName, const std::strin
   }
   const std::string cannotCreate =
       "Cannot create temporary project file for project " + sFileTitle_ + "!";
-  const std::string workingFile = WorkingFileOf(sWorkingDirectory_, sFileTitle_);
-  // A project whose name ends in "tmp" would be its own working file, and be deleted with it.
-  if (files.IsSameFile(workingFile, sFileName_)) return refuse(cannotCreate);
+  WorkingName working;
   try {
-    workingFileLock_ = files.Lock(workingFile);
+    working = ChooseWorkingName(sWorkingDirectory_, sFileTitle_, sFileName_);
+    // A project whose name ends in "tmp" would be its own working file, and be deleted with it.
+    if (files.IsSameFile(working.path, sFileName_)) return refuse(cannotCreate);
+    workingFileLock_ = files.Lock(working.path);
     if (!workingFileLock_) {
       return refuse("Project " + sFileTitle_ + " is in use by another program!");
     }
-    strProjectDatabasePath_ = workingFile;
-    world().databases->Release(workingFile);
-    files.LayWorkingCopy(sFileName_, workingFile);
-    // A program that was killed may have left it.
-    files.Remove(MarksFile());
+    strProjectDatabasePath_ = working.path;
+    world().databases->Release(working.path);
+    files.LayWorkingCopy(sFileName_, working.path);
   } catch (const FileError& error) {
     return refuse(cannotCreate + "\r" + error.what());
   }
-  if (!files.Exists(workingFile)) return refuse(cannotCreate);
+  if (!files.Exists(working.path)) return refuse(cannotCreate);
+  RemoveMarksFile();
   const std::string refusal = ReadFile();
   if (!refusal.empty()) return refuse(refusal);
   SetDatabasePaths();
@@ -81,7 +79,32 @@ bool clsHX7Project::OpenProject(const std::string& strFileName, const std::strin
         "Project " + sFileTitle_ +
         " lacked records, which are as in a new project now and marked to download:" + laidAnew_);
   }
+  TellOfPlace(working.remark);
   return true;
+}
+
+// A program that was killed may have left it. Where something else has its name, a download tells
+// that its marks cannot be kept.
+void clsHX7Project::RemoveMarksFile() {
+  try {
+    world().files->Remove(MarksFile());
+  } catch (const FileError& error) {
+    LogWarning("session", error.what());
+  }
+}
+
+// What the user is to know of the folder in which the project lies.
+void clsHX7Project::TellOfPlace(const std::string& remark) const {
+  if (!remark.empty()) ShowInformation(remark);
+  if (!workingFileLock_->IsKept()) {
+    ShowExclamation(
+        "The folder of the project takes locks and does not keep them: take care that no other "
+        "program works on the project at the same time.");
+  }
+  const std::string network = world().files->NetworkOf(sFileName_);
+  if (network.empty()) return;
+  LogInformation("session", "The project lies in a network folder (" + network +
+                                "): whether another computer works on it is not certain.");
 }
 
 void clsHX7Project::SetDatabasePaths() {
@@ -118,7 +141,7 @@ std::string clsHX7Project::ReadFile() {
 
 void clsHX7Project::Save() {
   world().databases->Release(strProjectDatabasePath_);
-  world().files->ReplaceDurably(strProjectDatabasePath_, sFileName_);
+  world().files->SaveDurably(strProjectDatabasePath_, sFileName_, sFileName_);
   blnNeedsSaving_ = false;
 }
 
@@ -126,7 +149,8 @@ void clsHX7Project::SaveAs(const std::string& strFile) {
   Files& files = *world().files;
   const std::string directory = GetFileDirectory(strFile);
   const std::string title = GetFileTitle(strFile);
-  const std::string workingFile = WorkingFileOf(directory, title);
+  const WorkingName working = ChooseWorkingName(directory, title, strProjectDatabasePath_);
+  const std::string& workingFile = working.path;
   if (files.IsSameFile(workingFile, strFile)) {
     throw FileError("Cannot create temporary project file for project " + title + "!");
   }
@@ -137,7 +161,7 @@ void clsHX7Project::SaveAs(const std::string& strFile) {
     const auto lock = files.Lock(workingFile);
     if (!lock) throw FileError("Project " + title + " is in use by another program!");
   }
-  files.ReplaceDurably(strProjectDatabasePath_, strFile);
+  files.SaveDurably(strProjectDatabasePath_, strFile, sFileName_);
   if (moves) files.Rename(strProjectDatabasePath_, workingFile);
   sFileName_ = strFile;
   sFileTitle_ = title;
@@ -145,6 +169,7 @@ void clsHX7Project::SaveAs(const std::string& strFile) {
   sWorkingDirectory_ = directory;
   SetDatabasePaths();
   ProjectSavedAs.Raise();
+  TellOfPlace(working.remark);
 }
 
 bool clsHX7Project::BackupExists() const {

@@ -92,7 +92,15 @@ class clsHX7Project final : public Project {
   // The amplifier has lost those parts: marks them, in the project's file too.
   void MarkLost(std::span<const Tool> parts);
 
-  // ---- transfers
+  // ---- doubts: text against what would go out, values outside of their limits
+
+  // The tables', then those of the parameters.
+  [[nodiscard]] std::vector<Doubt> Doubts() const;
+  // Settles each so, in the working file too; those that are gone are passed over. Throws
+  // DatabaseError.
+  void Settle(const std::vector<Doubt>& doubts, Keep keep);
+
+  // ---- transfers; a download is refused, and the user told, while a value is in doubt
 
   // Sends what is marked, in a fixed order, and stores it; restarts the hardware when a parameter
   // went out. False at the first failure: what ran is clean, the rest stays marked.
@@ -236,8 +244,8 @@ class clsHX7Project final : public Project {
   void ConnectTool(Tool id, ToolObject& tool);
   void ConnectMechanicalSystem();
   void ConnectBaudRate();
-  [[nodiscard]] std::string WorkingFileOf(const std::string& directory,
-                                          const std::string& title) const;
+  void RemoveMarksFile();
+  void TellOfPlace(const std::string& remark) const;
   [[nodiscard]] MotionTable* TableOf(Tool tool);
   [[nodiscard]] std::vector<MotionTable*> Tables();
   [[nodiscard]] std::vector<const MotionTable*> Tables() const;
@@ -256,6 +264,7 @@ class clsHX7Project final : public Project {
   bool SendParts(const std::vector<Tool>& parts);
   bool DownloadPart(Tool part);
   [[nodiscard]] bool IsAsWritten() const { return !writtenCheck_ || writtenCheck_(); }
+  [[nodiscard]] bool MayDownload() const;
   // Before the first line of a download, and behind its last.
   bool BeginDownload();
   void EndDownload();

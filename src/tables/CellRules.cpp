@@ -5,6 +5,7 @@
 
 #include "platform/Numbers.h"
 #include "platform/Utility.h"
+#include "platform/VisibleText.h"
 #include "project/data/UnitConversion.h"
 #include "tables/clsHX7Position.h"
 
@@ -79,6 +80,9 @@ CellCheck CheckLabel(const clsHX7Position& table, int step, const std::string& t
   }
   if (std::ranges::any_of(text, [](char c) { return static_cast<unsigned char>(c) < ' '; })) {
     return CellCheck::Refuse("Label cannot contain tabs or line breaks!");
+  }
+  if (VisibleText(text) != text) {
+    return CellCheck::Refuse("Label cannot contain control characters!");
   }
   for (int row = 1; row <= table.RowsInArray(); ++row) {
     const std::string& other = table.Text(row, clsHX7Position::label);

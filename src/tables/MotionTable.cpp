@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <stdexcept>
+#include <utility>
 
 #include "platform/Numbers.h"
 #include "platform/Trapped.h"
@@ -177,32 +178,13 @@ MotionTable::StoredRow MotionTable::ReadRow(const RowSet& record) const {
 
 void MotionTable::ReadFromDB() {
   ForEachRecord([this](int row, RowSet& record) { stored_[Index(row)] = ReadRow(record); }, false);
+  doubts_.clear();
   ShowWhatIsSent();
   DropEdits();
+  JudgeChanges(std::vector<StoredRow>(stored_.size()));
   uploaded_.clear();
   copies_.assign(stored_.size(), {});
   acknowledged_.clear();
-}
-
-// A number whose text does not mean what stands beside it, and would go out, gives way to one that
-// does.
-void MotionTable::ShowWhatIsSent() {
-  const Units units = UnitsOf(OpenedProject());
-  for (StoredRow& row : stored_) {
-    for (std::size_t i = 0; i < layout_.columns.size(); ++i) {
-      const TableColumn& column = layout_.columns[i];
-      if (column.controllerField.empty() || column.kind == CellKind::next) continue;
-      std::string meant;
-      try {
-        meant = ToController(column.kind, row.cells[i], {}, units);
-      } catch (const NumberError&) {
-        meant.clear();
-      }
-      if (meant != row.controller[i]) {
-        row.cells[i] = FromController(column.kind, row.controller[i], units);
-      }
-    }
-  }
 }
 
 std::vector<std::string> MotionTable::ControllerRow(const std::vector<std::string>& cells,
@@ -265,8 +247,9 @@ void MotionTable::WriteRows(Database& database, const std::vector<StoredRow>& ro
 }
 
 void MotionTable::TakeStored(std::vector<StoredRow> rows) {
-  stored_ = std::move(rows);
+  const std::vector<StoredRow> before = std::exchange(stored_, std::move(rows));
   DropEdits();
+  JudgeChanges(before);
 }
 
 bool MotionTable::ChangeAccepted() {

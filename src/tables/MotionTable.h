@@ -19,6 +19,7 @@
 #include "link/ResultCode.h"
 #include "platform/Database.h"
 #include "platform/Event.h"
+#include "project/data/Doubt.h"
 #include "project/data/Units.h"
 #include "session/Project.h"
 
@@ -53,6 +54,7 @@ struct TableColumn {
 }
 
 struct TableLayout {
+  Tool tool;
   std::string_view className;  // heads the boxes about trapped errors: "clsZone"
   std::string_view table;
   std::string_view order;  // the key column by whose number the rows are walked
@@ -176,6 +178,12 @@ class MotionTable {
   // Marks stored rows, in the file too. Throws DatabaseError.
   void Mark(const std::vector<int>& rows);
 
+  // ---- doubts
+  [[nodiscard]] const std::vector<Doubt>& Doubts() const { return doubts_; }
+  // Settles one of them, in the file too. A shown text that means no value cannot be kept. Throws
+  // DatabaseError.
+  void Settle(const Doubt& doubt, Keep keep);
+
   // ---- events
   Event<> Applied;
   Event<> Closed;            // the window closed
@@ -209,9 +217,16 @@ class MotionTable {
   // "-". Throws NumberError for a text that is no number where one is wanted.
   [[nodiscard]] virtual std::string ToController(CellKind kind, const std::string& text,
                                                  const Rows& cells, const Units& units) const;
-  // The inverse; kinds without a conversion come back as they are.
+  // The inverse; kinds without a conversion, and texts of no known form, come back as they are.
   [[nodiscard]] virtual std::string FromController(CellKind kind, const std::string& text,
                                                    const Units& units) const;
+  // A cell of a row, not empty in the controller's form, is one that could have been typed.
+  [[nodiscard]] virtual bool IsAsTyped(int row, int column, const StoredRow& stored) const;
+  // The text that shows what a cell sends, in a table of those cells.
+  [[nodiscard]] virtual std::string ShownCell(CellKind kind, const std::string& controller,
+                                              const Rows& /*cells*/, const Units& units) const {
+    return FromController(kind, controller, units);
+  }
   // What a blank row of an upload shows as its label, and what another one does.
   [[nodiscard]] virtual std::string UploadedLabel(int /*row*/) const { return {}; }
 
@@ -231,6 +246,10 @@ class MotionTable {
                                                        const Rows& all, const Units& units) const;
   [[nodiscard]] StoredRow ReadRow(const RowSet& record) const;
   void ShowWhatIsSent();
+  void JudgeText(int row, int column, const std::string& text, const std::string& meant);
+  void JudgeValue(int row, int column);
+  [[nodiscard]] Rows StoredCells() const;
+  void JudgeChanges(const std::vector<StoredRow>& before);
   [[nodiscard]] std::vector<StoredRow> EditedRows(const Units& units) const;
   void WriteRows(Database& database, const std::vector<StoredRow>& rows) const;
   void WriteRow(RowSet& record, const StoredRow& row) const;
@@ -252,6 +271,7 @@ class MotionTable {
   Rows uploaded_;
   std::vector<AmplifierRow> copies_;
   std::map<int, std::vector<std::string>> acknowledged_;  // and not stored yet
+  std::vector<Doubt> doubts_;                             // in the order of rows and columns
   std::string strDatabasePath_;
   std::unique_ptr<TableWindow> frm_;
   Connections connections_;

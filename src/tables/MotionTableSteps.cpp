@@ -32,7 +32,7 @@ std::string MotionTable::FromController(CellKind kind, const std::string& text,
   const auto place = PlaceOf(kind, text);
   if (!place) return text;
   const auto number = ParseFloat(text.substr(place->at));
-  if (!number) throw NumberError("Type mismatch: '" + text + "' is not a number");
+  if (!number) return text;
   return text.substr(0, place->at) + units.Shown(*number, place->kind);
 }
 
@@ -54,7 +54,8 @@ void MotionTable::RescaleRow(StoredRow& row, const Units& to, const std::string&
   for (std::size_t i = 0; i < layout_.columns.size(); ++i) {
     const TableColumn& column = layout_.columns[i];
     const auto number = PlaceOf(column.kind, row.cells[i]);
-    if (!number) continue;
+    // What is none of the known forms stays as it was found.
+    if (!number || !ParseFloat(row.cells[i].substr(number->at))) continue;
     bool limited = false;
     std::string text = Reformatted(column.kind, row.cells[i], to, limited);
     std::string counts = ToController(column.kind, text, {}, to);

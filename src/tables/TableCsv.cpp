@@ -5,9 +5,11 @@
 #include <optional>
 #include <span>
 
+#include "platform/Bounds.h"
 #include "platform/Csv.h"
 #include "platform/MessageBoxes.h"
 #include "platform/Numbers.h"
+#include "platform/VisibleText.h"
 #include "tables/CellRules.h"
 #include "tables/clsHX7Jog.h"
 #include "tables/clsHX7Position.h"
@@ -66,9 +68,10 @@ class Import {
         CheckRows(check);
       }
     } catch (const std::exception& error) {
-      faults_.emplace_back(error.what());
+      AddFault(error.what());
     }
     if (!faults_.empty()) {
+      if (untold_ > 0) faults_.push_back("and " + NumberText(untold_) + " more");
       table_.PutBackEdits(before);
       return faults_;
     }
@@ -77,7 +80,14 @@ class Import {
   }
 
  private:
-  void AddFault(const std::string& words) { faults_.push_back(OneLine(words)); }
+  // The first ones are told, the others counted.
+  void AddFault(const std::string& words) {
+    if (faults_.size() < bounds::kFaultsTold) {
+      faults_.push_back(Shortened(VisibleText(OneLine(words)), bounds::kFaultText));
+    } else {
+      ++untold_;
+    }
+  }
 
   bool FindColumns(const std::vector<CsvRow>& rows) {
     if (rows.empty()) {
@@ -174,6 +184,7 @@ class Import {
   std::optional<std::size_t> numberColumn_;
   std::vector<int> rowsToCheck_;
   std::vector<std::string> faults_;
+  std::size_t untold_ = 0;
 };
 
 }  // namespace

@@ -22,8 +22,9 @@ class clsHX7Zone;
 
 // Puts the text's rows into the table and marks the rows that changed. With a column for the row's
 // number the rows named are replaced and the others stay; without one the text is the whole table.
-// The mark column is ignored. Each bad cell gives one line, "Row 3, column speed: ..."; with any
-// such line nothing is changed. Empty: done, and the caller accepts the change.
+// The mark column is ignored. Each bad cell gives one line, "Row 3, column speed: ...", the first
+// bounds::kFaultsTold of them; with any such line nothing is changed. Empty: done, and the caller
+// accepts the change.
 [[nodiscard]] std::vector<std::string> ImportCsv(const Project& project, clsHX7Position& table,
                                                  std::string_view text);
 [[nodiscard]] std::vector<std::string> ImportCsv(const Project& project, clsHX7Zone& table,

@@ -24,8 +24,8 @@ constexpr std::array<TableColumn, 5> kColumns{{
     {Jog::kBit[3], {}, CellKind::fixed},
 }};
 
-constexpr TableLayout kLayout{"clsJog", Jog::kTable, Jog::kJog, static_cast<int>(Jog::kRows),
-                              kColumns};
+constexpr TableLayout kLayout{
+    Tool::jog, "clsJog", Jog::kTable, Jog::kJog, static_cast<int>(Jog::kRows), kColumns};
 
 }  // namespace
 

@@ -7,6 +7,7 @@
 #include "link/clsHX7Helix7.h"
 #include "platform/MessageBoxes.h"
 #include "platform/Numbers.h"
+#include "platform/Utility.h"
 #include "project/data/Schema.h"
 #include "project/data/UnitConversion.h"
 #include "session/Session.h"
@@ -31,8 +32,12 @@ constexpr std::array<TableColumn, 9> kColumns{{
     {Position::kNext, Position::kControllerNext, CellKind::next},
 }};
 
-constexpr TableLayout kLayout{"clsPosition", Position::kTable, Position::kId,
-                              static_cast<int>(Position::kRows), kColumns};
+constexpr TableLayout kLayout{Tool::position,
+                              "clsPosition",
+                              Position::kTable,
+                              Position::kId,
+                              static_cast<int>(Position::kRows),
+                              kColumns};
 
 // "A+", "A-", "I+" or "I-": what follows is a distance.
 bool HasMovePrefix(const std::string& value) {
@@ -44,6 +49,30 @@ bool HasMovePrefix(const std::string& value) {
 bool IsMoveWord(const std::string& value) {
   const std::string head = Left(value, 2);
   return head == "ST" || head == "+I" || head == "-I" || head == "-";
+}
+
+// A move as it goes out: a word, or a prefix and a count.
+bool IsMove(const std::string& text) {
+  if (!HasMovePrefix(text))
+    return (text == "+INFINITE" || text == "-INFINITE" || text == "STOP" || text == "-");
+  const std::string digits = text.substr(2);
+  const auto count = IsWholeNumberText(digits) ? ParseWhole(digits) : std::nullopt;
+  return count && digits.front() >= '0' && digits.front() <= '9' && *count <= kMostCounts;
+}
+
+// "00012" reads "12"; what is no number stays as it was found.
+std::string PlainWhole(const std::string& text) {
+  const auto number = ParseWhole(text);
+  return number ? NumberText(*number) : text;
+}
+
+// The amplifier's number of a step, from 0.
+std::optional<int> StepOf(const std::string& text) {
+  const auto number = ParseWhole(text);
+  if (!number || *number < 0 || *number >= static_cast<std::int64_t>(Position::kRows)) {
+    return std::nullopt;
+  }
+  return static_cast<int>(*number);
 }
 
 // "A+00012345" reads "A+12345"; words stay.
@@ -61,7 +90,7 @@ std::string DefaultLabel(int step) {
 std::string ConvertPaddedTimeToTime(const std::string& strText) {
   const std::size_t at = strText.find('T');
   if (at == std::string::npos) return strText;
-  return strText.substr(0, at + 1) + NumberText(Int32FromText(strText.substr(at + 1)));
+  return strText.substr(0, at + 1) + PlainWhole(strText.substr(at + 1));
 }
 
 bool IsNewEvent(const std::string& strEvent) {
@@ -102,8 +131,43 @@ std::string clsHX7Position::ToController(CellKind kind, const std::string& text,
 std::string clsHX7Position::FromController(CellKind kind, const std::string& text,
                                            const Units& units) const {
   if (kind != CellKind::next) return MotionTable::FromController(kind, text, units);
-  if (text.empty() || text == "END") return text;
-  return DefaultLabel(Int32FromText(text) + 1);
+  const auto step = StepOf(text);
+  return step ? DefaultLabel(*step + 1) : text;
+}
+
+std::string clsHX7Position::ShownCell(CellKind kind, const std::string& controller,
+                                      const Rows& cells, const Units& units) const {
+  if (kind != CellKind::next) return FromController(kind, controller, units);
+  const auto step = StepOf(controller);
+  if (!step) return controller;
+  const std::string& strLabel = cells.at(static_cast<std::size_t>(*step)).at(label);
+  return strLabel.empty() ? controller : strLabel;
+}
+
+bool clsHX7Position::IsAsTyped(int row, int column, const StoredRow& stored) const {
+  const std::string& text = stored.controller.at(static_cast<std::size_t>(column));
+  switch (column) {
+    case position:
+      return IsMove(text);
+    case outputs:
+      return CheckOutputs(text).accepted;
+    case event:
+      return CheckEvent(text).accepted;
+    case loop:
+      return CheckLoop(text).accepted;
+    case next: {
+      const auto step = StepOf(text);
+      return text == "END" || (step && *step != row - 1 && !IsBlankStep(*step));
+    }
+    default:
+      return MotionTable::IsAsTyped(row, column, stored);
+  }
+}
+
+bool clsHX7Position::IsBlankStep(int step) const {
+  const std::vector<std::string>& controller = Stored(step + 1).controller;
+  return std::all_of(controller.begin() + position, controller.end(),
+                     [](const std::string& cell) { return cell.empty(); });
 }
 
 bool clsHX7Position::TableUsesNewEvents() const {
@@ -129,12 +193,7 @@ ResultCode clsHX7Position::UploadRow(int row, std::vector<std::string>& controll
       cell = PlainCount(text);
     }
     if (column == event) cell = ConvertPaddedTimeToTime(text);
-    if (column == loop && !text.empty()) cell = NumberText(Int32FromText(text));
-    if (column == next && !text.empty() && text != "END") cell = NumberText(Int32FromText(text));
-    // Words have no number form that would fail: a garbled one must not become the project's.
-    const bool garbled = (column == outputs && !CheckOutputs(cell).accepted) ||
-                         (column == event && !CheckEvent(cell).accepted);
-    if (garbled && !cell.empty()) return kValueNotFound;
+    if (column == loop || column == next) cell = PlainWhole(text);
   }
   return kSuccess;
 }

@@ -57,7 +57,13 @@ class clsHX7Position final : public MotionTable {
                                          const Units& units) const override;
   [[nodiscard]] std::string FromController(CellKind kind, const std::string& text,
                                            const Units& units) const override;
+  [[nodiscard]] std::string ShownCell(CellKind kind, const std::string& controller,
+                                      const Rows& cells, const Units& units) const override;
+  [[nodiscard]] bool IsAsTyped(int row, int column, const StoredRow& stored) const override;
   [[nodiscard]] std::string UploadedLabel(int row) const override { return DefaultLabel(row); }
+
+ private:
+  [[nodiscard]] bool IsBlankStep(int step) const;
 };
 
 }  // namespace velmoor

@@ -26,8 +26,8 @@ constexpr std::array<TableColumn, 7> kColumns{{
     {Zone::kBit[4], {}, CellKind::fixed},
 }};
 
-constexpr TableLayout kLayout{"clsZone", Zone::kTable, Zone::kZone, static_cast<int>(Zone::kRows),
-                              kColumns};
+constexpr TableLayout kLayout{
+    Tool::zone, "clsZone", Zone::kTable, Zone::kZone, static_cast<int>(Zone::kRows), kColumns};
 
 }  // namespace
 

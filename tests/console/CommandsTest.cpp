@@ -3,7 +3,10 @@
 #include <regex>
 
 #include "Velmoorctl.h"
+#include "platform/Bounds.h"
+#include "platform/Numbers.h"
 #include "platform/sqlcipher/Engine.h"
+#include "project/data/Schema.h"
 
 namespace velmoor {
 namespace {
@@ -157,6 +160,60 @@ TEST_F(Velmoorctl, ManualAndCompletionKnowWhatTheHelpTells) {
     }
   }
   EXPECT_GT(told, 40);
+}
+
+TEST_F(Velmoorctl, GuideTellsTheBoundsThatHold) {
+  const std::string guide =
+      world.files.ReadAll(std::string(VELMOOR_SOURCE) + "/docs/guide/limits.md");
+  const auto kibibytes = [](std::size_t bytes) { return NumberText(bytes / 1024) + " KiB"; };
+  for (const std::string& row :
+       {"| A file that is read whole: a project, a CSV file, a script | " +
+            NumberText(bounds::kFile / 1024 / 1024) + " MiB |",
+        "| Rows of a CSV file | " + NumberText(bounds::kCsvRows) + " |",
+        "| A row of a CSV file | " + NumberText(bounds::kCsvFields) + " fields, " +
+            NumberText(bounds::kCsvLine) + " bytes |",
+        "| Faults of an import that are told | " + NumberText(bounds::kFaultsTold) + ", each " +
+            NumberText(bounds::kFaultText) + " bytes;",
+        "| Lines of a terminal script | " + NumberText(bounds::kScriptLines) + ", each " +
+            NumberText(bounds::kScriptLine) + " bytes |",
+        "| The settings file | " + kibibytes(bounds::kSettings) + ";",
+        "| A text of the catalogue | " + NumberText(bounds::kCatalogueText) + " bytes |",
+        "| A line of the amplifier's answer | " + NumberText(bounds::kAnswer) + " bytes;",
+        "| A message of another start of Velmoor | " + NumberText(bounds::kInstanceMessage) +
+            " bytes |",
+        "| Records and settings of a project's parameters | " + NumberText(schema::kMostRecords) +
+            ", each field " + NumberText(schema::kMostText) + " bytes |"}) {
+    EXPECT_NE(guide.find(row), std::string::npos) << row;
+  }
+}
+
+// A label and an answer that would clear the screen.
+TEST_F(Velmoorctl, NothingFromAFileOrTheLineSteersTheTerminal) {
+  ASSERT_EQ(Run({"new", project}), 0);
+  {
+    const auto database = OpenForWriting(project);
+    const auto rows = database->OpenTable(schema::Position::kTable);
+    rows->Edit();
+    rows->Set(schema::Position::kLabel,
+              "\x1b[2J\x9b"
+              "0m");
+    rows->Update();
+    database->Commit();
+  }
+  world.databases.Release(project);
+  ASSERT_EQ(Run({"show", project, "index"}), 0) << err.str();
+  EXPECT_NE(out.str().find("1,\\x1b[2J\\x9b0m,"), std::string::npos) << out.str();
+  EXPECT_EQ(out.str().find('\x1b'), std::string::npos);
+  EXPECT_EQ(Run({"show", "\x1b[2J.spj", "index"}), 1);
+  EXPECT_EQ(err.str().find('\x1b'), std::string::npos) << err.str();
+  EXPECT_EQ(Run({"show", project, "\x1b[2J"}), 2);
+  EXPECT_EQ(err.str().find('\x1b'), std::string::npos) << err.str();
+  EXPECT_EQ(Run({"import", project, "jog", WriteFile("big.csv", std::string(5'000'000, ','))}), 1);
+  EXPECT_NE(err.str().find("the file is larger than any file of this program"), std::string::npos)
+      << err.str();
+  EXPECT_EQ(Run({"run", WriteFile("long.tsc", "0PRM800\n" + std::string(300, 'A')), "--port", "x"}),
+            1);
+  EXPECT_EQ(err.str(), "Line 2 of the script is longer than any command.\n");
 }
 
 TEST_F(Velmoorctl, SetsTheMachineInAnyOrderOrNotAtAll) {

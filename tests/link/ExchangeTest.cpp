@@ -34,7 +34,7 @@ TEST_F(Exchange, JudgesAnswersToWrites) {
 
 TEST_F(Exchange, JudgesAnswersToReads) {
   const std::tuple<const char*, ResultCode, const char*> cases[] = {
-      {"0Pn800=00000001", 0, "00000001"}, {"0Pn81D=-00001200", 0, "-00001200"},
+      {"0Pn800=00000001", 0, "00000001"}, {"0Pn81D=-00001200", -5, "before"},
       {"0Pn800==1=", 0, "=1="},           {"0Pn800=", 0, ""},
       {"0Pn800 00000001", -5, "before"},  {"0OK", -5, "before"},
       {"0Pn800=000000E5", -5, "before"},  {"0Pn800=0000E5A1", 58785, "before"},
@@ -46,6 +46,35 @@ TEST_F(Exchange, JudgesAnswersToReads) {
     std::string read = "before";
     EXPECT_EQ(comm.readParameter("800", read), expected) << answer;
     EXPECT_EQ(read, value) << answer;
+  }
+}
+
+TEST_F(Exchange, AnAnswerThatBearsAnothersNameIsNone) {
+  const std::tuple<const char*, const char*, ResultCode> cases[] = {
+      {"0PRM100", "0Pn100=00000500", 0},
+      {"0PRM0", "0Pn000=00000010", 0},
+      {"0PRM100", "0pn100=00000500", 0},
+      {"0PRM100", "0Pn0100=00000500", 0},
+      {"0PRM100", "0Pn101=00000500", -5},
+      {"0PRM100", "0Pn10=00000500", -5},
+      {"0PRM100", "0POST5=00000500", -5},
+      {"0PRM100", "0PUN=00000500", -5},
+      {"0POST5", "0POST5=I+00000001", 0},
+      {"0POST5", "0POST005=I+00000001", 0},
+      {"0POST5", "0POST6=I+00000001", -5},
+      {"0POST5", "0SPDT5=00000001", -5},
+      {"0RDST", "0RDST=00000001", 0},
+      {"0RDST", "0DST=00000001", -5},
+      {"0IN1", "0IN2=00000001", -5},
+      {"0ALM3", "0ALM4=A.9F", -5},
+      // Not a name of the vocabulary, so no other's.
+      {"0PRM100", "0VALUE=00000500", 0},
+      {"0PRM100", "=00000500", 0}};
+  for (const auto& [command, answer, expected] : cases) {
+    port.Echoed(command, answer);
+    std::string read = "before";
+    EXPECT_EQ(comm.executeReadCommand(command, read), expected) << command << " " << answer;
+    EXPECT_EQ(read == "before", expected != kSuccess) << command << " " << answer;
   }
 }
 

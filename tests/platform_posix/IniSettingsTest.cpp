@@ -46,6 +46,16 @@ TEST_F(IniSettingsTest, AValueIsThereForAnotherReaderAtOnce) {
   EXPECT_EQ(FileText(), "[Velmoor]\nPort=3\nRecentFile1=/home/a=b/line 1.spj\n");
 }
 
+TEST_F(IniSettingsTest, AFileWithoutAnEndIsNotTaken) {
+  WriteFile("Port=2\n" + std::string(300'000, '#') + "\n");
+  EXPECT_EQ(settings_.Read("Port"), std::nullopt);
+  EXPECT_THROW(settings_.Write("Port", "3"), std::runtime_error);
+  EXPECT_EQ(FileText().size(), 300'008U);
+  WriteFile("Port=2\n");
+  EXPECT_THROW(settings_.Write("Port", std::string(300'000, '3')), std::runtime_error);
+  EXPECT_EQ(settings_.Read("Port"), "2");
+}
+
 TEST_F(IniSettingsTest, LinesOfTheUserSurvive) {
   WriteFile("# my bench\n[Velmoor]\nCOM1 = /dev/ttyUSB0\n\nRate=9600\n");
   settings_.Write("Rate", "38400");

@@ -34,6 +34,29 @@ void Note(Step step) {
   if (gSteps != nullptr) gSteps->push_back(std::move(step));
 }
 
+// The whole name of a file in a folder that is held open.
+std::string Whole(int folder, const char* name) {
+  if (folder == AT_FDCWD || *name == '/') return name;
+  char path[4096] = {};
+  const std::string link = "/proc/self/fd/" + std::to_string(folder);
+  const ssize_t length = syscall(SYS_readlinkat, AT_FDCWD, link.c_str(), path, sizeof(path) - 1);
+  return std::string(path, static_cast<size_t>(length > 0 ? length : 0)) + "/" + name;
+}
+
+int Opened(int folder, const char* name, int flags, unsigned mode) {
+  const auto file = static_cast<int>(syscall(SYS_openat, folder, name, flags, mode));
+  if (file >= 0) {
+    Note({.call = Call::open,
+          .file = file,
+          .name = Whole(folder, name),
+          .to = {},
+          .bytes = {},
+          .directory = (flags & O_DIRECTORY) != 0});
+    if ((flags & O_TRUNC) != 0) Note({.call = Call::truncate, .file = file});
+  }
+  return file;
+}
+
 }  // namespace
 
 extern "C" {
@@ -43,17 +66,14 @@ int open(const char* name, int flags, ...) {
   va_start(rest, flags);
   const unsigned mode = (flags & O_CREAT) != 0 ? va_arg(rest, unsigned) : 0;
   va_end(rest);
-  const auto file = static_cast<int>(syscall(SYS_openat, AT_FDCWD, name, flags, mode));
-  if (file >= 0) {
-    Note({.call = Call::open,
-          .file = file,
-          .name = name,
-          .to = {},
-          .bytes = {},
-          .directory = (flags & O_DIRECTORY) != 0});
-    if ((flags & O_TRUNC) != 0) Note({.call = Call::truncate, .file = file});
-  }
-  return file;
+  return Opened(AT_FDCWD, name, flags, mode);
+}
+int openat(int folder, const char* name, int flags, ...) {
+  va_list rest;
+  va_start(rest, flags);
+  const unsigned mode = (flags & O_CREAT) != 0 ? va_arg(rest, unsigned) : 0;
+  va_end(rest);
+  return Opened(folder, name, flags, mode);
 }
 ssize_t write(int file, const void* bytes, size_t count) {
   const ssize_t written = syscall(SYS_write, file, bytes, count);
@@ -74,14 +94,16 @@ int fsync(int file) {
   Note({.call = Call::sync, .file = file});
   return static_cast<int>(syscall(SYS_fsync, file));
 }
-int rename(const char* from, const char* to) noexcept {
-  const auto result = static_cast<int>(syscall(SYS_renameat, AT_FDCWD, from, AT_FDCWD, to));
-  if (result == 0) Note({.call = Call::rename, .name = from, .to = to});
+int renameat(int fromFolder, const char* from, int toFolder, const char* to) noexcept {
+  const auto result = static_cast<int>(syscall(SYS_renameat, fromFolder, from, toFolder, to));
+  if (result == 0) {
+    Note({.call = Call::rename, .name = Whole(fromFolder, from), .to = Whole(toFolder, to)});
+  }
   return result;
 }
-int unlink(const char* name) noexcept {
-  const auto result = static_cast<int>(syscall(SYS_unlinkat, AT_FDCWD, name, 0));
-  if (result == 0) Note({.call = Call::unlink, .name = name});
+int unlinkat(int folder, const char* name, int flags) noexcept {
+  const auto result = static_cast<int>(syscall(SYS_unlinkat, folder, name, flags));
+  if (result == 0) Note({.call = Call::unlink, .name = Whole(folder, name)});
   return result;
 }
 

@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <fstream>
 
+#include "platform/posix/PosixSingleInstance.h"
 #include "support/TemporaryFolder.h"
 
 namespace velmoor::posix {
@@ -55,6 +56,36 @@ TEST_F(CatalogueCopyPlaceTest, WhatAKilledProcessLeftIsClearedAndALivingOnesStay
   close(held);
   const auto place = CatalogueCopyPlace::OfThisProcess();
   EXPECT_FALSE(fs::exists(living));
+}
+
+// Without a runtime directory, somebody else may have laid the name in the common place first.
+TEST(RuntimeDirectoryTest, PassesOverWhatIsPlantedInTheCommonPlace) {
+  const TemporaryFolder common;
+  const TemporaryFolder state;
+  const TemporaryFolder outside;
+  unsetenv("XDG_RUNTIME_DIR");
+  setenv("TMPDIR", common.Path().c_str(), 1);
+  setenv("XDG_STATE_HOME", state.Path().c_str(), 1);
+  const std::string usual = common.At("velmoor-" + std::to_string(getuid()));
+  EXPECT_EQ(RuntimeDirectory(), usual);
+  fs::remove(usual);
+  const std::string own = state.At("velmoor/run");
+  std::ofstream(usual) << "planted";
+  EXPECT_EQ(RuntimeDirectory(), own);
+  fs::remove(usual);
+  fs::permissions(outside.Path(), fs::perms(0755));
+  fs::create_symlink(outside.Path(), usual);
+  EXPECT_EQ(RuntimeDirectory(), own);
+  EXPECT_EQ(fs::status(outside.Path()).permissions(), fs::perms(0755));
+  if (getuid() == 0) {
+    fs::remove(usual);
+    fs::create_directory(usual);
+    ASSERT_EQ(chown(usual.c_str(), 65534, 65534), 0);
+    EXPECT_EQ(RuntimeDirectory(), own);
+  }
+  EXPECT_EQ(fs::status(own).permissions(), fs::perms(0700));
+  unsetenv("TMPDIR");
+  unsetenv("XDG_STATE_HOME");
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <sstream>
 
 #include "support/TemporaryFolder.h"
@@ -81,6 +82,31 @@ TEST(RotatingLog, AppendsToTheLogOfTheSessionBefore) {
   }
   const std::string text = FileText(folder.At("velmoor.log"));
   EXPECT_LT(text.find("first\n"), text.find("second\n"));
+}
+
+TEST(RotatingLog, FollowsNoLinkAndWritesToNoSecondName) {
+  namespace fs = std::filesystem;
+  const TemporaryFolder folder;
+  const std::string outside = folder.At("outside");
+  std::ofstream(outside) << "mine";
+  fs::create_directory(folder.At("log"));
+  const std::string path = folder.At("log/velmoor.log");
+  const std::function<void()> plants[] = {
+      [&] { fs::create_symlink(outside, path); },
+      [&] { fs::create_symlink(folder.At("none"), path); },
+      [&] { fs::create_hard_link(outside, path); },
+      [&] { fs::create_directory(path); },
+  };
+  for (const auto& plant : plants) {
+    plant();
+    RotatingLog log(folder.At("log"));
+    log.Write(LogLevel::information, "session", "entry");
+    EXPECT_EQ(log.Path(), "");
+    EXPECT_EQ(log.Recent().size(), 1U);
+    EXPECT_EQ(FileText(outside), "mine");
+    EXPECT_FALSE(fs::exists(folder.At("none")));
+    fs::remove(path);
+  }
 }
 
 TEST(RotatingLog, KeepsTheRecentEntriesWhereNoFileCanBeWritten) {

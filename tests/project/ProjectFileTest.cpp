@@ -93,16 +93,86 @@ TEST_F(ProjectFile, AMissingCatalogueIsToldBeforeAnythingElse) {
 
 TEST_F(ProjectFile, AStaleWorkingCopyAndItsJournalAreLost) {
   const std::string path = world.MakeProject("a.spj");
-  world.files.WriteDurably(world.folder.At("a.tmp"), "left by a crash");
-  world.files.WriteDurably(world.folder.At("a.tmp-journal"), "left by a crash");
-  EXPECT_EQ(session.Open(path), "");
+  const std::string working = world.folder.At("a.tmp");
+  // What a crash leaves: a copy, one that was cut, nothing yet, one of another salt.
+  const std::string whole = Bytes(path);
+  const std::string other = Bytes(std::string(VELMOOR_KEPT_FILES) + "/project-0.1.0.spj");
+  for (const std::string& left : {whole, whole.substr(0, 3000), std::string(), other}) {
+    world.files.WriteDurably(working, left);
+    world.files.WriteDurably(world.folder.At("a.tmp-journal"), "left by a crash");
+    EXPECT_EQ(session.Open(path), "");
+    EXPECT_EQ(project().ProjectDatabasePath(), working);
+    EXPECT_FALSE(world.files.Exists(world.folder.At("a.tmp-journal")));
+  }
+  EXPECT_TRUE(world.boxes.shown.empty());
   PutProgramme();
   project().Save();
   EXPECT_EQ(session.Open(path), "");
   EXPECT_EQ(project().Position().Text(2, clsHX7Position::label), "out");
 }
 
+// A user's own notes, or what somebody has planted.
+TEST_F(ProjectFile, WhatIsNoneOfOursUnderTheWorkingNameStays) {
+  namespace fs = std::filesystem;
+  const std::string path = world.MakeProject("a.spj");
+  const std::string outside = world.folder.At("outside");
+  const std::string taken = world.folder.At("a.tmp");
+  const std::string other = world.folder.At("a.velmoor.tmp");
+  world.files.WriteDurably(outside, "mine");
+  const std::pair<const char*, std::function<void()>> plants[] = {
+      {"notes", [&] { world.files.WriteDurably(taken, "my notes"); }},
+      {"large", [&] { world.files.WriteDurably(taken, std::string(5'000'000, 'x')); }},
+      {"link", [&] { fs::create_symlink(outside, taken); }},
+      {"hard link", [&] { fs::create_hard_link(outside, taken); }},
+      {"folder", [&] { fs::create_directory(taken); }}};
+  for (const auto& [name, plant] : plants) {
+    SCOPED_TRACE(name);
+    plant();
+    const auto before = fs::symlink_status(taken);
+    const std::string bytes =
+        fs::is_regular_file(before) ? std::to_string(fs::file_size(taken)) : "";
+    world.boxes.shown.clear();
+    ASSERT_EQ(session.Open(path), "");
+    EXPECT_EQ(project().ProjectDatabasePath(), other);
+    ASSERT_EQ(world.boxes.shown.size(), 1U);
+    EXPECT_EQ(world.boxes.shown.front().text,
+              "a.tmp is no file of Velmoor's and stays as it is; the project is worked on in "
+              "a.velmoor.tmp.");
+    PutProgramme();
+    project().Save();
+    session.Close();
+    EXPECT_FALSE(world.files.Exists(other));
+    EXPECT_EQ(fs::symlink_status(taken).type(), before.type());
+    if (!bytes.empty()) {
+      EXPECT_EQ(std::to_string(fs::file_size(taken)), bytes);
+    }
+    EXPECT_EQ(Bytes(outside), "mine");
+    fs::remove(taken);
+  }
+  fs::create_directory(taken);
+  fs::create_directory(other);
+  const std::string words = session.Open(path);
+  EXPECT_TRUE(words.ends_with("neither is a file of this program")) << words;
+  session.Close();
+}
+
 // ---- saving
+
+TEST_F(ProjectFile, SaveAsOpensAProjectToNobodyElse) {
+  namespace fs = std::filesystem;
+  const std::string path = OpenNew("a.spj");
+  const std::string fresh = world.folder.At("fresh.spj");
+  const std::string present = world.MakeProject("present.spj");
+  fs::permissions(present, fs::perms(0664));
+  fs::permissions(path, fs::perms(0600));
+  project().SaveAs(fresh);
+  EXPECT_EQ(fs::status(fresh).permissions(), fs::perms(0600));
+  project().SaveAs(present);
+  EXPECT_EQ(fs::status(present).permissions(), fs::perms(0600));
+  fs::permissions(present, fs::perms(0644));
+  project().SaveAs(world.folder.At("open.spj"));
+  EXPECT_EQ(fs::status(world.folder.At("open.spj")).permissions(), fs::perms(0644));
+}
 
 TEST_F(ProjectFile, TheFileChangesAtSaveAndNotBefore) {
   const std::string path = OpenNew("a.spj");

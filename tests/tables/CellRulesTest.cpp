@@ -203,6 +203,41 @@ TEST(IndexCsv, OneBadCellChangesNothingAndIsNamed) {
   }
 }
 
+TEST(IndexCsv, TellsAFewOfManyFaultsAndNothingThatSteersATerminal) {
+  const testing::FakeProject project;
+  std::string rows = "jog,speed\n";
+  for (int i = 0; i < 900; ++i) rows += "99,1\n";
+  clsHX7Jog jog;
+  const std::vector<std::string> many = ImportCsv(project, jog, rows);
+  ASSERT_EQ(many.size(), 51U);
+  EXPECT_EQ(many.front(), "Line 2, column jog: '99' is no row of the table");
+  EXPECT_EQ(many.back(), "and 850 more");
+  const std::string steering = "\x1b[31m" + std::string(1000, 'x');
+  const std::vector<std::string> told = ImportCsv(project, jog, "jog,speed\n" + steering + ",1\n");
+  ASSERT_EQ(told.size(), 1U);
+  EXPECT_TRUE(told.front().starts_with("Line 2, column jog: '\\x1b[31mxxx")) << told.front();
+  EXPECT_EQ(told.front().size(), 303U);
+  Position table;
+  EXPECT_EQ(CheckLabel(table, 1, "a\x7f").words, "Label cannot contain control characters!");
+}
+
+TEST(IndexCsv, AProgrammeSurvivesASpreadsheetThatRunsFormulas) {
+  const testing::FakeProject project;
+  Position table;
+  const std::string head = "label,position,speed,rdst,rspd,pout,event,loop,next\n";
+  ASSERT_EQ(ImportCsv(project, table,
+                      head + "=2+3,+INFINITE,5,-,1,:::::,IT0,1,@a\n@a,-,5,-5,1,:::::,IT0,1,END\n"),
+            std::vector<std::string>());
+  const std::string text = ExportCsv(table);
+  EXPECT_NE(text.find("1,'=2+3,'+INFINITE,5.000,-,1.000,:::::,IT0,1,'@a,1\n"
+                      "2,'@a,-,5.000,-5.000,1.000,:::::,IT0,1,END,1\n"),
+            std::string::npos)
+      << text;
+  Position copy;
+  ASSERT_EQ(ImportCsv(project, copy, text), std::vector<std::string>());
+  EXPECT_EQ(copy.Cells(), table.Cells());
+}
+
 TEST(ZoneAndJogCsv, LimitsAndSpeeds) {
   const testing::FakeProject project;
   clsHX7Zone zone;

@@ -4,13 +4,13 @@
 #include <exception>
 #include <iostream>
 
+#include "platform/VisibleText.h"
+
 namespace velmoor {
 namespace {
 
 void Tell(std::ostream& err, const std::exception& error) {
-  std::string words = error.what();
-  for (char& c : words) c = c == '\r' ? '\n' : c;
-  err << words << '\n';
+  err << VisibleLines(error.what()) << '\n';
 }
 
 int Try(const ProgramTable& table, const std::vector<std::string>& words, std::ostream& out,

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/Log.h"
+#include "platform/VisibleText.h"
 
 namespace velmoor::headless {
 

@@ -11,10 +11,13 @@
 #include <cstring>
 #include <fstream>
 #include <iterator>
+#include <optional>
 #include <sstream>
 #include <stdexcept>
+#include <utility>
 #include <vector>
 
+#include "platform/Bounds.h"
 #include "platform/Files.h"
 #include "platform/Numbers.h"
 #include "platform/posix/FileDescriptor.h"
@@ -23,17 +26,23 @@ namespace velmoor::posix {
 namespace {
 
 constexpr std::string_view kSection = "[Velmoor]";
+constexpr std::size_t kMostEntry = bounds::kSettings / 16;
 
-[[noreturn]] void Refuse(const std::string& path) {
-  const int error = errno;
+[[noreturn]] void Refuse(const std::string& path, int error = errno) {
   throw std::runtime_error("The settings cannot be written to " + path + ": " +
                            std::strerror(error));
 }
 
-std::vector<std::string> ReadLines(const std::string& path) {
-  std::vector<std::string> lines;
+// Nothing: the file is larger than this program makes it.
+std::optional<std::vector<std::string>> ReadLines(const std::string& path) {
   std::ifstream file(path, std::ios::binary);
-  for (std::string line; std::getline(file, line);) lines.push_back(line);
+  std::string bytes(bounds::kSettings + 1, '\0');
+  file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+  bytes.resize(static_cast<std::size_t>(file.gcount()));
+  if (bytes.size() > bounds::kSettings) return std::nullopt;
+  std::vector<std::string> lines;
+  std::istringstream text(bytes);
+  for (std::string line; std::getline(text, line);) lines.push_back(line);
   return lines;
 }
 
@@ -78,7 +87,8 @@ void MakeDirectory(const std::string& directory) {
 
 void WriteWhole(const std::string& path, const std::string& bytes) {
   const std::string temporary = path + ".new";
-  FileDescriptor file(::open(temporary.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600));
+  FileDescriptor file(
+      ::open(temporary.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW, 0600));
   if (!file.IsValid()) Refuse(path);
   std::size_t written = 0;
   while (written < bytes.size()) {
@@ -108,7 +118,7 @@ std::string IniSettings::DefaultPath() {
 }
 
 std::optional<std::string> IniSettings::Read(std::string_view name) const {
-  for (const std::string& line : ReadLines(path_)) {
+  for (const std::string& line : ReadLines(path_).value_or(std::vector<std::string>())) {
     const std::size_t value = ValueIn(line, name);
     if (value != std::string::npos) return Unescaped(Trim(std::string_view(line).substr(value)));
   }
@@ -120,9 +130,11 @@ void IniSettings::Write(std::string_view name, std::string_view value) {
   const FileDescriptor lock(::open((path_ + ".lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600));
   if (!lock.IsValid() || ::flock(lock.Get(), LOCK_EX) != 0) Refuse(path_);
 
-  std::vector<std::string> lines = ReadLines(path_);
-  if (lines.empty()) lines.emplace_back(kSection);
+  std::optional<std::vector<std::string>> read = ReadLines(path_);
   const std::string entry = std::string(name) + "=" + Escaped(value);
+  if (!read || entry.size() > kMostEntry) Refuse(path_, EFBIG);
+  std::vector<std::string> lines = std::move(*read);
+  if (lines.empty()) lines.emplace_back(kSection);
   bool found = false;
   for (std::string& line : lines) {
     if (found || ValueIn(line, name) == std::string::npos) continue;

@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
+#include <sys/vfs.h>
 #include <unistd.h>
 
 #include <array>
@@ -16,21 +17,18 @@
 #include <string_view>
 #include <utility>
 
+#include "platform/Bounds.h"
 #include "platform/posix/FileDescriptor.h"
+#include "platform/posix/HeldFolder.h"
+#include "platform/posix/Successor.h"
 
 namespace velmoor::posix {
 namespace {
 
 namespace fs = std::filesystem;
 
-constexpr mode_t kNewFileMode = 0644;
-constexpr mode_t kPermissions = 0777;
 // A working copy shows what its project may hide.
 constexpr mode_t kOwnerOnly = 0600;
-// For a name that anybody who may write to the folder can have taken: no link is followed, and no
-// pipe waited for.
-constexpr int kMistrustful = O_NOFOLLOW | O_NONBLOCK;
-constexpr std::array<std::string_view, 3> kJournals = {"-journal", "-wal", "-shm"};
 
 [[noreturn]] void Fail(const std::string& path, int error) {
   throw FileError(path + ": " + std::strerror(error));
@@ -45,188 +43,71 @@ bool IsCutShort(const std::string& path) {
   return path.find('\0') != std::string::npos;
 }
 
-// A failure names `named`.
-FileDescriptor OpenFor(const std::string& named, const std::string& path, int flags, mode_t mode) {
-  if (IsCutShort(path)) Fail(named, ENOENT);
-  FileDescriptor file(::open(path.c_str(), flags | O_CLOEXEC, mode));
-  Check(file.IsValid(), named);
-  return file;
-}
-
-FileDescriptor OpenFile(const std::string& path, int flags, mode_t mode = 0) {
-  return OpenFor(path, path, flags, mode);
-}
-
 bool Status(const std::string& path, struct stat& status) {
   return !IsCutShort(path) && ::stat(path.c_str(), &status) == 0;
 }
 
-// A regular file of this user that has no other name. Whatever else lies under a name of ours was
-// put there by somebody.
-bool IsOwn(const FileDescriptor& file) {
+std::string Behind(const std::string& path) {
+  return BehindLinks(path, [](const std::string& /*link*/) {});
+}
+
+// A file that is no pipe, which would be waited for, and no device.
+FileDescriptor OpenRegular(const std::string& path) {
+  if (IsCutShort(path)) Fail(path, ENOENT);
+  FileDescriptor file(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+  Check(file.IsValid(), path);
   struct stat status {};
-  return ::fstat(file.Get(), &status) == 0 && S_ISREG(status.st_mode) &&
-         status.st_uid == ::geteuid() && status.st_nlink == 1;
+  if (::fstat(file.Get(), &status) != 0 || !S_ISREG(status.st_mode)) {
+    throw FileError(path + ": it is no regular file");
+  }
+  return file;
 }
 
-// The process's mask of permissions, which can only be read by setting it.
-mode_t Mask() {
-  const mode_t mask = ::umask(0);
-  ::umask(mask);
-  return mask;
-}
-
-// The working file, made where there is none.
-FileDescriptor OpenWorkingFile(const std::string& path, int flags) {
-  FileDescriptor file = OpenFile(path, flags | O_CREAT | kMistrustful, kOwnerOnly);
+// A file under a name of ours, made where there is none.
+FileDescriptor OpenWorkingFile(const HeldFolder& folder, const std::string& path, int flags) {
+  FileDescriptor file = folder.Open(folder.Name(), flags | O_CREAT, kOwnerOnly);
   if (!IsOwn(file)) throw FileError(path + ": it is no file of this user alone");
   return file;
 }
 
-void WriteAll(int file, std::string_view bytes, const std::string& path) {
-  while (!bytes.empty()) {
-    const ssize_t written = ::write(file, bytes.data(), bytes.size());
-    if (written < 0 && errno == EINTR) continue;
-    Check(written >= 0, path);
-    bytes.remove_prefix(static_cast<std::size_t>(written));
-  }
-}
-
 // Hands the file's contents to `take`, piece by piece.
-void ReadPieces(const std::string& path, const std::function<void(std::string_view)>& take) {
-  const FileDescriptor file = OpenFile(path, O_RDONLY);
+void ReadPieces(const FileDescriptor& file, const std::string& named,
+                const std::function<void(std::string_view)>& take) {
   std::array<char, 65536> buffer{};
   for (;;) {
     const ssize_t got = ::read(file.Get(), buffer.data(), buffer.size());
     if (got < 0 && errno == EINTR) continue;
-    Check(got >= 0, path);
+    Check(got >= 0, named);
     if (got == 0) return;
     take({buffer.data(), static_cast<std::size_t>(got)});
   }
 }
 
-void Delete(const std::string& path) {
-  if (::unlink(path.c_str()) != 0 && errno != ENOENT) Fail(path, errno);
+std::string ReadBounded(const FileDescriptor& file, const std::string& path) {
+  std::string bytes;
+  ReadPieces(file, path, [&](std::string_view piece) {
+    if (bytes.size() + piece.size() > bounds::kFile) {
+      throw FileError(path + ": the file is larger than any file of this program");
+    }
+    bytes += piece;
+  });
+  return bytes;
 }
 
-// The engine would play a journal into whatever database lies beside it under its name.
-void DeleteJournals(const std::string& path) {
-  for (const std::string_view journal : kJournals) Delete(path + std::string(journal));
+void Replace(const FileDescriptor& source, const std::string& named, Successor& successor) {
+  ReadPieces(source, named, [&](std::string_view piece) { successor.Write(piece); });
+  successor.TakeOver();
 }
-
-// The file behind symbolic links, whether it exists or not.
-std::string Resolved(const std::string& path) {
-  std::error_code error;
-  fs::path place = path;
-  // A chain of links that never ends is refused by the system when the file is opened.
-  for (int links = 0; links < 40 && fs::is_symlink(place, error); ++links) {
-    const fs::path next = fs::read_symlink(place, error);
-    place = next.is_absolute() ? next : place.parent_path() / next;
-  }
-  return place.string();
-}
-
-std::string DirectoryOf(const std::string& path) {
-  const std::string directory = fs::path(path).parent_path().string();
-  return directory.empty() ? "." : directory;
-}
-
-void SyncDirectory(const std::string& directory) {
-  const FileDescriptor handle = OpenFile(directory, O_RDONLY | O_DIRECTORY);
-  // Some file systems know no flush of a directory; the rename stands all the same.
-  if (::fsync(handle.Get()) != 0 && errno != EINVAL) Fail(directory, errno);
-}
-
-// False: another process has it.
-bool TakeLock(int file, const std::string& path) {
-  while (::flock(file, LOCK_EX | LOCK_NB) != 0) {
-    if (errno == EWOULDBLOCK) return false;
-    if (errno != EINTR) Fail(path, errno);
-  }
-  return true;
-}
-
-// The permissions of the file that is to be replaced, where there is one. The replacement would
-// get round a write protection and take the place of a device, so both are refused here.
-std::optional<mode_t> ModeToKeep(const std::string& target) {
-  struct stat present {};
-  if (!Status(target, present)) return std::nullopt;
-  if (S_ISDIR(present.st_mode)) Fail(target, EISDIR);
-  if (!S_ISREG(present.st_mode)) throw FileError(target + ": it is no regular file");
-  Check(::faccessat(AT_FDCWD, target.c_str(), W_OK, AT_EACCESS) == 0, target);
-  return present.st_mode & kPermissions;
-}
-
-// A file beside the target that takes the target's name, and the permissions of a file that had it,
-// when it is complete. Failures name the target.
-//
-// Its name is always the same, so what a crash left is used up by the next one; a lock keeps two
-// processes apart that replace the same target. Where something lies under it that is not ours,
-// that stays, and the file has a name that nobody can foresee.
-class Successor {
- public:
-  explicit Successor(const std::string& target)
-      : target_(Resolved(target)),
-        name_(JoinPath(DirectoryOf(target_), "." + GetFileTitle(target_) + ".new")),
-        mode_(ModeToKeep(target_)),
-        file_(OpenOwn(mode_.value_or(kNewFileMode))) {
-    // The name may have gone to the target between the opening and the lock.
-    if (!TakeLock(file_.Get(), target_) || !IsStillNamed()) Fail(target_, EBUSY);
-    Check(::ftruncate(file_.Get(), 0) == 0, target_);
-    // The mask of the process may have taken from what the file had.
-    if (mode_) Check(::fchmod(file_.Get(), *mode_) == 0, target_);
-  }
-  Successor(const Successor&) = delete;
-  Successor& operator=(const Successor&) = delete;
-  ~Successor() {
-    if (!done_) ::unlink(name_.c_str());
-  }
-
-  void Write(std::string_view bytes) { WriteAll(file_.Get(), bytes, target_); }
-  void TakeOver() {
-    Check(::fsync(file_.Get()) == 0, target_);
-    DeleteJournals(target_);
-    Check(::rename(name_.c_str(), target_.c_str()) == 0, target_);
-    done_ = true;
-    SyncDirectory(DirectoryOf(target_));
-  }
-
- private:
-  FileDescriptor OpenOwn(mode_t mode) {
-    if (IsCutShort(name_)) Fail(target_, ENOENT);
-    FileDescriptor file(::open(name_.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC | kMistrustful, mode));
-    if (file.IsValid() && IsOwn(file)) return file;
-    const int error = errno;
-    struct stat taken {};
-    // Nothing is in the way: the folder itself refuses.
-    if (!file.IsValid() && ::lstat(name_.c_str(), &taken) != 0) Fail(target_, error);
-    std::string name = JoinPath(DirectoryOf(target_), "." + GetFileTitle(target_) + ".new.XXXXXX");
-    FileDescriptor other(::mkostemp(name.data(), O_CLOEXEC));
-    Check(other.IsValid(), target_);
-    name_ = name;
-    Check(::fchmod(other.Get(), mode & ~Mask()) == 0, target_);
-    return other;
-  }
-  [[nodiscard]] bool IsStillNamed() const {
-    struct stat here {};
-    struct stat named {};
-    return ::fstat(file_.Get(), &here) == 0 && ::stat(name_.c_str(), &named) == 0 &&
-           here.st_dev == named.st_dev && here.st_ino == named.st_ino;
-  }
-
-  std::string target_;
-  std::string name_;
-  std::optional<mode_t> mode_;
-  FileDescriptor file_;
-  bool done_ = false;
-};
 
 class Flock final : public FileLock {
  public:
-  explicit Flock(FileDescriptor file) : file_(std::move(file)) {}
+  Flock(FileDescriptor file, bool kept) : file_(std::move(file)), kept_(kept) {}
+
+  [[nodiscard]] bool IsKept() const override { return kept_; }
 
  private:
   FileDescriptor file_;
+  bool kept_;
 };
 
 }  // namespace
@@ -246,8 +127,8 @@ bool PosixFiles::IsSameFile(const std::string& a, const std::string& b) const {
   }
   if (firstExists != secondExists || IsCutShort(a) || IsCutShort(b)) return false;
   std::error_code error;
-  const fs::path left = fs::weakly_canonical(Resolved(Absolute(a)), error);
-  const fs::path right = fs::weakly_canonical(Resolved(Absolute(b)), error);
+  const fs::path left = fs::weakly_canonical(Behind(Absolute(a)), error);
+  const fs::path right = fs::weakly_canonical(Behind(Absolute(b)), error);
   return !error && left == right;
 }
 
@@ -269,21 +150,41 @@ std::string PosixFiles::Absolute(const std::string& path) const {
   return error ? path : absolute.lexically_normal().string();
 }
 
+NameState PosixFiles::StateOf(const std::string& path) const {
+  struct stat status {};
+  if (IsCutShort(path) || ::lstat(path.c_str(), &status) != 0) return NameState::free;
+  if (IsOwn(status)) return NameState::own;
+  const bool anothers = S_ISREG(status.st_mode) && status.st_uid != ::geteuid();
+  return anothers ? NameState::anothers : NameState::foreign;
+}
+
+std::string PosixFiles::NetworkOf(const std::string& path) const {
+  struct statfs status {};
+  if (::statfs(FolderOf(path).c_str(), &status) != 0) return {};
+  return NetworkFileSystem(static_cast<std::uint32_t>(status.f_type));
+}
+
 void PosixFiles::ReplaceDurably(const std::string& source, const std::string& target) {
+  const FileDescriptor file = OpenRegular(source);
   Successor successor(target);
-  ReadPieces(source, [&](std::string_view piece) { successor.Write(piece); });
-  successor.TakeOver();
+  Replace(file, source, successor);
+}
+
+void PosixFiles::SaveDurably(const std::string& working, const std::string& target,
+                             const std::string& like) {
+  const HeldFolder folder(working);
+  const FileDescriptor file = folder.Open(folder.Name(), O_RDONLY);
+  if (!IsOwn(file)) throw FileError(working + ": it is no file of this user alone");
+  Successor successor(target, PermissionsOf(like).value_or(kOwnerOnly));
+  Replace(file, working, successor);
 }
 
 void PosixFiles::LayWorkingCopy(const std::string& source, const std::string& target) {
   if (IsSameFile(source, target)) throw FileError(target + ": the file would overwrite itself");
-  struct stat status {};
-  if (Status(source, status) && !S_ISREG(status.st_mode)) {
-    throw FileError(source + ": it is no regular file");
-  }
-  const std::string bytes = ReadAll(source);
-  DeleteJournals(Resolved(target));
-  const FileDescriptor file = OpenWorkingFile(target, O_WRONLY);
+  const std::string bytes = ReadBounded(OpenRegular(source), source);
+  const HeldFolder folder(target);
+  folder.RemoveJournals(folder.Name());
+  const FileDescriptor file = OpenWorkingFile(folder, target, O_WRONLY);
   // One that a crash left may be open to others, from its former contents' time.
   Check(::fchmod(file.Get(), kOwnerOnly) == 0, target);
   Check(::ftruncate(file.Get(), 0) == 0, target);
@@ -297,25 +198,30 @@ void PosixFiles::WriteDurably(const std::string& target, const std::string& byte
 }
 
 std::string PosixFiles::ReadAll(const std::string& path) const {
-  std::string bytes;
-  ReadPieces(path, [&](std::string_view piece) { bytes += piece; });
-  return bytes;
+  if (IsCutShort(path)) Fail(path, ENOENT);
+  const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+  Check(file.IsValid(), path);
+  return ReadBounded(file, path);
 }
 
 void PosixFiles::Rename(const std::string& from, const std::string& to) {
   if (IsCutShort(from) || IsCutShort(to)) Fail(from, ENOENT);
   if (Exists(from) && IsSameFile(from, to)) return;
-  DeleteJournals(to);
-  if (::rename(from.c_str(), to.c_str()) == 0) return;
-  if (errno != EXDEV) Fail(from, errno);
-  ReplaceDurably(from, to);
+  const HeldFolder source(from);
+  const HeldFolder target(to, from);
+  target.RemoveJournals(target.Name());
+  if (source.Rename(source.Name(), target, target.Name())) return;
+  SaveDurably(from, to, from);
   Remove(from);
 }
 
 void PosixFiles::Remove(const std::string& path) {
   if (IsCutShort(path)) Fail(path, ENOENT);
-  DeleteJournals(path);
-  Delete(path);
+  struct stat status {};
+  if (!Status(FolderOf(path), status)) return;
+  const HeldFolder folder(path);
+  folder.RemoveJournals(folder.Name());
+  folder.Remove(folder.Name());
 }
 
 void PosixFiles::MakeDirectories(const std::string& directory) {
@@ -329,9 +235,24 @@ void PosixFiles::ChangeDirectory(const std::string& directory) {
 }
 
 std::unique_ptr<FileLock> PosixFiles::Lock(const std::string& path) {
-  FileDescriptor file = OpenWorkingFile(path, O_RDWR);
+  const HeldFolder folder(path);
+  FileDescriptor file = OpenWorkingFile(folder, path, O_RDWR);
   if (!TakeLock(file.Get(), path)) return nullptr;
-  return std::make_unique<Flock>(std::move(file));
+  // Whoever had it may have removed it between the opening and the lock.
+  if (!folder.IsNamed(file, folder.Name())) return Lock(path);
+  const FileDescriptor second = folder.Open(folder.Name(), O_RDWR);
+  const bool kept = !TakeLock(second.Get(), path);
+  return std::make_unique<Flock>(std::move(file), kept);
+}
+
+std::string NetworkFileSystem(std::uint32_t type) {
+  constexpr std::pair<std::uint32_t, const char*> kNames[] = {
+      {0x6969, "NFS"},      {0x517B, "SMB"},     {0xFF534D42, "SMB"}, {0xFE534D42, "SMB"},
+      {0x73757245, "Coda"}, {0x5346414F, "AFS"}, {0x01021997, "9P"},  {0x00C36400, "Ceph"}};
+  for (const auto& [number, name] : kNames) {
+    if (number == type) return name;
+  }
+  return {};
 }
 
 }  // namespace velmoor::posix

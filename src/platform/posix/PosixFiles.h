@@ -1,6 +1,7 @@
 // Files of the system, such that neither a crash nor a power cut loses one.
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
 
@@ -16,7 +17,12 @@ class PosixFiles final : public Files {
   [[nodiscard]] bool IsWritableDirectory(const std::string& directory) const override;
   [[nodiscard]] std::string Absolute(const std::string& path) const override;
 
+  [[nodiscard]] NameState StateOf(const std::string& path) const override;
+  [[nodiscard]] std::string NetworkOf(const std::string& path) const override;
+
   void ReplaceDurably(const std::string& source, const std::string& target) override;
+  void SaveDurably(const std::string& working, const std::string& target,
+                   const std::string& like) override;
   // Keeps the file under `target`, so that a lock on it holds.
   void LayWorkingCopy(const std::string& source, const std::string& target) override;
   void WriteDurably(const std::string& target, const std::string& bytes) override;
@@ -28,5 +34,9 @@ class PosixFiles final : public Files {
 
   [[nodiscard]] std::unique_ptr<FileLock> Lock(const std::string& path) override;
 };
+
+// The name of the network's file system of that number, as the system numbers them; empty for one
+// of this computer.
+[[nodiscard]] std::string NetworkFileSystem(std::uint32_t type);
 
 }  // namespace velmoor::posix

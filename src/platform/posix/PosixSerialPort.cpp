@@ -16,6 +16,7 @@
 #include <system_error>
 #include <utility>
 
+#include "platform/Bounds.h"
 #include "platform/Numbers.h"
 #include "platform/posix/PortHolder.h"
 #include "platform/posix/SerialSettings.h"
@@ -23,7 +24,6 @@
 namespace velmoor::posix {
 namespace {
 
-constexpr std::size_t kLongestLine = 512;
 constexpr int kHighestPort = 256;
 
 std::string SystemText(int error) {
@@ -236,11 +236,11 @@ std::string PosixSerialPort::TakeLine() {
   received_.erase(0, received_.find_first_not_of("\r\n"));
   std::size_t end = received_.find_first_of("\r\n");
   if (end == std::string::npos) {
-    if (received_.size() <= kLongestLine) return {};
+    if (received_.size() <= bounds::kAnswer) return {};
     end = received_.size();
     skipsToLineEnd_ = true;
   }
-  std::string line = received_.substr(0, std::min(end, kLongestLine));
+  std::string line = received_.substr(0, std::min(end, bounds::kAnswer));
   received_.erase(0, received_.find_first_not_of("\r\n", end));
   return line;
 }

@@ -12,10 +12,13 @@
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
+#include <filesystem>
 #include <stdexcept>
 #include <utility>
 
+#include "platform/Bounds.h"
 #include "platform/Files.h"
+#include "platform/posix/ProgramPlaces.h"
 
 namespace velmoor::posix {
 namespace {
@@ -29,7 +32,6 @@ constexpr char kMessage = 'M';
 constexpr char kYes = '1';
 constexpr char kNo = '0';
 constexpr std::size_t kLengthBytes = 4;
-constexpr std::size_t kLongestMessage = 65536;
 // A peer has written its request when it connects; one that has not is not waited for.
 constexpr std::chrono::milliseconds kRequestLimit{200};
 // The other side may be within an exchange with the amplifier.
@@ -94,7 +96,7 @@ std::optional<std::string> ReadRequest(int connection) {
   std::optional<std::string> letter = ReadBytes(connection, 1, deadline);
   if (!letter || letter->front() != kMessage) return letter;
   const auto length = ReadBytes(connection, kLengthBytes, deadline);
-  if (!length || LengthOf(*length) > kLongestMessage) return std::nullopt;
+  if (!length || LengthOf(*length) > bounds::kInstanceMessage) return std::nullopt;
   const auto body = ReadBytes(connection, LengthOf(*length), deadline);
   return body ? std::optional(*letter + *body) : std::nullopt;
 }
@@ -124,25 +126,31 @@ const sockaddr* Generic(const sockaddr_un& address) {
   return reinterpret_cast<const sockaddr*>(&address);
 }
 
+// Makes the directory where there is none. False: it is no directory of this user.
+bool IsMadeOwn(const std::string& directory) {
+  if (::mkdir(directory.c_str(), 0700) != 0 && errno != EEXIST) return false;
+  const FileDescriptor handle(
+      ::open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+  struct stat state {};
+  return handle.IsValid() && ::fstat(handle.Get(), &state) == 0 && state.st_uid == ::getuid() &&
+         ::fchmod(handle.Get(), 0700) == 0;
+}
+
 }  // namespace
 
 std::string RuntimeDirectory() {
   const char* const given = std::getenv("XDG_RUNTIME_DIR");
   if (given != nullptr && *given == '/' && ::access(given, W_OK) == 0) return given;
   const char* const temporary = std::getenv("TMPDIR");
-  std::string directory =
+  const std::string usual =
       JoinPath(temporary != nullptr ? temporary : "/tmp", "velmoor-" + std::to_string(::getuid()));
-  struct stat state {};
-  if (::mkdir(directory.c_str(), 0700) != 0 && errno != EEXIST) {
-    throw std::runtime_error("The directory " + directory +
-                             " cannot be made: " + std::strerror(errno));
-  }
-  // Somebody else may have laid the name there first.
-  const bool own = ::lstat(directory.c_str(), &state) == 0 && S_ISDIR(state.st_mode) &&
-                   state.st_uid == ::getuid();
-  if (!own) throw std::runtime_error("The directory " + directory + " belongs to another user");
-  ::chmod(directory.c_str(), 0700);
-  return directory;
+  if (IsMadeOwn(usual)) return usual;
+  // Somebody else has laid the name there first: below the user's own folders nobody can.
+  const std::string own = JoinPath(StateDirectory(), "run");
+  std::error_code failed;
+  std::filesystem::create_directories(GetFileDirectory(own), failed);
+  if (IsMadeOwn(own)) return own;
+  throw std::runtime_error("Neither " + usual + " nor " + own + " is a directory of this user");
 }
 
 PosixSingleInstance::PosixSingleInstance(DescriptorWatcher watcher, std::string directory)
@@ -159,7 +167,8 @@ std::string PosixSingleInstance::PathOf(const char* ending) const {
 
 bool PosixSingleInstance::Claim(const std::string& name) {
   name_ = name;
-  FileDescriptor lock(::open(PathOf(".lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600));
+  FileDescriptor lock(
+      ::open(PathOf(".lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600));
   if (!lock.IsValid()) {
     throw std::runtime_error("The file " + PathOf(".lock") +
                              " cannot be opened: " + std::strerror(errno));
@@ -240,7 +249,7 @@ bool PosixSingleInstance::IsRunningVisible() {
 }
 
 void PosixSingleInstance::SendMessage(const std::string& bytes, std::chrono::milliseconds limit) {
-  if (bytes.size() > kLongestMessage) return;
+  if (bytes.size() > bounds::kInstanceMessage) return;
   (void)Ask(kMessage + LengthBytes(bytes.size()) + bytes, limit);
 }
 

@@ -57,8 +57,9 @@ class PosixSingleInstance final : public SingleInstance {
   std::function<void()> onActivate_;
 };
 
-// The directory for what lives as long as the user's session: $XDG_RUNTIME_DIR, or one of the
-// user's own below the directory for temporary files, made when it is missing.
+// The directory for what lives as long as the user's session: $XDG_RUNTIME_DIR, else one of the
+// user's own below the directory for temporary files, else, where another has taken that name, one
+// below StateDirectory(); made when it is missing.
 [[nodiscard]] std::string RuntimeDirectory();
 
 }  // namespace velmoor::posix

@@ -1,15 +1,17 @@
-// Texts across the wall: UTF-8 on the logic's side, where "\r" separates lines.
+// Texts across the wall: UTF-8 on the logic's side, where "\r" separates lines. Whatever is shown
+// comes this way, so control characters are made visible here.
 #pragma once
 
 #include <QString>
 #include <string>
 
+#include "platform/VisibleText.h"
+
 namespace velmoor::qt {
 
 [[nodiscard]] inline QString ToQt(const std::string& text) {
-  QString converted = QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-  converted.replace(QLatin1String("\r\n"), QLatin1String("\n"));
-  return converted.replace(QLatin1Char('\r'), QLatin1Char('\n'));
+  const std::string visible = VisibleLines(text);
+  return QString::fromUtf8(visible.data(), static_cast<qsizetype>(visible.size()));
 }
 
 [[nodiscard]] inline std::string FromQt(const QString& text) {

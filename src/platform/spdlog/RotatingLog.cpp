@@ -8,6 +8,7 @@
 #include <optional>
 
 #include "platform/Files.h"
+#include "platform/VisibleText.h"
 
 namespace velmoor::rotating {
 namespace {
@@ -26,9 +27,18 @@ spdlog::level::level_enum LevelOf(LogLevel level) {
   return spdlog::level::info;
 }
 
-// The log tells what a project holds, so nobody but its owner reads it.
+// The log tells what a project holds, so nobody but its owner reads it, and it is written to no
+// file that a link or a second name leads to: a throw leaves the file closed.
 spdlog::file_event_handlers OwnersAlone() {
   spdlog::file_event_handlers handlers;
+  handlers.before_open = [](const spdlog::filename_t& path) {
+    namespace fs = std::filesystem;
+    const fs::file_status status = fs::symlink_status(path);
+    if (!fs::exists(status)) return;
+    if (!fs::is_regular_file(status) || fs::hard_link_count(path) > 1) {
+      throw FileError(path + ": it is no file of the log");
+    }
+  };
   handlers.after_open = [](const spdlog::filename_t& path, std::FILE* /*unused*/) {
     namespace fs = std::filesystem;
     std::error_code ignored;

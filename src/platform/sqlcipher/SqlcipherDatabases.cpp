@@ -17,6 +17,7 @@
 #include "platform/sqlcipher/Builder.h"
 #include "platform/sqlcipher/Engine.h"
 #include "platform/sqlcipher/Lease.h"
+#include "platform/sqlcipher/OwnFilesAlone.h"
 
 namespace velmoor::sqlcipher {
 namespace {
@@ -90,6 +91,7 @@ SqlcipherDatabases::SqlcipherDatabases() : newFileSalt_(KeyRing::RandomSalt()) {
   // From here on the process holds keys and what they seal, so it leaves no core file.
   constexpr rlimit kNoCore{0, 0};
   (void)::setrlimit(RLIMIT_CORE, &kNoCore);
+  WriteOwnFilesAlone();
 }
 SqlcipherDatabases::~SqlcipherDatabases() = default;
 
@@ -146,9 +148,9 @@ std::unique_ptr<Connection> SqlcipherDatabases::Rewrite(Connection& source, cons
     Fail(Kind::forbidden, path, "the file has another form; only a copy of it is rewritten");
   }
   // In place, since whoever holds the working copy holds this very file.
-  std::error_code failed;
-  std::filesystem::resize_file(path, 0, failed);
-  if (failed) FailSystem(path, failed.value());
+  const int emptied = ::open(path.c_str(), O_WRONLY | O_NOFOLLOW | O_CLOEXEC | O_TRUNC);
+  if (emptied < 0) FailSystem(path, errno);
+  ::close(emptied);
   auto file = std::make_shared<OpenFile>();
   file->path = path;
   file->connection = std::make_unique<Connection>(path, OpenMode::create,

@@ -33,6 +33,7 @@ ValueForm FormOf(const ParameterDefinition& definition, bool listed) {
 void ParameterStore::Open(const Source& source, const ComboLists& lists) {
   source_ = source;
   staged_.clear();
+  doubts_.clear();
   ReadDefinitions(lists);
   ReadRecords();
   units_ = UnitsAfter({});
@@ -93,9 +94,12 @@ void ParameterStore::ShowValues() {
       parameter.text = parameter.definition.initial_value;
       continue;
     }
+    JudgeText(parameter);
     const MeantValue meant = ValueMeant(parameter, parameter.text, units_);
-    if (meant.valid && !meant.limited && meant.controller == parameter.controller) continue;
-    parameter.text = ShownText(parameter, parameter.controller, units_);
+    if (!meant.valid || meant.limited || meant.controller != parameter.controller) {
+      parameter.text = ShownText(parameter, parameter.controller, units_);
+    }
+    JudgeValue(parameter);
   }
 }
 
@@ -214,9 +218,12 @@ void ParameterStore::Take(const ParameterChanges& completed) {
     const auto changed = completed.find(parameter.Pn());
     if (changed == completed.end()) continue;
     const ParameterChange& change = changed->second;
+    const bool other = parameter.controller != change.controller;
     parameter.controller = change.controller;
     parameter.text = change.text;
     parameter.blank = false;
+    // What was answered for stays so for as long as the value does.
+    if (other) JudgeValue(parameter);
     if (change.mark == MarkChange::keep) continue;
     parameter.passedOver = false;
     if (change.mark == MarkChange::clear) {

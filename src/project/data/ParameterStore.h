@@ -14,6 +14,7 @@
 
 #include "platform/Database.h"
 #include "platform/Event.h"
+#include "project/data/Doubt.h"
 #include "project/data/Parameter.h"
 #include "session/Session.h"
 
@@ -92,6 +93,12 @@ class ParameterStore {
   // The connected card does not have it: it keeps its mark and waits for another card.
   void PassOver(const std::string& strPn);
 
+  // ---- doubts; by name
+  [[nodiscard]] const std::map<std::string, Doubt, std::less<>>& Doubts() const { return doubts_; }
+  // Settles the parameter's doubt, in the file too. A shown text that means no value cannot be
+  // kept. Throws DatabaseError.
+  void Settle(const std::string& strPn, Keep keep);
+
   // ---- an upload, held apart until the user commits or refuses it
 
   // A value as the amplifier gave it. Throws NumberError for what is no value of that form.
@@ -113,6 +120,8 @@ class ParameterStore {
   void ReadRecords();
   void ReadRecord(Parameter& parameter, RowSet& records) const;
   void ShowValues();
+  void JudgeText(const Parameter& parameter);
+  void JudgeValue(const Parameter& parameter);
   [[nodiscard]] Parameter* FindOwn(std::string_view strPn);
 
   Source source_;
@@ -120,6 +129,7 @@ class ParameterStore {
   std::vector<Parameter> parameters_;
   std::map<std::string, std::size_t, std::less<>> places_;
   std::map<std::string, std::string, std::less<>> staged_;
+  std::map<std::string, Doubt, std::less<>> doubts_;
   Units units_;
   int revision_ = 0;
 };

@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/Bounds.h"
 #include "platform/Numbers.h"
 #include "platform/World.h"
 #include "project/data/CatalogueSource.h"
@@ -49,6 +50,9 @@ class TextBook {
       if (!translated && number != english) continue;
       const std::string key = Key(rows->Text(Texts::kKind), rows->Text(Texts::kKey));
       const std::string text = rows->Text(Texts::kText);
+      if (text.size() > bounds::kCatalogueText) {
+        throw DatabaseError(DatabaseError::Kind::foreign, "A text of the catalogue is too long.");
+      }
       if (translated) {
         texts_.insert_or_assign(key, text);
       } else {

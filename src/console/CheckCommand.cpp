@@ -1,0 +1,52 @@
+#include "console/CheckCommand.h"
+
+#include <algorithm>
+#include <ostream>
+#include <vector>
+
+#include "console/CommandContext.h"
+#include "platform/Csv.h"
+#include "project/Doubts.h"
+
+namespace velmoor {
+namespace {
+
+Keep KeepOf(const std::string& word) {
+  if (word == "shown") return Keep::shown;
+  if (word == "sent") return Keep::sent;
+  throw UsageError("'" + word + "' is none of shown and sent");
+}
+
+// Those alone of which there are two values.
+std::vector<Doubt> Answerable(const std::vector<Doubt>& doubts, Keep keep) {
+  std::vector<Doubt> answerable;
+  std::ranges::copy_if(doubts, std::back_inserter(answerable), [keep](const Doubt& doubt) {
+    return doubt.kind == Doubt::Kind::differs && (keep == Keep::sent || doubt.shownMeans);
+  });
+  return answerable;
+}
+
+void Settle(clsHX7Project& project, Keep keep) {
+  const std::vector<Doubt> answered = Answerable(project.Doubts(), keep);
+  project.Settle(answered, keep);
+  if (!answered.empty()) project.Save();
+}
+
+}  // namespace
+
+bool Check(const Context& context) {
+  const auto word = context.line.Value("keep");
+  const Keep keep = word ? KeepOf(*word) : Keep::sent;
+  Work work(context);
+  if (!work.Open(context.Argument(1))) return false;
+  if (word) Settle(work.project(), keep);
+  const std::vector<Doubt> doubts = work.project().Doubts();
+  context.program.out << CsvLine({"row", "field", "doubt", "shown", "sent", "meaning"});
+  for (const Doubt& doubt : doubts) {
+    context.program.out << CsvLine({doubt.place, doubt.field, std::string(WordOf(doubt.kind)),
+                                    doubt.shown, doubt.sent, doubt.sentShown});
+  }
+  return doubts.empty();
+}
+
+}  // namespace velmoor

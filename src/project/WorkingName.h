@@ -1,0 +1,22 @@
+// The name of a project's working file: "line1.tmp" beside "line1.spj".
+//
+// What a crash left under it is used up. A file that is none of ours, or a link, a pipe or a folder
+// that somebody has put there, stays as it is: the working file is "line1.velmoor.tmp" then.
+#pragma once
+
+#include <string>
+
+namespace velmoor {
+
+struct WorkingName {
+  std::string path;
+  std::string remark;  // for the user; empty where there is nothing to tell
+};
+
+// `project` is the file that is worked on, or a copy of it. Throws FileError with the reason where
+// neither name can be had, or another user's file has the first one: that user may have the project
+// open.
+[[nodiscard]] WorkingName ChooseWorkingName(const std::string& directory, const std::string& title,
+                                            const std::string& project);
+
+}  // namespace velmoor

@@ -1,0 +1,150 @@
+// Which cells of a table are in doubt, and what settles them.
+
+#include <algorithm>
+
+#include "platform/Numbers.h"
+#include "project/data/UnitConversion.h"
+#include "session/Session.h"
+#include "session/Tools.h"
+#include "tables/MotionTable.h"
+
+namespace velmoor {
+namespace {
+
+Doubt DoubtAt(const TableLayout& layout, int row, int column, Doubt::Kind kind) {
+  const ToolInfo& info = InfoOf(layout.tool);
+  Doubt doubt;
+  doubt.kind = kind;
+  doubt.part = layout.tool;
+  doubt.row = row;
+  doubt.column = column;
+  doubt.place = std::string(info.place) + " " + NumberText(row - 1 + info.firstRow);
+  doubt.field = layout.columns[static_cast<std::size_t>(column)].field;
+  return doubt;
+}
+
+bool IsBefore(const Doubt& a, const Doubt& b) {
+  return a.row != b.row ? a.row < b.row : a.column < b.column;
+}
+
+}  // namespace
+
+// A text that does not mean what stands beside it, and would go out, gives way to one that does.
+void MotionTable::ShowWhatIsSent() {
+  const Units units = UnitsOf(OpenedProject());
+  const Rows texts = StoredCells();
+  for (int row = 1; row <= layout_.rows; ++row) {
+    StoredRow& stored = stored_[Index(row)];
+    for (std::size_t i = 0; i < layout_.columns.size(); ++i) {
+      const TableColumn& column = layout_.columns[i];
+      if (column.controllerField.empty()) continue;
+      std::string meant;
+      try {
+        meant = ToController(column.kind, stored.cells[i], texts, units);
+      } catch (const NumberError&) {
+        meant = "no number";
+      }
+      if (meant == stored.controller[i]) continue;
+      const std::string text = std::move(stored.cells[i]);
+      stored.cells[i] = ShownCell(column.kind, stored.controller[i], texts, units);
+      // Rounded to the digits that are shown, it says the same.
+      if (text != stored.cells[i]) JudgeText(row, static_cast<int>(i), text, meant);
+    }
+  }
+}
+
+void MotionTable::JudgeText(int row, int column, const std::string& text,
+                            const std::string& meant) {
+  const StoredRow& stored = stored_[Index(row)];
+  const auto i = static_cast<std::size_t>(column);
+  Doubt doubt = DoubtAt(layout_, row, column, Doubt::Kind::differs);
+  doubt.shown = text;
+  doubt.sent = stored.controller[i];
+  doubt.sentShown = stored.cells[i];
+  StoredRow as = stored;
+  as.cells[i] = text;
+  as.controller[i] = meant;
+  doubt.shownMeans = text.empty() || IsAsTyped(row, column, as);
+  doubts_.push_back(std::move(doubt));
+}
+
+bool MotionTable::IsAsTyped(int /*row*/, int column, const StoredRow& stored) const {
+  const auto i = static_cast<std::size_t>(column);
+  const auto place = PlaceOf(layout_.columns[i].kind, stored.controller[i]);
+  if (!place) return true;
+  const auto number = ParseWhole(std::string_view(stored.controller[i]).substr(place->at));
+  const std::int64_t lowest =
+      place->kind == UnitKind::speed || place->at > 0 ? 0 : -std::int64_t{kMostCounts};
+  return number && *number >= lowest && *number <= kMostCounts;
+}
+
+void MotionTable::JudgeValue(int row, int column) {
+  const StoredRow& stored = stored_[Index(row)];
+  const auto i = static_cast<std::size_t>(column);
+  if (stored.controller[i].empty() || IsAsTyped(row, column, stored)) return;
+  const auto place = PlaceOf(layout_.columns[i].kind, stored.controller[i]);
+  const bool counts =
+      place && ParseWhole(std::string_view(stored.controller[i]).substr(place->at)).has_value();
+  Doubt doubt = DoubtAt(layout_, row, column, counts ? Doubt::Kind::outside : Doubt::Kind::unknown);
+  doubt.sent = stored.controller[i];
+  doubt.sentShown = stored.cells[i];
+  doubts_.push_back(std::move(doubt));
+}
+
+// What was answered for stays so for as long as the value does.
+void MotionTable::JudgeChanges(const std::vector<StoredRow>& before) {
+  for (int row = 1; row <= layout_.rows; ++row) {
+    const std::vector<std::string>& now = stored_[Index(row)].controller;
+    const std::vector<std::string>& then = before[Index(row)].controller;
+    for (std::size_t i = 0; i < layout_.columns.size(); ++i) {
+      const CellKind kind = layout_.columns[i].kind;
+      if (kind == CellKind::fixed || kind == CellKind::label) continue;
+      const int column = static_cast<int>(i);
+      const auto same = [&](const Doubt& doubt) {
+        return doubt.row == row && doubt.column == column;
+      };
+      if (!then.empty()) {
+        if (now[i] == then[i]) continue;
+        std::erase_if(doubts_, same);
+      }
+      if (std::ranges::none_of(doubts_, same)) JudgeValue(row, column);
+    }
+  }
+  std::ranges::stable_sort(doubts_, IsBefore);
+}
+
+MotionTable::Rows MotionTable::StoredCells() const {
+  Rows cells;
+  for (const StoredRow& row : stored_) cells.push_back(row.cells);
+  return cells;
+}
+
+void MotionTable::Settle(const Doubt& doubt, Keep keep) {
+  const auto found = std::ranges::find_if(doubts_, [&](const Doubt& each) {
+    return each.row == doubt.row && each.column == doubt.column;
+  });
+  if (found == doubts_.end()) return;
+  const auto i = static_cast<std::size_t>(found->column);
+  StoredRow row = stored_[Index(found->row)];
+  if (keep == Keep::shown && found->shownMeans) {
+    row.cells[i] = found->shown;
+    row.controller[i] = ToController(layout_.columns[i].kind, found->shown, StoredCells(),
+                                     UnitsOf(OpenedProject()));
+    row.marked = true;
+  }
+  ForEachRecord(
+      [&](int number, RowSet& record) {
+        if (number == found->row) WriteRow(record, row);
+      },
+      true);
+  const std::size_t at = Index(found->row);
+  if (!IsTouched(found->row)) {
+    cells_[at] = row.cells;
+    marks_[at] = row.marked;
+  }
+  stored_[at] = std::move(row);
+  doubts_.erase(found);
+  ShowInWindow();
+}
+
+}  // namespace velmoor
