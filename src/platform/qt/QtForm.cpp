@@ -115,8 +115,8 @@ void QtForm::ShowAsChild() {
   const QSize area = subWindow_->parentWidget()->size();
   const QSize frame = subWindow_->size() - root_->size();
   const QSize wanted = WantedSize();
-  LetScrollWithin(*root_, area - frame);
-  subWindow_->resize((wanted + frame).boundedTo(area));
+  const QSize bar = LetScrollWithin(*root_, area - frame);
+  subWindow_->resize((wanted + bar + frame).boundedTo(area));
   subWindow_->move(
       std::clamp(subWindow_->x(), 0, std::max(0, area.width() - subWindow_->width())),
       std::clamp(subWindow_->y(), 0, std::max(0, area.height() - subWindow_->height())));
@@ -136,8 +136,8 @@ void QtForm::ShowAsDialog() {
   if (!root_->testAttribute(Qt::WA_Resized)) root_->adjustSize();
   const QSize wanted = WantedSize();
   // The screen may be a smaller one than then.
-  LetScrollWithin(*root_, FittingScreen(QSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX)));
-  root_->resize(FittingScreen(wanted));
+  const QSize room = FittingScreen(QSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX));
+  root_->resize((wanted + LetScrollWithin(*root_, room)).boundedTo(room));
   if (parent != nullptr)
     root_->move(OntoScreen(
         QRect(parent->frameGeometry().center() - root_->rect().center(), root_->size())));

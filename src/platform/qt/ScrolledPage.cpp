@@ -18,12 +18,7 @@ class Page final : public QScrollArea {
     // The controls on it take the keyboard, and are scrolled to.
     setFocusPolicy(Qt::NoFocus);
   }
-  [[nodiscard]] QSize sizeHint() const override {
-    // With the bars, since one of them is needed.
-    const QSize bars(verticalScrollBar()->sizeHint().width(),
-                     horizontalScrollBar()->sizeHint().height());
-    return widget()->sizeHint() + bars;
-  }
+  [[nodiscard]] QSize sizeHint() const override { return widget()->sizeHint(); }
   [[nodiscard]] QSize minimumSizeHint() const override { return {120, 80}; }
 };
 
@@ -50,10 +45,10 @@ QSize NeededSize(const QWidget& window, int width) {
   return {least.width(), std::max(least.height(), rows->totalMinimumHeightForWidth(wide))};
 }
 
-void LetScrollWithin(QWidget& window, QSize room) {
+QSize LetScrollWithin(QWidget& window, QSize room) {
   QLayout* const rows = window.layout();
   const QSize needed = NeededSize(window, room.width());
-  if (rows == nullptr || needed.boundedTo(room) == needed) return;
+  if (rows == nullptr || needed.boundedTo(room) == needed) return {0, 0};
   const QMargins margins = rows->contentsMargins();
   QLayout* const buttons = TakeButtons(*rows);
   auto* const content = new QWidget;
@@ -69,6 +64,7 @@ void LetScrollWithin(QWidget& window, QSize room) {
   }
   // The least size of the window follows now, before anybody gives it another.
   outer->activate();
+  return {page->verticalScrollBar()->sizeHint().width(), 0};
 }
 
 }  // namespace velmoor::qt

@@ -11,7 +11,8 @@ namespace velmoor::qt {
 [[nodiscard]] QSize NeededSize(const QWidget& window, int width);
 
 // Puts the content of a window that needs more than `room` on a page that can be scrolled; its row
-// of buttons stays in sight below. A window that has the room stays as it is.
-void LetScrollWithin(QWidget& window, QSize room);
+// of buttons stays in sight below. A window that has the room stays as it is. Returns what the bar
+// to scroll by takes of its width.
+[[nodiscard]] QSize LetScrollWithin(QWidget& window, QSize room);
 
 }  // namespace velmoor::qt
