@@ -7,7 +7,8 @@ namespace velmoor {
 
 Work::Work(const Context& context)
     : session_(context.program.port, context.program.err, context.program.progress,
-               context.program.ends) {
+               context.program.ends),
+      newer_(context.line.Has("read-only") ? NewerProject::readOnly : NewerProject::refuse) {
   if (const auto axis = context.line.Value("axis")) {
     session_.SetAxis(*axis);
     if (session_.Axis() != UpperCase(Trim(*axis))) {

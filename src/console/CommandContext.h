@@ -23,8 +23,9 @@ class Work {
   explicit Work(const Context& context);
 
   [[nodiscard]] bool Started() const { return started_; }
+  // With the option --read-only one of a newer version too.
   [[nodiscard]] bool Open(const std::string& fileName) {
-    return started_ && session_.Open(fileName);
+    return started_ && session_.Open(fileName, newer_);
   }
   // Started, and online; false after a failure, of which the user was told behind "Cannot go
   // online!".
@@ -36,6 +37,7 @@ class Work {
 
  private:
   ConsoleSession session_;
+  NewerProject newer_;
   bool started_ = false;
 };
 

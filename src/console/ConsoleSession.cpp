@@ -45,15 +45,17 @@ bool ConsoleSession::Start(const std::string& strMotorSize) {
   });
 }
 
-bool ConsoleSession::Open(const std::string& fileName) {
+bool ConsoleSession::Open(const std::string& fileName, NewerProject newer) {
   const std::string path = world().files->Absolute(fileName);
   operations_.ForgetProject();
   clsProject.reset();
   clsProject = std::make_unique<clsHX7Project>();
   clsProject->SetWorkingDirectory(GetFileDirectory(path));
   std::string strError;
-  if (!clsProject->OpenProject(path, GetFileTitle(path), strError)) {
-    ShowCritical(strError + "\rProject '" + GetFileTitle(path) + "' cannot be opened.");
+  if (!clsProject->OpenProject(path, GetFileTitle(path), strError, newer)) {
+    const bool hint = clsProject->IsNewer() && newer == NewerProject::refuse;
+    ShowCritical(strError + "\rProject '" + GetFileTitle(path) + "' cannot be opened." +
+                 (hint ? kReadOnlyHint : ""));
     return false;
   }
   operations_.FollowProject();

@@ -12,6 +12,10 @@
 
 namespace velmoor {
 
+// What leads on where a project of a newer version was refused.
+inline constexpr const char* kReadOnlyHint =
+    "\rshow, report, compare and diff read it with --read-only.";
+
 class ConsoleSession final : public SessionState, private Desk {
  public:
   // Puts itself in force as gMainForm until destroyed. `progress` gets a line that is rewritten
@@ -30,7 +34,7 @@ class ConsoleSession final : public SessionState, private Desk {
   // failure, of which the user was told.
   bool Start(const std::string& strMotorSize);
   // Opens a project. False after a failure, of which the user was told.
-  bool Open(const std::string& fileName);
+  bool Open(const std::string& fileName, NewerProject newer = NewerProject::refuse);
 
   [[nodiscard]] Operations& Hardware() { return operations_; }
   clsHX7Project& project() { return *clsProject; }

@@ -16,6 +16,8 @@
 #include "platform/Numbers.h"
 #include "platform/World.h"
 #include "project/ProjectCompare.h"
+#include "project/data/ProjectFormat.h"
+#include "project/data/Schema.h"
 
 namespace velmoor {
 namespace {
@@ -198,9 +200,26 @@ bool Compare(const Context& context) {
   return parts && PrintDifferences(context, *parts, "project", "hardware");
 }
 
+namespace {
+
+// Of the right format, or read all the same by the user's choice.
+bool MayBeCompared(const Context& context, const std::string& path) {
+  if (context.line.Has("read-only")) return true;
+  try {
+    RefuseNewer(*OpenForReading(path));
+    return true;
+  } catch (const NewerFormat& newer) {
+    ShowCritical(InWords(newer, GetFileTitle(path)) + kReadOnlyHint);
+    return false;
+  }
+}
+
+}  // namespace
+
 bool Diff(const Context& context) {
   const std::string first = world().files->Absolute(context.Argument(1));
   const std::string second = world().files->Absolute(context.Argument(2));
+  if (!MayBeCompared(context, first) || !MayBeCompared(context, second)) return false;
   return PrintDifferences(context, CompareProjects(first, second), "first", "second");
 }
 

@@ -6,6 +6,7 @@
 #include "link/CommandWords.h"
 #include "link/clsHX7Helix7.h"
 #include "platform/Events.h"
+#include "platform/MessageBoxes.h"
 #include "platform/Numbers.h"
 #include "project/StoreCommands.h"
 #include "project/clsHX7Project.h"
@@ -86,13 +87,23 @@ void clsHX7Project::MarkAfterStrayWrite() {
   blnNeedsSaving_ = true;
 }
 
-bool clsHX7Project::Download() {
+bool clsHX7Project::RunDownload(const std::function<void()>& mark,
+                                const std::function<bool()>& send) {
+  if (IsReadOnly()) {
+    ShowExclamation(
+        ReadOnlyWords("It may hold what this version does not know, so it cannot be downloaded."));
+    return false;
+  }
   if (!MayDownload()) return false;
-  MarkAfterStrayWrite();
+  mark();
   if (!BeginDownload()) return false;
-  const bool done = SendNew();
+  const bool done = send();
   EndDownload();
   return done;
+}
+
+bool clsHX7Project::Download() {
+  return RunDownload([this] { MarkAfterStrayWrite(); }, [this] { return SendNew(); });
 }
 
 bool clsHX7Project::SendNew() {
@@ -112,12 +123,7 @@ bool clsHX7Project::SendNew() {
 }
 
 bool clsHX7Project::DownloadAll() {
-  if (!MayDownload()) return false;
-  MarkEverything();
-  if (!BeginDownload()) return false;
-  const bool done = SendEverything();
-  EndDownload();
-  return done;
+  return RunDownload([this] { MarkEverything(); }, [this] { return SendEverything(); });
 }
 
 bool clsHX7Project::SendEverything() {
@@ -149,12 +155,10 @@ bool clsHX7Project::DownloadPart(Tool part) {
 }
 
 bool clsHX7Project::DownloadParts(const std::vector<Tool>& parts) {
-  if (!MayDownload()) return false;
-  for (const Tool part : parts) MarkPart(part);
-  if (!BeginDownload()) return false;
-  const bool done = SendParts(parts);
-  EndDownload();
-  return done;
+  const auto mark = [this, &parts] {
+    for (const Tool part : parts) MarkPart(part);
+  };
+  return RunDownload(mark, [this, &parts] { return SendParts(parts); });
 }
 
 bool clsHX7Project::SendParts(const std::vector<Tool>& parts) {

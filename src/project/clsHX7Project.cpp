@@ -7,7 +7,6 @@
 #include "platform/Trapped.h"
 #include "platform/World.h"
 #include "project/WorkingName.h"
-#include "project/data/ProjectFormat.h"
 #include "project/data/Schema.h"
 #include "session/Session.h"
 
@@ -34,7 +33,7 @@ void clsHX7Project::RemoveWorkingFile() {
 }
 
 bool clsHX7Project::OpenProject(const std::string& strFileName, const std::string& strFileTitle,
-                                std::string& strError) {
+                                std::string& strError, NewerProject newer) {
   const auto refuse = [&strError](const std::string& words) {
     strError = words;
     return false;
@@ -67,7 +66,7 @@ bool clsHX7Project::OpenProject(const std::string& strFileName, const std::strin
   }
   if (!files.Exists(working.path)) return refuse(cannotCreate);
   RemoveMarksFile();
-  const std::string refusal = ReadFile();
+  const std::string refusal = ReadFile(newer);
   if (!refusal.empty()) return refuse(refusal);
   SetDatabasePaths();
   blnOpen_ = true;
@@ -113,20 +112,30 @@ void clsHX7Project::SetDatabasePaths() {
   clsServoJog_.SetDatabasePath(strProjectDatabasePath_);
 }
 
+void clsHX7Project::FitFormat(NewerProject newer) {
+  const std::string pattern = JoinPath(world().appDirectory, "Velmoor.spt");
+  try {
+    laidAnew_ = InWords(BringUpToDate(strProjectDatabasePath_, pattern));
+  } catch (const NewerFormat&) {
+    isNewer_ = true;
+    if (newer == NewerProject::refuse) throw;
+    CheckReadable(strProjectDatabasePath_, pattern);
+  }
+}
+
 // The machine's units come with the parameters, before the tables that are read in them. Returns
 // why the project cannot be opened; empty: it is read.
-std::string clsHX7Project::ReadFile() {
+std::string clsHX7Project::ReadFile(NewerProject newer) {
   try {
-    laidAnew_ = InWords(
-        BringUpToDate(strProjectDatabasePath_, JoinPath(world().appDirectory, "Velmoor.spt")));
+    FitFormat(newer);
     parameters_.Open({strTHDatabasePath_, gMainForm->ParametersTable(), gMainForm->NibbleTable(),
                       strProjectDatabasePath_},
                      gMainForm->ComboList());
     SetDatabasePaths();
     (void)OpenForReading(strProjectDatabasePath_)->OpenTable(schema::Misc::kTable);
     for (MotionTable* const table : Tables()) table->ReadFromDB();
-  } catch (const NewerFormat& newer) {
-    return "Project " + sFileTitle_ + " was made by a newer version of Velmoor!\r" + newer.what();
+  } catch (const NewerFormat& refused) {
+    return InWords(refused, sFileTitle_);
   } catch (const std::exception& error) {
     std::string reason = error.what();
     // Users know their file, not the one that is worked on in its stead.
@@ -139,13 +148,24 @@ std::string clsHX7Project::ReadFile() {
   return {};
 }
 
+std::string clsHX7Project::ReadOnlyWords(const std::string& consequence) const {
+  return "Project " + sFileTitle_ +
+         " was made by a newer version of Velmoor and is open for reading only.\r" + consequence;
+}
+
+void clsHX7Project::RefuseSaving() const {
+  if (IsReadOnly()) throw FileError(ReadOnlyWords("It cannot be saved."));
+}
+
 void clsHX7Project::Save() {
+  RefuseSaving();
   world().databases->Release(strProjectDatabasePath_);
   world().files->SaveDurably(strProjectDatabasePath_, sFileName_, sFileName_);
   blnNeedsSaving_ = false;
 }
 
 void clsHX7Project::SaveAs(const std::string& strFile) {
+  RefuseSaving();
   Files& files = *world().files;
   const std::string directory = GetFileDirectory(strFile);
   const std::string title = GetFileTitle(strFile);

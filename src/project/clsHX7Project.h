@@ -20,6 +20,7 @@
 #include "online/clsHX7Terminal.h"
 #include "platform/Event.h"
 #include "platform/Files.h"
+#include "project/data/ProjectFormat.h"
 #include "session/Project.h"
 #include "tables/clsHX7Jog.h"
 #include "tables/clsHX7Position.h"
@@ -47,16 +48,17 @@ class clsHX7Project final : public Project {
 
   // ---- the file
 
-  // Opens
-  // `strFileName`, whose title is `strFileTitle`, on a fresh working copy in WorkingDirectory,
-  // which must be set. False puts the reason into `strError`; the project then holds no data.
+  // Opens `strFileName`, whose title is `strFileTitle`, on a fresh working copy in
+  // WorkingDirectory, which must be set. False puts the reason into `strError`; the project then
+  // holds no data. A file of a newer format than this program's is refused, or opened for reading
+  // alone.
   bool OpenProject(const std::string& strFileName, const std::string& strFileTitle,
-                   std::string& strError);
+                   std::string& strError, NewerProject newer = NewerProject::refuse);
   // Deletes the working file and lets go of its lock; nothing but the destructor may follow. A
   // folder that became read-only keeps the file.
   void RemoveWorkingFile();
   // Copies the working file over the project file, durably, and clears the need of saving. Throws
-  // FileError; nothing is changed then.
+  // FileError, also where the project is open for reading alone; nothing is changed then.
   void Save();
   // Goes on under another name; the need of saving stays as it was. Throws FileError; the project
   // then goes on under the old name.
@@ -73,6 +75,10 @@ class clsHX7Project final : public Project {
   void SetWorkingDirectory(const std::string& directory) { sWorkingDirectory_ = directory; }
   [[nodiscard]] const std::string& ProjectDatabasePath() const { return strProjectDatabasePath_; }
   [[nodiscard]] bool IsOpen() const { return blnOpen_; }
+  // The file is of a newer format than this program's: it was refused, or is open for reading
+  // alone. Nothing of it is changed, saved or downloaded then; whatever tries tells the user.
+  [[nodiscard]] bool IsNewer() const { return isNewer_; }
+  [[nodiscard]] bool IsReadOnly() const { return blnOpen_ && isNewer_; }
 
   // ---- flags
   // A tool holds changes that the hardware does not have.
@@ -238,7 +244,10 @@ class clsHX7Project final : public Project {
   struct Plan;
 
   void SetDatabasePaths();
-  [[nodiscard]] std::string ReadFile();
+  [[nodiscard]] std::string ReadFile(NewerProject newer);
+  void FitFormat(NewerProject newer);
+  [[nodiscard]] std::string ReadOnlyWords(const std::string& consequence) const;
+  void RefuseSaving() const;
   void ConnectTools();
   template <typename ToolObject>
   void ConnectTool(Tool id, ToolObject& tool);
@@ -265,6 +274,8 @@ class clsHX7Project final : public Project {
   bool DownloadPart(Tool part);
   [[nodiscard]] bool IsAsWritten() const { return !writtenCheck_ || writtenCheck_(); }
   [[nodiscard]] bool MayDownload() const;
+  // Marks by `mark`, then sends by `send`, with what precedes and follows each download.
+  bool RunDownload(const std::function<void()>& mark, const std::function<bool()>& send);
   // Before the first line of a download, and behind its last.
   bool BeginDownload();
   void EndDownload();
@@ -280,6 +291,7 @@ class clsHX7Project final : public Project {
   std::string strProjectDatabasePath_;
   std::string strTHDatabasePath_;
   bool blnOpen_ = false;
+  bool isNewer_ = false;
   std::string laidAnew_;  // what the opened file lacked, in words
   bool blnNeedsSaving_ = false;
   // The amplifier holds no machine that can be used; that of the project has stayed.

@@ -60,6 +60,40 @@ TEST_F(Velmoorctl, TellsWhyAProjectCannotBeOpened) {
             "be opened.\n");
 }
 
+TEST_F(Velmoorctl, ReadsAProjectOfALaterVersionByAnOptionAlone) {
+  const std::string other = world.folder.At("b.spj");
+  ASSERT_EQ(Run({"new", project}), 0);
+  ASSERT_EQ(Run({"new", other}), 0);
+  {
+    sqlcipher::Connection tool(project, sqlcipher::OpenMode::create, "nurvex");
+    tool.Execute("UPDATE tblMisc SET value='3' WHERE PropertyName='format'");
+    tool.Execute("ALTER TABLE tblZone ADD COLUMN Hysteresis TEXT");
+  }
+  const std::string bytes = world.files.ReadAll(project);
+  const std::string pdf = world.folder.At("a.pdf");
+  const std::string hint = "show, report, compare and diff read it with --read-only.\n";
+  const std::vector<std::vector<std::string>> reading = {{"show", project, "zone"},
+                                                         {"diff", other, project},
+                                                         {"report", project, "--out", pdf},
+                                                         {"compare", project, "--port", "x"}};
+  for (std::vector<std::string> words : reading) {
+    SCOPED_TRACE(words.front());
+    EXPECT_EQ(Run(words), 1);
+    EXPECT_TRUE(err.str().starts_with("Project a.spj was made by a newer version of Velmoor!\n"));
+    EXPECT_TRUE(err.str().ends_with(hint)) << err.str();
+    EXPECT_EQ(out.str(), "");
+    words.emplace_back("--read-only");
+    const bool differs = words.front() == "compare";
+    EXPECT_EQ(Run(words), differs ? 1 : 0) << err.str();
+    EXPECT_EQ(out.str().empty(), words.front() == "report");
+  }
+  EXPECT_TRUE(world.files.Exists(pdf));
+  EXPECT_EQ(Run({"set", project, "Pn81B=1"}), 1);
+  EXPECT_TRUE(err.str().ends_with(hint)) << err.str();
+  EXPECT_EQ(Run({"set", project, "Pn81B=1", "--read-only"}), 2);
+  EXPECT_EQ(world.files.ReadAll(project), bytes);
+}
+
 // What would crash the engine, change a second parameter, or swallow the first, is not even read.
 TEST_F(Velmoorctl, RefusesAProjectThatHoldsMoreThanAProject) {
   const struct {

@@ -114,15 +114,82 @@ TEST_F(KeptFile, WhatIsNewInTheTemplateIsAddedAndMarkedToDownload) {
   EXPECT_EQ(row.value, "Normally open");
 }
 
-TEST_F(KeptFile, ANewerFormatIsRefusedInWordsAndTheFileStays) {
-  const std::string path = world.MakeProject("line1.spj");
-  PutFormat(path, "3");
+// What a later version may have added: a column, a table, a setting, a parameter.
+class ProjectOfALaterVersion : public KeptFile {
+ protected:
+  ProjectOfALaterVersion() {
+    path = world.MakeProject("line1.spj");
+    Plant({"UPDATE tblMisc SET value='3' WHERE PropertyName='format'",
+           "ALTER TABLE tblZone ADD COLUMN Hysteresis TEXT",
+           "CREATE TABLE tblCam (ID INTEGER, Angle TEXT)", "INSERT INTO tblCam VALUES(1,'90')",
+           "INSERT INTO tblParameters VALUES('Pn8FF','7','7','1','')",
+           "UPDATE tblZone SET LowerLimit='1.000', ControllerLowerLimit='1000', "
+           "UpperLimit='2.000', ControllerUpperLimit='2000', Hysteresis='5' WHERE Zone=4"});
+  }
+  void Plant(const std::vector<std::string>& statements) const {
+    sqlcipher::Connection tool(path, sqlcipher::OpenMode::create, "nurvex");
+    for (const std::string& statement : statements) tool.Execute(statement);
+  }
+  std::string path;
+};
+
+TEST_F(ProjectOfALaterVersion, IsReadByChoiceAndNothingOfItIsWritten) {
   const std::string before = world.files.ReadAll(path);
   EXPECT_EQ(session.Open(path),
             "Project line1.spj was made by a newer version of Velmoor!\r"
-            "The file's format is 3, and this version reads 2 at most.");
+            "The file's format is 3, and this version knows 2 at most.");
+  EXPECT_FALSE(project().IsReadOnly());
+  ASSERT_EQ(session.Open(path, NewerProject::readOnly), "");
+  EXPECT_TRUE(project().IsReadOnly());
+  clsHX7Zone& zone = project().Zone();
+  EXPECT_EQ(zone.Text(5, clsHX7Zone::lower), "1.000");
+  // An Apply, as the window and the shell do it.
+  zone.SetText(5, clsHX7Zone::lower, "0.500");
+  EXPECT_FALSE(zone.ChangeAccepted());
+  EXPECT_EQ(world.boxes.TakeTexts(),
+            std::vector<std::string>{"clsZone.SaveToDB: The file's format is 3, and this version "
+                                     "knows 2 at most."});
+  EXPECT_EQ(zone.Stored(5).cells[clsHX7Zone::lower], "1.000");
+  EXPECT_FALSE(project().NeedsSaving());
+  EXPECT_THROW(project().Save(), FileError);
+  EXPECT_THROW(project().SaveAs(world.folder.At("line2.spj")), FileError);
+  EXPECT_FALSE(world.files.Exists(world.folder.At("line2.spj")));
   session.Close();
   EXPECT_EQ(world.files.ReadAll(path), before);
+}
+
+TEST_F(ProjectOfALaterVersion, IsNeverDownloaded) {
+  const std::string before = world.files.ReadAll(path);
+  ASSERT_EQ(session.Open(path, NewerProject::readOnly), "");
+  session.GoOnline();
+  const auto lines = amplifier().Journal().size();
+  EXPECT_FALSE(project().Download());
+  EXPECT_FALSE(project().DownloadAll());
+  EXPECT_FALSE(project().DownloadParts({Tool::zone}));
+  EXPECT_EQ(amplifier().Journal().size(), lines);
+  EXPECT_EQ(world.boxes.TakeTexts(),
+            std::vector<std::string>(
+                3,
+                "Project line1.spj was made by a newer version of Velmoor and is open for "
+                "reading only.\rIt may hold what this version does not know, so it cannot be "
+                "downloaded."));
+  EXPECT_EQ(world.files.ReadAll(path), before);
+}
+
+TEST_F(ProjectOfALaterVersion, IsRefusedWhereItCannotBeShown) {
+  const std::pair<const char*, const char*> cases[] = {
+      {"DELETE FROM tblParameters WHERE pn='Pn834'",
+       "The file lacks records without which it cannot be shown:\rParameters: Pn834"},
+      {"UPDATE tblZone SET Zone=32 WHERE Zone=31", "tblZone has a record of no known number."},
+      {"ALTER TABLE tblJog RENAME TO tblSpeeds", "There is no table tblJog."},
+  };
+  for (const auto& [statement, reason] : cases) {
+    SCOPED_TRACE(statement);
+    Plant({statement});
+    EXPECT_EQ(session.Open(path, NewerProject::readOnly),
+              std::string("Error reading databases!\r") + reason);
+    session.Close();
+  }
 }
 
 TEST_F(KeptFile, AFormatThatIsNoneIsADamagedFile) {

@@ -29,12 +29,12 @@ class TestSession final : public SessionState {
     GetAlarmDefinitions();
   }
   // Opens the project; empty when it opened, else the reason.
-  std::string Open(const std::string& path) {
+  std::string Open(const std::string& path, NewerProject newer = NewerProject::refuse) {
     clsProject.reset();
     clsProject = std::make_unique<clsHX7Project>();
     clsProject->SetWorkingDirectory(GetFileDirectory(path));
     std::string strError;
-    const bool opened = clsProject->OpenProject(path, GetFileTitle(path), strError);
+    const bool opened = clsProject->OpenProject(path, GetFileTitle(path), strError, newer);
     EXPECT_EQ(opened, strError.empty()) << strError;
     return strError;
   }

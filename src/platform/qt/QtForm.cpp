@@ -22,6 +22,7 @@
 #include "platform/qt/QtPageView.h"
 #include "platform/qt/QtTerminalScreen.h"
 #include "platform/qt/QtTimeChart.h"
+#include "platform/qt/ScrolledPage.h"
 #include "platform/qt/WindowSizes.h"
 
 namespace velmoor::qt {
@@ -113,7 +114,9 @@ void QtForm::ShowAsChild() {
   // The area may be smaller than the window would like to be.
   const QSize area = subWindow_->parentWidget()->size();
   const QSize frame = subWindow_->size() - root_->size();
-  subWindow_->resize((WantedSize() + frame).boundedTo(area));
+  const QSize wanted = WantedSize();
+  const QSize bar = LetScrollWithin(*root_, area - frame);
+  subWindow_->resize((wanted + bar + frame).boundedTo(area));
   subWindow_->move(
       std::clamp(subWindow_->x(), 0, std::max(0, area.width() - subWindow_->width())),
       std::clamp(subWindow_->y(), 0, std::max(0, area.height() - subWindow_->height())));
@@ -129,13 +132,15 @@ void QtForm::ShowAsDialog() {
   if (auto* const exit = root_->findChild<QPushButton*>(QStringLiteral("cmdExit"))) {
     SetUpKey(Qt::Key_Escape, *exit);
   }
-  root_->adjustSize();
+  // The size of the layout where it tells one.
+  if (!root_->testAttribute(Qt::WA_Resized)) root_->adjustSize();
+  const QSize wanted = WantedSize();
   // The screen may be a smaller one than then.
-  root_->resize(FittingScreen(WantedSize()));
-  if (parent != nullptr) {
-    const QPoint centre = parent->frameGeometry().center();
-    root_->move(centre - root_->rect().center());
-  }
+  const QSize room = FittingScreen(QSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX));
+  root_->resize((wanted + LetScrollWithin(*root_, room)).boundedTo(room));
+  if (parent != nullptr)
+    root_->move(OntoScreen(
+        QRect(parent->frameGeometry().center() - root_->rect().center(), root_->size())));
   root_->show();
 }
 
@@ -146,7 +151,8 @@ void QtForm::ShowAsSplash() {
 }
 
 QSize QtForm::WantedSize() const {
-  return StoredWindowSize(name_).value_or(root_->size()).expandedTo(root_->minimumSizeHint());
+  const QSize size = StoredWindowSize(name_).value_or(root_->size());
+  return size.expandedTo(NeededSize(*root_, size.width()));
 }
 
 void QtForm::KeepSize() {

@@ -3,6 +3,7 @@
 #include <QGuiApplication>
 #include <QScreen>
 #include <QStringList>
+#include <algorithm>
 
 #include "platform/Settings.h"
 #include "platform/World.h"
@@ -15,6 +16,8 @@ namespace {
 std::string SettingOf(const std::string& layout) {
   return "Size_" + layout;
 }
+
+constexpr QSize kFrame(4, 40);  // what the desktop's title bar and edges may take
 
 }  // namespace
 
@@ -40,8 +43,16 @@ void StoreWindowSize(const std::string& layout, QSize size) {
 }
 
 QSize FittingScreen(QSize size) {
-  constexpr QSize kFrame(4, 40);  // what the desktop's title bar and edges may take
   return size.boundedTo(QGuiApplication::primaryScreen()->availableGeometry().size() - kFrame);
+}
+
+QPoint OntoScreen(const QRect& window) {
+  const QRect room = QGuiApplication::primaryScreen()->availableGeometry();
+  const auto within = [](int place, int length, int from, int to) {
+    return std::max(from, std::min(place, to - length));
+  };
+  return {within(window.x(), window.width(), room.left(), room.left() + room.width()),
+          within(window.y(), window.height(), room.top(), room.top() + room.height())};
 }
 
 }  // namespace velmoor::qt

@@ -1,6 +1,8 @@
 // What the windows keep of their look from one session to the next: above all their sizes.
 #pragma once
 
+#include <QPoint>
+#include <QRect>
 #include <QSize>
 #include <optional>
 #include <string>
@@ -20,5 +22,9 @@ void StoreWindowSize(const std::string& layout, QSize size);
 
 // As much of `size` as the screen has room for, with the desktop's frame around it.
 [[nodiscard]] QSize FittingScreen(QSize size);
+
+// The place for a window of that geometry which fits the screen: its own, or the nearest from where
+// nothing of it is cut.
+[[nodiscard]] QPoint OntoScreen(const QRect& window);
 
 }  // namespace velmoor::qt

@@ -1,6 +1,7 @@
 #include "project/data/ProjectContents.h"
 
 #include <algorithm>
+#include <functional>
 #include <set>
 
 #include "platform/Numbers.h"
@@ -44,50 +45,66 @@ void CheckRecords(Database& project, const ProjectTable& table) {
   }
 }
 
-LaidAnew AddMissing(Database& project, Database& pattern, const ProjectTable& table) {
-  LaidAnew laid{std::string(table.title), {}};
-  const auto records = project.OpenTable(table.definition.name);
-  const auto patterns = pattern.OpenTable(table.definition.name);
-  for (; !patterns->AtEnd(); patterns->MoveNext()) {
-    const std::string key = patterns->Text(table.key);
-    if (records->FindFirst(table.key, key)) continue;
-    records->AddNew();
-    for (const ColumnDefinition& column : table.definition.columns) {
-      const bool mark = column.name == schema::kMark;
-      records->Set(column.name, mark ? "1" : patterns->Text(column.name));
+// Does `each` with every record of the pattern whose key the project does not have. Tells which.
+std::vector<LaidAnew> ForEachMissing(
+    Database& project, Database& pattern,
+    const std::function<void(const ProjectTable&, const RowSet& patterns, RowSet& records)>& each) {
+  std::vector<LaidAnew> all;
+  for (const ProjectTable& table : schema::ProjectTables()) {
+    LaidAnew laid{std::string(table.title), {}};
+    const auto records = project.OpenTable(table.definition.name);
+    const auto patterns = pattern.OpenTable(table.definition.name);
+    for (; !patterns->AtEnd(); patterns->MoveNext()) {
+      const std::string key = patterns->Text(table.key);
+      if (records->FindFirst(table.key, key)) continue;
+      each(table, *patterns, *records);
+      laid.keys.push_back(key);
     }
-    records->Update();
-    laid.keys.push_back(key);
+    if (!laid.keys.empty()) all.push_back(std::move(laid));
   }
-  return laid;
+  return all;
+}
+
+bool HasColumnsOf(const TableDefinition& found, const ProjectTable& table, Strangers strangers) {
+  if (strangers == Strangers::refused) return found.columns == table.definition.columns;
+  return std::ranges::all_of(table.definition.columns, [&found](const ColumnDefinition& column) {
+    return std::ranges::find(found.columns, column) != found.columns.end();
+  });
 }
 
 }  // namespace
 
-void CheckContents(Database& project) {
+void CheckContents(Database& project, Strangers strangers) {
   const std::vector<TableDefinition> present = project.Tables();
   for (const ProjectTable& table : schema::ProjectTables()) {
     const auto found = std::ranges::find(present, table.definition.name, &TableDefinition::name);
     if (found == present.end()) {
       throw DatabaseError(DatabaseError::Kind::schema, "There is no table " + NameOf(table) + ".");
     }
-    if (found->columns != table.definition.columns) {
+    if (!HasColumnsOf(*found, table, strangers)) {
       Refuse(NameOf(table) + " has other columns than in a project.");
     }
   }
-  if (present.size() != schema::ProjectTables().size()) {
+  if (strangers == Strangers::refused && present.size() != schema::ProjectTables().size()) {
     Refuse("The file holds a table that is none of a project.");
   }
   for (const ProjectTable& table : schema::ProjectTables()) CheckRecords(project, table);
 }
 
+std::vector<LaidAnew> MissingRecords(Database& project, Database& pattern) {
+  return ForEachMissing(project, pattern, [](const ProjectTable&, const RowSet&, RowSet&) {});
+}
+
 std::vector<LaidAnew> AddMissingRecords(Database& project, Database& pattern) {
-  std::vector<LaidAnew> all;
-  for (const ProjectTable& table : schema::ProjectTables()) {
-    LaidAnew laid = AddMissing(project, pattern, table);
-    if (!laid.keys.empty()) all.push_back(std::move(laid));
-  }
-  return all;
+  return ForEachMissing(project, pattern,
+                        [](const ProjectTable& table, const RowSet& patterns, RowSet& records) {
+                          records.AddNew();
+                          for (const ColumnDefinition& column : table.definition.columns) {
+                            const bool mark = column.name == schema::kMark;
+                            records.Set(column.name, mark ? "1" : patterns.Text(column.name));
+                          }
+                          records.Update();
+                        });
 }
 
 std::string InWords(const std::vector<LaidAnew>& laid) {

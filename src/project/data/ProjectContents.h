@@ -10,16 +10,21 @@
 
 namespace velmoor {
 
+// Tables and columns that this program does not know: none, or such as a later version has added.
+enum class Strangers { refused, allowed };
+
 // Throws DatabaseError(foreign or schema) that names what is wrong.
-void CheckContents(Database& project);
+void CheckContents(Database& project, Strangers strangers);
 
 // The records that a project lacked, of one table.
 struct LaidAnew {
   std::string table;              // in the user's words
   std::vector<std::string> keys;  // in the order of the template
 };
-// Adds the records that the template has and the project does not, with the template's texts, and
-// marked to download where the table has marks. Tells what was added.
+// The records that the template has and the project does not.
+[[nodiscard]] std::vector<LaidAnew> MissingRecords(Database& project, Database& pattern);
+// Adds them, with the template's texts, and marked to download where the table has marks. Tells
+// what was added.
 [[nodiscard]] std::vector<LaidAnew> AddMissingRecords(Database& project, Database& pattern);
 
 // For the user; empty where nothing was laid anew.

@@ -49,21 +49,38 @@ void SetVersion(Database& project, std::int64_t version) {
 
 }  // namespace
 
+std::string InWords(const NewerFormat& newer, const std::string& fileTitle) {
+  return "Project " + fileTitle + " was made by a newer version of Velmoor!\r" + newer.what();
+}
+
+void RefuseNewer(Database& project) {
+  const std::int64_t version = VersionOf(project);
+  if (version <= schema::kFormatVersion) return;
+  throw NewerFormat("The file's format is " + NumberText(version) + ", and this version knows " +
+                    NumberText(schema::kFormatVersion) + " at most.");
+}
+
+void CheckReadable(const std::string& workingFile, const std::string& templatePath) {
+  const auto project = OpenForReading(workingFile);
+  CheckContents(*project, Strangers::allowed);
+  const auto missing = MissingRecords(*project, *OpenForReading(templatePath));
+  if (missing.empty()) return;
+  throw DatabaseError(
+      DatabaseError::Kind::schema,
+      "The file lacks records without which it cannot be shown:" + InWords(missing));
+}
+
 std::vector<LaidAnew> BringUpToDate(const std::string& workingFile,
                                     const std::string& templatePath) {
   const auto project = OpenForWriting(workingFile);
   const std::int64_t version = VersionOf(*project);
-  if (version > schema::kFormatVersion) {
-    throw NewerFormat("The file's format is " + NumberText(version) + ", and this version reads " +
-                      NumberText(schema::kFormatVersion) + " at most.");
-  }
   try {
     for (std::int64_t from = version; from < schema::kFormatVersion; ++from) {
       kSteps[from - kFirst](*project);
     }
     if (version < schema::kFormatVersion) SetVersion(*project, schema::kFormatVersion);
     // The formats so far differ by no table and no column.
-    CheckContents(*project);
+    CheckContents(*project, Strangers::refused);
     std::vector<LaidAnew> laid = AddMissingRecords(*project, *OpenForReading(templatePath));
     project->Commit();
     return laid;

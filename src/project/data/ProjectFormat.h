@@ -1,7 +1,6 @@
 // The format of a project file: its version, and the steps that bring an older file up to it.
 #pragma once
 
-#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -10,10 +9,23 @@
 namespace velmoor {
 
 // A project whose format is newer than this program's; what() tells both versions.
-class NewerFormat : public std::runtime_error {
+class NewerFormat : public DatabaseError {
  public:
-  using std::runtime_error::runtime_error;
+  explicit NewerFormat(const std::string& versions)
+      : DatabaseError(DatabaseError::Kind::foreign, versions) {}
 };
+// For the user, with the project's file title in front.
+[[nodiscard]] std::string InWords(const NewerFormat& newer, const std::string& fileTitle);
+
+// What becomes of such a project at its opening.
+enum class NewerProject { refuse, readOnly };
+
+// Throws NewerFormat, and DatabaseError for a version that is none.
+void RefuseNewer(Database& project);
+
+// Looks whether a file of a newer format holds all that this program would show of it, beside
+// whatever else. Throws DatabaseError where it does not.
+void CheckReadable(const std::string& workingFile, const std::string& templatePath);
 
 // Brings the working file of a project up to the present format, step by step, in one transaction:
 // every version that was ever written is understood. What the template has and the project does not

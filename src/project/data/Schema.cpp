@@ -5,6 +5,7 @@
 #include <span>
 
 #include "platform/World.h"
+#include "project/data/ProjectFormat.h"
 
 namespace velmoor {
 namespace schema {
@@ -68,7 +69,9 @@ std::unique_ptr<Database> OpenForReading(const std::string& path) {
 }
 
 std::unique_ptr<Database> OpenForWriting(const std::string& path) {
-  return world().databases->Open(path, schema::kPassword, DatabaseAccess::readWrite);
+  auto project = world().databases->Open(path, schema::kPassword, DatabaseAccess::readWrite);
+  RefuseNewer(*project);
+  return project;
 }
 
 }  // namespace velmoor

@@ -167,8 +167,10 @@ inline constexpr std::size_t kMostText = 4096;  // bytes of one field
 
 namespace velmoor {
 
-// Open a project file or the catalogue's working copy for one operation. Throw DatabaseError.
+// Open a file for one operation: a project or the catalogue's working copy. Throws DatabaseError.
 [[nodiscard]] std::unique_ptr<Database> OpenForReading(const std::string& path);
+// A project. Throws DatabaseError, and NewerFormat where its format is newer than this program's:
+// nothing is ever written into such a file.
 [[nodiscard]] std::unique_ptr<Database> OpenForWriting(const std::string& path);
 
 }  // namespace velmoor

@@ -1,0 +1,116 @@
+// Every window of the program, one after the other, on the screen of this process.
+#include <QCheckBox>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QScreen>
+#include <QTableView>
+
+#include "ScreenSession.h"
+#include "platform/qt/FormLayouts.h"
+#include "platform/qt/QtMessageBoxes.h"
+#include "platform_qt/QtTestUser.h"
+
+namespace velmoor::qt {
+namespace {
+
+class Windows : public ScreenSession {
+ protected:
+  static void Press(const char* button) {
+    Widget<QPushButton>(button).click();
+    ServeEvents();
+  }
+  // The cell of a row, in the column of that heading.
+  static QModelIndex CellOf(const QTableView& grid, int row, const char* heading) {
+    const QAbstractItemModel& model = *grid.model();
+    for (int column = 0; column < model.columnCount(); ++column) {
+      const QString told = model.headerData(column, Qt::Horizontal).toString();
+      if (told.startsWith(QLatin1String(heading))) return model.index(row, column);
+    }
+    throw std::logic_error(std::string("No column is headed ") + heading);
+  }
+  void PositionDialogs();
+  // In the machine's window, up to what it would rescale.
+  static void ChangeResolution();
+};
+
+void Windows::ChangeResolution() {
+  auto& grid = Widget<QTableView>("vsFG");
+  int row = 0;
+  while (grid.model()->index(row, 0).data().toString() != QLatin1String("Pn82D")) ++row;
+  const QModelIndex cell = CellOf(grid, row, "Value");
+  grid.setCurrentIndex(cell);
+  grid.edit(cell);
+  auto& line = *grid.findChild<QLineEdit*>();
+  line.selectAll();
+  TypeText(line, QStringLiteral("2"));
+  PressKey(line, Qt::Key_Return);
+  ServeEvents();
+  Press("cmdApply");
+}
+
+void Windows::PositionDialogs() {
+  auto& grid = *Child("frmPosition").findChild<QTableView*>(QStringLiteral("vsFG"));
+  for (const char* const heading : {"Position", "POUT", "Event"}) {
+    SCOPED_TRACE(heading);
+    grid.setCurrentIndex(CellOf(grid, 0, heading));
+    InDialog([&grid] { PressKey(grid, Qt::Key_F9); });
+  }
+}
+
+TEST_F(Windows, ShowAllOfThemselves) {
+  const QSize room = QGuiApplication::primaryScreen()->size();
+  std::printf("The screen has %d x %d units.\n", room.width(), room.height());
+  Start();
+  for (const char* const command :
+       {"mnuToolsIndexerInterface", "mnuToolsIndexerFlexibleIO", "mnuToolsIndexerOverTravel",
+        "mnuToolsIndexerHoming", "mnuToolsIndexerJog", "mnuToolsIndexerZone"}) {
+    Choose(command);
+    CloseChildren();
+  }
+  Choose("mnuToolsIndexerPosition");
+  PositionDialogs();
+  CloseChildren();
+  const auto nothing = [] {};
+  for (const char* const command :
+       {"mnuToolsEditor", "mnuToolsTuning", "mnuToolsCommunicationsSettings", "mnuHelpAbout"}) {
+    Choose(command, nothing);
+  }
+  Choose("mnuToolsMechanicalSystem", [this] {
+    data.boxes.Expect("discard", BoxAnswer::yes);
+    InDialog(ChangeResolution);
+  });
+  Choose("mnuToolsOnline");
+  for (const char* const command : {"mnuToolsServoJog", "mnuToolsHomePosition",
+                                    "mnuToolsInertiaRatio", "mnuToolsProductInformation"}) {
+    Choose(command, nothing);
+  }
+  data.boxes.Expect("Could not upload Mechanical System Parameters", BoxAnswer::yes);
+  Choose("mnuToolsCompare", nothing);
+  Choose("mnuToolsMonitoring");
+  CloseChildren();
+  Choose("mnuToolsTerminal");
+  InDialog([this] {
+    Child("frmTerminal").findChild<QAction*>(QStringLiteral("mnuViewOptions"))->trigger();
+  });
+  CloseChildren();
+  Choose("mnuFilePrint", [this] {
+    Widget<QCheckBox>("chkPrint_0").click();
+    InDialog([] { Press("cmdPreview"); });
+  });
+  Choose("mnuHelpContents");
+  InDialog([this] {
+    (void)module->HandleUnhandledError(
+        {.type = "std::runtime_error", .description = "A text of some length", .trace = {}});
+  });
+  InDialog([this] {
+    std::string lines;
+    for (int i = 0; i < 6; ++i) {
+      lines += "A cause that fills a line of its own, and tells in full what is to be done\r";
+    }
+    (void)windows.boxes->Show(BoxKind::exclamation, BoxButtons::yesNoCancel, lines, "");
+  });
+  for (const std::string& name : LayoutNames()) EXPECT_TRUE(seen.contains(name)) << name;
+}
+
+}  // namespace
+}  // namespace velmoor::qt
