@@ -84,7 +84,6 @@ TEST_F(Windows, ShowAllOfThemselves) {
                                     "mnuToolsInertiaRatio", "mnuToolsProductInformation"}) {
     Choose(command, nothing);
   }
-  data.boxes.Expect("Could not upload Mechanical System Parameters", BoxAnswer::yes);
   Choose("mnuToolsCompare", nothing);
   Choose("mnuToolsMonitoring");
   CloseChildren();
@@ -107,7 +106,7 @@ TEST_F(Windows, ShowAllOfThemselves) {
     for (int i = 0; i < 6; ++i) {
       lines += "A cause that fills a line of its own, and tells in full what is to be done\r";
     }
-    (void)windows.boxes->Show(BoxKind::exclamation, BoxButtons::yesNoCancel, lines, "");
+    (void)windows.boxes->Show(BoxKind::exclamation, BoxButtons::yesNoCancel, lines, "", nullptr);
   });
   for (const std::string& name : LayoutNames()) EXPECT_TRUE(seen.contains(name)) << name;
 }
