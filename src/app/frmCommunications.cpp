@@ -19,9 +19,6 @@ namespace {
 constexpr int kProtocols = 8;
 constexpr int kImplementedProtocol = 1;
 constexpr std::array<int, 5> kEchoProtocols{1, 3, 4, 6, 7};
-constexpr std::int32_t kSearchTimeOut = 500;  // milliseconds
-constexpr std::int32_t kTimeOut = 5000;
-constexpr int kAttempts = 2;
 constexpr std::size_t kLongestName = 16;  // of a device, in the choice of its port
 constexpr const char* kNoAdapter = "No adapter found";
 // What would disturb a search that is under way.
@@ -161,16 +158,11 @@ void frmCommunications::cmdBind_Click() {
 
 // ---- the search for axes
 
-bool frmCommunications::OpenForSearch() {
-  if (!StartSimulatorIfChosen()) return false;
-  clsHX7Helix7& helix = *main_.Helix7();
-  helix.SetEcho(GetEcho(iIndexProtocol) != 0);
-  helix.SetCOMPort(static_cast<std::int16_t>(iIndexCOM + 1));
-  helix.SetBaudRate(GetBaudRate(iIndexBaudRate));
-  helix.SetTimeOut(kSearchTimeOut);
-  if (helix.GoOnlineManually()) return true;
-  ShowExclamation(main_.Comm().LastError());
-  return false;
+LineSettings frmCommunications::Chosen() const {
+  return {.com = iIndexCOM,
+          .bitsPerSecond = GetBaudRate(iIndexBaudRate),
+          .axis = sAxis,
+          .echo = GetEcho(iIndexProtocol) != 0};
 }
 
 bool frmCommunications::StartSimulatorIfChosen() {
@@ -182,31 +174,28 @@ bool frmCommunications::StartSimulatorIfChosen() {
 }
 
 void frmCommunications::cmdGetAxes_Click() {
-  // Online the line is in use as it is; offline it is opened for the search alone.
-  const bool opens = !main_.IsOnline();
-  if (opens && !OpenForSearch()) return;
-  const std::vector<std::string> strAxes = Search();
-  if (opens) main_.Helix7()->GoOffline();
-  if (strAxes.empty()) {
+  if (!main_.IsOnline() && !StartSimulatorIfChosen()) return;
+  const auto strAxes = Search();
+  if (!strAxes) return;
+  if (strAxes->empty()) {
     ShowExclamation("No axes found in system!  Please manually choose a default axis.");
     return;
   }
   RemoveAllAxes();
   ComboBox& cmbAxes = form_->comboBox("cmbAxes");
-  cmbAxes.SetItems(strAxes);
+  cmbAxes.SetItems(*strAxes);
   cmbAxes.SetListIndex(0);
   sAxis = cmbAxes.Text();
   form_->progressBar("pgbAxes").SetProgress(0, kAxisCount);
 }
 
-std::vector<std::string> frmCommunications::Search() {
-  const BusyPointer busy;
+std::optional<std::vector<std::string>> frmCommunications::Search() {
   searching_ = true;
   stopSearch_ = false;
   for (const char* const name : kBusyWhileSearching) form_->button(name).SetEnabled(false);
-  std::vector<std::string> found;
+  std::optional<std::vector<std::string>> found;
   Trapped("frmCommunications.cmdGetAxes_Click: ", [this, &found] {
-    found = ScanAxes(*main_.Helix7(), [this](int queried) {
+    found = main_.Hardware().connection.FindAxes(Chosen(), [this](int queried) {
       form_->progressBar("pgbAxes").SetProgress(queried, kAxisCount);
       form_->label("lblQuery")
           .SetText(queried == kAxisCount ? "Query Finished"
@@ -228,21 +217,8 @@ void frmCommunications::RemoveAllAxes() {
 // ---- connecting
 
 void frmCommunications::cmdConnect_Click() {
-  std::string strError;
-  switch (ChangeSettingsAndConnect(strError)) {
-    case Outcome::connected:
-      main_.Hardware().connection.TellOnline();
-      main_.Hardware().connection.OfferToSetLineRight(false);
-      ShowInformation("Settings changed and communications established successfully!");
-      form_->Unload();
-      break;
-    case Outcome::failed:
-      main_.Hardware().connection.TellOffline();
-      ShowExclamation(strError + "\rPlease recheck connections and settings before retrying!");
-      break;
-    case Outcome::cancelled:
-      break;
-  }
+  const auto prepare = [this] { return StartSimulatorIfChosen(); };
+  if (main_.Hardware().connection.ConnectBy(Chosen(), prepare)) form_->Unload();
 }
 
 // While axes are searched it ends the search, and the window stays.
@@ -251,96 +227,10 @@ void frmCommunications::cmdCancel_Click() {
   if (!searching_) form_->Unload();
 }
 
-frmCommunications::Outcome frmCommunications::ChangeSettingsAndConnect(std::string& strError) {
-  if (main_.IsOnline() && !LeaveOnline()) return Outcome::cancelled;
-  if (!StartSimulatorIfChosen()) return Outcome::cancelled;
-  main_.Helix7()->SetTimeOut(kSearchTimeOut);
-  bool connected = false;
-  for (int attempt = 0; attempt < kAttempts && !connected; ++attempt) {
-    connected = TryToConnect(strError);
-  }
-  main_.Helix7()->SetTimeOut(kTimeOut);
-  return connected ? Outcome::connected : Outcome::failed;
-}
-
-// False: the user keeps the connection.
-bool frmCommunications::LeaveOnline() {
-  if (!AskOkCancel("Velmoor is currently online!\rDo you wish to disconnect before change?")) {
-    return false;
-  }
-  if (main_.Helix7()->GoOffline()) {
-    main_.Hardware().connection.TellOffline();
-  } else {
-    ShowExclamation(
-        "Error terminating communications with hardware!  Check connections and setup!");
-  }
-  return true;
-}
-
-bool frmCommunications::TryToConnect(std::string& strError) {
-  if (!ChangeSettings()) {
-    strError = "Error changing communications settings!";
-    return false;
-  }
-  const BusyPointer busy;
-  if (!main_.Helix7()->GoOnlineManually()) {
-    strError = "Error establishing communications with hardware!";
-    return false;
-  }
-  ResultCode code = main_.Helix7()->IsRX900AndVKLM();
-  std::string value;
-  // An answer to another question than that of Pn800 may pass for its own echo.
-  if (code == kNoResponse && main_.Helix7()->GetParameter("800", value) == kEchoMismatch) {
-    main_.Helix7()->SetEcho(false);
-    main_.SetEcho(0);
-    if (main_.Helix7()->GoOnlineManually()) code = main_.Helix7()->IsRX900AndVKLM();
-  }
-  if (code == kSuccess) {
-    strError.clear();
-    return true;
-  }
-  strError = code == kNotRX900 || code == kNotVKLM ? main_.Helix7()->IdentityText(code)
-                                                   : "Error communicating to indexer!";
-  main_.Helix7()->GoOffline();
-  return false;
-}
-
-bool frmCommunications::ChangeSettings() {
-  return ChangeEcho() && ChangeCOMPort() && ChangeBaudRate() && ChangeAxis();
-}
-
 std::int16_t frmCommunications::GetEcho(int eIndex) {
   const bool echoes =
       std::find(kEchoProtocols.begin(), kEchoProtocols.end(), eIndex) != kEchoProtocols.end();
   return echoes ? 1 : 0;
-}
-
-bool frmCommunications::ChangeEcho() {
-  const std::int16_t echo = GetEcho(iIndexProtocol);
-  main_.Helix7()->SetEcho(echo != 0);
-  main_.SetEcho(echo);
-  return true;
-}
-
-bool frmCommunications::ChangeCOMPort() {
-  main_.Helix7()->SetCOMPort(static_cast<std::int16_t>(iIndexCOM + 1));
-  main_.SetCOM(iIndexCOM);
-  return true;
-}
-
-bool frmCommunications::ChangeBaudRate() {
-  const std::int32_t rate = GetBaudRate(iIndexBaudRate);
-  main_.Helix7()->SetBaudRate(rate);
-  main_.SetBaudRate(rate);
-  return true;
-}
-
-bool frmCommunications::ChangeAxis() {
-  const auto axis = ParseHex(sAxis);
-  if (!axis) return false;
-  main_.Helix7()->SetAxisNumber(static_cast<std::int16_t>(*axis));
-  main_.SetAxis(sAxis);
-  return true;
 }
 
 }  // namespace velmoor

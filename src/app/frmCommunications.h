@@ -6,10 +6,11 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
-#include "link/ResultCode.h"
+#include "operations/HardwareConnection.h"
 #include "platform/Form.h"
 #include "platform/SerialPorts.h"
 
@@ -25,16 +26,13 @@ class frmCommunications {
   void Show();
 
  private:
-  // How a request to connect ended.
-  enum class Outcome { connected, failed, cancelled };
-
   void Form_Load();
   void Connect();
   void cmdGetAxes_Click();
-  // Puts the chosen port, speed and echo on the line for a search. False after an exclamation.
-  bool OpenForSearch();
-  // Asks for every axis; meanwhile nothing of the window disturbs it.
-  std::vector<std::string> Search();
+  // What is chosen in the window.
+  [[nodiscard]] LineSettings Chosen() const;
+  // Asks for every axis; meanwhile nothing of the window disturbs it. Nothing after an exclamation.
+  std::optional<std::vector<std::string>> Search();
   // False after an exclamation.
   bool StartSimulatorIfChosen();
   void ShowPorts();
@@ -43,14 +41,6 @@ class frmCommunications {
   void cmdConnect_Click();
   void cmdCancel_Click();
 
-  Outcome ChangeSettingsAndConnect(std::string& strError);
-  bool LeaveOnline();
-  bool TryToConnect(std::string& strError);
-  bool ChangeSettings();
-  bool ChangeEcho();
-  bool ChangeCOMPort();
-  bool ChangeBaudRate();
-  bool ChangeAxis();
   void DisableUnimplementedOptions();
   [[nodiscard]] static std::int16_t GetEcho(int eIndex);
   void RemoveAllAxes();

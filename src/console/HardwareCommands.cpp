@@ -104,25 +104,19 @@ bool Scan(const Context& context) {
   (void)context.line.Required("port");
   Work work(context);
   if (!work.Started()) return false;
-  clsHX7Helix7& helix = *work.session().Helix7();
-  helix.SetEcho(true);
-  // The port alone: nobody is known yet whose model could be read.
-  if (!helix.SerialComm().manualConnect()) {
-    ShowExclamation(work.session().Comm().LastError());
-    return false;
-  }
   bool any = false;
   context.program.out << CsvLine({"axis", "baud"});
   for (const std::int32_t rate : kBaudRates) {
     if (work.session().StopProcedure()) return false;
-    helix.SetBaudRate(rate);
-    const auto found = ScanAxes(helix, [&](int queried) {
+    const LineSettings settings{.com = work.session().COM(), .bitsPerSecond = rate};
+    const auto found = work.session().Hardware().connection.FindAxes(settings, [&](int queried) {
       if (context.program.progress == nullptr) return !work.session().StopProcedure();
       *context.program.progress << '\r' << rate << " bit/s: " << queried << " of " << kAxisCount
                                 << " Axes Queried " << std::flush;
       return !work.session().StopProcedure();
     });
-    for (const std::string& axis : found) {
+    if (!found) return false;
+    for (const std::string& axis : *found) {
       context.program.out << CsvLine({axis, NumberText(rate)});
       any = true;
     }

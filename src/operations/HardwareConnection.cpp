@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "link/AxisScan.h"
 #include "link/DisplayError.h"
 #include "operations/FailureText.h"
 #include "platform/Events.h"
@@ -15,6 +16,9 @@ namespace {
 constexpr const char* kCannotTerminate =
     "Error terminating communications with hardware!  Check connections and setup!";
 constexpr const char* kCannotModifyRate = "Error modifying communications baud rate!";
+constexpr std::int32_t kSearchTimeOut = 500;  // milliseconds
+constexpr std::int32_t kTimeOut = 5000;
+constexpr int kAttempts = 2;
 constexpr const char* kNotReady =
     "Hardware is not ready, or communication\rprocess settings are not set correctly.";
 
@@ -190,6 +194,104 @@ void HardwareConnection::OfferToSetLineRight(bool searched) {
   DisplayError(result, "The echo could not be switched on!");
   Suspect();
   LeaveIfLost();
+}
+
+// ---- by hand
+
+// False: the user keeps the connection.
+bool HardwareConnection::MayLeaveForChange() {
+  if (!session_.IsOnline()) return true;
+  if (!AskOkCancel("Velmoor is currently online!\rDo you wish to disconnect before change?")) {
+    return false;
+  }
+  if (session_.Helix7()->GoOffline()) {
+    TellOffline();
+  } else {
+    ShowExclamation(kCannotTerminate);
+  }
+  return true;
+}
+
+bool HardwareConnection::ConnectBy(const LineSettings& settings,
+                                   const std::function<bool()>& prepare) {
+  if (!MayLeaveForChange() || !prepare()) return false;
+  clsHX7Helix7& helix = *session_.Helix7();
+  helix.SetTimeOut(kSearchTimeOut);
+  std::string words = TryBy(settings);
+  for (int attempt = 1; attempt < kAttempts && !words.empty(); ++attempt) words = TryBy(settings);
+  helix.SetTimeOut(kTimeOut);
+  if (!words.empty()) {
+    TellOffline();
+    ShowExclamation(
+        FailureText(words + "\rPlease recheck connections and settings before retrying!"));
+    return false;
+  }
+  TellOnline();
+  OfferToSetLineRight(false);
+  ShowInformation("Settings changed and communications established successfully!");
+  return true;
+}
+
+std::string HardwareConnection::TryBy(const LineSettings& settings) {
+  ForgetFailures();
+  if (!Take(settings)) return "Error changing communications settings!";
+  clsHX7Helix7& helix = *session_.Helix7();
+  const BusyPointer busy;
+  if (!helix.GoOnlineManually()) return "Error establishing communications with hardware!";
+  ResultCode code = helix.IsRX900AndVKLM();
+  std::string value;
+  // An answer to another question than that of Pn800 may pass for its own echo.
+  if (code == kNoResponse && helix.GetParameter("800", value) == kEchoMismatch) {
+    helix.SetEcho(false);
+    session_.SetEcho(0);
+    if (helix.GoOnlineManually()) code = helix.IsRX900AndVKLM();
+  }
+  if (code == kSuccess) return {};
+  const bool other = code == kNotRX900 || code == kNotVKLM;
+  const std::string words =
+      other ? helix.IdentityText(code) : std::string("Error communicating to indexer!");
+  helix.GoOffline();
+  return words;
+}
+
+// In this order; a text that is no axis leaves what came before it changed.
+bool HardwareConnection::Take(const LineSettings& settings) {
+  clsHX7Helix7& helix = *session_.Helix7();
+  helix.SetEcho(settings.echo);
+  session_.SetEcho(settings.echo ? 1 : 0);
+  helix.SetCOMPort(static_cast<std::int16_t>(settings.com + 1));
+  session_.SetCOM(settings.com);
+  helix.SetBaudRate(settings.bitsPerSecond);
+  session_.SetBaudRate(settings.bitsPerSecond);
+  const auto axis = ParseHex(settings.axis);
+  if (!axis) return false;
+  helix.SetAxisNumber(static_cast<std::int16_t>(*axis));
+  session_.SetAxis(settings.axis);
+  return true;
+}
+
+std::optional<std::vector<std::string>> HardwareConnection::FindAxes(
+    const LineSettings& settings, const std::function<bool(int queried)>& queried) {
+  clsHX7Helix7& helix = *session_.Helix7();
+  const bool opens = !session_.IsOnline();
+  if (opens) {
+    helix.SetEcho(settings.echo);
+    helix.SetCOMPort(static_cast<std::int16_t>(settings.com + 1));
+    helix.SetBaudRate(settings.bitsPerSecond);
+    // The port alone: nobody is known yet whose model could be read.
+    if (!helix.SerialComm().manualConnect()) {
+      ShowExclamation(session_.Comm().LastError());
+      return std::nullopt;
+    }
+  }
+  const struct Closing {
+    clsHX7Helix7* helix;
+    ~Closing() {
+      if (helix != nullptr) helix->GoOffline();
+    }
+  } closing{opens ? &helix : nullptr};
+  const BusyPointer busy;
+  return ScanAxes(helix, queried);
 }
 
 // ---- offline

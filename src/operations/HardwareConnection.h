@@ -9,6 +9,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "online/AlarmReadings.h"
 #include "operations/Desk.h"
@@ -16,6 +17,14 @@
 #include "project/SessionState.h"
 
 namespace velmoor {
+
+// Where and how the user wants the amplifier to be talked to.
+struct LineSettings {
+  std::int16_t com = 0;  // index of the port, from 0
+  std::int32_t bitsPerSecond = 9600;
+  std::string axis{"0"};
+  bool echo = true;
+};
 
 class HardwareConnection {
  public:
@@ -46,9 +55,16 @@ class HardwareConnection {
   void GoOffline();
   // Without a word.
   void Leave();
-  // The amplifier was connected by hand.
-  void TellOnline();
-  void TellOffline();
+  // Takes the settings into the session and connects by them, without a search; an online session
+  // is asked about first, then `prepare` runs, which may refuse. Tells what became of it. False:
+  // refused or failed.
+  bool ConnectBy(const LineSettings& settings, const std::function<bool()>& prepare);
+  // The axes that answer by the settings, of which that of the axis does not matter. An online
+  // session keeps its line; otherwise the port is open for the search alone. `queried` gets the
+  // count of the axes asked and ends the search with false. Nothing: the port could not be opened,
+  // of which the user was told.
+  [[nodiscard]] std::optional<std::vector<std::string>> FindAxes(
+      const LineSettings& settings, const std::function<bool(int queried)>& queried);
   // Tells of an amplifier just connected that does not echo, or does not acknowledge, and offers to
   // set it right. Asks the amplifier once where it was not searched for.
   void OfferToSetLineRight(bool searched);
@@ -65,6 +81,13 @@ class HardwareConnection {
   void TellLost(const std::string& reason);
 
  private:
+  // The session is connected now, or is not any more.
+  void TellOnline();
+  void TellOffline();
+  [[nodiscard]] bool MayLeaveForChange();
+  // The words of the failure, empty when it is connected.
+  [[nodiscard]] std::string TryBy(const LineSettings& settings);
+  [[nodiscard]] bool Take(const LineSettings& settings);
   [[nodiscard]] ResultCode Search(const std::function<ResultCode()>& search);
   void Show(LineState state);
 

@@ -125,10 +125,13 @@ TEST_F(Online, AWrongCardIsToldAndTheWindowStays) {
     const char* command;
     const char* answer;
     const char* words;
+    const char* cause;
   };
-  const Case cases[] = {{"TYPE", "0TYPE=00000500", "Option type error: Not RX900!"},
-                        {"SVTYPE", "0SVTYPE=00000003", "Servo type error: Not VKLM!"},
-                        {"TYPE", "0E210 ERR", "Error communicating to indexer!"}};
+  const Case cases[] = {{"TYPE", "0TYPE=00000500", "Option type error: Not RX900!", ""},
+                        {"SVTYPE", "0SVTYPE=00000003", "Servo type error: Not VKLM!", ""},
+                        {"TYPE", "0E210 ERR", "Error communicating to indexer!",
+                         "\r\rReading the type of the option card (0TYPE): refused with E210 "
+                         "\"Command, row or value refused\"."}};
   for (const Case& test : cases) {
     line.faults.Clear();
     line.faults.Add(
@@ -138,8 +141,9 @@ TEST_F(Online, AWrongCardIsToldAndTheWindowStays) {
       EXPECT_TRUE(form.IsShown());
       form.Press("cmdCancel");
     });
-    EXPECT_EQ(Boxes(), Texts{std::string(test.words) +
-                             "\rPlease recheck connections and settings before retrying!"});
+    EXPECT_EQ(Boxes(),
+              Texts{std::string(test.words) +
+                    "\rPlease recheck connections and settings before retrying!" + test.cause});
     EXPECT_FALSE(Form().IsOnline());
   }
 }
