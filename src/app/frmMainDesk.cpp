@@ -40,8 +40,10 @@ void frmMain::SearchGoesOn(std::int32_t bitsPerSecond, const std::string& axis, 
   const std::string text =
       "Asking axis " + axis + " at " + std::to_string(bitsPerSecond) + " bit/s";
   ShowStatusText(text);
+  // The start looks for a motor, and is offline all the while.
+  if (!started_) return;
   window_->SetPanel(StatusPanel::line, text);
-  if (!started_ || tries < 2) return;
+  if (tries < 2) return;
   if (!clsProcedure) {
     clsProcedure = std::make_unique<clsHX7Procedure>();
     clsProcedure->Show_Procedure(kSearchCaption, false);

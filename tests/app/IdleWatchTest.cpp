@@ -130,6 +130,7 @@ TEST_F(IdleWatch, WhatEndsOfflineLeavesThePortToOthers) {
   line.faults.Add({.kind = FaultKind::silence, .count = 0});
   ASSERT_TRUE(Start(path));
   EXPECT_FALSE(port.IsOpen()) << "behind a start without answer";
+  EXPECT_EQ(Line(), "Offline");
   data.boxes.Expect("Error autoconnecting", BoxAnswer::no);
   Main().Choose("mnuToolsOnline");
   EXPECT_FALSE(port.IsOpen());
