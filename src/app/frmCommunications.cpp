@@ -233,6 +233,7 @@ void frmCommunications::cmdConnect_Click() {
     case Outcome::connected:
       main_.Hardware().connection.TellOnline();
       main_.Hardware().connection.OfferToSetLineRight(false);
+      main_.Hardware().connection.Motor().Tell();
       ShowInformation("Settings changed and communications established successfully!");
       form_->Unload();
       break;

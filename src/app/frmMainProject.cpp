@@ -179,7 +179,10 @@ std::string frmMain::OpenInNewProject(const std::string& strFileName) {
   const std::string strTitle = GetFileTitle(strFileName);
   clsProject->SetWorkingDirectory(DropRight(strFileName, strTitle.size() + 1));
   std::string strError;
-  if (clsProject->OpenProject(strFileName, strTitle, strError)) return {};
+  if (clsProject->OpenProject(strFileName, strTitle, strError)) {
+    operations_.connection.Motor().Tell();
+    return {};
+  }
   return strError;
 }
 

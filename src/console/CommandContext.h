@@ -25,7 +25,7 @@ class Work {
   [[nodiscard]] bool Started() const { return started_; }
   // With the option --read-only one of a newer version too.
   [[nodiscard]] bool Open(const std::string& fileName) {
-    return started_ && session_.Open(fileName, newer_);
+    return started_ && session_.Open(fileName, newer_, givenSize_);
   }
   // Started, and online; false after a failure, of which the user was told behind "Cannot go
   // online!".
@@ -38,6 +38,7 @@ class Work {
  private:
   ConsoleSession session_;
   NewerProject newer_;
+  std::string givenSize_;  // of the motor, by --motor-size; empty: as the project says
   bool started_ = false;
 };
 

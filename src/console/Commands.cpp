@@ -115,7 +115,7 @@ std::vector<Assignment> MachineAssignments(std::span<const std::string> words) {
     if (!IsSystemKey(name)) {
       throw UsageError("'" + name +
                        "' cannot be set: it is no parameter such as Pn81B, and none of "
-                       "system, measure, n1, n2, resolution, units, time and encoder");
+                       "system, measure, n1, n2, resolution, units, time, encoder and motor");
     }
     if (std::ranges::find(assignments, name, &Assignment::first) != assignments.end()) {
       throw UsageError("'" + word + "' assigns a second time");
@@ -181,13 +181,13 @@ const std::vector<Command>& Commands() {
         {"motor-size"}},
        Import},
       {{"set",
-        "change the machine (system, measure, n1, n2, resolution, units, time, encoder) or "
+        "change the machine (system, measure, n1, n2, resolution, units, time, encoder, motor) or "
         "parameters (Pn81B=12.5) and save; all or nothing",
         {kFile,
          {.value = {"NAME=VALUE",
                     Kind::words,
                     {"system=", "measure=", "n1=", "n2=", "resolution=", "units=", "time=",
-                     "encoder="}},
+                     "encoder=", "motor="}},
           .many = true}},
         {"motor-size", "yes"}},
        Set},
@@ -202,7 +202,11 @@ const std::vector<Command>& Commands() {
         {kFile},
         {"out", "sections", "paper", "motor-size", "read-only", "yes"}},
        Report},
-      {{"info", "tell what hardware answers", {}, {"port", "axis", "motor-size"}}, Info},
+      {{"info",
+        "tell what hardware answers, and where a project describes another motor",
+        {{.value = {"FILE", Kind::file}, .required = false}},
+        {"port", "axis", "motor-size"}},
+       Info},
       {{"download",
         "send the project to the hardware",
         {kFile},
@@ -266,7 +270,9 @@ std::vector<OptionEntry> Options() {
   return {
       {"port", "the serial port, or the line of a simulated amplifier", {"DEV", Kind::file}},
       {"axis", "axis 0 to F, 0 unless given", {"H", Kind::words, axes}},
-      {"motor-size", "rated power of the motor in watts, 30 unless given", {"W"}},
+      {"motor-size",
+       "rated power of the motor in watts; that of the project unless given, or 30 where it tells none",
+       {"W"}},
       {"new", "download only what changed since the last download"},
       {"verify",
        "read back what a download has sent before it is stored, and a sample behind the restart"},

@@ -105,6 +105,7 @@ HardwareConnection::Outcome HardwareConnection::GoOnline() {
   if (result == kSuccess) {
     TellOnline();
     OfferToSetLineRight(true);
+    motor_.Tell();
     return Outcome::online;
   }
   const std::string question = FailureText(
@@ -206,6 +207,7 @@ void HardwareConnection::GoOffline() {
 
 void HardwareConnection::TellOffline() {
   session_.SetOnline(false);
+  motor_.Forget();
   Show(LineState::offline);
   desk_.StatusTold("Offline");
 }

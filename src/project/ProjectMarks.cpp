@@ -79,6 +79,18 @@ bool MergeParameters(Database& database, const ParameterStore& store) {
   return changed;
 }
 
+// A size that the file has by now stays.
+bool PutMotorSize(Database& database, const std::string& watts) {
+  using schema::Misc;
+  const auto records = database.OpenTable(Misc::kTable);
+  if (records->FindFirst(Misc::kPropertyName, Misc::kMotorSize)) return false;
+  records->AddNew();
+  records->Set(Misc::kPropertyName, Misc::kMotorSize);
+  records->Set(Misc::kValue, watts);
+  records->Update();
+  return true;
+}
+
 }  // namespace
 
 void clsHX7Project::MarkPart(Tool part) {
@@ -153,6 +165,7 @@ void clsHX7Project::SaveMarks() {
     for (const MotionTable* const table : Tables()) {
       changed = MergeTable(*database, *table) || changed;
     }
+    if (motorNoted_) changed = PutMotorSize(*database, motorSize_) || changed;
     database->Commit();
   } catch (...) {
     world().databases->Release(copy);

@@ -128,8 +128,9 @@ void clsHX7Project::FitFormat(NewerProject newer) {
 std::string clsHX7Project::ReadFile(NewerProject newer) {
   try {
     FitFormat(newer);
+    ReadMotorSize();
     parameters_.Open({strTHDatabasePath_, gMainForm->ParametersTable(), gMainForm->NibbleTable(),
-                      strProjectDatabasePath_},
+                      strProjectDatabasePath_, LimitsOfMotor(motorSize_)},
                      gMainForm->ComboList());
     SetDatabasePaths();
     (void)OpenForReading(strProjectDatabasePath_)->OpenTable(schema::Misc::kTable);

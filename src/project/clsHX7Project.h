@@ -80,6 +80,20 @@ class clsHX7Project final : public Project {
   [[nodiscard]] bool IsNewer() const { return isNewer_; }
   [[nodiscard]] bool IsReadOnly() const { return blnOpen_ && isNewer_; }
 
+  // ---- the motor that the project is for
+
+  // Its rated power in watts, as decimal text; empty: not known.
+  [[nodiscard]] const std::string& MotorSize() const { return motorSize_; }
+  // Takes it into the project, which needs saving then; its limits hold from now on. Throws
+  // DatabaseError.
+  void SetMotorSize(const std::string& watts);
+  // The project goes to a motor of that size: where none is known it is kept with the marks,
+  // whatever else is unsaved. Throws DatabaseError.
+  void NoteMotorSize(const std::string& watts);
+  // Judges values by the limits of another motor, for as long as the project is open. Throws
+  // DatabaseError.
+  void UseLimitsOf(const std::string& watts);
+
   // ---- flags
   // A tool holds changes that the hardware does not have.
   [[nodiscard]] bool IsDirty() { return !WhatIsDirty().empty(); }
@@ -248,6 +262,9 @@ class clsHX7Project final : public Project {
   void FitFormat(NewerProject newer);
   [[nodiscard]] std::string ReadOnlyWords(const std::string& consequence) const;
   void RefuseSaving() const;
+  void ReadMotorSize();
+  // Empty for a size that is not known.
+  [[nodiscard]] static MotorLimits LimitsOfMotor(const std::string& watts);
   void ConnectTools();
   template <typename ToolObject>
   void ConnectTool(Tool id, ToolObject& tool);
@@ -294,6 +311,8 @@ class clsHX7Project final : public Project {
   bool isNewer_ = false;
   std::string laidAnew_;  // what the opened file lacked, in words
   bool blnNeedsSaving_ = false;
+  std::string motorSize_;
+  bool motorNoted_ = false;  // the project's own file is to learn it with the marks
   // The amplifier holds no machine that can be used; that of the project has stayed.
   bool machineUnread_ = false;
   RestartOutcome latestRestart_ = RestartOutcome::none;
