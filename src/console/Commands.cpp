@@ -271,7 +271,8 @@ std::vector<OptionEntry> Options() {
       {"port", "the serial port, or the line of a simulated amplifier", {"DEV", Kind::file}},
       {"axis", "axis 0 to F, 0 unless given", {"H", Kind::words, axes}},
       {"motor-size",
-       "rated power of the motor in watts; that of the project unless given, or 30 where it tells none",
+       "rated power of the motor in watts; that of the project unless given, or 30 where it tells "
+       "none",
        {"W"}},
       {"new", "download only what changed since the last download"},
       {"verify",

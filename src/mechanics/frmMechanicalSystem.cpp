@@ -247,8 +247,9 @@ void frmMechanicalSystem::ShowEverything() {
 }
 
 void frmMechanicalSystem::SetEncoderComboList() {
-  form().comboBox("cmbEncoder").SetListIndex(
-      EncoderIndexOf(edit_->Description().machine.encoderCount));
+  form()
+      .comboBox("cmbEncoder")
+      .SetListIndex(EncoderIndexOf(edit_->Description().machine.encoderCount));
 }
 
 void frmMechanicalSystem::ShowFigures() {

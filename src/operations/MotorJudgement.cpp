@@ -64,7 +64,8 @@ void JudgeEncoder(clsHX7Project& project, const MotorFacts& facts, MotorJudgemen
 
 bool IsOutside(const Parameter& parameter, const ParameterLimits& limits) {
   const bool counts = parameter.form == ValueForm::number || parameter.form == ValueForm::units;
-  if (!counts || !parameter.recorded || parameter.blank || IsNeverSent(parameter.Pn())) return false;
+  if (!counts || !parameter.recorded || parameter.blank || IsNeverSent(parameter.Pn()))
+    return false;
   const auto value = ParseWhole(parameter.controller);
   const auto low = ParseWhole(limits.min);
   const auto high = ParseWhole(limits.max);
@@ -102,16 +103,14 @@ void JudgePower(const clsHX7Project& project, const MotorFacts& facts, MotorJudg
   judgement.outside = !outside.empty();
   // A project that tells no size is for any motor whose limits it keeps.
   if (planned.empty() && outside.empty()) return;
-  std::string words = planned.empty()
-                          ? "Rated power: the motor has " + watts + " W.  "
-                          : "Rated power: the project is for a motor of " + planned +
-                                " W, this one has " + watts + " W.  ";
+  std::string words = planned.empty() ? "Rated power: the motor has " + watts + " W.  "
+                                      : "Rated power: the project is for a motor of " + planned +
+                                            " W, this one has " + watts + " W.  ";
   if (outside.empty()) {
     words += "All values lie within its limits, but gains and torques were chosen for another one.";
   } else {
-    words += NumberText(outside.size()) +
-             (outside.size() == 1 ? " value lies" : " values lie") + " outside of its limits: " +
-             Listed(outside) + ".";
+    words += NumberText(outside.size()) + (outside.size() == 1 ? " value lies" : " values lie") +
+             " outside of its limits: " + Listed(outside) + ".";
   }
   judgement.watts = watts;
   judgement.differences.push_back(words);

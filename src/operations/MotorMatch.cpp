@@ -42,7 +42,8 @@ void MotorMatch::Read() {
                     helix.GetMotorSize(facts_.watts) == kSuccess &&
                     helix.GetOptionVersion(facts_.firmware) == kSuccess;
   if (!read) {
-    LogWarning("session", FailureText("The connected motor could not be compared with the project."));
+    LogWarning("session",
+               FailureText("The connected motor could not be compared with the project."));
     ForgetFailures();
   }
 }
@@ -77,7 +78,9 @@ MotorMatch::Answer MotorMatch::Ask(const MotorJudgement& judgement, const std::s
                                    bool goesOn) {
   if (!desk_.IsAttended()) {
     const bool mends = judgement.CanBeMended();
-    ShowInformation(words + (mends ? "\r\rTo take it over: " + CommandOf(*session_.OwnProject(), judgement) : ""));
+    ShowInformation(
+        words +
+        (mends ? "\r\rTo take it over: " + CommandOf(*session_.OwnProject(), judgement) : ""));
     return Answer::leave;
   }
   if (!judgement.CanBeMended()) {
