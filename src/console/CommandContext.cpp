@@ -1,6 +1,7 @@
 #include "console/CommandContext.h"
 
 #include "console/ConsoleBoxes.h"
+#include "platform/MessageBoxes.h"
 #include "platform/Numbers.h"
 #include "project/data/MotorLimits.h"
 
@@ -26,6 +27,16 @@ Work::Work(const Context& context)
     }
   }
   started_ = session_.Start(givenSize_.empty() ? session_.LastMotorSize() : givenSize_);
+}
+
+bool Work::Save() {
+  const std::string concern = project().SaveConcern();
+  if (!concern.empty() && !AskExclamationYesNo(concern + "\r\rDo you wish to save all the same?")) {
+    ShowExclamation("Nothing was saved.  Say --yes to agree.");
+    return false;
+  }
+  project().Save();
+  return true;
 }
 
 std::string DecimalHint(const std::string& value) {

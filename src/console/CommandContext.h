@@ -32,6 +32,9 @@ class Work {
   [[nodiscard]] bool Connect() {
     return started_ && session_.Hardware().connection.GoOnlineFor("");
   }
+  // Saves the project. False: the file is not as it was opened, or has another name, and --yes was
+  // not said; the user was told. Throws FileError.
+  [[nodiscard]] bool Save();
   ConsoleSession& session() { return session_; }
   clsHX7Project& project() { return session_.project(); }
 

@@ -78,27 +78,27 @@ bool Show(const Context& context) {
 
 bool Import(const Context& context) {
   const TableAccess table = TableNamed(context.Argument(2));
+  context.program.boxes.Agree(context.line.Has("yes"));
   const std::string text = world().files->ReadAll(world().files->Absolute(context.Argument(3)));
   Work work(context);
   if (!work.Open(context.Argument(1))) return false;
   const std::vector<std::string> faults = table.import(work.project(), text);
   TellFaults(context, faults);
   if (!faults.empty() || !table.accept(work.project())) return false;
-  work.project().Save();
-  return true;
+  return work.Save();
 }
 
 // ---- values
 
 bool SetParameterValues(const Context& context) {
+  context.program.boxes.Agree(context.line.Has("yes"));
   Work work(context);
   if (!work.Open(context.Argument(1))) return false;
   const std::vector<std::string> faults =
       SetParameters(work.project(), std::span(context.line.Arguments()).subspan(2));
   TellFaults(context, faults);
   if (!faults.empty()) return false;
-  work.project().Save();
-  return true;
+  return work.Save();
 }
 
 bool IsParameterAssignment(const std::string& word) {
@@ -136,8 +136,7 @@ bool Set(const Context& context) {
   Work work(context);
   if (!work.Open(context.Argument(1))) return false;
   if (!SetSystem(work.project(), assignments)) return false;
-  work.project().Save();
-  return true;
+  return work.Save();
 }
 
 // ---- files
@@ -178,7 +177,7 @@ const std::vector<Command>& Commands() {
       {{"import",
         "put a CSV file into a table and save",
         {kFile, OneOf("TABLE", {"index", "zone", "jog"}), {.value = {"CSV", Kind::file}}},
-        {"motor-size"}},
+        {"motor-size", "yes"}},
        Import},
       {{"set",
         "change the machine (system, measure, n1, n2, resolution, units, time, encoder, motor) or "
@@ -195,7 +194,7 @@ const std::vector<Command>& Commands() {
         "print the values in doubt, as CSV; --keep settles those that show one value and send "
         "another, and saves",
         {kFile},
-        {"keep", "motor-size"}},
+        {"keep", "motor-size", "yes"}},
        Check},
       {{"report",
         "make a PDF of the project, all of it or --sections",

@@ -169,8 +169,7 @@ bool Upload(const Context& context) {
   const bool committed =
       only ? transfers.UploadItem(JoinedItem(UploadItemsOfMenu(), items)) : transfers.UploadAll();
   if (!committed || context.program.boxes.Failures() > 0) return false;
-  work.project().Save();
-  return true;
+  return work.Save();
 }
 
 bool Reset(const Context& context) {

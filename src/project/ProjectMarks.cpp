@@ -143,7 +143,7 @@ void clsHX7Project::EndDownload() {
     SaveMarks();
   } catch (const std::exception&) {
     // The next saving takes them along.
-    blnNeedsSaving_ = true;
+    if (!savedElsewhere_) blnNeedsSaving_ = true;
   }
   parameters_.Changed.Raise();
 }
@@ -158,6 +158,7 @@ void clsHX7Project::SaveMarks() {
   Files& files = *world().files;
   const std::string copy = MarksFile();
   files.LayWorkingCopy(sFileName_, copy);
+  const bool known = HoldsWhatIsKnown(copy);
   bool changed = false;
   try {
     const auto database = OpenForWriting(copy);
@@ -174,12 +175,18 @@ void clsHX7Project::SaveMarks() {
   }
   world().databases->Release(copy);
   try {
+    if (changed && files.HasOtherNames(sFileName_)) {
+      throw FileError(sFileName_ + ": it has another name, a hard link, which would be parted");
+    }
     if (changed) files.SaveDurably(copy, sFileName_, sFileName_);
   } catch (...) {
     files.Remove(copy);
     throw;
   }
+  // What another program has changed in the file stays unknown.
+  if (changed && known) KnowProjectFile(copy);
   files.Remove(copy);
+  if (changed) (void)TakeProjectFile();
 }
 
 }  // namespace velmoor

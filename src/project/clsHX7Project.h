@@ -57,6 +57,9 @@ class clsHX7Project final : public Project {
   // Deletes the working file and lets go of its lock; nothing but the destructor may follow. A
   // folder that became read-only keeps the file.
   void RemoveWorkingFile();
+  // What a save would replace that this project does not know of, in words for a question: another
+  // program has changed the file since, or it has another name. Empty: nothing.
+  [[nodiscard]] std::string SaveConcern() const;
   // Copies the working file over the project file, durably, and clears the need of saving. Throws
   // FileError, also where the project is open for reading alone; nothing is changed then.
   void Save();
@@ -263,6 +266,13 @@ class clsHX7Project final : public Project {
   [[nodiscard]] std::string ReadOnlyWords(const std::string& consequence) const;
   void RefuseSaving() const;
   void ReadMotorSize();
+  // Takes the project's file against other programs that have it open by whatever name. False: one
+  // of them has.
+  [[nodiscard]] bool TakeProjectFile();
+  // The project's file holds what `copy` holds, as this project has read or written it.
+  void KnowProjectFile(const std::string& copy);
+  [[nodiscard]] bool HoldsWhatIsKnown(const std::string& copy) const;
+  [[nodiscard]] bool KnowsProjectFile() const;
   // Empty for a size that is not known.
   [[nodiscard]] static MotorLimits LimitsOfMotor(const std::string& watts);
   void ConnectTools();
@@ -321,6 +331,9 @@ class clsHX7Project final : public Project {
   std::string sFileName_;
   std::string sFileTitle_;
   std::unique_ptr<FileLock> workingFileLock_;
+  std::unique_ptr<FileLock> projectFileLock_;
+  std::size_t projectFileState_ = 0;  // of the project's file as it was read or written last
+  bool savedElsewhere_ = false;       // its folder cannot be written
 
   clsHX7MechanicalSystem clsMechanicalSystem_{parameters_};
   clsHX7FlexibleIO clsFlexibleIO_{parameters_};
