@@ -30,12 +30,19 @@ std::string CommandOf(const clsHX7Project& project, const MotorJudgement& judgem
   return command;
 }
 
+// What both readings tell alike.
+MotorFacts Common(const MotorFacts& a, const MotorFacts& b) {
+  return {a.encoderLines == b.encoderLines ? a.encoderLines : 0,
+          a.watts == b.watts ? a.watts : std::string(),
+          a.firmware == b.firmware ? a.firmware : std::string()};
+}
+
 }  // namespace
 
 // ---- what is connected
 
 // What cannot be read is not judged: the operation that follows tells of a line that fails.
-void MotorMatch::Read() {
+const MotorFacts& MotorMatch::Read() {
   clsHX7Helix7& helix = *session_.Helix7();
   facts_ = {};
   const bool read = helix.GetEncoderResolution(facts_.encoderLines) == kSuccess &&
@@ -46,6 +53,7 @@ void MotorMatch::Read() {
                FailureText("The connected motor could not be compared with the project."));
     ForgetFailures();
   }
+  return facts_;
 }
 
 std::optional<MotorJudgement> MotorMatch::Look() {
@@ -53,8 +61,10 @@ std::optional<MotorJudgement> MotorMatch::Look() {
   if (project == nullptr || !project->IsOpen() || !session_.IsOnline()) return std::nullopt;
   std::optional<MotorJudgement> judgement;
   Trapped(kTrap, [&] {
-    Read();
-    judgement = Judge(*project, facts_);
+    const MotorFacts first = Read();
+    judgement = Judge(*project, first);
+    // A difference that the line has made is none.
+    if (!judgement->differences.empty()) judgement = Judge(*project, Common(first, Read()));
     return true;
   });
   return judgement;

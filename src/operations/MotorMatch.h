@@ -40,7 +40,7 @@ class MotorMatch {
  private:
   enum class Answer { mend, leave, cancel };
 
-  void Read();
+  const MotorFacts& Read();
   // Nothing: there is nothing to tell, or it was told.
   [[nodiscard]] std::optional<MotorJudgement> News(std::string& words);
   [[nodiscard]] Answer Ask(const MotorJudgement& judgement, const std::string& words, bool goesOn);

@@ -35,7 +35,7 @@ bool clsHX7Project::HoldsWhatIsKnown(const std::string& copy) const {
 // By a copy: what lies under the file's name by now may be a pipe.
 bool clsHX7Project::KnowsProjectFile() const {
   Files& files = *world().files;
-  const std::string copy = MarksFile();
+  const std::string copy = JoinPath(world().catalogueCopyDirectory, "saved.tmp");
   try {
     files.LayWorkingCopy(sFileName_, copy);
     const bool known = HoldsWhatIsKnown(copy);

@@ -44,7 +44,8 @@ class Motor : public AppSession {
     clsHX7Position& table = Project().Position();
     ASSERT_TRUE(ImportCsv(Project(), table,
                           "label,position,speed,rdst,rspd,pout,event,loop,next\n"
-                          "a,I+1.000,1.000,-,1.000,NNNNN," + event + ",1,END\n")
+                          "a,I+1.000,1.000,-,1.000,NNNNN," +
+                              event + ",1,END\n")
                     .empty());
     ASSERT_TRUE(table.ChangeAccepted());
   }
@@ -150,9 +151,10 @@ TEST_F(Motor, WhatBecomesOfValuesIsShownBefore) {
     data.forms.OnShow("frmRescalePreview", [goesOn](headless::HeadlessForm& form) {
       form.Press(goesOn ? "cmdOK" : "cmdCancel");
     });
-    GoOnline("every move would be 16 times too long: the project says 32768 lines, the motor has "
-             "2048.",
-             BoxAnswer::yes);
+    GoOnline(
+        "every move would be 16 times too long: the project says 32768 lines, the motor has "
+        "2048.",
+        BoxAnswer::yes);
     EXPECT_EQ(Lines(), goesOn ? 2048 : 32768);
     EXPECT_EQ(Value("Pn82D"), goesOn ? "5" : "6");
     Main().Choose("mnuToolsOffline");
@@ -185,14 +187,21 @@ TEST_F(Motor, ADownloadNotesTheSizeOfTheMotorInTheFileAndAnotherIsTold) {
   EXPECT_EQ(Project().Parameters().Get("Pn100").definition.Max, "2000");
 
   Amplifier().State().settings.watts = 3000;
-  GoOnline("Rated power: the project is for a motor of 400 W, this one has 3000 W.  4 values lie "
-           "outside of its limits: Pn402 = 300 (0 to 250), Pn403 = 300 (0 to 250), Pn406 = 300 (0 "
-           "to 250), Pn407 = 10000 (0 to 5000).\r\rDo you wish to take the motor's rated power "
-           "into the project?",
-           BoxAnswer::yes);
+  GoOnline(
+      "Rated power: the project is for a motor of 400 W, this one has 3000 W.  4 values lie "
+      "outside of its limits: Pn402 = 300 (0 to 250), Pn403 = 300 (0 to 250), Pn406 = 300 (0 "
+      "to 250), Pn407 = 10000 (0 to 5000).\r\rDo you wish to take the motor's rated power "
+      "into the project?",
+      BoxAnswer::yes);
   EXPECT_EQ(Project().MotorSize(), "3000");
   EXPECT_TRUE(Project().NeedsSaving());
   EXPECT_EQ(Project().Parameters().Get("Pn100").definition.Max, "1000");
+}
+
+TEST_F(Motor, ADifferenceThatTheLineHasMadeIsNone) {
+  line.faults.Add({.kind = FaultKind::wrongAnswer, .match = "PGTYPE", .text = "0PGTYPE=00000011"});
+  GoOnline();
+  EXPECT_EQ(Boxes(), Texts{});
 }
 
 TEST_F(Motor, AMotorThatCannotBeReadIsNotJudged) {
