@@ -45,7 +45,8 @@ bool ConsoleSession::Start(const std::string& strMotorSize) {
   });
 }
 
-bool ConsoleSession::Open(const std::string& fileName, NewerProject newer, const std::string& watts) {
+bool ConsoleSession::Open(const std::string& fileName, NewerProject newer,
+                          const std::string& watts) {
   const std::string path = world().files->Absolute(fileName);
   operations_.ForgetProject();
   clsProject.reset();

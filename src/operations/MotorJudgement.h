@@ -26,6 +26,11 @@ struct MotorJudgement {
   bool outside = false;
 
   [[nodiscard]] bool CanBeMended() const { return encoderIndex >= 0 || !watts.empty(); }
+  // The project takes nothing over.
+  void CannotBeMended() {
+    encoderIndex = -1;
+    watts.clear();
+  }
 };
 
 // Throws DatabaseError where the catalogue cannot be read.

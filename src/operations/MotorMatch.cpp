@@ -65,6 +65,7 @@ std::optional<MotorJudgement> MotorMatch::Look() {
     judgement = Judge(*project, first);
     // A difference that the line has made is none.
     if (!judgement->differences.empty()) judgement = Judge(*project, Common(first, Read()));
+    if (project->IsReadOnly()) judgement->CannotBeMended();
     return true;
   });
   return judgement;

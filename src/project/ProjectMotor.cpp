@@ -20,7 +20,7 @@ void clsHX7Project::ReadMotorSize() {
 
 void clsHX7Project::SetMotorSize(const std::string& watts) {
   const std::string size = CheckedMotorSize(watts);
-  if (size.empty() || size == motorSize_) return;
+  if (size.empty() || size == motorSize_ || IsReadOnly()) return;
   WriteMiscSetting(strProjectDatabasePath_, Misc::kMotorSize, size);
   motorSize_ = size;
   blnNeedsSaving_ = true;
@@ -29,7 +29,7 @@ void clsHX7Project::SetMotorSize(const std::string& watts) {
 
 void clsHX7Project::NoteMotorSize(const std::string& watts) {
   const std::string size = CheckedMotorSize(watts);
-  if (size.empty() || !motorSize_.empty()) return;
+  if (size.empty() || !motorSize_.empty() || IsReadOnly()) return;
   WriteMiscSetting(strProjectDatabasePath_, Misc::kMotorSize, size);
   motorSize_ = size;
   motorNoted_ = true;
