@@ -28,7 +28,7 @@ struct AmplifierSettings {
   std::string optionType = "00000600";
   std::string servoType = "00000002";
   std::string motorType = "00000100";
-  std::string encoder = "00000011";  // hexadecimal: kind and bits
+  std::string encoder = "0000000D";  // hexadecimal: kind and bits; that of a new project
   Micros restartTime = std::chrono::milliseconds(300);
   Micros storeTime{0};  // of each store and initialise command
 };

@@ -34,7 +34,8 @@ class Program {
       if (text != kNoComparison) unforeseen.push_back(text);
     });
     user.refuses = [](const std::string& text) {
-      return text.find("communications manually") != std::string::npos;
+      return text.find("communications manually") != std::string::npos ||
+             text.find("The connected motor is not") != std::string::npos;
     };
     if (begin == Begin::newProject) {
       adapters_.files.ReplaceDurably(JoinPath(headless_.world.appDirectory, "Velmoor.spt"),

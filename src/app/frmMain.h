@@ -137,6 +137,8 @@ class frmMain final : public SessionState, private Desk {
   void mnuFileNew_Click();
   void mnuFileOpen_Click();
   void mnuFileSave_Click();
+  // False: the file is not as this session knows it, and the user keeps it as it is.
+  bool SaveProject();
   void mnuFileSaveAs_Click();
   void mnuFilePageSetup_Click() {}  // carries no behaviour
   void mnuFilePrint_Click();

@@ -72,7 +72,7 @@ void frmMain::mnuToolsServoJog_Click() {
       DisplayError(result, "Cannot determine if servo is 'Always On'!  Cannot perform Test Run!");
     } else if (bIsAlwaysOn) {
       ShowExclamation("Cannot perform Test Run while servo is set to 'Always Servo On' at Pn80B!");
-    } else if (!ToolOpened(ToolWindow::servoJog)) {
+    } else if (!ToolOpened(ToolWindow::servoJog) && operations_.connection.Motor().MayGoOn()) {
       ServoJogOpenModal();
     }
     return true;

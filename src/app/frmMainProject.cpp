@@ -54,9 +54,18 @@ void frmMain::mnuFileOpen_Click() {
 
 void frmMain::mnuFileSave_Click() {
   if (!clsProject || !clsProject->NeedsSaving()) return;
+  if (!SaveProject()) return;
+  UpdateStatusText("Project " + Quoted(clsProject->Title()) + " saved.");
+}
+
+bool frmMain::SaveProject() {
+  const std::string concern = clsProject->SaveConcern();
+  if (!concern.empty() && !AskExclamationYesNo(concern + "\r\rDo you wish to save all the same?")) {
+    return false;
+  }
   const BusyPointer busy;
   clsProject->Save();
-  UpdateStatusText("Project " + Quoted(clsProject->Title()) + " saved.");
+  return true;
 }
 
 void frmMain::mnuFileSaveAs_Click() {
@@ -139,7 +148,7 @@ bool frmMain::RemoveActiveProject() {
     const BoxAnswer answer = AskYesNoCancel("Project " + clsProject->Title() +
                                             " has not been saved yet.\rDo you wish to save?");
     if (answer == BoxAnswer::cancel) return false;
-    if (answer == BoxAnswer::yes) clsProject->Save();
+    if (answer == BoxAnswer::yes && !SaveProject()) return false;
   }
   clsProject_ProjectClosed();
   return true;
@@ -147,7 +156,10 @@ bool frmMain::RemoveActiveProject() {
 
 bool frmMain::CloseForAnother(const std::string& strFileName, bool askIfSame) {
   if (!clsProject) return true;
-  const bool same = clsProject->FileName() == strFileName;
+  // A link to it is the same project.
+  const bool same = clsProject->FileName() == strFileName ||
+                    (world().files->Exists(strFileName) &&
+                     world().files->IsSameFile(clsProject->FileName(), strFileName));
   if (askIfSame && same &&
       !AskOkCancel("Reopening active project will restore any unsaved changes to previously saved "
                    "values!\rDo you wish to continue?")) {
@@ -179,7 +191,10 @@ std::string frmMain::OpenInNewProject(const std::string& strFileName) {
   const std::string strTitle = GetFileTitle(strFileName);
   clsProject->SetWorkingDirectory(DropRight(strFileName, strTitle.size() + 1));
   std::string strError;
-  if (clsProject->OpenProject(strFileName, strTitle, strError)) return {};
+  if (clsProject->OpenProject(strFileName, strTitle, strError)) {
+    operations_.connection.Motor().Tell();
+    return {};
+  }
   return strError;
 }
 

@@ -1,5 +1,6 @@
 // velmoor: the desktop program.
 
+#include <exception>
 #include <optional>
 #include <string>
 #include <utility>
@@ -8,6 +9,7 @@
 #include "app/Version.h"
 #include "platform/Files.h"
 #include "platform/LoggedPort.h"
+#include "platform/MessageBoxes.h"
 #include "platform/Rx900Utils.h"
 #include "platform/World.h"
 #include "platform/cli/RunProgram.h"
@@ -40,40 +42,14 @@ const velmoor::ProgramTable& DesktopTable() {
   return kTable;
 }
 
-int Run(int& argc, char** argv, const std::string& projectName) {
+// What a start needs of the user's folders, and the session until its window closes. Throws
+// std::runtime_error where one of them cannot be used.
+int RunSession(velmoor::qt::QtProgram& program, velmoor::posix::IniSettings& settings,
+               velmoor::World& adapters, const std::string& projectName) {
   using namespace velmoor;
 
-  posix::IniSettings settings(posix::IniSettings::DefaultPath());
-  qt::QtProgram program(argc, argv, &settings);
-  posix::PosixClock clock;
-  posix::PosixFiles files;
-  sqlcipher::SqlcipherDatabases databases;
-  StandardRx900Utils rx900Utils;
-  CatalogueLibrary catalogue;
-
-  World adapters;
-  program.FillWorld(adapters);
-  adapters.clock = &clock;
-  adapters.settings = &settings;
-  adapters.files = &files;
-  adapters.databases = &databases;
-  adapters.rx900Utils = &rx900Utils;
-  adapters.catalogue = &catalogue;
-  adapters.appDirectory = posix::ProgramDirectory();
-  std::optional<posix::CatalogueCopyPlace> copyPlace(std::in_place, adapters.appDirectory);
+  std::optional<posix::CatalogueCopyPlace> copyPlace(std::in_place);
   adapters.catalogueCopyDirectory = copyPlace->Directory();
-  adapters.reportDirectory = posix::StateDirectory();
-  adapters.foundations = [] {
-    std::vector<std::string> versions = qt::QtProgram::Versions();
-    for (std::string& version : sqlcipher::EngineVersions()) versions.push_back(version);
-    return versions;
-  };
-  adapters.lastThrowTrace = posix::LastThrowTrace;
-  rotating::RotatingLog log(posix::StateDirectory());
-  adapters.log = &log;
-  SetWorld(&adapters);
-  LogInformation("session", "Velmoor " + std::string(kProgramVersion) + " starts");
-
   posix::PosixSerialPort comm;
   posix::PosixSerialPorts serialPorts(
       comm, settings, JoinPath(posix::ProgramDirectory(), "velmoor-simulator"), qt::SerialAdapters);
@@ -99,6 +75,48 @@ int Run(int& argc, char** argv, const std::string& projectName) {
   module.Terminate();
   LogInformation("session", "Velmoor ends");
   return 0;
+}
+
+int Run(int& argc, char** argv, const std::string& projectName) {
+  using namespace velmoor;
+
+  posix::IniSettings settings(posix::IniSettings::DefaultPath());
+  qt::QtProgram program(argc, argv, &settings);
+  posix::PosixClock clock;
+  posix::PosixFiles files;
+  sqlcipher::SqlcipherDatabases databases;
+  StandardRx900Utils rx900Utils;
+  CatalogueLibrary catalogue;
+
+  World adapters;
+  program.FillWorld(adapters);
+  adapters.clock = &clock;
+  adapters.settings = &settings;
+  adapters.files = &files;
+  adapters.databases = &databases;
+  adapters.rx900Utils = &rx900Utils;
+  adapters.catalogue = &catalogue;
+  adapters.appDirectory = posix::ProgramDirectory();
+  adapters.workDirectory = JoinPath(posix::StateDirectory(), "work");
+  adapters.reportDirectory = posix::StateDirectory();
+  adapters.foundations = [] {
+    std::vector<std::string> versions = qt::QtProgram::Versions();
+    for (std::string& version : sqlcipher::EngineVersions()) versions.push_back(version);
+    return versions;
+  };
+  adapters.lastThrowTrace = posix::LastThrowTrace;
+  rotating::RotatingLog log(posix::StateDirectory());
+  adapters.log = &log;
+  SetWorld(&adapters);
+  LogInformation("session", "Velmoor " + std::string(kProgramVersion) + " starts");
+  try {
+    return RunSession(program, settings, adapters, projectName);
+  } catch (const std::exception& error) {
+    // Whoever starts it from a menu sees no terminal. What the handler knew is gone.
+    adapters.onUnhandledError = {};
+    ShowCritical(std::string("Velmoor cannot start!\r") + error.what());
+    return kFailed;
+  }
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "console/CommandContext.h"
+#include "console/ConsoleBoxes.h"
 #include "platform/Csv.h"
 #include "project/Doubts.h"
 
@@ -26,10 +27,11 @@ std::vector<Doubt> Answerable(const std::vector<Doubt>& doubts, Keep keep) {
   return answerable;
 }
 
-void Settle(clsHX7Project& project, Keep keep) {
-  const std::vector<Doubt> answered = Answerable(project.Doubts(), keep);
-  project.Settle(answered, keep);
-  if (!answered.empty()) project.Save();
+// False: it was not saved.
+bool Settle(Work& work, Keep keep) {
+  const std::vector<Doubt> answered = Answerable(work.project().Doubts(), keep);
+  work.project().Settle(answered, keep);
+  return answered.empty() || work.Save();
 }
 
 }  // namespace
@@ -39,7 +41,8 @@ bool Check(const Context& context) {
   const Keep keep = word ? KeepOf(*word) : Keep::sent;
   Work work(context);
   if (!work.Open(context.Argument(1))) return false;
-  if (word) Settle(work.project(), keep);
+  context.program.boxes.Agree(context.line.Has("yes"));
+  if (word && !Settle(work, keep)) return false;
   const std::vector<Doubt> doubts = work.project().Doubts();
   context.program.out << CsvLine({"row", "field", "doubt", "shown", "sent", "meaning"});
   for (const Doubt& doubt : doubts) {

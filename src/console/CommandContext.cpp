@@ -1,7 +1,9 @@
 #include "console/CommandContext.h"
 
 #include "console/ConsoleBoxes.h"
+#include "platform/MessageBoxes.h"
 #include "platform/Numbers.h"
+#include "project/data/MotorLimits.h"
 
 namespace velmoor {
 
@@ -18,14 +20,23 @@ Work::Work(const Context& context)
   if (const auto device = context.line.Value("port")) {
     context.program.setDevice(context.program.port, *device);
   }
-  const std::string size = context.line.Value("motor-size").value_or(session_.LastMotorSize());
-  constexpr std::int64_t kMostWatts = 65535;
-  const auto watts = ParseWhole(size);
-  if (!watts || *watts < 1 || *watts > kMostWatts) {
-    throw UsageError("Option --motor-size needs a whole number of watts from 1 to " +
-                     NumberText(kMostWatts));
+  if (const auto given = context.line.Value("motor-size")) {
+    givenSize_ = CheckedMotorSize(*given);
+    if (givenSize_.empty()) {
+      throw UsageError("Option --motor-size needs a whole number of watts from 1 to 65535");
+    }
   }
-  started_ = session_.Start(size);
+  started_ = session_.Start(givenSize_.empty() ? session_.LastMotorSize() : givenSize_);
+}
+
+bool Work::Save() {
+  const std::string concern = project().SaveConcern();
+  if (!concern.empty() && !AskExclamationYesNo(concern + "\r\rDo you wish to save all the same?")) {
+    ShowExclamation("Nothing was saved.  Say --yes to agree.");
+    return false;
+  }
+  project().Save();
+  return true;
 }
 
 std::string DecimalHint(const std::string& value) {

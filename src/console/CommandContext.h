@@ -25,19 +25,23 @@ class Work {
   [[nodiscard]] bool Started() const { return started_; }
   // With the option --read-only one of a newer version too.
   [[nodiscard]] bool Open(const std::string& fileName) {
-    return started_ && session_.Open(fileName, newer_);
+    return started_ && session_.Open(fileName, newer_, givenSize_);
   }
   // Started, and online; false after a failure, of which the user was told behind "Cannot go
   // online!".
   [[nodiscard]] bool Connect() {
     return started_ && session_.Hardware().connection.GoOnlineFor("");
   }
+  // Saves the project. False: the file is not as it was opened, or has another name, and --yes was
+  // not said; the user was told. Throws FileError.
+  [[nodiscard]] bool Save();
   ConsoleSession& session() { return session_; }
   clsHX7Project& project() { return session_.project(); }
 
  private:
   ConsoleSession session_;
   NewerProject newer_;
+  std::string givenSize_;  // of the motor, by --motor-size; empty: as the project says
   bool started_ = false;
 };
 

@@ -78,27 +78,27 @@ bool Show(const Context& context) {
 
 bool Import(const Context& context) {
   const TableAccess table = TableNamed(context.Argument(2));
+  context.program.boxes.Agree(context.line.Has("yes"));
   const std::string text = world().files->ReadAll(world().files->Absolute(context.Argument(3)));
   Work work(context);
   if (!work.Open(context.Argument(1))) return false;
   const std::vector<std::string> faults = table.import(work.project(), text);
   TellFaults(context, faults);
   if (!faults.empty() || !table.accept(work.project())) return false;
-  work.project().Save();
-  return true;
+  return work.Save();
 }
 
 // ---- values
 
 bool SetParameterValues(const Context& context) {
+  context.program.boxes.Agree(context.line.Has("yes"));
   Work work(context);
   if (!work.Open(context.Argument(1))) return false;
   const std::vector<std::string> faults =
       SetParameters(work.project(), std::span(context.line.Arguments()).subspan(2));
   TellFaults(context, faults);
   if (!faults.empty()) return false;
-  work.project().Save();
-  return true;
+  return work.Save();
 }
 
 bool IsParameterAssignment(const std::string& word) {
@@ -115,7 +115,7 @@ std::vector<Assignment> MachineAssignments(std::span<const std::string> words) {
     if (!IsSystemKey(name)) {
       throw UsageError("'" + name +
                        "' cannot be set: it is no parameter such as Pn81B, and none of "
-                       "system, measure, n1, n2, resolution, units, time and encoder");
+                       "system, measure, n1, n2, resolution, units, time, encoder and motor");
     }
     if (std::ranges::find(assignments, name, &Assignment::first) != assignments.end()) {
       throw UsageError("'" + word + "' assigns a second time");
@@ -136,8 +136,7 @@ bool Set(const Context& context) {
   Work work(context);
   if (!work.Open(context.Argument(1))) return false;
   if (!SetSystem(work.project(), assignments)) return false;
-  work.project().Save();
-  return true;
+  return work.Save();
 }
 
 // ---- files
@@ -178,16 +177,16 @@ const std::vector<Command>& Commands() {
       {{"import",
         "put a CSV file into a table and save",
         {kFile, OneOf("TABLE", {"index", "zone", "jog"}), {.value = {"CSV", Kind::file}}},
-        {"motor-size"}},
+        {"motor-size", "yes"}},
        Import},
       {{"set",
-        "change the machine (system, measure, n1, n2, resolution, units, time, encoder) or "
+        "change the machine (system, measure, n1, n2, resolution, units, time, encoder, motor) or "
         "parameters (Pn81B=12.5) and save; all or nothing",
         {kFile,
          {.value = {"NAME=VALUE",
                     Kind::words,
                     {"system=", "measure=", "n1=", "n2=", "resolution=", "units=", "time=",
-                     "encoder="}},
+                     "encoder=", "motor="}},
           .many = true}},
         {"motor-size", "yes"}},
        Set},
@@ -195,14 +194,18 @@ const std::vector<Command>& Commands() {
         "print the values in doubt, as CSV; --keep settles those that show one value and send "
         "another, and saves",
         {kFile},
-        {"keep", "motor-size"}},
+        {"keep", "motor-size", "yes"}},
        Check},
       {{"report",
         "make a PDF of the project, all of it or --sections",
         {kFile},
         {"out", "sections", "paper", "motor-size", "read-only", "yes"}},
        Report},
-      {{"info", "tell what hardware answers", {}, {"port", "axis", "motor-size"}}, Info},
+      {{"info",
+        "tell what hardware answers, and where a project describes another motor",
+        {{.value = {"FILE", Kind::file}, .required = false}},
+        {"port", "axis", "motor-size"}},
+       Info},
       {{"download",
         "send the project to the hardware",
         {kFile},
@@ -266,7 +269,10 @@ std::vector<OptionEntry> Options() {
   return {
       {"port", "the serial port, or the line of a simulated amplifier", {"DEV", Kind::file}},
       {"axis", "axis 0 to F, 0 unless given", {"H", Kind::words, axes}},
-      {"motor-size", "rated power of the motor in watts, 30 unless given", {"W"}},
+      {"motor-size",
+       "rated power of the motor in watts; that of the project unless given, or 30 where it tells "
+       "none",
+       {"W"}},
       {"new", "download only what changed since the last download"},
       {"verify",
        "read back what a download has sent before it is stored, and a sample behind the restart"},

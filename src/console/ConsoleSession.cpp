@@ -45,7 +45,8 @@ bool ConsoleSession::Start(const std::string& strMotorSize) {
   });
 }
 
-bool ConsoleSession::Open(const std::string& fileName, NewerProject newer) {
+bool ConsoleSession::Open(const std::string& fileName, NewerProject newer,
+                          const std::string& watts) {
   const std::string path = world().files->Absolute(fileName);
   operations_.ForgetProject();
   clsProject.reset();
@@ -59,6 +60,7 @@ bool ConsoleSession::Open(const std::string& fileName, NewerProject newer) {
     return false;
   }
   operations_.FollowProject();
+  if (!watts.empty()) clsProject->UseLimitsOf(watts);
   const std::size_t doubts = clsProject->Doubts().size();
   if (doubts > 0) {
     ShowInformation(NumberText(doubts) + (doubts == 1 ? " value of " : " values of ") +

@@ -33,8 +33,10 @@ class ConsoleSession final : public SessionState, private Desk {
   // Builds the catalogue's working copy for `strMotorSize` watts and reads it. False after a
   // failure, of which the user was told.
   bool Start(const std::string& strMotorSize);
-  // Opens a project. False after a failure, of which the user was told.
-  bool Open(const std::string& fileName, NewerProject newer = NewerProject::refuse);
+  // Opens a project, and judges its values for a motor of `watts` where that is not empty. False
+  // after a failure, of which the user was told.
+  bool Open(const std::string& fileName, NewerProject newer = NewerProject::refuse,
+            const std::string& watts = {});
 
   [[nodiscard]] Operations& Hardware() { return operations_; }
   clsHX7Project& project() { return *clsProject; }

@@ -70,6 +70,8 @@ bool PrintDifferences(const Context& context, const std::vector<PartComparison>&
 bool Info(const Context& context) {
   (void)context.line.Required("port");
   Work work(context);
+  const bool compares = context.line.Arguments().size() > 1;
+  if (compares && !work.Open(context.Argument(1))) return false;
   if (!work.Connect()) return false;
   clsHX7Helix7& helix = *work.session().Helix7();
   std::ostream& out = context.program.out;
@@ -97,7 +99,12 @@ bool Info(const Context& context) {
   print("Encoder type", &clsHX7Helix7::GetEncoderType);
   print("Encoder resolution", &clsHX7Helix7::GetEncoderResolutionBits);
   print("Alarm", &clsHX7Helix7::GetAlarm);
-  return complete;
+  if (!compares) return complete;
+  const auto match = work.session().Hardware().connection.Motor().Look();
+  if (!match) return false;
+  for (const std::string& difference : match->differences) out << difference << '\n';
+  if (match->differences.empty()) out << "Project: describes this motor\n";
+  return complete && match->differences.empty();
 }
 
 bool Scan(const Context& context) {
@@ -156,8 +163,7 @@ bool Upload(const Context& context) {
   const bool committed =
       only ? transfers.UploadItem(JoinedItem(UploadItemsOfMenu(), items)) : transfers.UploadAll();
   if (!committed || context.program.boxes.Failures() > 0) return false;
-  work.project().Save();
-  return true;
+  return work.Save();
 }
 
 bool Reset(const Context& context) {

@@ -10,6 +10,7 @@
 #include "platform/Numbers.h"
 #include "project/clsHX7Project.h"
 #include "project/data/MachineUnits.h"
+#include "project/data/MotorLimits.h"
 
 namespace velmoor {
 namespace {
@@ -19,7 +20,10 @@ struct Key {
   const char* row;  // of the machine; null: a choice by index
 };
 
-constexpr std::array<Key, 8> kKeys{{{"system", nullptr},
+constexpr const char* kMotor = "motor";
+
+constexpr std::array<Key, 9> kKeys{{{kMotor, nullptr},
+                                    {"system", nullptr},
                                     {"encoder", nullptr},
                                     {"units", "Pn82E.0"},
                                     {"time", "Pn82E.1"},
@@ -108,6 +112,7 @@ std::string SystemCsv(clsHX7Project& project) {
     add(machine.Text(row, Column::description), machine.Value(name),
         machine.Text(row, Column::unit));
   }
+  add("motor", project.MotorSize(), "W");
   add("A", machine.Value("Pn203"));
   add("B", machine.Value("Pn202"));
   add("travel per motor turn", NumberText(figures.travelPerMotorTurn), unit);
@@ -123,7 +128,9 @@ bool IsSystemKey(const std::string& key) {
   return KeyNamed(key) != nullptr;
 }
 
-bool SetSystem(clsHX7Project& project, const std::vector<Assignment>& assignments) {
+namespace {
+
+bool SetMachine(clsHX7Project& project, const std::vector<Assignment>& assignments) {
   MachineEdit edit = project.MechanicalSystem().Edit();
   std::string words = TakeAll(edit, assignments);
   if (words.empty()) words = edit.Figures().reason;
@@ -150,6 +157,24 @@ bool SetSystem(clsHX7Project& project, const std::vector<Assignment>& assignment
   const std::string others = OtherNumbers(consequences);
   if (!project.MechanicalSystem().Accept(edit)) return false;
   if (!others.empty()) ShowInformation(others);
+  return true;
+}
+
+}  // namespace
+
+bool SetSystem(clsHX7Project& project, std::vector<Assignment> assignments) {
+  std::string watts;
+  const auto motor = std::ranges::find(assignments, kMotor, &Assignment::first);
+  if (motor != assignments.end()) {
+    watts = CheckedMotorSize(motor->second);
+    if (watts.empty()) {
+      ShowExclamation("'" + motor->second + "' is no rated power in watts!");
+      return false;
+    }
+    assignments.erase(motor);
+  }
+  if (!assignments.empty() && !SetMachine(project, assignments)) return false;
+  project.SetMotorSize(watts);
   return true;
 }
 

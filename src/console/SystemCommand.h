@@ -14,10 +14,11 @@ class clsHX7Project;
 
 using Assignment = std::pair<std::string, std::string>;
 
-// True for system, measure, n1, n2, resolution, units, time and encoder.
+// True for system, measure, n1, n2, resolution, units, time, encoder and motor, the rated power in
+// watts.
 [[nodiscard]] bool IsSystemKey(const std::string& key);
 // Takes all assignments together, judges the machine that they make, and commits it, the whole or
 // nothing. False: refused, in the words of the machine's window.
-[[nodiscard]] bool SetSystem(clsHX7Project& project, const std::vector<Assignment>& assignments);
+[[nodiscard]] bool SetSystem(clsHX7Project& project, std::vector<Assignment> assignments);
 
 }  // namespace velmoor

@@ -30,7 +30,7 @@ int Run(const velmoor::CommandLine& line) {
   using namespace velmoor;
   const posix::NotedSignals signals;
   // A copy of the catalogue for this process alone: a running Velmoor keeps its own.
-  const auto copyPlace = posix::CatalogueCopyPlace::OfThisProcess();
+  const posix::CatalogueCopyPlace copyPlace;
   posix::PosixClock clock;
   posix::PosixEvents events;
   posix::PosixFiles files;
@@ -51,6 +51,7 @@ int Run(const velmoor::CommandLine& line) {
   adapters.pdf = &pdf;
   adapters.appDirectory = posix::ProgramDirectory();
   adapters.catalogueCopyDirectory = copyPlace.Directory();
+  adapters.workDirectory = JoinPath(posix::StateDirectory(), "work");
   SetWorld(&adapters);
   std::ostream* const progress = ::isatty(STDERR_FILENO) != 0 ? &std::cerr : nullptr;
   const int status = RunCommand(

@@ -8,6 +8,11 @@
 
 namespace velmoor {
 
+bool RescalePreview::AskFor(const MachineChange& change) {
+  const MachineConsequences consequences = gMainForm->CurrentProject()->Consequences(change);
+  return consequences.values.empty() || RescalePreview(consequences).Ask();
+}
+
 bool RescalePreview::Ask() {
   const std::unique_ptr<Form> form = world().forms->Load("frmRescalePreview");
   bool goesOn = false;

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "mechanics/MachineDescription.h"
 #include "platform/Grid.h"
 #include "session/Project.h"
 
@@ -11,6 +12,9 @@ namespace velmoor {
 
 class RescalePreview final : private ReadOnlyGridSource {
  public:
+  // Before a change of the machine changes values the user sees what becomes of each. True: go on.
+  [[nodiscard]] static bool AskFor(const MachineChange& change);
+
   explicit RescalePreview(const MachineConsequences& consequences)
       : consequences_(consequences), values_(consequences.values) {}
   // Shows the list; true when the user goes on.

@@ -27,13 +27,6 @@ bool IsShown(std::string_view name) {
   return std::find(kHidden.begin(), kHidden.end(), name) == kHidden.end();
 }
 
-std::string EncoderIndexText(std::int32_t count) {
-  for (std::int32_t index = 0; index < 3; ++index) {
-    if (EncoderCountFromIndex(index) == count) return NumberText(index);
-  }
-  return {};
-}
-
 }  // namespace
 
 frmMechanicalSystem::frmMechanicalSystem(const ParameterStore& store)
@@ -200,13 +193,13 @@ void frmMechanicalSystem::cmdGetEncoder_Click() {
     ShowExclamation("Error reading resolution from encoder!");
     return;
   }
-  const std::string index = EncoderIndexText(count);
-  if (index.empty()) {
+  const std::int32_t index = EncoderIndexOf(count);
+  if (index < 0) {
     ShowExclamation("The encoder has " + NumberText(count) +
                     " lines, which the list does not hold.");
     return;
   }
-  AfterChoice(edit_->SetEncoder(Int32FromText(index)));
+  AfterChoice(edit_->SetEncoder(index));
 }
 
 // ---- commit
@@ -221,7 +214,7 @@ bool frmMechanicalSystem::MayCommit() {
     }
     const std::string question = edit_->CommitQuestion();
     may = question.empty() || AskOkCancel(question);
-    if (may) may = ShowPreview();
+    if (may) may = RescalePreview::AskFor(edit_->Wanted());
     if (!may) {
       ShowInformation("Commit data change has been canceled.");
       return true;
@@ -231,13 +224,6 @@ bool frmMechanicalSystem::MayCommit() {
     return true;
   });
   return done && may;
-}
-
-// Before values change the user sees what becomes of each. True: go on.
-bool frmMechanicalSystem::ShowPreview() {
-  const MachineConsequences consequences =
-      gMainForm->CurrentProject()->Consequences(edit_->Wanted());
-  return consequences.values.empty() || RescalePreview(consequences).Ask();
 }
 
 void frmMechanicalSystem::Committed() {
@@ -261,8 +247,9 @@ void frmMechanicalSystem::ShowEverything() {
 }
 
 void frmMechanicalSystem::SetEncoderComboList() {
-  const std::string index = EncoderIndexText(edit_->Description().machine.encoderCount);
-  form().comboBox("cmbEncoder").SetListIndex(index.empty() ? -1 : Int32FromText(index));
+  form()
+      .comboBox("cmbEncoder")
+      .SetListIndex(EncoderIndexOf(edit_->Description().machine.encoderCount));
 }
 
 void frmMechanicalSystem::ShowFigures() {

@@ -48,7 +48,6 @@ class frmMechanicalSystem final : public GridWindow, private GridSource {
   void cmbEncoder_Click();
   void cmdGetEncoder_Click();
   void AfterChoice(const MachineCheck& check);
-  bool ShowPreview();
   void ShowEverything();
   void ShowFigures();
   void ShowSchematic();

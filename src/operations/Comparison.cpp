@@ -27,6 +27,7 @@ bool Comparison::ReadEverything() {
 
 std::optional<std::vector<PartComparison>> Comparison::Run() {
   if (!connection_.GoOnlineFor("Comparison failed!")) return std::nullopt;
+  connection_.Motor().Tell();
   clsHX7Project& project = *session_.OwnProject();
   Operation run(desk_, "Compare with Hardware");
   int steps = 0;

@@ -109,6 +109,7 @@ HardwareConnection::Outcome HardwareConnection::GoOnline() {
   if (result == kSuccess) {
     TellOnline();
     OfferToSetLineRight(true);
+    motor_.Tell();
     return Outcome::online;
   }
   const std::string question = FailureText(
@@ -228,6 +229,7 @@ bool HardwareConnection::ConnectBy(const LineSettings& settings,
   }
   TellOnline();
   OfferToSetLineRight(false);
+  motor_.Tell();
   ShowInformation("Settings changed and communications established successfully!");
   return true;
 }
@@ -308,6 +310,7 @@ void HardwareConnection::GoOffline() {
 
 void HardwareConnection::TellOffline() {
   session_.SetOnline(false);
+  motor_.Forget();
   Show(LineState::offline);
   desk_.StatusTold("Offline");
 }

@@ -13,6 +13,7 @@
 
 #include "online/AlarmReadings.h"
 #include "operations/Desk.h"
+#include "operations/MotorMatch.h"
 #include "platform/Event.h"
 #include "project/SessionState.h"
 
@@ -41,6 +42,8 @@ class HardwareConnection {
   [[nodiscard]] LineState State() const { return state_; }
   // "Offline", "Online", "In alarm A.10: Overload".
   [[nodiscard]] std::string StateText() const;
+  // The motor at its end.
+  [[nodiscard]] MotorMatch& Motor() { return motor_; }
 
   // The user's command: searches, and tells what became of it. `byHand`: the user wants to connect
   // by hand.
@@ -97,6 +100,7 @@ class HardwareConnection {
   AlarmReading alarm_;  // while the state is that of an alarm
   bool suspect_ = false;
   int tries_ = 0;  // of the search under way
+  MotorMatch motor_{session_, desk_};
   Connections device_, project_;
 };
 

@@ -1,5 +1,7 @@
 #include "operations/Transfers.h"
 
+#include <algorithm>
+
 #include "link/BaudRates.h"
 #include "operations/FailureText.h"
 #include "operations/UploadFlow.h"
@@ -63,6 +65,10 @@ int Transfers::StepsOfEverything() {
 
 // ---- download
 
+bool Transfers::Reach() {
+  return connection_.GoOnlineFor("Download failed!") && connection_.Motor().MayGoOn();
+}
+
 bool Transfers::AskToDownload(const std::string& question, const std::vector<Tool>& parts,
                               bool all) {
   int values = 0;
@@ -91,6 +97,7 @@ bool Transfers::Send(const std::string& name, int steps, const std::function<boo
   } forget{run_};
   newRate_.reset();
   gainsChanged_ = false;
+  connection_.Motor().Note();
   const struct EndCheck {
     Transfers& transfers;
     ~EndCheck() {
@@ -160,7 +167,7 @@ bool Transfers::AskRigidity() {
 
 bool Transfers::DownloadAll() {
   return Trapped("Download All failed!\r", [this] {
-    if (!connection_.GoOnlineFor("Download failed!")) return false;
+    if (!Reach()) return false;
     if (!AskToDownload("All parameter and table data will be downloaded to the controller.\r"
                        "Do you wish to proceed?",
                        kEverything, true)) {
@@ -174,7 +181,7 @@ bool Transfers::DownloadAll() {
 
 bool Transfers::DownloadNew() {
   return Trapped("Download New failed!\r", [this] {
-    if (!connection_.GoOnlineFor("Download failed!")) return false;
+    if (!Reach()) return false;
     const std::string dirty = project().WhatIsDirty();
     if (dirty.empty()) {
       const std::string words =
@@ -204,7 +211,7 @@ bool Transfers::DownloadNew() {
 
 bool Transfers::DownloadItem(const TransferItem& item, const std::function<bool()>& prepare) {
   return Trapped("Download " + item.name + " failed!\r", [&] {
-    if (!connection_.GoOnlineFor("Download failed!")) return false;
+    if (!Reach()) return false;
     if (!AskToDownload(item.name + " of the project will be downloaded to the controller.\r"
                                    "Do you wish to proceed?",
                        item.tools, true) ||
@@ -227,7 +234,7 @@ bool Transfers::DownloadTuning(bool asked) {
     if (tuning.ChangedRigidity() && !AskRigidity()) tuning.SetChangedRigidity(false);
   }
   return Trapped("Download Tuning Parameters failed!\r", [&] {
-    if (!connection_.GoOnlineFor("Download failed!")) return false;
+    if (!Reach()) return false;
     return Send("Download Tuning Parameters", tuning.RowsInArray(),
                 [this] { return project().DownloadParts({Tool::tuning}); });
   });
@@ -297,7 +304,9 @@ bool Transfers::UploadAll() {
       return false;
     }
     ShowUploadedDifferences();
-    return AskToCommitUpload(project());
+    if (!AskToCommitUpload(project())) return false;
+    TakeMotor();
+    return true;
   });
 }
 
@@ -325,11 +334,20 @@ bool Transfers::UploadItem(const TransferItem& item) {
     ShowUploadedDifferences();
     if (AskYesNo(name +
                  " successfully uploaded from controller.\rCommit uploaded data to project?")) {
-      return project().CommitUpload();
+      if (!project().CommitUpload()) return false;
+      if (std::ranges::find(item.tools, Tool::editor) != item.tools.end()) TakeMotor();
+      return true;
     }
     project().DropUpload();
     return false;
   });
+}
+
+// The parameters are those of the connected motor now; its machine may have been described for
+// another.
+void Transfers::TakeMotor() {
+  connection_.Motor().Take();
+  connection_.Motor().Tell();
 }
 
 }  // namespace velmoor

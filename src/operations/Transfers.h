@@ -46,6 +46,8 @@ class Transfers {
   clsHX7Project& project() { return *session_.OwnProject(); }
   [[nodiscard]] int StepsOf(const std::vector<Tool>& tools);
   [[nodiscard]] int StepsOfEverything();
+  // Online, and the user wants this motor to get the project.
+  [[nodiscard]] bool Reach();
   // The question before a download of those parts, with the choice to read them back.
   [[nodiscard]] bool AskToDownload(const std::string& question, const std::vector<Tool>& parts,
                                    bool all);
@@ -58,6 +60,7 @@ class Transfers {
   // Runs `read` as the upload `name`; the machine's faults are told meanwhile.
   bool Read(const std::string& name, int steps, const std::function<bool()>& read);
   void ShowUploadedDifferences();
+  void TakeMotor();
   [[nodiscard]] bool AskRigidity();
   void OfferGains();
 

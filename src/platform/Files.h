@@ -40,6 +40,8 @@ class Files {
   // An absolute form of `path`, taken from the current directory.
   [[nodiscard]] virtual std::string Absolute(const std::string& path) const = 0;
 
+  // The file is there under other names too: hard links, which a replacement parts.
+  [[nodiscard]] virtual bool HasOtherNames(const std::string& path) const = 0;
   [[nodiscard]] virtual NameState StateOf(const std::string& path) const = 0;
   // The network's file system on which the file lies, "NFS"; empty: one of this computer.
   [[nodiscard]] virtual std::string NetworkOf(const std::string& path) const = 0;
@@ -75,6 +77,10 @@ class Files {
   // process holds it. Throws FileError when the file cannot be opened at all, or is a link, a pipe
   // or another user's.
   [[nodiscard]] virtual std::unique_ptr<FileLock> Lock(const std::string& path) = 0;
+  // Takes a file that is there, whoever owns it, against others that take it so, by whatever name
+  // or link they come; null when one of them holds it. Whoever cannot read it, or finds no locks on
+  // its file system, keeps nobody off. A replacement of the file is another file.
+  [[nodiscard]] virtual std::unique_ptr<FileLock> LockPresent(const std::string& path) = 0;
 };
 
 // Splitting of names at the last "/" or "\".

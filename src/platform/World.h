@@ -52,9 +52,11 @@ struct World {
   // Where the program's own files lie: "IdeInfo.mdb" and "Velmoor.spt". Never the current
   // directory.
   std::string appDirectory;
-  // The directory of "tempIdeInfo.mdb": `appDirectory` where that can be written, else one of the
-  // user's own that vanishes with the session.
+  // The directory of "tempIdeInfo.mdb", this process's alone; it vanishes with the process.
   std::string catalogueCopyDirectory;
+  // Where a project is worked on whose own folder cannot be written; a directory of the user's own
+  // that stays. Where it cannot be made, or is empty, `catalogueCopyDirectory` serves.
+  std::string workDirectory;
   // The user's directory for reports of errors.
   std::string reportDirectory;
 

@@ -79,6 +79,18 @@ bool MergeParameters(Database& database, const ParameterStore& store) {
   return changed;
 }
 
+// A size that the file has by now stays.
+bool PutMotorSize(Database& database, const std::string& watts) {
+  using schema::Misc;
+  const auto records = database.OpenTable(Misc::kTable);
+  if (records->FindFirst(Misc::kPropertyName, Misc::kMotorSize)) return false;
+  records->AddNew();
+  records->Set(Misc::kPropertyName, Misc::kMotorSize);
+  records->Set(Misc::kValue, watts);
+  records->Update();
+  return true;
+}
+
 }  // namespace
 
 void clsHX7Project::MarkPart(Tool part) {
@@ -131,7 +143,7 @@ void clsHX7Project::EndDownload() {
     SaveMarks();
   } catch (const std::exception&) {
     // The next saving takes them along.
-    blnNeedsSaving_ = true;
+    if (!savedElsewhere_) blnNeedsSaving_ = true;
   }
   parameters_.Changed.Raise();
 }
@@ -146,6 +158,7 @@ void clsHX7Project::SaveMarks() {
   Files& files = *world().files;
   const std::string copy = MarksFile();
   files.LayWorkingCopy(sFileName_, copy);
+  const bool known = HoldsWhatIsKnown(copy);
   bool changed = false;
   try {
     const auto database = OpenForWriting(copy);
@@ -153,6 +166,7 @@ void clsHX7Project::SaveMarks() {
     for (const MotionTable* const table : Tables()) {
       changed = MergeTable(*database, *table) || changed;
     }
+    if (motorNoted_) changed = PutMotorSize(*database, motorSize_) || changed;
     database->Commit();
   } catch (...) {
     world().databases->Release(copy);
@@ -161,12 +175,18 @@ void clsHX7Project::SaveMarks() {
   }
   world().databases->Release(copy);
   try {
+    if (changed && files.HasOtherNames(sFileName_)) {
+      throw FileError(sFileName_ + ": it has another name, a hard link, which would be parted");
+    }
     if (changed) files.SaveDurably(copy, sFileName_, sFileName_);
   } catch (...) {
     files.Remove(copy);
     throw;
   }
+  // What another program has changed in the file stays unknown.
+  if (changed && known) KnowProjectFile(copy);
   files.Remove(copy);
+  if (changed) (void)TakeProjectFile();
 }
 
 }  // namespace velmoor

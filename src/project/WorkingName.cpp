@@ -1,7 +1,11 @@
 #include "project/WorkingName.h"
 
+#include <cstdint>
+#include <functional>
+
 #include "platform/Database.h"
 #include "platform/Files.h"
+#include "platform/Numbers.h"
 #include "platform/World.h"
 #include "project/data/Schema.h"
 
@@ -57,7 +61,27 @@ bool IsUsable(const std::string& path, const std::string& project) {
   return false;
 }
 
+// The one that stays, where it can be had.
+std::string OwnPlace() {
+  Files& files = *world().files;
+  const std::string& own = world().workDirectory;
+  try {
+    if (!own.empty()) files.MakeDirectories(own);
+  } catch (const FileError&) {
+    // A user without a home.
+  }
+  return files.IsWritableDirectory(own) ? own : world().catalogueCopyDirectory;
+}
+
 }  // namespace
+
+WorkingPlace WorkingPlaceOf(const std::string& directory, const std::string& title) {
+  const Files& files = *world().files;
+  if (files.IsWritableDirectory(directory.empty() ? "." : directory)) return {directory, title};
+  const std::string path = files.Absolute(JoinPath(directory, title));
+  const auto number = static_cast<std::uint32_t>(std::hash<std::string>()(path));
+  return {OwnPlace(), DropRight(title, 4) + "-" + HexText(number, 8) + ".spj", true};
+}
 
 WorkingName ChooseWorkingName(const std::string& directory, const std::string& title,
                               const std::string& project) {

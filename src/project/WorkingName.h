@@ -13,6 +13,16 @@ struct WorkingName {
   std::string remark;  // for the user; empty where there is nothing to tell
 };
 
+// Where the working file of a project lies: beside it, or, where that folder cannot be written, in
+// a place of the user's own, under a title of that project alone.
+struct WorkingPlace {
+  std::string directory;
+  std::string title;
+  bool elsewhere = false;
+};
+
+[[nodiscard]] WorkingPlace WorkingPlaceOf(const std::string& directory, const std::string& title);
+
 // `project` is the file that is worked on, or a copy of it. Throws FileError with the reason where
 // neither name can be had, or another user's file has the first one: that user may have the project
 // open.

@@ -51,16 +51,19 @@ bool clsHX7Project::OpenProject(const std::string& strFileName, const std::strin
       "Cannot create temporary project file for project " + sFileTitle_ + "!";
   WorkingName working;
   try {
-    working = ChooseWorkingName(sWorkingDirectory_, sFileTitle_, sFileName_);
+    const WorkingPlace place = WorkingPlaceOf(sWorkingDirectory_, sFileTitle_);
+    savedElsewhere_ = place.elsewhere;
+    working = ChooseWorkingName(place.directory, place.title, sFileName_);
     // A project whose name ends in "tmp" would be its own working file, and be deleted with it.
     if (files.IsSameFile(working.path, sFileName_)) return refuse(cannotCreate);
     workingFileLock_ = files.Lock(working.path);
-    if (!workingFileLock_) {
+    if (!workingFileLock_ || !TakeProjectFile()) {
       return refuse("Project " + sFileTitle_ + " is in use by another program!");
     }
     strProjectDatabasePath_ = working.path;
     world().databases->Release(working.path);
     files.LayWorkingCopy(sFileName_, working.path);
+    KnowProjectFile(working.path);
   } catch (const FileError& error) {
     return refuse(cannotCreate + "\r" + error.what());
   }
@@ -95,6 +98,10 @@ void clsHX7Project::RemoveMarksFile() {
 // What the user is to know of the folder in which the project lies.
 void clsHX7Project::TellOfPlace(const std::string& remark) const {
   if (!remark.empty()) ShowInformation(remark);
+  if (savedElsewhere_) {
+    ShowInformation("The folder of project " + sFileTitle_ +
+                    " cannot be written: changes can be saved in another folder only.");
+  }
   if (!workingFileLock_->IsKept()) {
     ShowExclamation(
         "The folder of the project takes locks and does not keep them: take care that no other "
@@ -128,8 +135,9 @@ void clsHX7Project::FitFormat(NewerProject newer) {
 std::string clsHX7Project::ReadFile(NewerProject newer) {
   try {
     FitFormat(newer);
+    ReadMotorSize();
     parameters_.Open({strTHDatabasePath_, gMainForm->ParametersTable(), gMainForm->NibbleTable(),
-                      strProjectDatabasePath_},
+                      strProjectDatabasePath_, LimitsOfMotor(motorSize_)},
                      gMainForm->ComboList());
     SetDatabasePaths();
     (void)OpenForReading(strProjectDatabasePath_)->OpenTable(schema::Misc::kTable);
@@ -160,8 +168,16 @@ void clsHX7Project::RefuseSaving() const {
 void clsHX7Project::Save() {
   RefuseSaving();
   world().databases->Release(strProjectDatabasePath_);
-  world().files->SaveDurably(strProjectDatabasePath_, sFileName_, sFileName_);
+  try {
+    world().files->SaveDurably(strProjectDatabasePath_, sFileName_, sFileName_);
+  } catch (const FileError& error) {
+    if (!savedElsewhere_) throw;
+    throw FileError("Project " + sFileTitle_ + " cannot be saved in its folder!\r" + error.what() +
+                    "\rSave it in another one.");
+  }
   blnNeedsSaving_ = false;
+  KnowProjectFile(strProjectDatabasePath_);
+  (void)TakeProjectFile();
 }
 
 void clsHX7Project::SaveAs(const std::string& strFile) {
@@ -169,7 +185,9 @@ void clsHX7Project::SaveAs(const std::string& strFile) {
   Files& files = *world().files;
   const std::string directory = GetFileDirectory(strFile);
   const std::string title = GetFileTitle(strFile);
-  const WorkingName working = ChooseWorkingName(directory, title, strProjectDatabasePath_);
+  const WorkingPlace place = WorkingPlaceOf(directory, title);
+  const WorkingName working =
+      ChooseWorkingName(place.directory, place.title, strProjectDatabasePath_);
   const std::string& workingFile = working.path;
   if (files.IsSameFile(workingFile, strFile)) {
     throw FileError("Cannot create temporary project file for project " + title + "!");
@@ -181,12 +199,19 @@ void clsHX7Project::SaveAs(const std::string& strFile) {
     const auto lock = files.Lock(workingFile);
     if (!lock) throw FileError("Project " + title + " is in use by another program!");
   }
+  if (files.Exists(strFile) && !files.IsSameFile(strFile, sFileName_)) {
+    const auto lock = files.LockPresent(strFile);
+    if (!lock) throw FileError("Project " + title + " is in use by another program!");
+  }
   files.SaveDurably(strProjectDatabasePath_, strFile, sFileName_);
   if (moves) files.Rename(strProjectDatabasePath_, workingFile);
   sFileName_ = strFile;
   sFileTitle_ = title;
   strProjectDatabasePath_ = workingFile;
   sWorkingDirectory_ = directory;
+  savedElsewhere_ = place.elsewhere;
+  KnowProjectFile(strProjectDatabasePath_);
+  (void)TakeProjectFile();
   SetDatabasePaths();
   ProjectSavedAs.Raise();
   TellOfPlace(working.remark);

@@ -57,6 +57,9 @@ class clsHX7Project final : public Project {
   // Deletes the working file and lets go of its lock; nothing but the destructor may follow. A
   // folder that became read-only keeps the file.
   void RemoveWorkingFile();
+  // What a save would replace that this project does not know of, in words for a question: another
+  // program has changed the file since, or it has another name. Empty: nothing.
+  [[nodiscard]] std::string SaveConcern() const;
   // Copies the working file over the project file, durably, and clears the need of saving. Throws
   // FileError, also where the project is open for reading alone; nothing is changed then.
   void Save();
@@ -79,6 +82,20 @@ class clsHX7Project final : public Project {
   // alone. Nothing of it is changed, saved or downloaded then; whatever tries tells the user.
   [[nodiscard]] bool IsNewer() const { return isNewer_; }
   [[nodiscard]] bool IsReadOnly() const { return blnOpen_ && isNewer_; }
+
+  // ---- the motor that the project is for
+
+  // Its rated power in watts, as decimal text; empty: not known.
+  [[nodiscard]] const std::string& MotorSize() const { return motorSize_; }
+  // Takes it into the project, which needs saving then; its limits hold from now on. Throws
+  // DatabaseError.
+  void SetMotorSize(const std::string& watts);
+  // The project goes to a motor of that size: where none is known it is kept with the marks,
+  // whatever else is unsaved. Throws DatabaseError.
+  void NoteMotorSize(const std::string& watts);
+  // Judges values by the limits of another motor, for as long as the project is open. Throws
+  // DatabaseError.
+  void UseLimitsOf(const std::string& watts);
 
   // ---- flags
   // A tool holds changes that the hardware does not have.
@@ -248,6 +265,16 @@ class clsHX7Project final : public Project {
   void FitFormat(NewerProject newer);
   [[nodiscard]] std::string ReadOnlyWords(const std::string& consequence) const;
   void RefuseSaving() const;
+  void ReadMotorSize();
+  // Takes the project's file against other programs that have it open by whatever name. False: one
+  // of them has.
+  [[nodiscard]] bool TakeProjectFile();
+  // The project's file holds what `copy` holds, as this project has read or written it.
+  void KnowProjectFile(const std::string& copy);
+  [[nodiscard]] bool HoldsWhatIsKnown(const std::string& copy) const;
+  [[nodiscard]] bool KnowsProjectFile() const;
+  // Empty for a size that is not known.
+  [[nodiscard]] static MotorLimits LimitsOfMotor(const std::string& watts);
   void ConnectTools();
   template <typename ToolObject>
   void ConnectTool(Tool id, ToolObject& tool);
@@ -294,6 +321,8 @@ class clsHX7Project final : public Project {
   bool isNewer_ = false;
   std::string laidAnew_;  // what the opened file lacked, in words
   bool blnNeedsSaving_ = false;
+  std::string motorSize_;
+  bool motorNoted_ = false;  // the project's own file is to learn it with the marks
   // The amplifier holds no machine that can be used; that of the project has stayed.
   bool machineUnread_ = false;
   RestartOutcome latestRestart_ = RestartOutcome::none;
@@ -302,6 +331,9 @@ class clsHX7Project final : public Project {
   std::string sFileName_;
   std::string sFileTitle_;
   std::unique_ptr<FileLock> workingFileLock_;
+  std::unique_ptr<FileLock> projectFileLock_;
+  std::size_t projectFileState_ = 0;  // of the project's file as it was read or written last
+  bool savedElsewhere_ = false;       // its folder cannot be written
 
   clsHX7MechanicalSystem clsMechanicalSystem_{parameters_};
   clsHX7FlexibleIO clsFlexibleIO_{parameters_};

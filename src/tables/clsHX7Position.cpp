@@ -170,11 +170,12 @@ bool clsHX7Position::IsBlankStep(int step) const {
                      [](const std::string& cell) { return cell.empty(); });
 }
 
-bool clsHX7Position::TableUsesNewEvents() const {
+int clsHX7Position::StepsWithNewEvents() const {
+  int steps = 0;
   for (int row = 1; row <= RowsInArray(); ++row) {
-    if (IsNewEvent(Text(row, event))) return true;
+    if (IsNewEvent(Text(row, event))) ++steps;
   }
-  return false;
+  return steps;
 }
 
 // ---- the amplifier
@@ -207,7 +208,7 @@ ResultCode clsHX7Position::SendRow(int row, const std::vector<std::string>& cont
 }
 
 bool clsHX7Position::MayDownload() {
-  if (gMainForm->Helix7()->IsOptionVersionNew() || !TableUsesNewEvents()) return true;
+  if (gMainForm->Helix7()->IsOptionVersionNew() || StepsWithNewEvents() == 0) return true;
   ShowExclamation(
       "The firmware in controller does not support SEL5 or SEL6 events in Index table!");
   return false;

@@ -41,7 +41,8 @@ class clsHX7Position final : public MotionTable {
   // The amplifier's number of the first step with that label, "END" for "END" and for a label that
   // no step bears: dangling labels are found before anything is saved.
   [[nodiscard]] static std::string GetControllerNext(const std::string& strNext, const Rows& cells);
-  [[nodiscard]] bool TableUsesNewEvents() const;
+  // How many steps wait for an event that older option cards do not know.
+  [[nodiscard]] int StepsWithNewEvents() const;
 
  protected:
   [[nodiscard]] bool IsStored(int /*row*/) const override { return true; }

@@ -76,6 +76,37 @@ TEST_F(ProjectFiles, AForeignFileIsRefusedInTheWordsOfEachWay) {
                   "!\rProject 'missing.spj' cannot be opened."});
 }
 
+TEST_F(ProjectFiles, ALinkToTheOpenProjectIsTheOpenProject) {
+  const std::string link = data.folder.At("link.spj");
+  std::filesystem::create_symlink(path, link);
+  data.dialogs.answers.push_back(link);
+  data.boxes.Expect(kReopen, BoxAnswer::cancel);
+  Main().Choose("mnuFileOpen");
+  EXPECT_EQ(Status(), "System Status: Project 'line1' opened.");
+}
+
+TEST_F(ProjectFiles, SavingOverAFileThatChangedSinceAsks) {
+  constexpr const char* kQuestion =
+      "Another program has changed line1.spj since it was opened!\rSaving replaces what it has "
+      "written.\r\rDo you wish to save all the same?";
+  const std::string others = data.files.ReadAll(path) + "x";
+  data.files.WriteDurably(path, others);
+  Project().SetNeedsSaving(true);
+  data.boxes.Expect(kQuestion, BoxAnswer::no);
+  Main().Choose("mnuFileSave");
+  EXPECT_EQ(data.boxes.shown.back().kind, BoxKind::exclamation);
+  EXPECT_EQ(data.files.ReadAll(path), others);
+  EXPECT_TRUE(Project().NeedsSaving());
+  // At the end too: No keeps the window.
+  data.boxes.Expect("has not been saved yet.", BoxAnswer::yes);
+  data.boxes.Expect(kQuestion, BoxAnswer::no);
+  EXPECT_FALSE(Main().Close());
+  data.boxes.Expect(kQuestion, BoxAnswer::yes);
+  Main().Choose("mnuFileSave");
+  EXPECT_NE(data.files.ReadAll(path), others);
+  EXPECT_FALSE(Project().NeedsSaving());
+}
+
 TEST_F(ProjectFiles, ReopeningTheOpenProjectAsksFirst) {
   data.dialogs.answers.push_back(path);
   data.boxes.Expect(kReopen, BoxAnswer::cancel);

@@ -67,8 +67,8 @@ TEST_F(ServoJog, AsksBeforeItEnablesAndJogsOnlyWhileHeld) {
     EXPECT_EQ(form.lamp("pcbServo").LampTone(), Tone::good);
     form.Type("txtSpeed", "100");
     form.Hold("cmdJog_0");
-    // 100 rpm of 32768 counts a turn; the rotation setting 0 swaps the buttons.
-    EXPECT_EQ(Sent(), (Texts{"PRM202", "PRM203", "PGTYPE", "JOGN3277"}));
+    // 100 rpm of 2048 counts a turn; the rotation setting 0 swaps the buttons.
+    EXPECT_EQ(Sent(), (Texts{"PRM202", "PRM203", "PGTYPE", "JOGN205"}));
     port.Advance(1s);
     Amplifier().AdvanceTo(port.Now());
     EXPECT_NEAR(*Axis().Value("NFB"), -100, 2);
@@ -90,7 +90,7 @@ TEST_F(ServoJog, TheRotationSettingChoosesTheDirectionOfEachButton) {
     const char* word;
   };
   const Case cases[] = {
-      {"0", 0, "JOGN328"}, {"0", 1, "JOGP328"}, {"1", 0, "JOGP328"}, {"1", 1, "JOGN328"}};
+      {"0", 0, "JOGN20"}, {"0", 1, "JOGP20"}, {"1", 0, "JOGP20"}, {"1", 1, "JOGN20"}};
   for (const Case& row : cases) {
     ASSERT_TRUE(Amplifier().State().memory.parameters.Write(0, row.setting));
     TestRun([&](headless::HeadlessForm& form) {
@@ -281,7 +281,7 @@ TEST_F(ServoJog, APressTakesNoSpeedThatIsNotPositive) {
       form.LetGo("cmdJog_0");
     }
     form.Hold("cmdJog_0");
-    EXPECT_EQ(Sent().back(), "JOGN328");
+    EXPECT_EQ(Sent().back(), "JOGN20");
     form.LetGo("cmdJog_0");
   });
 }
@@ -309,7 +309,7 @@ TEST_F(ServoJog, FailuresAreToldOnceTheMotorIsStopped) {
     form.Hold("cmdJog_0");
     EXPECT_EQ(Sent().back(), "SKIP");
     EXPECT_EQ(Boxes(),
-              Texts{refusal("Error initiating servo jog!", "Jogging in reverse (0JOGN328)")});
+              Texts{refusal("Error initiating servo jog!", "Jogging in reverse (0JOGN20)")});
     ExpectStandsStill();
     form.LetGo("cmdJog_0");
     line.faults.Add({.kind = FaultKind::deviceError, .match = "SVOFF", .count = 3, .text = "E5A1"});
@@ -564,8 +564,8 @@ TEST_F(SmallTools, TheProductInformationIsWhatTheHardwareSays) {
   With("mnuToolsProductInformation", "frmProductInfo", [](headless::HeadlessForm& form) {
     Texts shown;
     for (int i = 0; i < 9; ++i) shown.push_back(form.label("lblValues_" + NumberText(i)).Text());
-    EXPECT_EQ(shown, (Texts{"0003", "Standard", "VKLM-04AE", "0012", "Standard", "VMMAH-04AC",
-                            "Incremental", "17-Bit", "0001"}));
+    EXPECT_EQ(shown, (Texts{"0003", "Standard", "VKLM-04AE", "0012", "Standard", "VMMAH-04AA",
+                            "Incremental", "13-Bit", "0001"}));
     form.Press("cmdExit");
   });
   line.faults.Add({.kind = FaultKind::notGood, .match = "VER"});

@@ -382,5 +382,24 @@ TEST_F(Velmoorctl, SetsAllOrNothingAndRefusesInTheEditorsWords) {
   EXPECT_EQ(err.str().find("A point"), std::string::npos);
 }
 
+TEST_F(Velmoorctl, AHardLinkIsPartedByAnAgreementAlone) {
+  ASSERT_EQ(Run({"new", project}), 0);
+  const std::string other = world.folder.At("other.spj");
+  std::filesystem::create_hard_link(project, other);
+  const std::string before = world.files.ReadAll(other);
+  const std::string csv =
+      WriteFile("a.csv", std::string(kIndexHead) + "a,I+1.000,1.000,-,1.000,NNNNN,:,1,END\n");
+  const std::vector<std::string> commands[] = {
+      {"set", project, "Pn100=55"}, {"set", project, "n1=2"}, {"import", project, "index", csv}};
+  for (std::vector<std::string> words : commands) {
+    EXPECT_EQ(Run(words), 1) << words.front();
+    EXPECT_TRUE(err.str().ends_with("Nothing was saved.  Say --yes to agree.\n")) << err.str();
+    EXPECT_EQ(world.files.ReadAll(project), before);
+  }
+  EXPECT_EQ(Run({"set", project, "Pn100=55", "--yes"}), 0) << err.str();
+  EXPECT_NE(world.files.ReadAll(project), before);
+  EXPECT_EQ(world.files.ReadAll(other), before);
+}
+
 }  // namespace
 }  // namespace velmoor

@@ -7,7 +7,7 @@ namespace {
 TEST_F(Velmoorctl, InfoTellsWhatAnswers) {
   EXPECT_EQ(Run({"info", "--port", "x"}), 0) << err.str();
   EXPECT_NE(out.str().find("Servo model: VKLM-04AE\n"), std::string::npos) << out.str();
-  EXPECT_NE(out.str().find("Motor model: VMMAH-04AC\n"), std::string::npos) << out.str();
+  EXPECT_NE(out.str().find("Motor model: VMMAH-04AA\n"), std::string::npos) << out.str();
   port.Unplug();
   EXPECT_EQ(Run({"info", "--port", "x"}), 1);
   EXPECT_EQ(err.str(),
@@ -269,6 +269,50 @@ TEST_F(Velmoorctl, ScansEverySpeedAndResetsWhatIsNamed) {
   EXPECT_EQ(amplifier.Asked("PRMINIT"), 1);
   port.Unplug();
   EXPECT_EQ(Run({"scan", "--port", "x"}), 1);
+}
+
+// ---- the motor
+
+TEST_F(Velmoorctl, AnotherMotorIsNotedBeforeTheTransferAndComparedByInfo) {
+  ASSERT_EQ(Run({"new", project}), 0);
+  EXPECT_EQ(Run({"info", project, "--port", "x"}), 0) << err.str();
+  EXPECT_TRUE(out.str().ends_with("\nProject: describes this motor\n")) << out.str();
+  line.Amplifier('0')->State().settings.encoder = "00000011";
+  const std::string difference =
+      "Encoder: every move would be 16 times too short: the project says 2048 lines, the motor has "
+      "32768.\n";
+  EXPECT_EQ(Run({"info", project, "--port", "x"}), 1);
+  EXPECT_TRUE(out.str().ends_with("\n" + difference)) << out.str();
+  // --yes agrees to the download, and not to another machine.
+  EXPECT_EQ(Run({"download", project, "--port", "x", "--yes", "--only", "jog"}), 0) << err.str();
+  EXPECT_EQ(err.str(), "The connected motor is not what project a describes!\n\n" + difference +
+                           "\nTo take it over: velmoorctl set " + project +
+                           " encoder=32768\nJog Table of the project will be downloaded to the "
+                           "controller.\nDo you wish to proceed?\nDownload Jog Table complete!\n");
+  ASSERT_EQ(Run({"set", project, "encoder=32768"}), 0) << err.str();
+  EXPECT_EQ(Run({"download", project, "--port", "x", "--yes", "--new"}), 0);
+  EXPECT_EQ(err.str().find("Encoder:"), std::string::npos) << err.str();
+}
+
+TEST_F(Velmoorctl, SetChecksByTheMotorOfTheProject) {
+  ASSERT_EQ(Run({"new", project}), 0);
+  // Its download tells what motor it is for.
+  ASSERT_EQ(Run({"download", project, "--port", "x", "--yes", "--only", "jog"}), 0) << err.str();
+  EXPECT_EQ(Run({"show", project, "system"}), 0);
+  EXPECT_NE(out.str().find("\nmotor,400,W\n"), std::string::npos) << out.str();
+  EXPECT_EQ(Run({"set", project, "motor=9x"}), 1);
+  EXPECT_EQ(err.str(), "'9x' is no rated power in watts!\n");
+  ASSERT_EQ(Run({"set", project, "motor=100", "n1=2"}), 0) << err.str();
+  EXPECT_EQ(Run({"show", project, "system"}), 0);
+  EXPECT_NE(out.str().find("\nmotor,100,W\n"), std::string::npos) << out.str();
+  // Pn100 goes to 2000 for 100 W, and to 1000 for 3000 W.
+  ASSERT_EQ(Run({"set", project, "Pn100=1500"}), 0) << err.str();
+  EXPECT_EQ(Run({"set", project, "Pn100=1400", "--motor-size", "3000"}), 1);
+  EXPECT_NE(err.str().find("Value must range from 1 to 1000."), std::string::npos) << err.str();
+  EXPECT_EQ(Run({"info", project, "--port", "x"}), 1);
+  EXPECT_NE(out.str().find("the project is for a motor of 100 W, this one has 400 W."),
+            std::string::npos)
+      << out.str();
 }
 
 }  // namespace

@@ -33,7 +33,7 @@ class CatalogueCopyPlaceTest : public testing::Test {
 
 TEST_F(CatalogueCopyPlaceTest, GoesWithTheObject) {
   {
-    const auto place = CatalogueCopyPlace::OfThisProcess();
+    const CatalogueCopyPlace place;
     EXPECT_EQ(place.Directory(), folder_.At("velmoor-" + std::to_string(getpid())));
     EXPECT_TRUE(fs::is_directory(place.Directory()));
   }
@@ -48,14 +48,29 @@ TEST_F(CatalogueCopyPlaceTest, WhatAKilledProcessLeftIsClearedAndALivingOnesStay
   const int held = open(living.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
   ASSERT_EQ(flock(held, LOCK_EX), 0);
   {
-    const auto place = CatalogueCopyPlace::OfThisProcess();
+    const CatalogueCopyPlace place;
     EXPECT_FALSE(fs::exists(dead));
     EXPECT_TRUE(fs::exists(living + "/tempIdeInfo.mdb"));
     EXPECT_TRUE(fs::exists(foreign));
   }
   close(held);
-  const auto place = CatalogueCopyPlace::OfThisProcess();
+  const CatalogueCopyPlace place;
   EXPECT_FALSE(fs::exists(living));
+}
+
+// A container that shares the folder numbers its processes anew.
+TEST_F(CatalogueCopyPlaceTest, IsNeverThatOfAnotherProcessOfTheSameNumber) {
+  const std::string others = Lay("velmoor-" + std::to_string(getpid()));
+  const int held = open(others.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  ASSERT_EQ(flock(held, LOCK_EX), 0);
+  {
+    const CatalogueCopyPlace place;
+    EXPECT_NE(place.Directory(), others);
+    EXPECT_TRUE(fs::is_empty(place.Directory()));
+  }
+  EXPECT_TRUE(fs::exists(others + "/tempIdeInfo.mdb"));
+  EXPECT_EQ(folder_.Count(), 1);
+  close(held);
 }
 
 // Without a runtime directory, somebody else may have laid the name in the common place first.

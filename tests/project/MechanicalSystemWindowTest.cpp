@@ -164,6 +164,7 @@ TEST_F(MechanicalSystemWindow, TheEncoderIsReadFromTheHardware) {
   Use([&](HeadlessForm& form) {
     form.Press("cmdGetEncoder");
     EXPECT_EQ(world.boxes.Count("Error reading resolution from encoder!"), 1);
+    amplifier().State().settings.encoder = "00000011";
     session.GoOnline();
     form.Press("cmdGetEncoder");
     EXPECT_EQ(form.comboBox("cmbEncoder").Text(), "32768");

@@ -21,7 +21,7 @@ TEST_F(Amplifier, TellsWhatItIs) {
                                                        {"SVTYPE", "0SVTYPE=00000002"},
                                                        {"MTTYPE", "0MTTYPE=00000100"},
                                                        {"MTSIZE", "0MTSIZE=00000040"},
-                                                       {"PGTYPE", "0PGTYPE=00000011"},
+                                                       {"PGTYPE", "0PGTYPE=0000000D"},
                                                        {"VER", "0VER=00000003"},
                                                        {"SVVER", "0SVVER=00000012"},
                                                        {"PGVER", "0PGVER=00000001"},

@@ -139,7 +139,7 @@ TEST(IndexCsv, ImportReplacesTheTableAndMarksWhatChanged) {
   EXPECT_EQ(table.DirtyCell(2), "1");
   EXPECT_EQ(table.DirtyCell(9), "1");
   EXPECT_EQ(table.DirtyCell(10), "0");
-  EXPECT_TRUE(table.TableUsesNewEvents());
+  EXPECT_EQ(table.StepsWithNewEvents(), 1);
 }
 
 TEST(IndexCsv, ExportReadsBackAsTheSameTable) {

@@ -33,7 +33,6 @@ class UnattendedSession {
   UnattendedSession(std::string project, std::string fresh, const std::string& device)
       : project_(std::move(project)),
         fresh_(std::move(fresh)),
-        copyPlace_(posix::CatalogueCopyPlace::OfThisProcess()),
         module_(port_, instance_, project_) {
     headless_.world.files = &files_;
     headless_.world.databases = &databases_;
@@ -41,6 +40,7 @@ class UnattendedSession {
     headless_.world.catalogue = &catalogue_;
     headless_.world.appDirectory = posix::ProgramDirectory();
     headless_.world.catalogueCopyDirectory = copyPlace_.Directory();
+    headless_.world.workDirectory = JoinPath(posix::StateDirectory(), "work");
     port_.SetDeviceMap({{"COM1", device}});
     headless::SetFailureHandler([](const std::string& text) { throw StepFailed(text); });
   }

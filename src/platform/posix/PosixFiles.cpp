@@ -150,6 +150,11 @@ std::string PosixFiles::Absolute(const std::string& path) const {
   return error ? path : absolute.lexically_normal().string();
 }
 
+bool PosixFiles::HasOtherNames(const std::string& path) const {
+  struct stat status {};
+  return Status(path, status) && S_ISREG(status.st_mode) && status.st_nlink > 1;
+}
+
 NameState PosixFiles::StateOf(const std::string& path) const {
   struct stat status {};
   if (IsCutShort(path) || ::lstat(path.c_str(), &status) != 0) return NameState::free;
@@ -243,6 +248,17 @@ std::unique_ptr<FileLock> PosixFiles::Lock(const std::string& path) {
   const FileDescriptor second = folder.Open(folder.Name(), O_RDWR);
   const bool kept = !TakeLock(second.Get(), path);
   return std::make_unique<Flock>(std::move(file), kept);
+}
+
+std::unique_ptr<FileLock> PosixFiles::LockPresent(const std::string& path) {
+  if (IsCutShort(path)) Fail(path, ENOENT);
+  FileDescriptor file(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+  int result = -1;
+  do {
+    result = file.IsValid() ? ::flock(file.Get(), LOCK_EX | LOCK_NB) : -1;
+  } while (result != 0 && file.IsValid() && errno == EINTR);
+  if (result != 0 && file.IsValid() && errno == EWOULDBLOCK) return nullptr;
+  return std::make_unique<Flock>(std::move(file), result == 0);
 }
 
 std::string NetworkFileSystem(std::uint32_t type) {

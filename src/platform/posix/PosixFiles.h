@@ -17,6 +17,7 @@ class PosixFiles final : public Files {
   [[nodiscard]] bool IsWritableDirectory(const std::string& directory) const override;
   [[nodiscard]] std::string Absolute(const std::string& path) const override;
 
+  [[nodiscard]] bool HasOtherNames(const std::string& path) const override;
   [[nodiscard]] NameState StateOf(const std::string& path) const override;
   [[nodiscard]] std::string NetworkOf(const std::string& path) const override;
 
@@ -33,6 +34,7 @@ class PosixFiles final : public Files {
   void ChangeDirectory(const std::string& directory) override;
 
   [[nodiscard]] std::unique_ptr<FileLock> Lock(const std::string& path) override;
+  [[nodiscard]] std::unique_ptr<FileLock> LockPresent(const std::string& path) override;
 };
 
 // The name of the network's file system of that number, as the system numbers them; empty for one

@@ -7,6 +7,7 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <stdexcept>
 
 #include "platform/Files.h"
 #include "platform/posix/PosixSingleInstance.h"
@@ -60,28 +61,27 @@ void ClearForsakenPlaces(const std::string& runtimeDirectory) {
 
 }  // namespace
 
-CatalogueCopyPlace::CatalogueCopyPlace() : own_(true) {
+CatalogueCopyPlace::CatalogueCopyPlace() {
   const std::string runtimeDirectory = RuntimeDirectory();
   ClearForsakenPlaces(runtimeDirectory);
-  directory_ = JoinPath(runtimeDirectory, kPlacePrefix + std::to_string(::getpid()));
-  // Another process that clears may take the new place for a forsaken one, once.
+  const std::string own = JoinPath(runtimeDirectory, kPlacePrefix + std::to_string(::getpid()));
+  // Another process that clears may take a new place for a forsaken one, once; and one of another
+  // container may have this process's number.
   constexpr int kTries = 3;
-  for (int i = 0; i < kTries && !lock_.IsValid(); ++i) {
+  constexpr int kNames = 10;
+  for (int i = 0; i < kTries * kNames && !lock_.IsValid(); ++i) {
+    directory_ = i < kTries ? own : own + std::to_string(i / kTries);
     ::mkdir(directory_.c_str(), 0700);
     lock_ = LockedDirectory(directory_);
   }
-}
-
-CatalogueCopyPlace::CatalogueCopyPlace(const std::string& appDirectory) : CatalogueCopyPlace() {
-  if (::access(appDirectory.c_str(), W_OK) != 0) return;
-  ::rmdir(directory_.c_str());
-  directory_ = appDirectory;
-  own_ = false;
+  if (!lock_.IsValid()) {
+    throw std::runtime_error("There is no place for the catalogue's copy in " + runtimeDirectory);
+  }
 }
 
 CatalogueCopyPlace::~CatalogueCopyPlace() {
   std::error_code ignored;
-  if (own_) std::filesystem::remove_all(directory_, ignored);
+  std::filesystem::remove_all(directory_, ignored);
 }
 
 }  // namespace velmoor::posix

@@ -18,14 +18,12 @@ namespace velmoor::posix {
 // ~/.local/state.
 [[nodiscard]] std::string StateDirectory();
 
-// The place of the catalogue's working copy.
+// The place of the catalogue's working copy: a directory of this process alone in the user's
+// runtime directory, which goes with the object. What killed processes left there is cleared first.
 class CatalogueCopyPlace {
  public:
-  // The program's directory where that can be written, else one as OfThisProcess makes it.
-  explicit CatalogueCopyPlace(const std::string& appDirectory);
-  // A directory of this process in the user's runtime directory, which goes with the object. What
-  // killed processes left there is cleared first.
-  [[nodiscard]] static CatalogueCopyPlace OfThisProcess() { return CatalogueCopyPlace(); }
+  // Throws std::runtime_error where there is none to be had.
+  CatalogueCopyPlace();
   ~CatalogueCopyPlace();
   CatalogueCopyPlace(const CatalogueCopyPlace&) = delete;
   CatalogueCopyPlace& operator=(const CatalogueCopyPlace&) = delete;
@@ -33,11 +31,8 @@ class CatalogueCopyPlace {
   [[nodiscard]] const std::string& Directory() const { return directory_; }
 
  private:
-  CatalogueCopyPlace();
-
   std::string directory_;
   FileDescriptor lock_;  // of the directory: it tells that its process lives
-  bool own_ = false;
 };
 
 }  // namespace velmoor::posix

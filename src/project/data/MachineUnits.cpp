@@ -88,6 +88,12 @@ std::int32_t EncoderCountFromIndex(std::int32_t index) {
   return count != nullptr ? *count : kEncoderCounts.front();
 }
 
+std::int32_t EncoderIndexOf(std::int32_t count) {
+  const auto* const found = std::ranges::find(kEncoderCounts, count);
+  return found == kEncoderCounts.end() ? -1
+                                       : static_cast<std::int32_t>(found - kEncoderCounts.begin());
+}
+
 std::string SpeedUnitsOf(std::string_view distance, std::string_view time) {
   std::string text;
   if (distance == "inch") {

@@ -27,6 +27,8 @@ namespace velmoor {
 [[nodiscard]] std::int32_t SelectionDigit(const std::string& bits, int digit);
 // Encoder lines per turn: 2048, 16384, 32768; 2048 for any other index.
 [[nodiscard]] std::int32_t EncoderCountFromIndex(std::int32_t index);
+// The index of that many lines; -1 for any other number.
+[[nodiscard]] std::int32_t EncoderIndexOf(std::int32_t count);
 
 // "mm/sec", "in/min"; nothing before the time for an unknown distance word.
 [[nodiscard]] std::string SpeedUnitsOf(std::string_view distance, std::string_view time);

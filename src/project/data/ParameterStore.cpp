@@ -58,6 +58,25 @@ void ParameterStore::ReadDefinitions(const ComboLists& lists) {
     places_.emplace(parameter.Pn(), parameters_.size());
     parameters_.push_back(std::move(parameter));
   }
+  SetLimits(source_.limits);
+}
+
+void ParameterStore::SetLimits(const MotorLimits& limits) {
+  for (Parameter& parameter : parameters_) {
+    const auto own = limits.find(parameter.Pn());
+    if (own == limits.end()) continue;
+    parameter.definition.Min = own->second.min;
+    parameter.definition.Max = own->second.max;
+    parameter.definition.initial_value = own->second.initial;
+  }
+}
+
+void ParameterStore::TakeLimits(const MotorLimits& limits) {
+  source_.limits = limits;
+  SetLimits(limits);
+  for (const Parameter& parameter : parameters_) JudgeValue(parameter);
+  ++revision_;
+  Changed.Raise();
 }
 
 void ParameterStore::ReadRecords() {

@@ -15,6 +15,7 @@
 #include "platform/Database.h"
 #include "platform/Event.h"
 #include "project/data/Doubt.h"
+#include "project/data/MotorLimits.h"
 #include "project/data/Parameter.h"
 #include "session/Session.h"
 
@@ -45,11 +46,14 @@ class ParameterStore {
     std::string parametersTable;
     std::string nibbleTable;
     std::string workingFile;
+    MotorLimits limits{};  // of the project's motor; empty: those of the working copy
   };
 
   // Reads definitions and values. Throws DatabaseError, or ProjectDataError where the machine's
   // units or a value cannot be read.
   void Open(const Source& source, const ComboLists& lists);
+  // The project is for another motor: its limits hold from now on, and values are judged anew.
+  void TakeLimits(const MotorLimits& limits);
   // The project goes on in another working file of the same content.
   void SetWorkingFile(const std::string& path) { source_.workingFile = path; }
   [[nodiscard]] const std::string& WorkingFile() const { return source_.workingFile; }
@@ -117,6 +121,7 @@ class ParameterStore {
 
  private:
   void ReadDefinitions(const ComboLists& lists);
+  void SetLimits(const MotorLimits& limits);
   void ReadRecords();
   void ReadRecord(Parameter& parameter, RowSet& records) const;
   void ShowValues();

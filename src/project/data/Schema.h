@@ -37,7 +37,8 @@ struct Misc {
   static constexpr std::string_view kValue = "value";
   static constexpr std::string_view kTestRunSpeed = "testrunspeed";
   static constexpr std::string_view kHomingOffset = "homing offset";
-  static constexpr std::string_view kFormat = "format";  // the file's version
+  static constexpr std::string_view kFormat = "format";         // the file's version
+  static constexpr std::string_view kMotorSize = "motor size";  // watts; absent: not known
 };
 
 // The motion programme; always walked in the order of kId.

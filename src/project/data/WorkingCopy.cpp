@@ -13,6 +13,7 @@
 #include "platform/Numbers.h"
 #include "platform/World.h"
 #include "project/data/CatalogueSource.h"
+#include "project/data/MotorLimits.h"
 #include "project/data/Schema.h"
 
 namespace velmoor {
@@ -74,24 +75,6 @@ class TextBook {
   std::unordered_map<std::string, std::string> texts_;
 };
 
-struct Limits {
-  std::string min;
-  std::string max;
-  std::string initial;
-};
-
-std::map<std::string, Limits> ReadMotorLimits(Database& database, std::int32_t motorSize) {
-  using M = source::MotorLimits;
-  std::map<std::string, Limits> limits;
-  const std::string watts = NumberText(motorSize);
-  for (const auto rows = database.OpenTable(M::kTable); !rows->AtEnd(); rows->MoveNext()) {
-    if (rows->Text(M::kWatts) != watts) continue;
-    limits[rows->Text(M::kPn)] = {rows->Text(M::kMin), rows->Text(M::kMax),
-                                  rows->Text(M::kInitial)};
-  }
-  return limits;
-}
-
 Table ParameterTable(Database& database, const TextBook& texts, std::int32_t motorSize) {
   using P = source::Parameters;
   using D = schema::Definition;
@@ -102,13 +85,10 @@ Table ParameterTable(Database& database, const TextBook& texts, std::int32_t mot
                TextColumn(D::kFixedDigit), TextColumn(D::kCategoryName), KeyColumn(D::kSize),
                TextColumn(D::kHelp)},
               {}};
-  const auto motor = ReadMotorLimits(database, motorSize);
+  const MotorLimits motor = ReadMotorLimits(database, motorSize);
   for (const auto rows = database.OpenTable(P::kTable); !rows->AtEnd(); rows->MoveNext()) {
     const std::string pn = rows->Text(P::kPn);
-    const auto own = motor.find(pn);
-    const Limits limits = own != motor.end() ? own->second
-                                             : Limits{rows->Text(P::kMin), rows->Text(P::kMax),
-                                                      rows->Text(P::kInitial)};
+    const ParameterLimits& limits = motor.at(pn);
     table.rows.push_back({pn, texts.Get(Texts::kParameterName, pn), limits.min, limits.max,
                           limits.initial, texts.Get(Texts::kUnit, pn), rows->Text(P::kList),
                           rows->Text(P::kEditType), rows->Text(P::kDigits), rows->Text(P::kFixed),
