@@ -7,6 +7,7 @@
 #include "app/frmMain.h"
 #include "link/AxisScan.h"
 #include "link/BaudRates.h"
+#include "operations/FailureText.h"
 #include "platform/Events.h"
 #include "platform/MessageBoxes.h"
 #include "platform/Numbers.h"
@@ -238,7 +239,8 @@ void frmCommunications::cmdConnect_Click() {
       break;
     case Outcome::failed:
       main_.Hardware().connection.TellOffline();
-      ShowExclamation(strError + "\rPlease recheck connections and settings before retrying!");
+      ShowExclamation(
+          FailureText(strError + "\rPlease recheck connections and settings before retrying!"));
       break;
     case Outcome::cancelled:
       break;
@@ -278,6 +280,7 @@ bool frmCommunications::LeaveOnline() {
 }
 
 bool frmCommunications::TryToConnect(std::string& strError) {
+  ForgetFailures();
   if (!ChangeSettings()) {
     strError = "Error changing communications settings!";
     return false;
