@@ -84,7 +84,6 @@ TEST_F(Windows, ShowAllOfThemselves) {
                                     "mnuToolsInertiaRatio", "mnuToolsProductInformation"}) {
     Choose(command, nothing);
   }
-  data.boxes.Expect("Could not upload Mechanical System Parameters", BoxAnswer::yes);
   Choose("mnuToolsCompare", nothing);
   Choose("mnuToolsMonitoring");
   CloseChildren();
