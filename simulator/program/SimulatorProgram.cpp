@@ -17,6 +17,7 @@ namespace {
 
 volatile sig_atomic_t gSignalled = 0;
 constexpr Micros kAxisLook = std::chrono::milliseconds(20);
+constexpr Micros kConsoleLook = std::chrono::milliseconds(250);
 
 Micros Now() {
   return std::chrono::duration_cast<Micros>(std::chrono::steady_clock::now().time_since_epoch());
@@ -25,8 +26,6 @@ Micros Now() {
 void NoteSignal(int /*signal*/) {
   gSignalled = 1;
 }
-
-void Wake(int /*signal*/) {}
 
 // A shell stops whoever reads the terminal from the background.
 bool MayReadConsole() {
@@ -45,9 +44,6 @@ sigset_t CatchSignals() {
     sigaction(number, &action, nullptr);
   }
   sigprocmask(SIG_BLOCK, &caught, &whileWaiting);
-  // A shell that fetches the program to the front says so by this signal: it ends the wait.
-  action.sa_handler = Wake;
-  sigaction(SIGCONT, &action, nullptr);
   return whileWaiting;
 }
 
@@ -151,6 +147,10 @@ std::optional<Micros> SimulatorProgram::NextDue() const {
   // An axis that moves must not fall behind by more than it can make up for at once.
   if (std::ranges::any_of(line_.Amplifiers(), isBusy)) {
     next = std::min(next.value_or(Micros::max()), Now() + kAxisLook);
+  }
+  // A shell that fetches the program to the front does not say so.
+  if (consoleOpen_ && !MayReadConsole()) {
+    next = std::min(next.value_or(Micros::max()), Now() + kConsoleLook);
   }
   return next;
 }

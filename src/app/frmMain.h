@@ -13,6 +13,7 @@
 #include <deque>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "app/RecentFiles.h"
@@ -150,8 +151,13 @@ class frmMain final : public SessionState, private Desk {
   // Closes the present project, with the questions. False: refused.
   bool CloseForAnother(const std::string& strFileName, bool askIfSame);
   void MakeProject();
-  // Opens `strFileName` in a new project. Returns the reason of a failure, empty after a success.
-  std::string OpenInNewProject(const std::string& strFileName);
+  // Opens `strFileName` in a new project, one of a newer version for reading alone if the user
+  // wishes. Nothing: it is open. Else the reason for a box, empty where the user would not.
+  std::optional<std::string> OpenInNewProject(const std::string& strFileName);
+  std::optional<std::string> TryToOpen(const std::string& strFileName, NewerProject newer);
+  // Puts `boxLead` before the title; that of a new project begins with a blank.
+  static void TellNotOpened(const std::string& reason, const std::string& boxLead,
+                            const std::string& strFileName);
   void OpenChosenProject(const std::string& strFileName, const std::string& boxLead);
   void ConnectProject();
   void clsProject_ProjectOpened();

@@ -53,7 +53,9 @@ void frmMain::mnuFileOpen_Click() {
 }
 
 void frmMain::mnuFileSave_Click() {
-  if (!clsProject || !clsProject->NeedsSaving()) return;
+  if (!clsProject) return;
+  clsProject->RefuseSaving();
+  if (!clsProject->NeedsSaving()) return;
   if (!SaveProject()) return;
   UpdateStatusText("Project " + Quoted(clsProject->Title()) + " saved.");
 }
@@ -71,6 +73,7 @@ bool frmMain::SaveProject() {
 void frmMain::mnuFileSaveAs_Click() {
   if (!clsProject) return;
   Trapped("SaveAs Project File Error: ", [this] {
+    clsProject->RefuseSaving();
     FileDialogRequest request = ProjectDialog("Save Project As", clsProject->WorkingDirectory());
     request.initialName = clsProject->FileTitle();
     const auto chosen = world().dialogs->SaveFile(request, true);
@@ -114,22 +117,19 @@ void frmMain::ParseCommand(const std::string& sCommand) {
 void frmMain::CommandLineOpenProject(const std::string& strFileName) {
   RunCommand("frmMain.CommandLineOpenProject: ", [this, &strFileName] {
     if (!CloseForAnother(strFileName, true)) return false;
-    const std::string strError = OpenInNewProject(strFileName);
-    if (strError.empty()) return true;
-    ShowCritical(strError + "\rProject " + Quoted(GetFileTitle(strFileName)) +
-                 " cannot be opened.");
-    return false;
+    const std::optional<std::string> reason = OpenInNewProject(strFileName);
+    if (reason) TellNotOpened(*reason, "Project ", strFileName);
+    return !reason;
   });
 }
 
 bool frmMain::FileInput(const std::string& fname) {
   if (!CloseForAnother(fname, true)) return false;
   const std::string title = GetFileTitle(fname);
-  const std::string strError = OpenInNewProject(fname);
-  if (!strError.empty()) {
+  if (const std::optional<std::string> reason = OpenInNewProject(fname)) {
     UpdateStatusText("Project " + Quoted(title) + " cannot be opened.");
-    ShowCritical(strError + "\rProject " + Quoted(title) + " cannot be opened.");
-    return true;
+    TellNotOpened(*reason, "Project ", fname);
+    return !reason->empty();
   }
   AddRecentFile(fname);
   world().files->ChangeDirectory(GetFileDirectory(clsProject->FileName()));
@@ -185,25 +185,38 @@ void frmMain::MakeProject() {
   ConnectProject();
 }
 
-std::string frmMain::OpenInNewProject(const std::string& strFileName) {
+std::optional<std::string> frmMain::OpenInNewProject(const std::string& strFileName) {
+  const std::optional<std::string> reason = TryToOpen(strFileName, NewerProject::refuse);
+  if (!reason || !clsProject->IsNewer()) return reason;
+  const bool reads = AskYesNo(*reason +
+                              "\r\rDo you wish to read it?  What this version does not know is not "
+                              "shown, and nothing of it can be saved or downloaded.");
+  return reads ? TryToOpen(strFileName, NewerProject::readOnly) : std::string();
+}
+
+std::optional<std::string> frmMain::TryToOpen(const std::string& strFileName, NewerProject newer) {
   const BusyPointer busy;
   MakeProject();
   const std::string strTitle = GetFileTitle(strFileName);
   clsProject->SetWorkingDirectory(DropRight(strFileName, strTitle.size() + 1));
   std::string strError;
-  if (clsProject->OpenProject(strFileName, strTitle, strError)) {
+  if (clsProject->OpenProject(strFileName, strTitle, strError, newer)) {
     operations_.connection.Motor().Tell();
-    return {};
+    return std::nullopt;
   }
   return strError;
 }
 
-// `boxLead` goes before the title in the box; that of a new project begins with a blank.
+void frmMain::TellNotOpened(const std::string& reason, const std::string& boxLead,
+                            const std::string& strFileName) {
+  if (reason.empty()) return;
+  ShowCritical(reason + "\r" + boxLead + Quoted(GetFileTitle(strFileName)) + " cannot be opened.");
+}
+
 void frmMain::OpenChosenProject(const std::string& strFileName, const std::string& boxLead) {
-  const std::string strError = OpenInNewProject(strFileName);
-  if (strError.empty()) return;
-  ShowCritical(strError + "\r" + boxLead + Quoted(GetFileTitle(strFileName)) +
-               " cannot be opened.");
+  const std::optional<std::string> reason = OpenInNewProject(strFileName);
+  if (!reason) return;
+  TellNotOpened(*reason, boxLead, strFileName);
   // Intended: two blanks.
   UpdateStatusText("Project  " + Quoted(strFileName) + " cannot be opened.");
 }
@@ -230,7 +243,8 @@ void frmMain::clsProject_ProjectOpened() {
     DisplayFullModuleToolBar(true);
     mnuModuleIndexer_Click();
     eSelectedModule = Module::indexer;
-    window_->SetCaption("Velmoor - " + clsProject->Title());
+    window_->SetCaption("Velmoor - " + clsProject->Title() +
+                        (clsProject->IsReadOnly() ? " (read only)" : ""));
     UpdateStatusText("Project " + Quoted(clsProject->Title()) + " opened.");
     AddRecentFile(clsProject->FileName());
     world().files->ChangeDirectory(clsProject->WorkingDirectory());

@@ -2,10 +2,12 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "console/Commands.h"
 #include "console/ConsoleSession.h"
 #include "platform/cli/CommandLine.h"
+#include "platform/cli/ProgramTable.h"
 
 namespace velmoor {
 
@@ -16,6 +18,23 @@ struct Context {
   // The command's own name is argument 0.
   [[nodiscard]] const std::string& Argument(std::size_t i) const { return line.Arguments().at(i); }
 };
+
+// A command: what the help tells of it, and what it does. False after a failure, of which the user
+// was told, or after a difference.
+struct Command {
+  CommandEntry entry;
+  bool (*run)(const Context& context);
+};
+using Commands = std::vector<Command>;
+
+// ---- for the entries
+[[nodiscard]] inline ArgumentEntry FileArgument() {
+  return {.value = {"FILE", ValueEntry::Kind::file}};
+}
+[[nodiscard]] inline ArgumentEntry OneOf(const std::string& name,
+                                         const std::vector<std::string>& words) {
+  return {.value = {name, ValueEntry::Kind::words, words}};
+}
 
 // Builds the session by the options --axis, --port and --motor-size. Throws UsageError.
 class Work {

@@ -155,34 +155,24 @@ bool New(const Context& context) {
 
 using Kind = ValueEntry::Kind;
 
-const ArgumentEntry kFile{.value = {"FILE", Kind::file}};
-
-ArgumentEntry OneOf(const std::string& name, const std::vector<std::string>& words) {
-  return {.value = {name, Kind::words, words}};
-}
-
-struct Command {
-  CommandEntry entry;
-  bool (*run)(const Context& context);
-};
-
-const std::vector<Command>& Commands() {
-  static const std::vector<Command> kCommands{
-      {{"new", "make a project from the template", {kFile}}, New},
+Commands ProjectCommands() {
+  const ArgumentEntry file = FileArgument();
+  return {
+      {{"new", "make a project from the template", {file}}, New},
       {{"show",
         "print a table, the machine or every parameter as CSV",
-        {kFile, OneOf("WHAT", {"index", "zone", "jog", "system", "parameters"})},
+        {file, OneOf("WHAT", {"index", "zone", "jog", "system", "parameters"})},
         {"motor-size", "read-only"}},
        Show},
       {{"import",
         "put a CSV file into a table and save",
-        {kFile, OneOf("TABLE", {"index", "zone", "jog"}), {.value = {"CSV", Kind::file}}},
+        {file, OneOf("TABLE", {"index", "zone", "jog"}), {.value = {"CSV", Kind::file}}},
         {"motor-size", "yes"}},
        Import},
       {{"set",
         "change the machine (system, measure, n1, n2, resolution, units, time, encoder, motor) or "
         "parameters (Pn81B=12.5) and save; all or nothing",
-        {kFile,
+        {file,
          {.value = {"NAME=VALUE",
                     Kind::words,
                     {"system=", "measure=", "n1=", "n2=", "resolution=", "units=", "time=",
@@ -193,55 +183,21 @@ const std::vector<Command>& Commands() {
       {{"check",
         "print the values in doubt, as CSV; --keep settles those that show one value and send "
         "another, and saves",
-        {kFile},
+        {file},
         {"keep", "motor-size", "yes"}},
        Check},
-      {{"report",
-        "make a PDF of the project, all of it or --sections",
-        {kFile},
-        {"out", "sections", "paper", "motor-size", "read-only", "yes"}},
-       Report},
-      {{"info",
-        "tell what hardware answers, and where a project describes another motor",
-        {{.value = {"FILE", Kind::file}, .required = false}},
-        {"port", "axis", "motor-size"}},
-       Info},
-      {{"download",
-        "send the project to the hardware",
-        {kFile},
-        {"port", "axis", "motor-size", "yes", "all", "new", "only", "verify"}},
-       Download},
-      {{"upload",
-        "read the hardware into the project and save",
-        {kFile},
-        {"port", "axis", "motor-size", "yes", "all", "only"}},
-       Upload},
-      {{"compare",
-        "print where the hardware differs, as CSV",
-        {kFile},
-        {"port", "axis", "motor-size", "read-only"}},
-       Compare},
-      {{"diff", "print where two projects differ, as CSV", {kFile, kFile}, {"read-only"}}, Diff},
-      {{"scan", "print the axes that answer, as CSV", {}, {"port"}}, Scan},
-      {{"monitor", "print values over time, as CSV", {}, {"port", "axis", "items", "count"}},
-       Monitor},
-      {{"alarms", "print the alarm and the alarm history, as CSV", {}, {"port", "axis"}}, Alarms},
-      {{"send",
-        "send a line such as \"0PRM800\" and print the answer",
-        {{.value = {"LINE"}}},
-        {"port", "axis"}},
-       Send},
-      {{"run",
-        "send the lines of a terminal script and print the answers",
-        {{.value = {"SCRIPT.tsc", Kind::file}}},
-        {"port", "axis"}},
-       RunScript},
-      {{"reset",
-        "factory defaults in the hardware",
-        {OneOf("WHAT", {"all", "parameters", "tables", "index", "zone", "jog"})},
-        {"port", "axis", "yes"}},
-       Reset},
   };
+}
+
+// In the order of the help.
+const Commands& AllCommands() {
+  static const Commands kCommands = [] {
+    Commands all = ProjectCommands();
+    for (const Commands& group : {ReportCommands(), HardwareCommands(), OnlineCommands()}) {
+      all.insert(all.end(), group.begin(), group.end());
+    }
+    return all;
+  }();
   return kCommands;
 }
 
@@ -311,7 +267,7 @@ ProgramTable MakeTable() {
           "others\n"
           "stay; without it the file is the whole table. One bad cell, and nothing is changed.\n"
           "Exit status: 0 success, 1 failure or a difference, 2 wrong usage.\n"};
-  for (const Command& command : Commands()) table.commands.push_back(command.entry);
+  for (const Command& command : AllCommands()) table.commands.push_back(command.entry);
   return table;
 }
 
@@ -325,7 +281,7 @@ const ProgramTable& ConsoleTable() {
 int RunCommand(const CommandLine& line, const ConsoleProgram& program) {
   const std::string& name = line.Arguments().front();
   const auto command = std::ranges::find_if(
-      Commands(), [&name](const Command& candidate) { return candidate.entry.name == name; });
+      AllCommands(), [&name](const Command& candidate) { return candidate.entry.name == name; });
   const bool done = command->run({line, program});
   return done && program.boxes.Failures() == 0 ? kDone : kFailed;
 }

@@ -5,7 +5,6 @@
 #include <ostream>
 #include <vector>
 
-#include "console/CommandContext.h"
 #include "console/ConsoleBoxes.h"
 #include "link/AxisScan.h"
 #include "link/BaudRates.h"
@@ -62,8 +61,6 @@ bool PrintDifferences(const Context& context, const std::vector<PartComparison>&
   }
   return !Differs(parts);
 }
-
-}  // namespace
 
 // ---- looking
 
@@ -200,8 +197,6 @@ bool Compare(const Context& context) {
   return parts && PrintDifferences(context, *parts, "project", "hardware");
 }
 
-namespace {
-
 // Of the right format, or read all the same by the user's choice.
 bool MayBeCompared(const Context& context, const std::string& path) {
   if (context.line.Has("read-only")) return true;
@@ -214,13 +209,46 @@ bool MayBeCompared(const Context& context, const std::string& path) {
   }
 }
 
-}  // namespace
-
 bool Diff(const Context& context) {
   const std::string first = world().files->Absolute(context.Argument(1));
   const std::string second = world().files->Absolute(context.Argument(2));
   if (!MayBeCompared(context, first) || !MayBeCompared(context, second)) return false;
   return PrintDifferences(context, CompareProjects(first, second), "first", "second");
+}
+
+}  // namespace
+
+Commands HardwareCommands() {
+  const ArgumentEntry file = FileArgument();
+  return {
+      {{"info",
+        "tell what hardware answers, and where a project describes another motor",
+        {{.value = {"FILE", ValueEntry::Kind::file}, .required = false}},
+        {"port", "axis", "motor-size"}},
+       Info},
+      {{"download",
+        "send the project to the hardware",
+        {file},
+        {"port", "axis", "motor-size", "yes", "all", "new", "only", "verify"}},
+       Download},
+      {{"upload",
+        "read the hardware into the project and save",
+        {file},
+        {"port", "axis", "motor-size", "yes", "all", "only"}},
+       Upload},
+      {{"compare",
+        "print where the hardware differs, as CSV",
+        {file},
+        {"port", "axis", "motor-size", "read-only"}},
+       Compare},
+      {{"diff", "print where two projects differ, as CSV", {file, file}, {"read-only"}}, Diff},
+      {{"scan", "print the axes that answer, as CSV", {}, {"port"}}, Scan},
+      {{"reset",
+        "factory defaults in the hardware",
+        {OneOf("WHAT", {"all", "parameters", "tables", "index", "zone", "jog"})},
+        {"port", "axis", "yes"}},
+       Reset},
+  };
 }
 
 }  // namespace velmoor

@@ -1,18 +1,10 @@
-// The commands of velmoorctl that talk to the amplifier, or compare.
+// The commands of velmoorctl that move a project to the amplifier and back, or compare it.
 #pragma once
+
+#include "console/CommandContext.h"
 
 namespace velmoor {
 
-struct Context;
-
-// Each returns false after a failure, of which the user was told; Compare and Diff also when they
-// found a difference.
-[[nodiscard]] bool Info(const Context& context);
-[[nodiscard]] bool Scan(const Context& context);
-[[nodiscard]] bool Download(const Context& context);
-[[nodiscard]] bool Upload(const Context& context);
-[[nodiscard]] bool Reset(const Context& context);
-[[nodiscard]] bool Compare(const Context& context);
-[[nodiscard]] bool Diff(const Context& context);
+[[nodiscard]] Commands HardwareCommands();
 
 }  // namespace velmoor

@@ -7,7 +7,6 @@
 #include <string_view>
 #include <vector>
 
-#include "console/CommandContext.h"
 #include "link/DisplayError.h"
 #include "link/clsHX7Helix7.h"
 #include "online/AlarmReadings.h"
@@ -53,8 +52,6 @@ bool Exchange(const Context& context, clsHX7Helix7& helix, const std::string& li
   context.program.out << VisibleText(UpperCase(answer)) << '\n' << std::flush;
   return !IsRefusal(answer);
 }
-
-}  // namespace
 
 bool Send(const Context& context) {
   (void)context.line.Required("port");
@@ -117,8 +114,6 @@ bool Alarms(const Context& context) {
 
 // ---- values
 
-namespace {
-
 std::vector<MonitoredItem> ItemsOf(std::string_view list) {
   std::vector<MonitoredItem> items;
   for (std::size_t begin = 0; begin <= list.size();) {
@@ -165,8 +160,6 @@ bool PrintPass(const Context& context, clsHX7Helix7& helix, const std::vector<Mo
   return context.program.out.good();
 }
 
-}  // namespace
-
 bool Monitor(const Context& context) {
   (void)context.line.Required("port");
   const std::vector<MonitoredItem> items =
@@ -187,6 +180,26 @@ bool Monitor(const Context& context) {
     if (!PrintPass(context, *work.session().Helix7(), items, since)) return false;
   }
   return true;
+}
+
+}  // namespace
+
+Commands OnlineCommands() {
+  return {
+      {{"monitor", "print values over time, as CSV", {}, {"port", "axis", "items", "count"}},
+       Monitor},
+      {{"alarms", "print the alarm and the alarm history, as CSV", {}, {"port", "axis"}}, Alarms},
+      {{"send",
+        "send a line such as \"0PRM800\" and print the answer",
+        {{.value = {"LINE"}}},
+        {"port", "axis"}},
+       Send},
+      {{"run",
+        "send the lines of a terminal script and print the answers",
+        {{.value = {"SCRIPT.tsc", ValueEntry::Kind::file}}},
+        {"port", "axis"}},
+       RunScript},
+  };
 }
 
 }  // namespace velmoor

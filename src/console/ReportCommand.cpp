@@ -7,7 +7,6 @@
 #include <string>
 #include <string_view>
 
-#include "console/CommandContext.h"
 #include "platform/Files.h"
 #include "platform/Numbers.h"
 #include "platform/World.h"
@@ -75,8 +74,6 @@ std::optional<WallTime> MomentOfEnvironment() {
                   .second = static_cast<int>(time.seconds().count())};
 }
 
-}  // namespace
-
 bool Report(const Context& context) {
   const std::string path = world().files->Absolute(context.line.Required("out"));
   const PrintItems sections = ChosenSections(context.line.Value("sections"));
@@ -91,6 +88,16 @@ bool Report(const Context& context) {
   report.SetPrintCount(static_cast<std::int16_t>(std::ranges::count(sections, true)));
   if (moment) report.SetMoment(*moment);
   return WritePdf(work.project(), report.Run(), paper, path);
+}
+
+}  // namespace
+
+Commands ReportCommands() {
+  return {{{"report",
+            "make a PDF of the project, all of it or --sections",
+            {FileArgument()},
+            {"out", "sections", "paper", "motor-size", "read-only", "yes"}},
+           Report}};
 }
 
 }  // namespace velmoor

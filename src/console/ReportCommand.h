@@ -1,11 +1,10 @@
 // The command of velmoorctl that makes a project's report.
 #pragma once
 
+#include "console/CommandContext.h"
+
 namespace velmoor {
 
-struct Context;
-
-// False after a failure, of which the user was told.
-[[nodiscard]] bool Report(const Context& context);
+[[nodiscard]] Commands ReportCommands();
 
 }  // namespace velmoor

@@ -36,10 +36,16 @@ std::optional<std::string> RowOf(std::string_view word, std::string_view name) {
 // What the name means, in one spelling; nothing for what is no name of the vocabulary.
 std::optional<std::string> Meaning(std::string_view name) {
   if (auto parameter = ParameterIn(name)) return parameter;
-  const std::span<const std::string_view> all[] = {
-      kIndexTableCommands, kZoneTableCommands, {&kJogTableCommand, 1},
-      kValueCommands,      kReadInfoCommands,  {&kAlarmHistoryCommand, 1}};
-  for (const auto words : all) {
+  const std::span<const FieldCommand> tables[] = {kIndexTableCommands, kZoneTableCommands,
+                                                  kJogTableCommands};
+  for (const auto fields : tables) {
+    for (const FieldCommand& field : fields) {
+      if (auto row = RowOf(field.word, name)) return row;
+    }
+  }
+  const std::span<const std::string_view> questions[] = {
+      kValueCommands, kReadInfoCommands, {&kAlarmHistoryCommand, 1}};
+  for (const auto words : questions) {
     for (const std::string_view word : words) {
       if (auto row = RowOf(word, name)) return row;
     }

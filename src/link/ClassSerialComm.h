@@ -18,6 +18,7 @@
 #include <string_view>
 #include <utility>
 
+#include "link/CommandWords.h"
 #include "link/LinkFailure.h"
 #include "link/ResultCode.h"
 #include "platform/SerialPort.h"
@@ -26,9 +27,9 @@ namespace velmoor {
 
 // The eight texts of an index row: position, speed, registration distance, registration speed,
 // outputs, event, loop, next, each in the amplifier's form.
-using IndexRow = std::array<std::string, 8>;
+using IndexRow = std::array<std::string, kIndexTableCommands.size()>;
 // Lower and upper limit of a zone.
-using ZoneRow = std::array<std::string, 2>;
+using ZoneRow = std::array<std::string, kZoneTableCommands.size()>;
 // The raw lines of an exchange: with echo on the echo and the answer, otherwise the answer alone.
 using RawResponse = std::array<std::string, 2>;
 
@@ -181,9 +182,9 @@ class ClassSerialComm {
   void ApplySettings();
   // The line of a word with its arguments, axis in front.
   [[nodiscard]] std::string Line(std::string_view word, std::string_view argument = {}) const;
-  ResultCode ReadRow(std::span<const std::string_view> words, std::int16_t row,
+  ResultCode ReadRow(std::span<const FieldCommand> fields, std::int16_t row,
                      std::span<std::string> data);
-  ResultCode WriteRow(std::span<const std::string_view> words, std::int16_t row,
+  ResultCode WriteRow(std::span<const FieldCommand> fields, std::int16_t row,
                       std::span<const std::string> data);
 
   bool m_busy = false;  // a line is out and its answer is awaited

@@ -49,20 +49,20 @@ std::string ClassSerialComm::Line(std::string_view word, std::string_view argume
 
 // ---- tables
 
-ResultCode ClassSerialComm::ReadRow(std::span<const std::string_view> words, std::int16_t row,
+ResultCode ClassSerialComm::ReadRow(std::span<const FieldCommand> fields, std::int16_t row,
                                     std::span<std::string> data) {
-  for (std::size_t i = 0; i < words.size(); ++i) {
-    const ResultCode result = executeReadCommand(Line(words[i], NumberText(row)), data[i]);
+  for (std::size_t i = 0; i < fields.size(); ++i) {
+    const ResultCode result = executeReadCommand(Line(fields[i].word, NumberText(row)), data[i]);
     if (result != kSuccess) return result;
   }
   return kSuccess;
 }
 
-ResultCode ClassSerialComm::WriteRow(std::span<const std::string_view> words, std::int16_t row,
+ResultCode ClassSerialComm::WriteRow(std::span<const FieldCommand> fields, std::int16_t row,
                                      std::span<const std::string> data) {
-  for (std::size_t i = 0; i < words.size(); ++i) {
+  for (std::size_t i = 0; i < fields.size(); ++i) {
     const std::string argument = NumberText(row) + "=" + std::string(Trim(data[i]));
-    const ResultCode result = WriteNumber(Line(words[i], argument));
+    const ResultCode result = WriteNumber(Line(fields[i].word, argument));
     if (result != kSuccess) return result;
   }
   return kSuccess;
@@ -81,10 +81,10 @@ ResultCode ClassSerialComm::writeZoneTable(std::int16_t tablerow, const ZoneRow&
   return WriteRow(kZoneTableCommands, tablerow, data);
 }
 ResultCode ClassSerialComm::readJogTable(std::int16_t tablerow, std::string& data) {
-  return ReadRow({&kJogTableCommand, 1}, tablerow, {&data, 1});
+  return ReadRow(kJogTableCommands, tablerow, {&data, 1});
 }
 ResultCode ClassSerialComm::writeJogTable(std::int16_t tablerow, const std::string& data) {
-  return WriteRow({&kJogTableCommand, 1}, tablerow, {&data, 1});
+  return WriteRow(kJogTableCommands, tablerow, {&data, 1});
 }
 
 // ---- parameters

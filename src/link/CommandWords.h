@@ -9,19 +9,30 @@ namespace velmoor {
 
 inline constexpr std::string_view kRigidityCommand = "STIFF";
 inline constexpr std::string_view kInertiaRatioCommand = "TUNESTORE";
-inline constexpr std::string_view kJogTableCommand = "JSPDT";
 inline constexpr std::string_view kHomeOffsetCommand = "ZSET";
 inline constexpr std::string_view kAlarmHistoryCommand = "ALM";
 inline constexpr std::string_view kParameterCommand = "PRM";
 inline constexpr std::string_view kJogForwardCommand = "JOGP";
 inline constexpr std::string_view kJogReverseCommand = "JOGN";
 
-// The fields of a row of the index table, in the order in which they travel: target position,
-// speed, registration distance and speed, outputs, event, loop count, next row.
-inline constexpr std::array<std::string_view, 8> kIndexTableCommands{
-    "POST", "SPDT", "RDSTT", "RSPDT", "POUTT", "EVENTT", "LOOPT", "NEXTT"};
-// Lower and upper limit of a zone.
-inline constexpr std::array<std::string_view, 2> kZoneTableCommands{"ZONENT", "ZONEPT"};
+// One field of a table's row.
+struct FieldCommand {
+  std::string_view word;
+  std::string_view field;  // in the user's words
+};
+// In the order in which they travel.
+inline constexpr std::array<FieldCommand, 8> kIndexTableCommands{
+    {{"POST", "position"},
+     {"SPDT", "speed"},
+     {"RDSTT", "registration distance"},
+     {"RSPDT", "registration speed"},
+     {"POUTT", "outputs"},
+     {"EVENTT", "event"},
+     {"LOOPT", "loop"},
+     {"NEXTT", "next"}}};
+inline constexpr std::array<FieldCommand, 2> kZoneTableCommands{
+    {{"ZONENT", "lower limit"}, {"ZONEPT", "upper limit"}}};
+inline constexpr std::array<FieldCommand, 1> kJogTableCommands{{{"JSPDT", "speed"}}};
 
 // Commands without an argument, answered by an acknowledge.
 enum class SimpleCommand : std::int32_t {

@@ -1,8 +1,8 @@
 #include "link/LinkFailure.h"
 
 #include <algorithm>
-#include <array>
 #include <optional>
+#include <span>
 #include <utility>
 
 #include "link/CommandWords.h"
@@ -23,23 +23,6 @@ bool IsDigit(char character) {
 }
 
 // ---- what was asked
-
-struct TableField {
-  std::string_view word;
-  std::string_view table;
-  std::string_view field;
-};
-constexpr std::array<TableField, 11> kFields{{{"POST", "index", "position"},
-                                              {"SPDT", "index", "speed"},
-                                              {"RDSTT", "index", "registration distance"},
-                                              {"RSPDT", "index", "registration speed"},
-                                              {"POUTT", "index", "outputs"},
-                                              {"EVENTT", "index", "event"},
-                                              {"LOOPT", "index", "loop"},
-                                              {"NEXTT", "index", "next"},
-                                              {"ZONENT", "zone", "lower limit"},
-                                              {"ZONEPT", "zone", "upper limit"},
-                                              {"JSPDT", "jog", "speed"}}};
 
 constexpr std::pair<std::string_view, std::string_view> kWords[] = {
     {"SVON", "Servo on"},
@@ -81,19 +64,23 @@ std::string Parameter(std::string_view number) {
 }
 
 // A step of the index table counts from 1, where the others show their rows as the wire has them.
-std::string TableRow(const TableField& field, std::string_view row) {
-  if (field.table != "index") return "row " + std::string(row);
+std::string TableRow(std::string_view table, std::string_view row) {
+  if (table != "index") return "row " + std::string(row);
   const auto number = ParseWhole(row);
   return "step " + (number ? NumberText(*number + 1) : std::string(row));
 }
 
 std::optional<std::string> TableFieldAsked(std::string_view verb, std::string_view command) {
+  static constexpr std::pair<std::string_view, std::span<const FieldCommand>> kTables[] = {
+      {"index", kIndexTableCommands}, {"zone", kZoneTableCommands}, {"jog", kJogTableCommands}};
   const std::string_view word = LettersOf(command);
-  const auto* const field = std::ranges::find(kFields, word, &TableField::word);
-  if (field == kFields.end()) return std::nullopt;
-  const std::string_view row = command.substr(word.size());
-  return std::string(verb) + TableRow(*field, row) + " of the " + std::string(field->table) +
-         " table (" + std::string(field->field) + ")";
+  for (const auto& [table, fields] : kTables) {
+    const auto field = std::ranges::find(fields, word, &FieldCommand::word);
+    if (field == fields.end()) continue;
+    return std::string(verb) + TableRow(table, command.substr(word.size())) + " of the " +
+           std::string(table) + " table (" + std::string(field->field) + ")";
+  }
+  return std::nullopt;
 }
 
 // ---- why it failed

@@ -49,7 +49,7 @@ PartComparison CompareTable(Tool tool, const MotionTable& table, const Units& be
     const MotionTable::StoredRow& mine = table.Stored(row);
     const MotionTable::StoredRow& theirs = uploaded.rows[static_cast<std::size_t>(row) - 1];
     for (std::size_t i = 0; i < columns.size(); ++i) {
-      if (!Travels(columns[i]) || mine.controller[i] == theirs.controller[i]) continue;
+      if (SentField(columns[i]).empty() || mine.controller[i] == theirs.controller[i]) continue;
       part.differences.push_back(
           {part.part, NumberText(row - 1 + firstRow), std::string(columns[i].field),
            CellText(columns[i], mine.cells[i], mine.controller[i], before),

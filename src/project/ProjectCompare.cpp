@@ -1,46 +1,45 @@
 #include "project/ProjectCompare.h"
 
 #include <algorithm>
-#include <span>
 #include <string_view>
 
 #include "project/data/Parameter.h"
 #include "project/data/Schema.h"
 #include "session/Tools.h"
+#include "tables/clsHX7Jog.h"
+#include "tables/clsHX7Position.h"
+#include "tables/clsHX7Zone.h"
 
 namespace velmoor {
 namespace {
 
-using schema::Jog;
 using schema::Parameters;
-using schema::Position;
-using schema::Zone;
 
 struct Part {
   std::string_view name;
   std::string_view table;
   std::string_view key;
   std::string_view order;
-  std::span<const std::string_view> fields;
+  std::vector<std::string_view> fields;
 };
 
-constexpr std::string_view kPositionFields[] = {Position::kControllerPosition,
-                                                Position::kControllerSpeed,
-                                                Position::kControllerRDST,
-                                                Position::kControllerRSPD,
-                                                Position::kPOut,
-                                                Position::kEvent,
-                                                Position::kLoop,
-                                                Position::kControllerNext};
-constexpr std::string_view kZoneFields[] = {Zone::kControllerLowerLimit,
-                                            Zone::kControllerUpperLimit};
-constexpr std::string_view kJogFields[] = {Jog::kControllerValue};
+std::vector<std::string_view> SentFields(const TableLayout& layout) {
+  std::vector<std::string_view> fields;
+  for (const TableColumn& column : layout.columns) {
+    if (!SentField(column).empty()) fields.push_back(SentField(column));
+  }
+  return fields;
+}
 
-const Part kParts[] = {
-    {InfoOf(Tool::position).item, Position::kTable, Position::kId, Position::kId, kPositionFields},
-    {InfoOf(Tool::zone).item, Zone::kTable, Zone::kZone, Zone::kZone, kZoneFields},
-    {InfoOf(Tool::jog).item, Jog::kTable, Jog::kJog, Jog::kJog, kJogFields},
-};
+Part TablePart(Tool tool, const TableLayout& layout) {
+  return {InfoOf(tool).item, layout.table, layout.order, layout.order, SentFields(layout)};
+}
+
+std::vector<Part> Parts() {
+  return {TablePart(Tool::position, clsHX7Position::Columns()),
+          TablePart(Tool::zone, clsHX7Zone::Columns()),
+          TablePart(Tool::jog, clsHX7Jog::Columns())};
+}
 
 PartComparison ComparePart(const Part& part, Database& first, Database& second) {
   PartComparison result{std::string(part.name), 0, {}};
@@ -103,7 +102,7 @@ std::vector<PartComparison> CompareProjects(const std::string& firstPath,
   const auto first = OpenForReading(firstPath);
   const auto second = OpenForReading(secondPath);
   std::vector<PartComparison> result;
-  for (const Part& part : kParts) result.push_back(ComparePart(part, *first, *second));
+  for (const Part& part : Parts()) result.push_back(ComparePart(part, *first, *second));
   for (PartComparison& part : CompareParameters(*first, *second)) result.push_back(std::move(part));
   return result;
 }

@@ -37,12 +37,8 @@ bool PutMark(RowSet& record, bool marked) {
 bool HoldsRow(const RowSet& record, const TableLayout& layout,
               const std::vector<std::string>& controller) {
   for (std::size_t i = 0; i < layout.columns.size(); ++i) {
-    const TableColumn& column = layout.columns[i];
-    if (!Travels(column)) continue;
-    const bool converted = !column.controllerField.empty();
-    if (record.Text(converted ? column.controllerField : column.field) != controller[i]) {
-      return false;
-    }
+    const std::string_view field = SentField(layout.columns[i]);
+    if (!field.empty() && record.Text(field) != controller[i]) return false;
   }
   return true;
 }

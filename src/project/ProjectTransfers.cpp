@@ -37,7 +37,8 @@ std::vector<int> RowsToSend(const MotionTable& table, bool all) {
 
 // The values of one row that travel.
 int FieldsOf(const TableLayout& layout) {
-  return static_cast<int>(std::ranges::count_if(layout.columns, Travels));
+  return static_cast<int>(std::ranges::count_if(
+      layout.columns, [](const TableColumn& column) { return !SentField(column).empty(); }));
 }
 
 }  // namespace

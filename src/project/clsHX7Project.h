@@ -63,6 +63,8 @@ class clsHX7Project final : public Project {
   // Copies the working file over the project file, durably, and clears the need of saving. Throws
   // FileError, also where the project is open for reading alone; nothing is changed then.
   void Save();
+  // Throws FileError where the project is open for reading alone.
+  void RefuseSaving() const;
   // Goes on under another name; the need of saving stays as it was. Throws FileError; the project
   // then goes on under the old name.
   void SaveAs(const std::string& strFile);
@@ -264,7 +266,6 @@ class clsHX7Project final : public Project {
   [[nodiscard]] std::string ReadFile(NewerProject newer);
   void FitFormat(NewerProject newer);
   [[nodiscard]] std::string ReadOnlyWords(const std::string& consequence) const;
-  void RefuseSaving() const;
   void ReadMotorSize();
   // Takes the project's file against other programs that have it open by whatever name. False: one
   // of them has.

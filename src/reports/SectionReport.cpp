@@ -11,10 +11,6 @@ std::string ReportFont(std::int32_t eLanguage) {
   return eLanguage == 2 ? "Arial" : "";
 }
 
-std::string HeadingInUnits(std::string_view lead, std::string_view units) {
-  return std::string(lead) + std::string(units) + ")";
-}
-
 PrintSection SectionReport::Run() {
   section_ = {};
   i = 1;

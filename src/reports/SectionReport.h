@@ -18,9 +18,6 @@ class clsHX7Project;
 // The family for a catalogue language: "Symbol" for 1, "Arial" for 2, and no choice for others.
 [[nodiscard]] std::string ReportFont(std::int32_t eLanguage);
 
-// "Speed (" and the units: a heading with what its numbers are counted in.
-[[nodiscard]] std::string HeadingInUnits(std::string_view lead, std::string_view units);
-
 class SectionReport {
  public:
   explicit SectionReport(clsHX7Project& project) : project_(project) {}

@@ -6,7 +6,7 @@
 namespace velmoor {
 
 void TableSection::ActiveReport_ReportStart() {
-  std::vector<std::string> headings = Headings();
+  std::vector<std::string> headings = PrintedHeadings(table_.Layout(), Proj());
   headings.insert(headings.begin(), "Row ID");
   SetHeadings(std::move(headings));
   arTemp.clear();
@@ -39,38 +39,8 @@ void rptHX7Index::ActiveReport_ReportStart() {
       "Row ID counts from 0, as the amplifier does: step 1 of the index table's window is row 0.");
 }
 
-// No blank before these brackets, unlike those of the two tables below: intended.
-std::vector<std::string> rptHX7Index::Headings() const {
-  const std::string strDistance = Proj().DistanceUnits();
-  const std::string strSpeed = Proj().SpeedUnits();
-  return {"Label",
-          HeadingInUnits("Position(", strDistance),
-          HeadingInUnits("Speed(", strSpeed),
-          HeadingInUnits("RDST(", strDistance),
-          HeadingInUnits("RSPD(", strSpeed),
-          "POUT",
-          "Event",
-          "Loop",
-          "Next"};
-}
-
 bool rptHX7Index::IsNumber(std::size_t column) const {
   return column == clsHX7Position::loop || TableSection::IsNumber(column);
-}
-
-std::vector<std::string> rptHX7Jog::Headings() const {
-  return {HeadingInUnits("Speed (", Proj().SpeedUnits()), "JOG0", "JOG1", "JOG2", "JOG3"};
-}
-
-std::vector<std::string> rptHX7Zone::Headings() const {
-  const std::string strDistance = Proj().DistanceUnits();
-  return {HeadingInUnits("Lower Limit (", strDistance),
-          HeadingInUnits("Upper Limit (", strDistance),
-          "POUT0",
-          "POUT1",
-          "POUT2",
-          "POUT3",
-          "POUT4"};
 }
 
 }  // namespace velmoor

@@ -15,8 +15,6 @@ class TableSection : public SectionReport {
   TableSection(clsHX7Project& project, const MotionTable& table)
       : SectionReport(project), table_(table) {}
   void ActiveReport_ReportStart() override;
-  // Of the table's columns, in their order.
-  [[nodiscard]] virtual std::vector<std::string> Headings() const = 0;
   [[nodiscard]] virtual bool IsNumber(std::size_t column) const;
   [[nodiscard]] std::vector<PrintCell> Fields() const override;
 
@@ -32,24 +30,17 @@ class rptHX7Index final : public TableSection {
 
  protected:
   void ActiveReport_ReportStart() override;
-  [[nodiscard]] std::vector<std::string> Headings() const override;
   [[nodiscard]] bool IsNumber(std::size_t column) const override;
 };
 
 class rptHX7Jog final : public TableSection {
  public:
   explicit rptHX7Jog(clsHX7Project& project);
-
- protected:
-  [[nodiscard]] std::vector<std::string> Headings() const override;
 };
 
 class rptHX7Zone final : public TableSection {
  public:
   explicit rptHX7Zone(clsHX7Project& project);
-
- protected:
-  [[nodiscard]] std::vector<std::string> Headings() const override;
 };
 
 }  // namespace velmoor

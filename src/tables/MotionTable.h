@@ -22,45 +22,11 @@
 #include "project/data/Doubt.h"
 #include "project/data/Units.h"
 #include "session/Project.h"
+#include "tables/TableColumns.h"
 
 namespace velmoor {
 
 class TableWindow;
-
-// How the text of a cell becomes what goes on the wire.
-enum class CellKind {
-  fixed,     // display only, never written
-  text,      // goes as it stands
-  label,     // known to the project only
-  position,  // a move in distance units behind its prefix
-  distance,
-  speed,
-  next,  // a label, or "END"
-};
-
-struct TableColumn {
-  std::string_view field;            // of the shown form
-  std::string_view controllerField;  // of the controller's form; empty: there is none
-  CellKind kind;
-};
-
-// The amplifier has the column.
-[[nodiscard]] constexpr bool Travels(const TableColumn& column) {
-  return column.kind != CellKind::fixed && column.kind != CellKind::label;
-}
-
-[[nodiscard]] constexpr bool IsWritten(const TableColumn& column) {
-  return column.kind != CellKind::fixed;
-}
-
-struct TableLayout {
-  Tool tool;
-  std::string_view className;  // heads the boxes about trapped errors: "clsZone"
-  std::string_view table;
-  std::string_view order;  // the key column by whose number the rows are walked
-  int rows;
-  std::span<const TableColumn> columns;
-};
 
 class MotionTable {
  public:

@@ -3,7 +3,8 @@
 #include <algorithm>
 #include <functional>
 #include <optional>
-#include <span>
+#include <utility>
+#include <vector>
 
 #include "platform/Bounds.h"
 #include "platform/Csv.h"
@@ -25,16 +26,18 @@ constexpr std::string_view kDirtyColumn = "dirty";
 struct Shape {
   std::string_view numberColumn;
   int firstNumber;
-  std::span<const std::string_view> cells;
+  std::vector<std::string_view> cells;
 };
 
-constexpr std::string_view kIndexCells[] = {"label", "position", "speed", "rdst", "rspd",
-                                            "pout",  "event",    "loop",  "next"};
-constexpr std::string_view kZoneCells[] = {"lower", "upper"};
-constexpr std::string_view kJogCells[] = {"speed"};
-constexpr Shape kIndexShape{"step", 1, kIndexCells};
-constexpr Shape kZoneShape{"zone", 0, kZoneCells};
-constexpr Shape kJogShape{"jog", 0, kJogCells};
+Shape ShapeOf(const clsHX7Position&) {
+  return {"step", 1, CsvNames(clsHX7Position::Columns())};
+}
+Shape ShapeOf(const clsHX7Zone&) {
+  return {"zone", 0, CsvNames(clsHX7Zone::Columns())};
+}
+Shape ShapeOf(const clsHX7Jog&) {
+  return {"jog", 0, CsvNames(clsHX7Jog::Columns())};
+}
 
 std::string Export(const Shape& shape, const MotionTable& table) {
   CsvRow header{std::string(shape.numberColumn)};
@@ -57,7 +60,7 @@ class Import {
  public:
   using Check = std::function<CellCheck(int row, int column, const std::string& text)>;
 
-  Import(const Shape& shape, MotionTable& table) : shape_(shape), table_(table) {}
+  Import(Shape shape, MotionTable& table) : shape_(std::move(shape)), table_(table) {}
 
   std::vector<std::string> Run(std::string_view text, const Check& check) {
     const MotionTable::Edits before = table_.TakeEdits();
@@ -190,19 +193,19 @@ class Import {
 }  // namespace
 
 std::string ExportCsv(const clsHX7Position& table) {
-  return Export(kIndexShape, table);
+  return Export(ShapeOf(table), table);
 }
 std::string ExportCsv(const clsHX7Zone& table) {
-  return Export(kZoneShape, table);
+  return Export(ShapeOf(table), table);
 }
 std::string ExportCsv(const clsHX7Jog& table) {
-  return Export(kJogShape, table);
+  return Export(ShapeOf(table), table);
 }
 
 std::vector<std::string> ImportCsv(const Project& project, clsHX7Position& table,
                                    std::string_view text) {
   const MotionTable::Edits before = table.TakeEdits();
-  Import import(kIndexShape, table);
+  Import import(ShapeOf(table), table);
   std::vector<std::string> faults =
       import.Run(text, [&](int row, int column, const std::string& cell) {
         return CheckIndexCell(project, table, row, column, cell);
@@ -217,7 +220,7 @@ std::vector<std::string> ImportCsv(const Project& project, clsHX7Position& table
 
 std::vector<std::string> ImportCsv(const Project& project, clsHX7Zone& table,
                                    std::string_view text) {
-  return Import(kZoneShape, table).Run(text, [&](int row, int, const std::string& cell) {
+  return Import(ShapeOf(table), table).Run(text, [&](int row, int, const std::string& cell) {
     // A zone with one limit only would be stored empty.
     if (cell.empty() && !table.IsDataSetComplete(row)) {
       return CellCheck::Refuse("a zone needs both limits, or none");
@@ -228,7 +231,7 @@ std::vector<std::string> ImportCsv(const Project& project, clsHX7Zone& table,
 
 std::vector<std::string> ImportCsv(const Project& project, clsHX7Jog& table,
                                    std::string_view text) {
-  return Import(kJogShape, table).Run(text, [&](int, int, const std::string& cell) {
+  return Import(ShapeOf(table), table).Run(text, [&](int, int, const std::string& cell) {
     return CheckLimit(project, UnitKind::speed, cell);
   });
 }

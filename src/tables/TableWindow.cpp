@@ -27,7 +27,7 @@ TableWindow::TableWindow(TableWindowInfo info, MotionTable& table)
       source_(table, info_.numberHeading, info_.firstNumber) {}
 
 void TableWindow::FormLoad() {
-  source_.SetHeadings(Headings(OpenedProject()));
+  source_.SetHeadings(Headings(table_.Layout(), OpenedProject()));
   grid().Bind(&source_);
   connections_ += grid().ValidateEdit.Connect([this](GridEdit& edit) { vsFG_ValidateEdit(edit); });
   connections_ += grid().AfterEdit.Connect([this](int, int) { EditDone(); });
@@ -59,7 +59,7 @@ void TableWindow::LayOutColumns() {
 
 void TableWindow::UpdateUnitsInHeader() {
   if (!IsOpen()) return;
-  source_.SetHeadings(Headings(OpenedProject()));
+  source_.SetHeadings(Headings(table_.Layout(), OpenedProject()));
   RefreshGrid();
   grid().Bind(&source_);  // the columns fit the new words
   RowsShown();

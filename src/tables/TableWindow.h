@@ -56,8 +56,6 @@ class TableWindow : public GridWindow, public EditTarget {
   TableWindow(TableWindowInfo info, MotionTable& table);
 
   // ---- what a table adds
-  // One heading for each column, in the project's units.
-  [[nodiscard]] virtual std::vector<std::string> Headings(const Project& project) const = 0;
   [[nodiscard]] virtual CellCheck Check(int row, int column, const std::string& text) const = 0;
   [[nodiscard]] virtual std::string ExportText() const = 0;
   [[nodiscard]] virtual std::vector<std::string> ImportText(const std::string& text) = 0;

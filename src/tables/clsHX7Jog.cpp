@@ -17,17 +17,21 @@ using schema::Jog;
 namespace {
 
 constexpr std::array<TableColumn, 5> kColumns{{
-    {Jog::kSpeed, Jog::kControllerValue, CellKind::speed},
-    {Jog::kBit[0], {}, CellKind::fixed},
-    {Jog::kBit[1], {}, CellKind::fixed},
-    {Jog::kBit[2], {}, CellKind::fixed},
-    {Jog::kBit[3], {}, CellKind::fixed},
+    {Jog::kSpeed, Jog::kControllerValue, CellKind::speed, "Speed", "speed"},
+    {Jog::kBit[0], {}, CellKind::fixed, "JOG0"},
+    {Jog::kBit[1], {}, CellKind::fixed, "JOG1"},
+    {Jog::kBit[2], {}, CellKind::fixed, "JOG2"},
+    {Jog::kBit[3], {}, CellKind::fixed, "JOG3"},
 }};
 
 constexpr TableLayout kLayout{
     Tool::jog, "clsJog", Jog::kTable, Jog::kJog, static_cast<int>(Jog::kRows), kColumns};
 
 }  // namespace
+
+const TableLayout& clsHX7Jog::Columns() {
+  return kLayout;
+}
 
 clsHX7Jog::clsHX7Jog() : MotionTable(kLayout) {
   TakeWindow(std::make_unique<frmJog>(*this));

@@ -7,7 +7,9 @@ namespace velmoor {
 
 class clsHX7Jog final : public MotionTable {
  public:
-  enum JogColumn { speed = 0, bit0, bit1, bit2, bit3 };
+  enum JogColumn { speed = 0 };
+
+  [[nodiscard]] static const TableLayout& Columns();
 
   clsHX7Jog();
 

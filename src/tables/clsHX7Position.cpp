@@ -20,16 +20,18 @@ using schema::Position;
 
 namespace {
 
+// No blank before the printed brackets, unlike those of the two other tables: intended.
 constexpr std::array<TableColumn, 9> kColumns{{
-    {Position::kLabel, {}, CellKind::label},
-    {Position::kPosition, Position::kControllerPosition, CellKind::position},
-    {Position::kSpeed, Position::kControllerSpeed, CellKind::speed},
-    {Position::kRDST, Position::kControllerRDST, CellKind::distance},
-    {Position::kRSPD, Position::kControllerRSPD, CellKind::speed},
-    {Position::kPOut, {}, CellKind::text},
-    {Position::kEvent, {}, CellKind::text},
-    {Position::kLoop, {}, CellKind::text},
-    {Position::kNext, Position::kControllerNext, CellKind::next},
+    {Position::kLabel, {}, CellKind::label, "Label", "label"},
+    {Position::kPosition, Position::kControllerPosition, CellKind::position, "Position", "position",
+     "Position("},
+    {Position::kSpeed, Position::kControllerSpeed, CellKind::speed, "Speed", "speed", "Speed("},
+    {Position::kRDST, Position::kControllerRDST, CellKind::distance, "RDST", "rdst", "RDST("},
+    {Position::kRSPD, Position::kControllerRSPD, CellKind::speed, "RSPD", "rspd", "RSPD("},
+    {Position::kPOut, {}, CellKind::text, "POUT", "pout"},
+    {Position::kEvent, {}, CellKind::text, "Event", "event"},
+    {Position::kLoop, {}, CellKind::text, "Loop", "loop"},
+    {Position::kNext, Position::kControllerNext, CellKind::next, "Next", "next"},
 }};
 
 constexpr TableLayout kLayout{Tool::position,
@@ -95,6 +97,10 @@ std::string ConvertPaddedTimeToTime(const std::string& strText) {
 
 bool IsNewEvent(const std::string& strEvent) {
   return strEvent.find("SEL5") != std::string::npos || strEvent.find("SEL6") != std::string::npos;
+}
+
+const TableLayout& clsHX7Position::Columns() {
+  return kLayout;
 }
 
 clsHX7Position::clsHX7Position() : MotionTable(kLayout) {

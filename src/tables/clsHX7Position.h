@@ -29,6 +29,8 @@ class clsHX7Position final : public MotionTable {
     next
   };
 
+  [[nodiscard]] static const TableLayout& Columns();
+
   clsHX7Position();
 
   bool Show_Position() { return Show(); }

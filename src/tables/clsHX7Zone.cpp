@@ -1,5 +1,6 @@
 #include "tables/clsHX7Zone.h"
 
+#include <algorithm>
 #include <array>
 #include <memory>
 
@@ -17,19 +18,25 @@ using schema::Zone;
 namespace {
 
 constexpr std::array<TableColumn, 7> kColumns{{
-    {Zone::kLowerLimit, Zone::kControllerLowerLimit, CellKind::distance},
-    {Zone::kUpperLimit, Zone::kControllerUpperLimit, CellKind::distance},
-    {Zone::kBit[0], {}, CellKind::fixed},
-    {Zone::kBit[1], {}, CellKind::fixed},
-    {Zone::kBit[2], {}, CellKind::fixed},
-    {Zone::kBit[3], {}, CellKind::fixed},
-    {Zone::kBit[4], {}, CellKind::fixed},
+    {Zone::kLowerLimit, Zone::kControllerLowerLimit, CellKind::distance, "Lower", "lower",
+     "Lower Limit ("},
+    {Zone::kUpperLimit, Zone::kControllerUpperLimit, CellKind::distance, "Upper", "upper",
+     "Upper Limit ("},
+    {Zone::kBit[0], {}, CellKind::fixed, "POUT0"},
+    {Zone::kBit[1], {}, CellKind::fixed, "POUT1"},
+    {Zone::kBit[2], {}, CellKind::fixed, "POUT2"},
+    {Zone::kBit[3], {}, CellKind::fixed, "POUT3"},
+    {Zone::kBit[4], {}, CellKind::fixed, "POUT4"},
 }};
 
 constexpr TableLayout kLayout{
     Tool::zone, "clsZone", Zone::kTable, Zone::kZone, static_cast<int>(Zone::kRows), kColumns};
 
 }  // namespace
+
+const TableLayout& clsHX7Zone::Columns() {
+  return kLayout;
+}
 
 clsHX7Zone::clsHX7Zone() : MotionTable(kLayout) {
   TakeWindow(std::make_unique<frmZone>(*this));
@@ -44,13 +51,13 @@ ResultCode clsHX7Zone::UploadRow(int row, std::vector<std::string>& controller) 
   const ResultCode result =
       gMainForm->Helix7()->readZoneTable(Narrow<std::int16_t>(row - 1), limits);
   if (result != kSuccess) return result;
-  controller[lower] = PlainCount(limits[lower]);
-  controller[upper] = PlainCount(limits[upper]);
+  std::ranges::transform(limits, controller.begin(), PlainCount);
   return kSuccess;
 }
 
 ResultCode clsHX7Zone::SendRow(int row, const std::vector<std::string>& controller) {
-  const ZoneRow limits{controller[lower], controller[upper]};
+  ZoneRow limits;
+  std::copy_n(controller.begin(), limits.size(), limits.begin());
   return gMainForm->Helix7()->writeZoneTable(Narrow<std::int16_t>(row - 1), limits);
 }
 

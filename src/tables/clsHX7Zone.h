@@ -7,7 +7,10 @@ namespace velmoor {
 
 class clsHX7Zone final : public MotionTable {
  public:
-  enum ZoneColumn { lower = 0, upper, bit0, bit1, bit2, bit3, bit4 };
+  // Those that the amplifier has come first, in the order of their words.
+  enum ZoneColumn { lower = 0, upper };
+
+  [[nodiscard]] static const TableLayout& Columns();
 
   clsHX7Zone();
 

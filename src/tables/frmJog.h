@@ -12,7 +12,6 @@ class frmJog final : public LimitWindow {
   explicit frmJog(clsHX7Jog& jog);
 
  protected:
-  [[nodiscard]] std::vector<std::string> Headings(const Project& project) const override;
   [[nodiscard]] std::string ExportText() const override;
   [[nodiscard]] std::vector<std::string> ImportText(const std::string& text) override;
 

@@ -31,16 +31,6 @@ frmPosition::frmPosition(Position& position)
 
 frmPosition::~frmPosition() = default;
 
-std::vector<std::string> frmPosition::Headings(const Project& project) const {
-  const std::string distance = " (" + project.DistanceUnits() + ")";
-  const std::string speed = " (" + project.SpeedUnits() + ")";
-  return {"Label",         "Position" + distance,
-          "Speed" + speed, "RDST" + distance,
-          "RSPD" + speed,  "POUT",
-          "Event",         "Loop",
-          "Next"};
-}
-
 void frmPosition::SetTraits(int, int column, CellTraits& traits) const {
   traits.button = HasDialog(column);
   if (column == Position::next) SetComboList(traits, GetNewNextComboList(position_));

@@ -27,7 +27,6 @@ class frmPosition final : public TableWindow {
   void FormLoad() override;
   void LayOutColumns() override;
   bool MayCommit() override;
-  [[nodiscard]] std::vector<std::string> Headings(const Project& project) const override;
   [[nodiscard]] CellCheck Check(int row, int column, const std::string& text) const override;
   [[nodiscard]] std::string ExportText() const override;
   [[nodiscard]] std::vector<std::string> ImportText(const std::string& text) override;

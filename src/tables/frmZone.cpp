@@ -11,16 +11,6 @@ namespace velmoor {
 frmZone::frmZone(clsHX7Zone& zone)
     : LimitWindow({"frmZone", "Zone Table", "Zone", 0}, zone, UnitKind::distance), zone_(zone) {}
 
-std::vector<std::string> frmZone::Headings(const Project& project) const {
-  return {"Lower (" + project.DistanceUnits() + ")",
-          "Upper (" + project.DistanceUnits() + ")",
-          "POUT0",
-          "POUT1",
-          "POUT2",
-          "POUT3",
-          "POUT4"};
-}
-
 std::string frmZone::ExportText() const {
   return ExportCsv(zone_);
 }

@@ -12,7 +12,6 @@ class frmZone final : public LimitWindow {
   explicit frmZone(clsHX7Zone& zone);
 
  protected:
-  [[nodiscard]] std::vector<std::string> Headings(const Project& project) const override;
   [[nodiscard]] std::string ExportText() const override;
   [[nodiscard]] std::vector<std::string> ImportText(const std::string& text) override;
   // A zone with one limit only would be stored empty: it is told of, and refused.

@@ -71,6 +71,7 @@ TEST_F(ReportCommand, TellsWhatIsWrongWithItsWords) {
       {{"report", project, "--out", pdf, "--paper", "a5"},
        "'a5' is no paper: --paper takes a4 or letter"}};
   for (const Case& wrong : cases) {
+    SCOPED_TRACE(wrong.error);
     EXPECT_EQ(Run(wrong.words), 2);
     EXPECT_EQ(FirstError(), wrong.error);
   }

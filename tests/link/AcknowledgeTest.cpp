@@ -208,6 +208,7 @@ TEST_F(Acknowledge, AFailureTellsWhatWasAskedAndWhy) {
       {[&] { return helix7.StopJog(); },
        "Communications port not opened.\r\rEnding the motion (0SKIP): the port is not open."}};
   for (const Case& row : cases) {
+    SCOPED_TRACE(row.told);
     const ResultCode result = row.fail();
     // What works afterwards does not take its place.
     DisplayError(result, "It failed!");

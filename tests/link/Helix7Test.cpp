@@ -87,6 +87,7 @@ TEST_F(Helix7, WrongIdentityStaysOutside) {
        "which "
        "has no definition."}};
   for (const auto& [line, answer, text] : cases) {
+    SCOPED_TRACE(answer);
     port.Echoed("0TYPE", "0TYPE=00000600");
     port.Echoed("0SVTYPE", "0SVTYPE=00000002");
     port.Echoed(line, answer);
@@ -173,6 +174,7 @@ TEST_F(Helix7, DecodesTheEncoder) {
       {"0PGTYPE=00000111", 32768, "17-Bit", "Absolute"},
       {"0PGTYPE=00000000", 0, "0-Bit", "Incremental"}};
   for (const auto& [answer, count, bits, kind] : cases) {
+    SCOPED_TRACE(answer);
     port.Echoed("0PGTYPE", answer);
     std::int32_t lines = -1;
     std::string text;

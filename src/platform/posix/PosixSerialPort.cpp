@@ -54,18 +54,18 @@ std::string OpenFailure(const std::string& path, int error) {
   switch (error) {
     case ENOENT:
     case ENOTDIR:
-      return path + " does not exist.";
+      return path + " does not exist.  Plug the adapter in, or assign another one.";
     case ENXIO:
     case ENODEV:
-      return path + " has no device behind it.";
+      return path + " has no device behind it.  Choose another port.";
     case EACCES:
     case EPERM:
       return "Access to " + path + " is not allowed." + DescribeAccess(path);
     case EBUSY:
     case EWOULDBLOCK:
-      return path + " is in use" + DescribeHolder(-1, path) + ".";
+      return path + " is in use" + DescribeHolder(-1, path) + ".  Close that program.";
     case ENOTTY:
-      return path + " is not a serial port.";
+      return path + " is not a serial port.  Choose another port.";
     default:
       return path + " cannot be used: " + SystemText(error) + ".";
   }
@@ -117,7 +117,8 @@ bool PosixSerialPort::OpenDevice(const std::string& path) {
     return false;
   }
   if (flock(device.Get(), LOCK_EX | LOCK_NB) != 0) {
-    lastError_ = path + " is in use" + DescribeHolder(device.Get(), path) + ".";
+    lastError_ =
+        path + " is in use" + DescribeHolder(device.Get(), path) + ".  Close that program.";
     return false;
   }
   // The exclusive mode outlives this process on a pseudo-terminal whose other side stays open, so a
@@ -162,7 +163,7 @@ void PosixSerialPort::DiscardInput() {
 void PosixSerialPort::Lose(int error) {
   const std::string path = DevicePath();
   Close();
-  throw SerialPortError(path + " is gone: " + SystemText(error) + ".");
+  throw SerialPortError(path + " is gone: " + SystemText(error) + ".  Plug the adapter in again.");
 }
 
 PosixSerialPort::Deadline PosixSerialPort::DeadlineFromNow() const {

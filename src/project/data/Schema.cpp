@@ -12,7 +12,7 @@ namespace schema {
 namespace {
 
 TableDefinition Table(std::string_view name, std::initializer_list<std::string_view> numbers,
-                      std::initializer_list<std::string_view> texts,
+                      const std::vector<std::string_view>& texts,
                       std::span<const std::string_view> bits = {}) {
   TableDefinition table{std::string(name), {}};
   for (const std::string_view column : numbers)
@@ -42,9 +42,7 @@ std::vector<ProjectTable> MakeProjectTables() {
                          P::kControllerRSPD, P::kControllerRDST, P::kControllerNext})),
            "Index table", P::kId, P::kRows, 1},
           {Marked(Table(Zone::kTable, {Zone::kZone},
-                        {Zone::kLowerLimit, Zone::kUpperLimit, Zone::kControllerLowerLimit,
-                         Zone::kControllerUpperLimit},
-                        Zone::kBit)),
+                        {std::begin(Zone::kTexts), std::end(Zone::kTexts)}, Zone::kBit)),
            "Zone table", Zone::kZone, Zone::kRows, 0},
           {Marked(Table(Jog::kTable, {Jog::kJog}, {Jog::kSpeed, Jog::kControllerValue}, Jog::kBit)),
            "Jog table", Jog::kJog, Jog::kRows, 0}};

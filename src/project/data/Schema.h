@@ -73,6 +73,8 @@ struct Zone {
   static constexpr std::string_view kUpperLimit = "UpperLimit";
   static constexpr std::string_view kControllerLowerLimit = "ControllerLowerLimit";
   static constexpr std::string_view kControllerUpperLimit = "ControllerUpperLimit";
+  static constexpr std::string_view kTexts[] = {kLowerLimit, kUpperLimit, kControllerLowerLimit,
+                                                kControllerUpperLimit};
   static constexpr std::size_t kBits = 5;
   static constexpr std::string_view kBit[kBits] = {"POut0", "POut1", "POut2", "POut3", "POut4"};
   static constexpr std::string_view kDirty = "Dirty";
