@@ -120,16 +120,31 @@ TEST_F(Online, ConnectTakesTheChoicesAndCloses) {
   EXPECT_EQ(port.ReadTimeOut(), 5000);
 }
 
+TEST_F(Online, APortThatCannotBeUsedIsToldWithItsReason) {
+  port.Unplug();
+  OpenCommunications([](headless::HeadlessForm& form) {
+    form.Press("cmdConnect");
+    form.Press("cmdCancel");
+  });
+  EXPECT_EQ(Boxes(), Texts{"Error establishing communications with hardware!\r"
+                           "Please recheck connections and settings before retrying!\r\r"
+                           "COM1 does not exist."});
+}
+
 TEST_F(Online, AWrongCardIsToldAndTheWindowStays) {
   struct Case {
     const char* command;
     const char* answer;
     const char* words;
+    const char* cause;
   };
-  const Case cases[] = {{"TYPE", "0TYPE=00000500", "Option type error: Not RX900!"},
-                        {"SVTYPE", "0SVTYPE=00000003", "Servo type error: Not VKLM!"},
-                        {"TYPE", "0E210 ERR", "Error communicating to indexer!"}};
+  const Case cases[] = {{"TYPE", "0TYPE=00000500", "Option type error: Not RX900!", ""},
+                        {"SVTYPE", "0SVTYPE=00000003", "Servo type error: Not VKLM!", ""},
+                        {"TYPE", "0E210 ERR", "Error communicating to indexer!",
+                         "\r\rReading the type of the option card (0TYPE): refused with E210 "
+                         "\"Command, row or value refused\"."}};
   for (const Case& test : cases) {
+    SCOPED_TRACE(test.words);
     line.faults.Clear();
     line.faults.Add(
         {.kind = FaultKind::wrongAnswer, .match = test.command, .count = 0, .text = test.answer});
@@ -138,8 +153,9 @@ TEST_F(Online, AWrongCardIsToldAndTheWindowStays) {
       EXPECT_TRUE(form.IsShown());
       form.Press("cmdCancel");
     });
-    EXPECT_EQ(Boxes(), Texts{std::string(test.words) +
-                             "\rPlease recheck connections and settings before retrying!"});
+    EXPECT_EQ(Boxes(),
+              Texts{std::string(test.words) +
+                    "\rPlease recheck connections and settings before retrying!" + test.cause});
     EXPECT_FALSE(Form().IsOnline());
   }
 }
