@@ -129,9 +129,12 @@ bool ClassSerialComm::IsPortOpen() const {
 // ---- connection
 
 bool ClassSerialComm::manualConnect() {
-  if (m_saxComm == nullptr) return false;
-  m_saxComm->SetPortName("COM" + NumberText(m_comPort));
-  return m_saxComm->Open();
+  if (m_saxComm != nullptr) {
+    m_saxComm->SetPortName("COM" + NumberText(m_comPort));
+    if (m_saxComm->Open()) return true;
+  }
+  TellFailure({.code = kPortNotOpen, .reason = m_saxComm ? m_saxComm->LastError() : ""});
+  return false;
 }
 
 void ClassSerialComm::disconnect() {
@@ -145,10 +148,7 @@ ResultCode ClassSerialComm::autoConnect(bool& echoBack, std::int32_t& baudRate,
   m_comPort = comPort.value_or(m_comPort);
   m_echoBack = true;
   m_searchStopped = false;
-  if (!manualConnect()) {
-    TellFailure({.code = kPortNotOpen, .reason = m_saxComm ? m_saxComm->LastError() : ""});
-    return kPortNotOpen;
-  }
+  if (!manualConnect()) return kPortNotOpen;
 
   const bool found = std::ranges::any_of(kBaudRates, [this](std::int32_t rate) {
     m_searchStopped = m_searchStopped || (m_searchWatch && !m_searchWatch(rate));

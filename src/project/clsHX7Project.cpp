@@ -77,7 +77,7 @@ bool clsHX7Project::OpenProject(const std::string& strFileName, const std::strin
   blnNeedsSaving_ = !laidAnew_.empty();
   ProjectOpened.Raise();
   if (!laidAnew_.empty()) {
-    ShowExclamation(
+    ShowInformation(
         "Project " + sFileTitle_ +
         " lacked records, which are as in a new project now and marked to download:" + laidAnew_);
   }

@@ -120,6 +120,17 @@ TEST_F(Online, ConnectTakesTheChoicesAndCloses) {
   EXPECT_EQ(port.ReadTimeOut(), 5000);
 }
 
+TEST_F(Online, APortThatCannotBeUsedIsToldWithItsReason) {
+  port.Unplug();
+  OpenCommunications([](headless::HeadlessForm& form) {
+    form.Press("cmdConnect");
+    form.Press("cmdCancel");
+  });
+  EXPECT_EQ(Boxes(), Texts{"Error establishing communications with hardware!\r"
+                           "Please recheck connections and settings before retrying!\r\r"
+                           "COM1 does not exist."});
+}
+
 TEST_F(Online, AWrongCardIsToldAndTheWindowStays) {
   struct Case {
     const char* command;
@@ -133,6 +144,7 @@ TEST_F(Online, AWrongCardIsToldAndTheWindowStays) {
                          "\r\rReading the type of the option card (0TYPE): refused with E210 "
                          "\"Command, row or value refused\"."}};
   for (const Case& test : cases) {
+    SCOPED_TRACE(test.words);
     line.faults.Clear();
     line.faults.Add(
         {.kind = FaultKind::wrongAnswer, .match = test.command, .count = 0, .text = test.answer});

@@ -2,6 +2,7 @@
 
 #include "AppSession.h"
 #include "app/RecentFiles.h"
+#include "platform/sqlcipher/Engine.h"
 
 namespace velmoor {
 namespace {
@@ -105,6 +106,39 @@ TEST_F(ProjectFiles, SavingOverAFileThatChangedSinceAsks) {
   Main().Choose("mnuFileSave");
   EXPECT_NE(data.files.ReadAll(path), others);
   EXPECT_FALSE(Project().NeedsSaving());
+}
+
+TEST_F(ProjectFiles, OneOfALaterVersionIsReadWhereTheUserWishes) {
+  const std::string later = data.MakeProject("later.spj");
+  {
+    sqlcipher::Connection tool(later, sqlcipher::OpenMode::create, "nurvex");
+    tool.Execute("UPDATE tblMisc SET value='3' WHERE PropertyName='format'");
+  }
+  const std::string before = data.files.ReadAll(later);
+  const char* const question =
+      "Project later.spj was made by a newer version of Velmoor!\r"
+      "The file's format is 3, and this version knows 2 at most.\r\rDo you wish to read it?";
+  AnswerDialog("later.spj");
+  data.boxes.Expect(question, BoxAnswer::no);
+  Main().Choose("mnuFileOpen");
+  EXPECT_EQ(Main().Caption(), "Velmoor");
+  EXPECT_EQ(Status(), "System Status: Project  '" + later + "' cannot be opened.");
+  AnswerDialog("later.spj");
+  data.boxes.Expect(kReopen, BoxAnswer::ok);
+  data.boxes.Expect(question, BoxAnswer::yes);
+  Main().Choose("mnuFileOpen");
+  EXPECT_EQ(Main().Caption(), "Velmoor - later (read only)");
+  EXPECT_EQ(Boxes().size(), 3U) << "the questions alone";
+  Main().Choose("mnuFileSave");
+  Main().Choose("mnuFileSaveAs");
+  const std::string refusal =
+      "Project later.spj was made by a newer version of Velmoor and is open for reading only.\rIt "
+      "cannot be saved.";
+  EXPECT_EQ(Boxes(), (Texts{"frmMain.mnuFileSave_Click: " + refusal,
+                            "SaveAs Project File Error: " + refusal}));
+  EXPECT_TRUE(Main().Close());
+  EXPECT_TRUE(Boxes().empty()) << "nothing is unsaved";
+  EXPECT_EQ(data.files.ReadAll(later), before);
 }
 
 TEST_F(ProjectFiles, ReopeningTheOpenProjectAsksFirst) {
