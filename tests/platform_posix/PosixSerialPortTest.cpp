@@ -182,8 +182,8 @@ TEST_F(PseudoTerminal, TellsWhoHoldsThePort) {
   PosixSerialPort second;
   second.SetDeviceMap({{"COM1", far.path}});
   EXPECT_FALSE(second.Open());
-  EXPECT_EQ(second.LastError(),
-            far.path + " is in use by test_platform_p (process " + std::to_string(getpid()) + ").");
+  EXPECT_EQ(second.LastError(), far.path + " is in use by test_platform_p (process " +
+                                    std::to_string(getpid()) + ").  Close that program.");
   port.Close();
   EXPECT_TRUE(second.Open()) << second.LastError();
 }
@@ -235,11 +235,13 @@ TEST(SerialDevices, RefusalsSayWhy) {
   const std::string file = testing::TempDir() + "velmoor-file-" + std::to_string(getpid());
   std::ofstream(file) << "text";
   const std::pair<std::string, std::string> cases[] = {
-      {"/dev/no-such-line", "/dev/no-such-line does not exist."},
-      {file, file + " is not a serial port."},
-      {"/dev/null", "/dev/null is not a serial port."},
+      {"/dev/no-such-line",
+       "/dev/no-such-line does not exist.  Plug the adapter in, or assign another one."},
+      {file, file + " is not a serial port.  Choose another port."},
+      {"/dev/null", "/dev/null is not a serial port.  Choose another port."},
       {"", "The port COM1 is not assigned to a device."}};
   for (const auto& [path, words] : cases) {
+    SCOPED_TRACE(words);
     PosixSerialPort port;
     port.SetDeviceMap({{"COM1", path}});
     EXPECT_FALSE(port.Open());

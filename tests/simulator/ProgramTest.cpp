@@ -133,7 +133,8 @@ TEST_F(SimulatorOnATerminal, PlugCanBePulledAndPutBack) {
   EXPECT_EQ(comm.helixSimpleCommand(8), kPortNotOpen);
   EXPECT_FALSE(port.IsOpen());
   EXPECT_EQ(Search(), kPortNotOpen);
-  EXPECT_EQ(port.LastError(), link + " does not exist.");
+  EXPECT_EQ(port.LastError(),
+            link + " does not exist.  Plug the adapter in, or assign another one.");
   program.Type("plug");
   program.AwaitOutput("line at ");
   EXPECT_EQ(Search(), kSuccess) << port.LastError();
