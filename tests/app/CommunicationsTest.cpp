@@ -160,6 +160,7 @@ TEST_F(Communications, ASilentHabitOfTheAmplifierIsToldAndSetRight) {
   };
   const Case cases[] = {{"802", "0", "does not acknowledge"}, {"800", "0", "without echo"}};
   for (const Case& row : cases) {
+    SCOPED_TRACE(row.parameter);
     const auto number = static_cast<std::uint32_t>(ParseHex(row.parameter).value_or(0));
     AmplifierMemory& memory = Amplifier().State().memory;
     for (const BoxAnswer answer : {BoxAnswer::no, BoxAnswer::yes}) {

@@ -111,6 +111,7 @@ TEST_F(Help, OneFormOfSeveralToolsIsToldApartByItsCaption) {
   };
   ASSERT_TRUE(Start(data.MakeProject("line1.spj")));
   for (const Case& test : kCases) {
+    SCOPED_TRACE(test.command);
     Main().Choose(test.command);
     data.forms.PressHelpKey();
     EXPECT_EQ(Shown(), Texts{test.place});

@@ -130,6 +130,7 @@ TEST_F(Monitoring, ItsButtonsResetTheSystemTheAlarmAndTheHistory) {
       {"cmdAlarm_2", "ALMTRCCLR", "Error resetting alarm history!",
        "Clearing the alarm history (0ALMTRCCLR)"}};
   for (const Case& row : cases) {
+    SCOPED_TRACE(row.button);
     line.faults.Add({.kind = FaultKind::deviceError, .match = row.command, .text = "E5A1"});
     Window().Press(row.button);
     EXPECT_EQ(Boxes(), Texts{std::string(row.words) + "\rDevice is busy\r\r" + row.asked +

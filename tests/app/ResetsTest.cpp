@@ -51,6 +51,7 @@ TEST_F(Resets, OneTableAsksAndResetsThatOneAlone) {
        "Error resetting zone table to factory default values!"},
   };
   for (const Case& c : cases) {
+    SCOPED_TRACE(c.command);
     const std::string table = c.table;
     const std::string caution = Caution(table + " table", table + " table entries");
     data.boxes.Expect(caution, BoxAnswer::no);

@@ -73,6 +73,7 @@ TEST_F(Terminal, OnlyTheNarrowSetOfKeysEntersALine) {
   };
   Open();
   for (const Case& row : cases) {
+    SCOPED_TRACE(row.key.event.code);
     Press(row.key);
     EXPECT_EQ(Screen().RowText(1), row.typed) << "key " << row.key.event.code;
     Press(Plain(keys::kBackspace, '\b'));

@@ -42,6 +42,7 @@ TEST(MachineOracle, TellsWhyAMachineIsRefused) {
        "The value 0 is out of the allowable range! Value must range from 1 to 32767."},
       {{0, "five"}, "Please enter a positive float value."}};
   for (const auto& each : cases) {
+    SCOPED_TRACE(each.words);
     const Judgement judgement = Judge(each.machine);
     ASSERT_FALSE(judgement.valid) << each.words;
     EXPECT_EQ(judgement.words, std::vector<std::string>{each.words});

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <sstream>
 #include <string>
 
 #include "compiler/Checks.h"
@@ -55,10 +56,22 @@ std::vector<SourceFile> Changed(const std::string& name, const std::string& befo
   return files;
 }
 
+// The paragraphs of the data: "Pn100 Name" begins one.
+std::size_t Paragraphs() {
+  std::size_t count = 0;
+  for (const SourceFile& file : RealFiles()) {
+    if (!file.name.starts_with("parameters-")) continue;
+    std::istringstream lines(file.text);
+    for (std::string line; std::getline(lines, line);) count += line.starts_with("Pn") ? 1 : 0;
+  }
+  return count;
+}
+
 TEST(CatalogueCompiler, TheCatalogueIsAccepted) {
   const Compiled result = Compile(RealFiles());
   EXPECT_EQ(result.problems, std::vector<std::string>{});
-  EXPECT_EQ(result.catalogue.parameters.size(), 170U);
+  EXPECT_GE(Paragraphs(), 170U);
+  EXPECT_EQ(result.catalogue.parameters.size(), Paragraphs());
 }
 
 struct Case {
@@ -175,7 +188,7 @@ TEST(CatalogueCompiler, FactoryValuesHaveOneFormAKind) {
        }) {
     EXPECT_NE(text.find(line), std::string::npos) << line;
   }
-  EXPECT_EQ(std::ranges::count(text, '\n'), 170);
+  EXPECT_EQ(std::ranges::count(text, '\n'), std::ssize(Compile(RealFiles()).catalogue.parameters));
 }
 
 }  // namespace

@@ -60,6 +60,18 @@ TEST_F(Velmoorctl, TellsWhyAProjectCannotBeOpened) {
             "be opened.\n");
 }
 
+// A project from before there was such a parameter.
+TEST_F(Velmoorctl, AParameterThatIsNewComesWithItsLimitsAndIsNoFailure) {
+  ASSERT_EQ(Run({"new", project}), 0);
+  sqlcipher::Connection(project, sqlcipher::OpenMode::create, "nurvex")
+      .Execute("DELETE FROM tblParameters WHERE pn='Pn100'");
+  EXPECT_EQ(Run({"show", project, "parameters"}), 0);
+  EXPECT_NE(out.str().find("\nPn100,Speed loop gain,40,Hz,1,2000,40,1\n"), std::string::npos);
+  EXPECT_TRUE(err.str().ends_with("marked to download:\nParameters: Pn100\n")) << err.str();
+  EXPECT_EQ(Run({"set", project, "Pn100=2001"}), 1);
+  EXPECT_EQ(Run({"set", project, "Pn100=2000"}), 0) << err.str();
+}
+
 TEST_F(Velmoorctl, ReadsAProjectOfALaterVersionByAnOptionAlone) {
   const std::string other = world.folder.At("b.spj");
   ASSERT_EQ(Run({"new", project}), 0);

@@ -73,6 +73,7 @@ TEST(GearRatio, RefusalsNameTheReason) {
        "Resolution for described system must be within the range from 2 to 5."},
   };
   for (const Case& c : cases) {
+    SCOPED_TRACE(&c - cases);
     GearRatio ratio{7, 9};
     std::string error;
     EXPECT_FALSE(IsGearRatioValid(c.machine, ratio, error));

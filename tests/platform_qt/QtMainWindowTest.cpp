@@ -106,6 +106,7 @@ TEST(QtBoxTest, TheAnswersOfEachBox) {
       {BoxButtons::yesNoCancel, 0, BoxAnswer::cancel},
   };
   for (const Case& test : cases) {
+    SCOPED_TRACE(&test - cases);
     WhenModal([&](QWidget& modal) {
       auto& box = dynamic_cast<QMessageBox&>(modal);
       EXPECT_EQ(box.text(), QStringLiteral("First <b>\nsecond"));

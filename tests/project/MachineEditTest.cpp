@@ -68,6 +68,7 @@ TEST_F(MachineUnderEdit, AMachineThatIsNoneAsAWholeAsksAndKeepsOrTakesBackTheEdi
        "A is less than 1.  A must be within the range from 1 to 65535.\rRestore previous value?"},
       {"Pn82E.0", "deg", "Selected system cannot have rotary units!\rRestore previous value?"}};
   for (const auto& entry : kCases) {
+    SCOPED_TRACE(entry.name);
     const std::string before = edit->Value(entry.name);
     const MachineCheck check = edit->SetValue(entry.name, entry.text);
     EXPECT_EQ(check.kind, Kind::whole);

@@ -122,8 +122,8 @@ TEST_F(ProjectTransfer, DownloadAllSendsEveryParameterButTheTenAndTheMachine) {
   EXPECT_EQ(amplifier().Asked("POST="), 128);
   EXPECT_EQ(amplifier().Asked("ZONENT="), 32);
   EXPECT_EQ(amplifier().Asked("JSPDT="), 16);
-  // 170 parameters less the ten that are never sent: 162 of the editor with eight of the machine.
-  EXPECT_EQ(amplifier().Asked("PRM="), 160);
+  EXPECT_GE(project().Parameters().Count(), 170);
+  EXPECT_EQ(amplifier().Asked("PRM="), project().Parameters().Count() - 10);
   for (const char* never : {"207", "50A", "50B", "50C", "50D", "50E", "50F", "510", "511", "512"}) {
     EXPECT_TRUE(Sent(std::string("0PRM") + never + "=").empty()) << never;
   }
@@ -343,6 +343,7 @@ TEST_F(ProjectUpload, EachStageEndsWithItsOwnWords) {
        "Upload Index Table terminated!", Tool::position},
   };
   for (const Case& c : cases) {
+    SCOPED_TRACE(c.match);
     line.faults.Clear();
     line.faults.Add({.kind = FaultKind::silence, .match = c.match});
     EXPECT_FALSE(RunUploadStages(project()));

@@ -67,6 +67,7 @@ TEST_F(Amplifier, KeepsParametersAtOnce) {
       {"PRM82F=01084227", "PRM82F", "0Pn82F=01084227"},
       {"ZSET-77", "PRM81D", "0Pn81D=-00000077"}};
   for (const auto& [write, read, answer] : cases) {
+    SCOPED_TRACE(write);
     EXPECT_EQ(Ask(write), "0OK") << write;
     amplifier.Restart(0us);
     EXPECT_EQ(Ask(read), answer);

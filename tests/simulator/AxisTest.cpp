@@ -27,6 +27,7 @@ TEST(MotionProfile, KeepsItsLimitsAndEndsExactlyAtItsTarget) {
                         {0, 1000, 1000, {5000, 20000}, 1.125}};
   constexpr double kStep = 250e-6;
   for (const Case& row : cases) {
+    SCOPED_TRACE(&row - cases);
     MotionProfile profile;
     profile.PlaceAt(row.from);
     profile.MoveTo(row.to, row.speed);
@@ -130,6 +131,7 @@ TEST_F(AxisTest, StopsAtItsEndSwitchesAsTheParameterSays) {
   };
   const Case cases[] = {{"0", true, 45000}, {"1", true, 12000}, {"2", false, 45000}};
   for (const Case& row : cases) {
+    SCOPED_TRACE(std::string("Pn819=") + row.stop);
     ASSERT_EQ(Ask(std::string("PRM819=") + row.stop), "0OK");
     Ask("RES");
     Pass(1s);
@@ -187,6 +189,7 @@ TEST_F(AxisTest, TripsOnItsFaultsAndKeepsThemInTheHistory) {
                         {"A.44", {}, 1.3, "SKIP"},
                         {"A.80", {}, 0, "JOGP1000"}};
   for (const Case& row : cases) {
+    SCOPED_TRACE(row.alarm);
     for (const char* const command : row.before) ASSERT_EQ(Ask(command), "0OK");
     ASSERT_EQ(Ask("SVON"), "0OK") << row.alarm;
     if (row.load != 0) axis().SetLoad({.loadTorque = row.load});

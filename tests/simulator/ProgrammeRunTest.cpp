@@ -62,6 +62,7 @@ TEST_F(ProgrammeTest, WaitsForItsEvents) {
   // before.
   const Case cases[] = {{"T0", 0, 3}, {"T250", 250, 3}, {"DT0", 160, 8}, {"DT100", 260, 8}};
   for (const Case& row : cases) {
+    SCOPED_TRACE(row.event);
     Load({{"I+10000", "6000", "-", "1", ":::::", row.event, "1", "1"},
           {"-", "1", "-", "1", ":::::", "SEL3T0", "1", "END"}});
     ASSERT_EQ(Ask("PGMRES"), "0OK");
@@ -175,6 +176,7 @@ TEST_F(ProgrammeTest, EndsAtWhatItCannotExecute) {
                         {{"I+1", "100", "-", "1", ":::::", "IT0", "", "END"}, "E301"},
                         {{"I+1", "0", "-", "1", ":::::", "IT0", "1", "END"}, "E305"}};
   for (const Case& row : cases) {
+    SCOPED_TRACE(row.error);
     for (const char* const word : {"POST0=", "LOOPT0="}) Ask(word);
     Load({row.row});
     Ask("START");
@@ -194,6 +196,7 @@ TEST_F(ProgrammeTest, ARotaryAxisTakesThePathOfItsKind) {
   const Case cases[] = {{"1", "A+35000", -2000}, {"1", "A+10000", 9000}, {"2", "A+500", 35500},
                         {"3", "A+2000", -35000}, {"4", "A+2000", 1000},  {"4", "A-2000", -35000}};
   for (const Case& row : cases) {
+    SCOPED_TRACE(std::string("Pn81A=") + row.kind + " to " + row.target);
     Ask("PRM81B=35999");
     ASSERT_EQ(Ask(std::string("PRM81A=") + row.kind), "0OK");
     Ask("RES");

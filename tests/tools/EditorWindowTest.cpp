@@ -73,6 +73,7 @@ TEST_F(ParameterWindows, TheEditorTellsWhyARowIsLocked) {
          "window!"},
         {"Pn408", "Parameter Pn408 can only be modified with 'Gain Tuning' window!"}};
     for (const auto& [strPn, words] : kRows) {
+      SCOPED_TRACE(strPn);
       EXPECT_FALSE(Type(form, tool, strPn, "1"));
       EXPECT_EQ(Boxes(), Texts{words});
     }

@@ -141,6 +141,7 @@ TEST(ParameterRules, TheTwoSerialRowsTakeOneItemAndTheWindowsSayItInTheirOwnWord
       {"Pn802", Window::editor, "Existing version functions only with OK=Answer is back!"},
   };
   for (const auto& entry : kRows) {
+    SCOPED_TRACE(&entry - kRows);
     row.name = entry.name;
     EXPECT_TRUE(CheckParameter(project, entry.window, row, "b").accepted);
     for (const char* const other : {"a", "c"}) {
@@ -275,6 +276,7 @@ TEST(UnitConversion, AValueBeyondTheCountsBecomesTheLimitAndIsShownAsSuch) {
       {"0.0015", 2, "0.0015"},
   };
   for (const auto& row : kRows) {
+    SCOPED_TRACE(row.text);
     const LimitedCounts counts = UnitsToLimitedCounts(row.text, 1000, 3);
     EXPECT_TRUE(counts.valid);
     EXPECT_EQ(counts.counts, row.counts) << row.text;
