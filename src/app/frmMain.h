@@ -170,6 +170,7 @@ class frmMain final : public SessionState, private Desk {
   void StatusTold(const std::string& text) override { UpdateStatusText(text); }
   void LineChanged(LineState state) override;
   void DifferencesFound(const std::vector<PartComparison>& parts) override;
+  void DoubtsFound(clsHX7Project& project) override;
   [[nodiscard]] bool IsAttended() const override { return true; }
   void mnuToolsOnline_Click();
   // Asks the amplifier while nobody else does: no command, and no window on the live hardware.

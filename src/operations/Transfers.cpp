@@ -151,6 +151,20 @@ bool Transfers::Finish(const std::string& name) {
   return found;
 }
 
+// Before anything is asked and before the line is opened.
+bool Transfers::MayDownload() {
+  if (!project().Doubts().empty()) desk_.DoubtsFound(project());
+  if (project().Doubts().empty()) return true;
+  ShowExclamation("Nothing is downloaded while values of the project are in doubt!");
+  return false;
+}
+
+// What an upload has brought that nobody could have typed.
+bool Transfers::Committed(bool committed) {
+  if (committed && !project().Doubts().empty()) desk_.DoubtsFound(project());
+  return committed;
+}
+
 bool Transfers::AskRigidity() {
   return AskOkCancel("Rigidity setting will be changed to " +
                      std::to_string(project().Tuning().GetRigidity()) +
@@ -160,6 +174,7 @@ bool Transfers::AskRigidity() {
 
 bool Transfers::DownloadAll() {
   return Trapped("Download All failed!\r", [this] {
+    if (!MayDownload()) return false;
     if (!connection_.GoOnlineFor("Download failed!")) return false;
     if (!AskToDownload("All parameter and table data will be downloaded to the controller.\r"
                        "Do you wish to proceed?",
@@ -174,6 +189,7 @@ bool Transfers::DownloadAll() {
 
 bool Transfers::DownloadNew() {
   return Trapped("Download New failed!\r", [this] {
+    if (!MayDownload()) return false;
     if (!connection_.GoOnlineFor("Download failed!")) return false;
     const std::string dirty = project().WhatIsDirty();
     if (dirty.empty()) {
@@ -204,6 +220,7 @@ bool Transfers::DownloadNew() {
 
 bool Transfers::DownloadItem(const TransferItem& item, const std::function<bool()>& prepare) {
   return Trapped("Download " + item.name + " failed!\r", [&] {
+    if (!MayDownload()) return false;
     if (!connection_.GoOnlineFor("Download failed!")) return false;
     if (!AskToDownload(item.name + " of the project will be downloaded to the controller.\r"
                                    "Do you wish to proceed?",
@@ -227,6 +244,7 @@ bool Transfers::DownloadTuning(bool asked) {
     if (tuning.ChangedRigidity() && !AskRigidity()) tuning.SetChangedRigidity(false);
   }
   return Trapped("Download Tuning Parameters failed!\r", [&] {
+    if (!MayDownload()) return false;
     if (!connection_.GoOnlineFor("Download failed!")) return false;
     return Send("Download Tuning Parameters", tuning.RowsInArray(),
                 [this] { return project().DownloadParts({Tool::tuning}); });
@@ -240,7 +258,7 @@ void Transfers::OfferGains() {
   }
   // The Yes is the agreement to take them into the project.
   const bool taken = Read("Upload Tuning Parameters", project().Tuning().RowsInArray(), [this] {
-    return project().UploadParts({Tool::tuning}) && project().CommitUpload();
+    return project().UploadParts({Tool::tuning}) && Committed(project().CommitUpload());
   });
   if (!taken) desk_.StatusTold("Tuning Parameters Upload parameters failed");
 }
@@ -297,7 +315,7 @@ bool Transfers::UploadAll() {
       return false;
     }
     ShowUploadedDifferences();
-    return AskToCommitUpload(project());
+    return Committed(AskToCommitUpload(project()));
   });
 }
 
@@ -325,7 +343,7 @@ bool Transfers::UploadItem(const TransferItem& item) {
     ShowUploadedDifferences();
     if (AskYesNo(name +
                  " successfully uploaded from controller.\rCommit uploaded data to project?")) {
-      return project().CommitUpload();
+      return Committed(project().CommitUpload());
     }
     project().DropUpload();
     return false;

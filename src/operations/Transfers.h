@@ -58,6 +58,10 @@ class Transfers {
   // Runs `read` as the upload `name`; the machine's faults are told meanwhile.
   bool Read(const std::string& name, int steps, const std::function<bool()>& read);
   void ShowUploadedDifferences();
+  // False: a value is in doubt and stays so, of which the user was told.
+  [[nodiscard]] bool MayDownload();
+  // Tells what a committed upload has left in doubt; gives `committed`.
+  bool Committed(bool committed);
   [[nodiscard]] bool AskRigidity();
   void OfferGains();
 
