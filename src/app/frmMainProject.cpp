@@ -8,6 +8,7 @@
 #include "platform/Numbers.h"
 #include "platform/Trapped.h"
 #include "platform/World.h"
+#include "project/WorkingName.h"
 
 namespace velmoor {
 namespace {
@@ -104,8 +105,12 @@ void frmMain::ParseCommand(const std::string& sCommand) {
 
 void frmMain::CommandLineOpenProject(const std::string& strFileName) {
   RunCommand("frmMain.CommandLineOpenProject: ", [this, &strFileName] {
-    if (!CloseForAnother(strFileName, true)) return false;
-    const std::string strError = OpenInNewProject(strFileName);
+    // Another program may have sent the name: what is open stays for a file that cannot be.
+    std::string strError = clsProject ? WhyNoProject(strFileName) : std::string();
+    if (strError.empty()) {
+      if (!CloseForAnother(strFileName, true)) return false;
+      strError = OpenInNewProject(strFileName);
+    }
     if (strError.empty()) return true;
     ShowCritical(strError + "\rProject " + Quoted(GetFileTitle(strFileName)) +
                  " cannot be opened.");
@@ -174,13 +179,16 @@ void frmMain::MakeProject() {
 }
 
 std::string frmMain::OpenInNewProject(const std::string& strFileName) {
-  const BusyPointer busy;
-  MakeProject();
-  const std::string strTitle = GetFileTitle(strFileName);
-  clsProject->SetWorkingDirectory(DropRight(strFileName, strTitle.size() + 1));
   std::string strError;
-  if (clsProject->OpenProject(strFileName, strTitle, strError)) return {};
-  return strError;
+  {
+    const BusyPointer busy;
+    MakeProject();
+    const std::string strTitle = GetFileTitle(strFileName);
+    clsProject->SetWorkingDirectory(DropRight(strFileName, strTitle.size() + 1));
+    if (!clsProject->OpenProject(strFileName, strTitle, strError)) return strError;
+  }
+  if (!clsProject->Doubts().empty()) DoubtsFound(*clsProject);
+  return {};
 }
 
 // `boxLead` goes before the title in the box; that of a new project begins with a blank.
