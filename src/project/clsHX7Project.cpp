@@ -74,7 +74,7 @@ bool clsHX7Project::OpenProject(const std::string& strFileName, const std::strin
   blnNeedsSaving_ = !laidAnew_.empty();
   ProjectOpened.Raise();
   if (!laidAnew_.empty()) {
-    ShowExclamation(
+    ShowInformation(
         "Project " + sFileTitle_ +
         " lacked records, which are as in a new project now and marked to download:" + laidAnew_);
   }
@@ -96,7 +96,7 @@ void clsHX7Project::RemoveMarksFile() {
 void clsHX7Project::TellOfPlace(const std::string& remark) const {
   if (!remark.empty()) ShowInformation(remark);
   if (!workingFileLock_->IsKept()) {
-    ShowExclamation(
+    ShowInformation(
         "The folder of the project takes locks and does not keep them: take care that no other "
         "program works on the project at the same time.");
   }
@@ -182,7 +182,11 @@ void clsHX7Project::SaveAs(const std::string& strFile) {
     if (!lock) throw FileError("Project " + title + " is in use by another program!");
   }
   files.SaveDurably(strProjectDatabasePath_, strFile, sFileName_);
-  if (moves) files.Rename(strProjectDatabasePath_, workingFile);
+  if (moves) {
+    files.Rename(strProjectDatabasePath_, workingFile);
+    // On another file system it is another file, which nobody holds yet.
+    if (auto lock = files.Lock(workingFile)) workingFileLock_ = std::move(lock);
+  }
   sFileName_ = strFile;
   sFileTitle_ = title;
   strProjectDatabasePath_ = workingFile;
