@@ -31,7 +31,7 @@ class Program {
     // The pauses of a start cost nothing.
     headless_.world.clock = &headless_.clock;
     before_ = headless::SetFailureHandler([this](const std::string& text) {
-      if (text != kNoComparison) unforeseen.push_back(text);
+      if (text != kNoComparison && text != kNoDoubts) unforeseen.push_back(text);
     });
     user.refuses = [](const std::string& text) {
       return text.find("communications manually") != std::string::npos ||
@@ -57,6 +57,8 @@ class Program {
     user.texts.clear();
     user.failures = 0;
     headless_.forms.OnShow("frmCompare",
+                           [](headless::HeadlessForm& form) { form.Press("cmdCancel"); });
+    headless_.forms.OnShow("frmDoubts",
                            [](headless::HeadlessForm& form) { form.Press("cmdCancel"); });
     headless_.forms.Main().Choose(command);
     headless_.forms.Verify();
@@ -93,6 +95,7 @@ class Program {
 
  private:
   static constexpr const char* kNoComparison = "The form frmCompare was not shown";
+  static constexpr const char* kNoDoubts = "The form frmDoubts was not shown";
   std::filesystem::path directory_ = std::filesystem::current_path();
   headless::HeadlessWorld headless_;
   bench::BenchAdapters adapters_;

@@ -27,6 +27,7 @@ constexpr std::array kOthers{
     HelpTopic{"frmDialogPOut", "", "tables.md", "outputs"},
     HelpTopic{"frmDialogStop", "", "transfers.md", "stopping-a-transfer"},
     HelpTopic{"frmCompare", "", "transfers.md", "comparing"},
+    HelpTopic{"frmDoubts", "", "transfers.md", "values-in-doubt"},
     HelpTopic{"frmServoJog", "", "test-run.md", "the-window"},
     HelpTopic{"frmHomePosition", "", "test-run.md", "home-position"},
     HelpTopic{"frmMonitoring", "", "monitoring.md", "the-window"},

@@ -151,6 +151,8 @@ class frmMain final : public SessionState, private Desk {
   // Closes the present project, with the questions. False: refused.
   bool CloseForAnother(const std::string& strFileName, bool askIfSame);
   void MakeProject();
+  // Nothing: the file may be read, or nothing is open that a bad one would cost.
+  [[nodiscard]] std::optional<std::string> WhyNotToRead(const std::string& strFileName) const;
   // Opens `strFileName` in a new project, one of a newer version for reading alone if the user
   // wishes. Nothing: it is open. Else the reason for a box, empty where the user would not.
   std::optional<std::string> OpenInNewProject(const std::string& strFileName);
@@ -158,7 +160,8 @@ class frmMain final : public SessionState, private Desk {
   // Puts `boxLead` before the title; that of a new project begins with a blank.
   static void TellNotOpened(const std::string& reason, const std::string& boxLead,
                             const std::string& strFileName);
-  void OpenChosenProject(const std::string& strFileName, const std::string& boxLead);
+  void OpenChosenProject(const std::string& strFileName, const std::string& boxLead,
+                         bool askIfSame);
   void ConnectProject();
   void clsProject_ProjectOpened();
   void clsProject_ProjectClosed();
@@ -178,6 +181,7 @@ class frmMain final : public SessionState, private Desk {
   void StatusTold(const std::string& text) override { UpdateStatusText(text); }
   void LineChanged(LineState state) override;
   void DifferencesFound(const std::vector<PartComparison>& parts) override;
+  void DoubtsFound(clsHX7Project& project) override;
   [[nodiscard]] bool IsAttended() const override { return true; }
   void mnuToolsOnline_Click();
   // Asks the amplifier while nobody else does: no command, and no window on the live hardware.

@@ -1,6 +1,7 @@
 // What operations tell: the progress dialog, the status bar, and the windows that follow them.
 
 #include "app/frmCompare.h"
+#include "app/frmDoubts.h"
 #include "app/frmMain.h"
 #include "platform/MessageBoxes.h"
 #include "platform/Settings.h"
@@ -72,6 +73,11 @@ void frmMain::LineChanged(LineState state) {
 
 void frmMain::DifferencesFound(const std::vector<PartComparison>& parts) {
   frmCompare(parts).Show();
+}
+
+void frmMain::DoubtsFound(clsHX7Project& project) {
+  frmDoubts(project).Show();
+  RefreshWindow();
 }
 
 void frmMain::StartHelix7() {

@@ -8,6 +8,7 @@
 #include "platform/Numbers.h"
 #include "platform/Trapped.h"
 #include "platform/World.h"
+#include "project/WorkingName.h"
 
 namespace velmoor {
 namespace {
@@ -39,7 +40,7 @@ void frmMain::mnuFileNew_Click() {
     }
     // The new file is there before the old project closes, and stays when that is refused.
     world().files->ReplaceDurably(JoinPath(world().appDirectory, "Velmoor.spt"), *chosen);
-    if (CloseForAnother(*chosen, false)) OpenChosenProject(*chosen, " Project ");
+    OpenChosenProject(*chosen, " Project ", false);
     return true;
   });
 }
@@ -47,7 +48,7 @@ void frmMain::mnuFileNew_Click() {
 void frmMain::mnuFileOpen_Click() {
   Trapped("Open Project File Error: ", [this] {
     const auto chosen = world().dialogs->OpenFile(ProjectDialog("Open Project", initialDirectory_));
-    if (chosen && CloseForAnother(*chosen, true)) OpenChosenProject(*chosen, "Project ");
+    if (chosen) OpenChosenProject(*chosen, "Project ", true);
     return true;
   });
 }
@@ -116,17 +117,24 @@ void frmMain::ParseCommand(const std::string& sCommand) {
 
 void frmMain::CommandLineOpenProject(const std::string& strFileName) {
   RunCommand("frmMain.CommandLineOpenProject: ", [this, &strFileName] {
-    if (!CloseForAnother(strFileName, true)) return false;
-    const std::optional<std::string> reason = OpenInNewProject(strFileName);
+    std::optional<std::string> reason = WhyNotToRead(strFileName);
+    if (!reason) {
+      if (!CloseForAnother(strFileName, true)) return false;
+      reason = OpenInNewProject(strFileName);
+    }
     if (reason) TellNotOpened(*reason, "Project ", strFileName);
     return !reason;
   });
 }
 
 bool frmMain::FileInput(const std::string& fname) {
-  if (!CloseForAnother(fname, true)) return false;
+  std::optional<std::string> reason = WhyNotToRead(fname);
+  if (!reason) {
+    if (!CloseForAnother(fname, true)) return false;
+    reason = OpenInNewProject(fname);
+  }
   const std::string title = GetFileTitle(fname);
-  if (const std::optional<std::string> reason = OpenInNewProject(fname)) {
+  if (reason) {
     UpdateStatusText("Project " + Quoted(title) + " cannot be opened.");
     TellNotOpened(*reason, "Project ", fname);
     return !reason->empty();
@@ -185,6 +193,12 @@ void frmMain::MakeProject() {
   ConnectProject();
 }
 
+// What is open stays for a file that cannot be.
+std::optional<std::string> frmMain::WhyNotToRead(const std::string& strFileName) const {
+  std::string reason = clsProject ? WhyNoProject(strFileName) : std::string();
+  return reason.empty() ? std::nullopt : std::optional(std::move(reason));
+}
+
 std::optional<std::string> frmMain::OpenInNewProject(const std::string& strFileName) {
   const std::optional<std::string> reason = TryToOpen(strFileName, NewerProject::refuse);
   if (!reason || !clsProject->IsNewer()) return reason;
@@ -195,16 +209,17 @@ std::optional<std::string> frmMain::OpenInNewProject(const std::string& strFileN
 }
 
 std::optional<std::string> frmMain::TryToOpen(const std::string& strFileName, NewerProject newer) {
-  const BusyPointer busy;
-  MakeProject();
-  const std::string strTitle = GetFileTitle(strFileName);
-  clsProject->SetWorkingDirectory(DropRight(strFileName, strTitle.size() + 1));
   std::string strError;
-  if (clsProject->OpenProject(strFileName, strTitle, strError, newer)) {
-    operations_.connection.Motor().Tell();
-    return std::nullopt;
+  {
+    const BusyPointer busy;
+    MakeProject();
+    const std::string strTitle = GetFileTitle(strFileName);
+    clsProject->SetWorkingDirectory(DropRight(strFileName, strTitle.size() + 1));
+    if (!clsProject->OpenProject(strFileName, strTitle, strError, newer)) return strError;
   }
-  return strError;
+  operations_.connection.Motor().Tell();
+  if (!clsProject->Doubts().empty()) DoubtsFound(*clsProject);
+  return std::nullopt;
 }
 
 void frmMain::TellNotOpened(const std::string& reason, const std::string& boxLead,
@@ -213,8 +228,13 @@ void frmMain::TellNotOpened(const std::string& reason, const std::string& boxLea
   ShowCritical(reason + "\r" + boxLead + Quoted(GetFileTitle(strFileName)) + " cannot be opened.");
 }
 
-void frmMain::OpenChosenProject(const std::string& strFileName, const std::string& boxLead) {
-  const std::optional<std::string> reason = OpenInNewProject(strFileName);
+void frmMain::OpenChosenProject(const std::string& strFileName, const std::string& boxLead,
+                                bool askIfSame) {
+  std::optional<std::string> reason = WhyNotToRead(strFileName);
+  if (!reason) {
+    if (!CloseForAnother(strFileName, askIfSame)) return;
+    reason = OpenInNewProject(strFileName);
+  }
   if (!reason) return;
   TellNotOpened(*reason, boxLead, strFileName);
   // Intended: two blanks.

@@ -8,6 +8,7 @@
 #include "platform/Numbers.h"
 #include "platform/Trapped.h"
 #include "platform/World.h"
+#include "project/Doubts.h"
 
 namespace velmoor {
 
@@ -96,6 +97,11 @@ void ConsoleSession::EndProgress() {
   if (progress_ == nullptr || progressWidth_ == 0) return;
   *progress_ << '\n';
   progressWidth_ = 0;
+}
+
+void ConsoleSession::DoubtsFound(clsHX7Project& project) {
+  EndProgress();
+  ShowInformation("Values in doubt:\r" + InWords(project.Doubts()));
 }
 
 }  // namespace velmoor

@@ -52,6 +52,7 @@ class ConsoleSession final : public SessionState, private Desk {
   void LineChanged(LineState) override {}
   // --yes has agreed to whatever would change.
   void DifferencesFound(const std::vector<PartComparison>&) override {}
+  void DoubtsFound(clsHX7Project& project) override;
   [[nodiscard]] bool IsAttended() const override { return false; }
 
   void ShowProgress(const std::string& text);

@@ -13,6 +13,7 @@
 #include "platform/Csv.h"
 #include "platform/Files.h"
 #include "platform/Numbers.h"
+#include "platform/VisibleText.h"
 #include "platform/World.h"
 #include "project/ProjectCompare.h"
 #include "project/data/ProjectFormat.h"
@@ -77,7 +78,7 @@ bool Info(const Context& context) {
     std::string text;
     const ResultCode result = (helix.*read)(text);
     if (result == kSuccess) {
-      out << name << ": " << text << '\n';
+      out << name << ": " << VisibleText(text) << '\n';
     } else {
       complete = false;
       DisplayError(result, name + " cannot be read!");

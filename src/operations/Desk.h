@@ -11,6 +11,7 @@
 
 namespace velmoor {
 
+class clsHX7Project;
 struct PartComparison;
 
 enum class LineState : std::uint8_t { offline, searching, online, alarm, lost };
@@ -45,6 +46,8 @@ class Desk {
   virtual void LineChanged(LineState state) = 0;
   // What an upload would change, before the question whether to commit it.
   virtual void DifferencesFound(const std::vector<PartComparison>& parts) = 0;
+  // Values of the project are in doubt: shows them, and lets somebody who is there settle them.
+  virtual void DoubtsFound(clsHX7Project& project) = 0;
   // Somebody stands before the machine, who can be asked whether its servo may go on.
   [[nodiscard]] virtual bool IsAttended() const = 0;
 };

@@ -66,7 +66,8 @@ int Transfers::StepsOfEverything() {
 // ---- download
 
 bool Transfers::Reach() {
-  return connection_.GoOnlineFor("Download failed!") && connection_.Motor().MayGoOn();
+  return MayDownload() && connection_.GoOnlineFor("Download failed!") &&
+         connection_.Motor().MayGoOn();
 }
 
 bool Transfers::AskToDownload(const std::string& question, const std::vector<Tool>& parts,
@@ -158,6 +159,20 @@ bool Transfers::Finish(const std::string& name) {
   return found;
 }
 
+// Before anything is asked and before the line is opened.
+bool Transfers::MayDownload() {
+  if (!project().Doubts().empty()) desk_.DoubtsFound(project());
+  if (project().Doubts().empty()) return true;
+  ShowExclamation("Nothing is downloaded while values of the project are in doubt!");
+  return false;
+}
+
+// What an upload has brought that nobody could have typed.
+bool Transfers::Committed(bool committed) {
+  if (committed && !project().Doubts().empty()) desk_.DoubtsFound(project());
+  return committed;
+}
+
 bool Transfers::AskRigidity() {
   return AskOkCancel("Rigidity setting will be changed to " +
                      std::to_string(project().Tuning().GetRigidity()) +
@@ -247,7 +262,7 @@ void Transfers::OfferGains() {
   }
   // The Yes is the agreement to take them into the project.
   const bool taken = Read("Upload Tuning Parameters", project().Tuning().RowsInArray(), [this] {
-    return project().UploadParts({Tool::tuning}) && project().CommitUpload();
+    return project().UploadParts({Tool::tuning}) && Committed(project().CommitUpload());
   });
   if (!taken) desk_.StatusTold("Tuning Parameters Upload parameters failed");
 }
@@ -306,7 +321,7 @@ bool Transfers::UploadAll() {
     ShowUploadedDifferences();
     if (!AskToCommitUpload(project())) return false;
     TakeMotor();
-    return true;
+    return Committed(true);
   });
 }
 
@@ -336,7 +351,7 @@ bool Transfers::UploadItem(const TransferItem& item) {
                  " successfully uploaded from controller.\rCommit uploaded data to project?")) {
       if (!project().CommitUpload()) return false;
       if (std::ranges::find(item.tools, Tool::editor) != item.tools.end()) TakeMotor();
-      return true;
+      return Committed(true);
     }
     project().DropUpload();
     return false;

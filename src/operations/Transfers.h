@@ -61,6 +61,10 @@ class Transfers {
   bool Read(const std::string& name, int steps, const std::function<bool()>& read);
   void ShowUploadedDifferences();
   void TakeMotor();
+  // False: a value is in doubt and stays so, of which the user was told.
+  [[nodiscard]] bool MayDownload();
+  // Tells what a committed upload has left in doubt; gives `committed`.
+  bool Committed(bool committed);
   [[nodiscard]] bool AskRigidity();
   void OfferGains();
 

@@ -5,9 +5,7 @@
 
 #include "link/CommandWords.h"
 #include "link/clsHX7Helix7.h"
-#include "platform/MessageBoxes.h"
 #include "platform/Trapped.h"
-#include "project/Doubts.h"
 #include "project/StoreCommands.h"
 #include "project/clsHX7Project.h"
 #include "project/data/Schema.h"
@@ -187,12 +185,6 @@ bool clsHX7Project::CommitUpload() {
     return true;
   });
   DropUpload();
-  const std::vector<Doubt> doubts = Doubts();
-  if (stored && !doubts.empty()) {
-    ShowInformation(
-        "Values are kept as they were found, and nothing is sent while they are in doubt:\r" +
-        InWords(doubts));
-  }
   return stored;
 }
 

@@ -7,6 +7,7 @@
 #include "platform/Files.h"
 #include "platform/Numbers.h"
 #include "platform/World.h"
+#include "project/data/ProjectContents.h"
 #include "project/data/Schema.h"
 
 namespace velmoor {
@@ -15,22 +16,24 @@ namespace {
 // A copy begins with the salt of its original.
 constexpr std::size_t kSalt = 16;
 
-// The file opens with the password of projects. A copy is looked at, for what lies beside the file
-// under the name of a journal may be anybody's.
-bool OpensAsProject(const std::string& path) {
+// What opening the file as a project is refused with; empty: it opens. A copy is looked at, for
+// what lies beside the file under the name of a journal may be anybody's.
+std::string RefusalOf(const std::string& path) {
   Files& files = *world().files;
   const std::string copy = JoinPath(world().catalogueCopyDirectory, "left.tmp");
-  bool opens = false;
+  std::string refusal;
   try {
     files.LayWorkingCopy(path, copy);
-    (void)OpenForReading(copy);
-    opens = true;
-  } catch (const std::runtime_error&) {
-    opens = false;
+    // A later version may have added to it.
+    CheckContents(*OpenForReading(copy), Strangers::allowed);
+  } catch (const std::runtime_error& error) {
+    refusal = error.what();
+    const std::string place = copy + ": ";
+    if (refusal.starts_with(place)) refusal.erase(0, place.size());
   }
   world().databases->Release(copy);
   files.Remove(copy);
-  return opens;
+  return refusal;
 }
 
 // What a program that was killed has left of a project.
@@ -41,7 +44,7 @@ bool IsLeftover(const std::string& path, const std::string& project) {
     if (bytes.empty()) return true;
     const bool copied =
         bytes.size() >= kSalt && files.ReadAll(project).starts_with(bytes.substr(0, kSalt));
-    return copied || OpensAsProject(path);
+    return copied || RefusalOf(path).empty();
   } catch (const FileError&) {
     return false;
   }
@@ -97,6 +100,14 @@ WorkingName ChooseWorkingName(const std::string& directory, const std::string& t
                      " is no file of Velmoor's and stays as it is; the project is "
                      "worked on in " +
                      GetFileTitle(other) + "."};
+}
+
+std::string WhyNoProject(const std::string& path) {
+  if (!world().files->Exists(path)) {
+    return "Project file " + GetFileTitle(path) + " cannot be found at " + path + "!";
+  }
+  const std::string refusal = RefusalOf(path);
+  return refusal.empty() ? refusal : "Error reading databases!\r" + refusal;
 }
 
 }  // namespace velmoor

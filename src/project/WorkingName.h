@@ -29,4 +29,8 @@ struct WorkingPlace {
 [[nodiscard]] WorkingName ChooseWorkingName(const std::string& directory, const std::string& title,
                                             const std::string& project);
 
+// Why the file is no project that could be opened, in the words of a refused opening; empty: it may
+// be one. Changes nothing, neither the file nor what is open.
+[[nodiscard]] std::string WhyNoProject(const std::string& path);
+
 }  // namespace velmoor

@@ -103,7 +103,7 @@ void clsHX7Project::TellOfPlace(const std::string& remark) const {
                     " cannot be written: changes can be saved in another folder only.");
   }
   if (!workingFileLock_->IsKept()) {
-    ShowExclamation(
+    ShowInformation(
         "The folder of the project takes locks and does not keep them: take care that no other "
         "program works on the project at the same time.");
   }
@@ -204,7 +204,11 @@ void clsHX7Project::SaveAs(const std::string& strFile) {
     if (!lock) throw FileError("Project " + title + " is in use by another program!");
   }
   files.SaveDurably(strProjectDatabasePath_, strFile, sFileName_);
-  if (moves) files.Rename(strProjectDatabasePath_, workingFile);
+  if (moves) {
+    files.Rename(strProjectDatabasePath_, workingFile);
+    // On another file system it is another file, which nobody holds yet.
+    if (auto lock = files.Lock(workingFile)) workingFileLock_ = std::move(lock);
+  }
   sFileName_ = strFile;
   sFileTitle_ = title;
   strProjectDatabasePath_ = workingFile;

@@ -181,7 +181,7 @@ void MotionTable::ReadFromDB() {
   doubts_.clear();
   ShowWhatIsSent();
   DropEdits();
-  JudgeChanges(std::vector<StoredRow>(stored_.size()));
+  JudgeChanges(std::vector<StoredRow>(stored_.size()), Source::file);
   uploaded_.clear();
   copies_.assign(stored_.size(), {});
   acknowledged_.clear();
@@ -198,6 +198,16 @@ std::vector<std::string> MotionTable::ControllerRow(const std::vector<std::strin
   return controller;
 }
 
+// Whether the same text can mean another value now: a label, whose step may have moved. Any other
+// text that stays keeps its value, of which it may show fewer digits.
+bool MotionTable::MayMean(std::size_t column, const std::string& text) const {
+  if (layout_.columns[column].kind != CellKind::next) return false;
+  const auto label = std::ranges::find(layout_.columns, CellKind::label, &TableColumn::kind);
+  const auto at = static_cast<std::size_t>(label - layout_.columns.begin());
+  return std::ranges::any_of(
+      stored_, [&](const StoredRow& row) { return !text.empty() && row.cells[at] == text; });
+}
+
 // The rows as a commit of the edits stores them. A step whose text stays but whose label of the
 // next step has moved sends another number, and is marked too.
 std::vector<MotionTable::StoredRow> MotionTable::EditedRows(const Units& units) const {
@@ -211,6 +221,10 @@ std::vector<MotionTable::StoredRow> MotionTable::EditedRows(const Units& units) 
       if (!complete && IsWritten(layout_.columns[i])) cells[i].clear();
     }
     std::vector<std::string> controller = ControllerRow(cells, cells_, units);
+    for (std::size_t i = 0; i < cells.size(); ++i) {
+      if (cells[i] == stored.cells[i] && !MayMean(i, cells[i]))
+        controller[i] = stored.controller[i];
+    }
     bool moved = false;
     for (std::size_t i = 0; i < cells.size(); ++i) {
       const bool sent = layout_.columns[i].kind != CellKind::label;
@@ -246,10 +260,10 @@ void MotionTable::WriteRows(Database& database, const std::vector<StoredRow>& ro
   }
 }
 
-void MotionTable::TakeStored(std::vector<StoredRow> rows) {
+void MotionTable::TakeStored(std::vector<StoredRow> rows, Source source) {
   const std::vector<StoredRow> before = std::exchange(stored_, std::move(rows));
   DropEdits();
-  JudgeChanges(before);
+  JudgeChanges(before, source);
 }
 
 bool MotionTable::ChangeAccepted() {
@@ -263,7 +277,7 @@ bool MotionTable::ChangeAccepted() {
       database->Rollback();
       throw;
     }
-    TakeStored(std::move(rows));
+    TakeStored(std::move(rows), Source::typed);
     return true;
   });
   if (stored) Applied.Raise();

@@ -211,18 +211,22 @@ class MotionTable {
   [[nodiscard]] std::vector<std::string> ControllerRow(const std::vector<std::string>& cells,
                                                        const Rows& all, const Units& units) const;
   [[nodiscard]] StoredRow ReadRow(const RowSet& record) const;
+  [[nodiscard]] bool MayMean(std::size_t column, const std::string& text) const;
   void ShowWhatIsSent();
   void JudgeText(int row, int column, const std::string& text, const std::string& meant);
   void JudgeValue(int row, int column);
   [[nodiscard]] Rows StoredCells() const;
-  void JudgeChanges(const std::vector<StoredRow>& before);
+  // Where the rows that are taken come from.
+  enum class Source : std::uint8_t { file, typed, machine, amplifier };
+  void JudgeChanges(const std::vector<StoredRow>& before, Source source);
   [[nodiscard]] std::vector<StoredRow> EditedRows(const Units& units) const;
   void WriteRows(Database& database, const std::vector<StoredRow>& rows) const;
   void WriteRow(RowSet& record, const StoredRow& row) const;
   void RescaleRow(StoredRow& row, const Units& to, const std::string& place, Step& step) const;
   [[nodiscard]] std::string Reformatted(CellKind kind, const std::string& text, const Units& to,
                                         bool& limited) const;
-  void TakeStored(std::vector<StoredRow> rows);
+  void TakeStored(std::vector<StoredRow> rows, Source source);
+  bool TakeStep(const Step& step, const Units& to, Source source);
   ResultCode UploadRowSafely(int row, std::vector<std::string>& controller);
   void frm_ChangeAccepted();
   void ShowInWindow();

@@ -91,23 +91,30 @@ void MotionTable::JudgeValue(int row, int column) {
   doubts_.push_back(std::move(doubt));
 }
 
-// What was answered for stays so for as long as the value does.
-void MotionTable::JudgeChanges(const std::vector<StoredRow>& before) {
+// What was answered for stays so for as long as the value does. A change of the machine answers for
+// nothing, and what an amplifier holds takes the place of both that the file had.
+void MotionTable::JudgeChanges(const std::vector<StoredRow>& before, Source source) {
   for (int row = 1; row <= layout_.rows; ++row) {
-    const std::vector<std::string>& now = stored_[Index(row)].controller;
+    const StoredRow& now = stored_[Index(row)];
     const std::vector<std::string>& then = before[Index(row)].controller;
     for (std::size_t i = 0; i < layout_.columns.size(); ++i) {
       const CellKind kind = layout_.columns[i].kind;
       if (kind == CellKind::fixed || kind == CellKind::label) continue;
       const int column = static_cast<int>(i);
-      const auto same = [&](const Doubt& doubt) {
-        return doubt.row == row && doubt.column == column;
-      };
-      if (!then.empty()) {
-        if (now[i] == then[i]) continue;
-        std::erase_if(doubts_, same);
+      const auto known = std::ranges::find_if(
+          doubts_, [&](const Doubt& doubt) { return doubt.row == row && doubt.column == column; });
+      const bool doubted = known != doubts_.end();
+      if (source == Source::file && doubted) continue;
+      const bool replaced = source == Source::amplifier && doubted;
+      if (source != Source::file && !replaced && now.controller[i] == then[i]) continue;
+      if (source == Source::machine && doubted && known->kind == Doubt::Kind::differs &&
+          !now.controller[i].empty()) {
+        known->sent = now.controller[i];
+        known->sentShown = now.cells[i];
+        continue;
       }
-      if (std::ranges::none_of(doubts_, same)) JudgeValue(row, column);
+      if (doubted) doubts_.erase(known);
+      JudgeValue(row, column);
     }
   }
   std::ranges::stable_sort(doubts_, IsBefore);

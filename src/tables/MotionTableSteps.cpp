@@ -110,13 +110,17 @@ void MotionTable::TakeUpload(const Step& step, const Units& units) {
     if (!step.rows[i].marked) copies_[i] = {true, step.rows[i].controller};
   }
   DropUpload();
-  (void)Take(step, units);
+  (void)TakeStep(step, units, Source::amplifier);
 }
 
 bool MotionTable::Take(const Step& step, const Units& to) {
+  return TakeStep(step, to, Source::machine);
+}
+
+bool MotionTable::TakeStep(const Step& step, const Units& to, Source source) {
   const Edits edits = TakeEdits();
   const std::vector<StoredRow> before = stored_;
-  TakeStored(step.rows);
+  TakeStored(step.rows, source);
   bool limited = false;
   for (std::size_t row = 0; row < before.size() && !step.emptied; ++row) {
     if (edits.cells[row] == before[row].cells) continue;

@@ -151,6 +151,25 @@ TEST_F(AppSession, AZeroByteFailsAsAnyBadName) {
   EXPECT_EQ(data.boxes.shown[0].kind, BoxKind::critical);
 }
 
+TEST_F(AppSession, AMessageWithABadNameLeavesWhatIsOpen) {
+  path = data.MakeProject("line1.spj");
+  ASSERT_TRUE(Start(path));
+  const auto* const open = &Project();
+  Project().SetNeedsSaving(true);
+  data.files.WriteDurably(data.folder.At("foreign.spj"), "not a database");
+  std::filesystem::create_directory(data.folder.At("folder.spj"));
+  for (const char* const name : {"none.spj", "foreign.spj", "folder.spj", "line1.tmp"}) {
+    instance.deliver(data.folder.At(name));
+    ASSERT_EQ(data.boxes.shown.size(), 1U) << name;
+    EXPECT_NE(data.boxes.shown[0].text.find("cannot be opened."), std::string::npos) << name;
+    data.boxes.shown.clear();
+    EXPECT_EQ(&Project(), open) << name;
+    EXPECT_EQ(Main().Caption(), "Velmoor - line1") << name;
+    EXPECT_TRUE(Project().NeedsSaving()) << name;
+    EXPECT_TRUE(std::filesystem::exists(data.folder.At("line1.tmp"))) << name;
+  }
+}
+
 TEST_F(AppSession, AMessageDuringTheStartWaitsForItsEnd) {
   path = data.MakeProject("line1.spj");
   const std::string other = data.MakeProject("line2.spj");

@@ -251,10 +251,9 @@ TEST_F(Doubts, AnUploadKeepsWhatItFindsTellsItAndSendsItNotBackUnasked) {
   world.boxes.shown.clear();
   ASSERT_TRUE(project().UploadParts({Tool::editor, Tool::jog}));
   ASSERT_TRUE(project().CommitUpload());
-  const std::string listed =
-      "Values are kept as they were found, and nothing is sent while they are in doubt:\r" +
-      InWords(project().Doubts());
-  EXPECT_EQ(world.boxes.Count(listed), 1);
+  EXPECT_EQ(Told(), (std::vector<std::string>{
+                        "Jog Table row 2, Speed: -60 (-1.000) lies outside of the limits",
+                        "Pn100: 65000 lies outside of the limits"}));
   EXPECT_EQ(project().Parameters().Get("Pn100").text, "65000");
   EXPECT_EQ(project().Jog().Text(3, clsHX7Jog::speed), "-1.000");
   amplifier().ForgetWhatWasAsked();

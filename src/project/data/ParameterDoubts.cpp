@@ -88,9 +88,10 @@ void ParameterStore::JudgeText(const Parameter& parameter) {
 
 void ParameterStore::JudgeValue(const Parameter& parameter) {
   const auto known = doubts_.find(parameter.Pn());
-  // The text says more than that the value is none of the usual ones.
-  if (known != doubts_.end() && known->second.kind == Doubt::Kind::differs &&
-      known->second.sent == parameter.controller) {
+  // A change of the machine answers for nothing.
+  if (known != doubts_.end() && known->second.kind == Doubt::Kind::differs) {
+    known->second.sent = parameter.controller;
+    known->second.sentShown = parameter.text;
     return;
   }
   doubts_.erase(parameter.Pn());

@@ -201,6 +201,8 @@ void ParameterStore::Commit(const ParameterChanges& changes) {
     database->Rollback();
     throw;
   }
+  // Whoever has typed it has answered for it.
+  for (const auto& [strPn, change] : changes) doubts_.erase(strPn);
   Take(completed);
 }
 
@@ -241,7 +243,9 @@ void ParameterStore::Take(const ParameterChanges& completed) {
     parameter.controller = change.controller;
     parameter.text = change.text;
     parameter.blank = false;
-    // What was answered for stays so for as long as the value does.
+    // What was answered for stays so for as long as the value does. What the amplifier holds takes
+    // the place of both that the file had.
+    if (change.mark == MarkChange::clear) doubts_.erase(parameter.Pn());
     if (other) JudgeValue(parameter);
     if (change.mark == MarkChange::keep) continue;
     parameter.passedOver = false;

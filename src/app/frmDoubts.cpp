@@ -1,0 +1,121 @@
+#include "app/frmDoubts.h"
+
+#include <algorithm>
+#include <array>
+
+#include "platform/Form.h"
+#include "platform/Numbers.h"
+#include "platform/Trapped.h"
+#include "platform/World.h"
+
+namespace velmoor {
+namespace {
+
+std::string Reason(const Doubt& doubt) {
+  switch (doubt.kind) {
+    case Doubt::Kind::differs:
+      return "Shows another value than it sends";
+    case Doubt::Kind::outside:
+      return "Outside of the limits";
+    case Doubt::Kind::unknown:
+      break;
+  }
+  return "Of no known form";
+}
+
+struct DoubtColumn {
+  const char* heading;
+  int characters;
+  std::string (*text)(const Doubt& doubt);
+};
+
+constexpr std::array<DoubtColumn, 5> kColumns{{
+    {"Value", 30,
+     [](const Doubt& doubt) {
+       return doubt.field.empty() ? doubt.place : doubt.place + ", " + doubt.field;
+     }},
+    {"Shown", 18, [](const Doubt& doubt) { return doubt.shown; }},
+    {"Would Be Sent", 18, [](const Doubt& doubt) { return doubt.sent; }},
+    {"Which Means", 18, [](const Doubt& doubt) { return doubt.sentShown; }},
+    {"Why It Is in Doubt", 32, Reason},
+}};
+
+}  // namespace
+
+int frmDoubts::Columns() const {
+  return static_cast<int>(kColumns.size());
+}
+
+std::string frmDoubts::Text(int row, int column) const {
+  const DoubtColumn& shown = kColumns.at(static_cast<std::size_t>(column));
+  if (row == 0) return shown.heading;
+  return shown.text(rows_.at(static_cast<std::size_t>(row) - 1));
+}
+
+void frmDoubts::Show() {
+  if (rows_.empty()) return;
+  const std::unique_ptr<Form> form = world().forms->Load("frmDoubts");
+  Grid& grid = form->grid("vsFG");
+  grid.Bind(this);
+  for (std::size_t i = 0; i < kColumns.size(); ++i) {
+    grid.SetColumnWidth(static_cast<int>(i), kColumns[i].characters);
+  }
+  Connections held;
+  held += form->button("cmdShown").Click.Connect([&] { Settle(*form, Keep::shown); });
+  held += form->button("cmdSent").Click.Connect([&] { Settle(*form, Keep::sent); });
+  held += form->button("cmdCancel").Click.Connect([&] { (void)form->Unload(); });
+  held += form->button("cmdAll").Click.Connect([&] {
+    grid.Select({1, 0, Rows() - 1, Columns() - 1});
+    OfferChoices(*form);
+  });
+  held += grid.RowColChange.Connect([&] { OfferChoices(*form); });
+  ShowRows(*form);
+  form->Show(FormMode::modal);
+  grid.Bind(nullptr);
+}
+
+void frmDoubts::ShowRows(Form& form) {
+  form.label("lblSummary")
+      .SetText(
+          NumberText(rows_.size()) + (rows_.size() == 1 ? " value is" : " values are") +
+          " in doubt.  Nothing is downloaded before each is settled: keep what is shown, which "
+          "is marked to download, or what would be sent.");
+  form.grid("vsFG").Refresh();
+  if (!rows_.empty()) form.grid("vsFG").SetCurrent(1, 0);
+  OfferChoices(form);
+}
+
+std::vector<Doubt> frmDoubts::Chosen(Form& form) const {
+  const GridBlock block = form.grid("vsFG").Selection();
+  std::vector<Doubt> chosen;
+  for (int row = std::max(block.top, 1); row <= std::min(block.bottom, Rows() - 1); ++row) {
+    chosen.push_back(rows_[static_cast<std::size_t>(row) - 1]);
+  }
+  return chosen;
+}
+
+void frmDoubts::OfferChoices(Form& form) const {
+  const std::vector<Doubt> chosen = Chosen(form);
+  form.button("cmdShown").SetEnabled(std::ranges::any_of(chosen, &Doubt::shownMeans));
+  form.button("cmdSent").SetEnabled(!chosen.empty());
+}
+
+// A shown text that is no value cannot be kept: its row stays.
+void frmDoubts::Settle(Form& form, Keep keep) {
+  std::vector<Doubt> chosen = Chosen(form);
+  if (keep == Keep::shown) {
+    std::erase_if(chosen, [](const Doubt& doubt) { return !doubt.shownMeans; });
+  }
+  Trapped("frmDoubts.Settle: ", [&] {
+    project_.Settle(chosen, keep);
+    return true;
+  });
+  rows_ = project_.Doubts();
+  if (rows_.empty()) {
+    (void)form.Unload();
+  } else {
+    ShowRows(form);
+  }
+}
+
+}  // namespace velmoor
