@@ -106,6 +106,9 @@ std::string WhyNoProject(const std::string& path) {
   if (!world().files->Exists(path)) {
     return "Project file " + GetFileTitle(path) + " cannot be found at " + path + "!";
   }
+  if (world().files->IsSameFile(DropRight(path, 3) + "tmp", path)) {
+    return "Cannot create temporary project file for project " + GetFileTitle(path) + "!";
+  }
   const std::string refusal = RefusalOf(path);
   return refusal.empty() ? refusal : "Error reading databases!\r" + refusal;
 }

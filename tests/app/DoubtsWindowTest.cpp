@@ -79,6 +79,7 @@ TEST_F(DoubtsWindow, TellsBothValuesAndOffersWhatCanStay) {
 TEST_F(DoubtsWindow, NothingGoesOutBeforeEachIsSettled) {
   Close();
   ASSERT_TRUE(Start(path));
+  data.boxes.Expect("Do you wish to take the motor's rated power into the project?", BoxAnswer::no);
   Main().Choose("mnuToolsOnline");
   data.boxes.shown.clear();
   Amplifier().ForgetWhatWasAsked();

@@ -1,5 +1,6 @@
 // The program itself in a folder that has no locks, or does not keep them, as one of a network may.
 #include <cstdlib>
+#include <filesystem>
 
 #include "Velmoorctl.h"
 #include "platform/posix/PosixFiles.h"
@@ -12,8 +13,10 @@ class FolderLocks : public Velmoorctl {
   // Runs the program on the project; what it told is in `told`.
   int RunWith(const std::string& locks, const std::string& command) {
     const std::string log = world.folder.At("log");
-    const std::string typed = "VELMOOR_TEST_LOCKS=" + locks + " LD_PRELOAD=" + VELMOOR_LOCK_MODULE +
-                              " " + VELMOORCTL + " " + command + " >" + log + " 2>&1";
+    const std::string folder = std::filesystem::canonical(world.folder.At("")).string();
+    const std::string typed = "VELMOOR_TEST_FOLDER=" + folder + " VELMOOR_TEST_LOCKS=" + locks +
+                              " LD_PRELOAD=" + VELMOOR_LOCK_MODULE + " " + VELMOORCTL + " " +
+                              command + " >" + log + " 2>&1";
     const int status = std::system(typed.c_str());
     told = world.files.ReadAll(log);
     return WEXITSTATUS(status);

@@ -9,6 +9,7 @@
 #include "platform/qt/FormLayouts.h"
 #include "platform/qt/QtMessageBoxes.h"
 #include "platform_qt/QtTestUser.h"
+#include "project/data/Schema.h"
 
 namespace velmoor::qt {
 namespace {
@@ -29,6 +30,7 @@ class Windows : public ScreenSession {
     throw std::logic_error(std::string("No column is headed ") + heading);
   }
   void PositionDialogs();
+  std::string DoubtfulProject();
   // In the machine's window, up to what it would rescale.
   static void ChangeResolution();
 };
@@ -55,6 +57,24 @@ void Windows::PositionDialogs() {
     grid.setCurrentIndex(CellOf(grid, 0, heading));
     InDialog([&grid] { PressKey(grid, Qt::Key_F9); });
   }
+}
+
+// One of whose values shows something else than it sends.
+std::string Windows::DoubtfulProject() {
+  using schema::Jog;
+  std::string path = data.MakeProject("doubtful.spj");
+  {
+    const auto database = OpenForWriting(path);
+    const auto jog = database->OpenTable(Jog::kTable);
+    jog->FindFirst(Jog::kJog, "2");
+    jog->Edit();
+    jog->Set(Jog::kSpeed, "10.000");
+    jog->Set(Jog::kControllerValue, "300000");
+    jog->Update();
+    database->Commit();
+  }
+  data.databases.Release(path);
+  return path;
 }
 
 TEST_F(Windows, ShowAllOfThemselves) {
@@ -108,6 +128,9 @@ TEST_F(Windows, ShowAllOfThemselves) {
     }
     (void)windows.boxes->Show(BoxKind::exclamation, BoxButtons::yesNoCancel, lines, "", nullptr);
   });
+  data.dialogs.answers.push_back(DoubtfulProject());
+  data.boxes.Expect("has not been saved yet.", BoxAnswer::no);
+  Choose("mnuFileOpen", nothing);
   for (const std::string& name : LayoutNames()) EXPECT_TRUE(seen.contains(name)) << name;
 }
 
