@@ -37,8 +37,7 @@ Part TablePart(Tool tool, const TableLayout& layout) {
 
 std::vector<Part> Parts() {
   return {TablePart(Tool::position, clsHX7Position::Columns()),
-          TablePart(Tool::zone, clsHX7Zone::Columns()),
-          TablePart(Tool::jog, clsHX7Jog::Columns())};
+          TablePart(Tool::zone, clsHX7Zone::Columns()), TablePart(Tool::jog, clsHX7Jog::Columns())};
 }
 
 PartComparison ComparePart(const Part& part, Database& first, Database& second) {
