@@ -51,12 +51,11 @@ TEST_F(Verify, ReadsEverythingBeforeItIsStoredAndASampleBehindTheRestart) {
   EXPECT_LT(Place("0PRM100"), Place("0RES"));
   EXPECT_GT(Place("0PRM100"), Place("0ZONESTORE"));
   const auto& journal = Amplifier().Journal();
-  const auto behind = std::count_if(journal.begin() + Place("0RES"), journal.end(),
-                                    [](const JournalEntry& entry) {
-                                      return entry.line.starts_with("0PRM") ||
-                                             entry.line.starts_with("0POST") ||
-                                             entry.line.find("T") != std::string::npos;
-                                    });
+  const auto behind =
+      std::count_if(journal.begin() + Place("0RES"), journal.end(), [](const JournalEntry& entry) {
+        return entry.line.starts_with("0PRM") || entry.line.starts_with("0POST") ||
+               entry.line.find("T") != std::string::npos;
+      });
   EXPECT_GE(behind, 12);
   // Not again unless it is wanted again.
   Amplifier().ForgetWhatWasAsked();
@@ -71,17 +70,19 @@ TEST_F(Verify, ReadsEverythingBeforeItIsStoredAndASampleBehindTheRestart) {
 TEST_F(Verify, ARowThatIsHeldOtherwiseIsNamedAndNotStored) {
   StartOnline();
   Agree("Index Table of the project");
-  const Connection last = Project().ToolDownloading.Connect(
-      [this](Tool, std::int16_t row, std::int16_t rows) {
+  const Connection last =
+      Project().ToolDownloading.Connect([this](Tool, std::int16_t row, std::int16_t rows) {
         if (row == rows) (void)Amplifier().Execute("SPDT4=777", Micros(0));
       });
   Main().Choose("mnuToolsDownloadTableIndex");
   const std::string words = Boxes().back();
-  EXPECT_TRUE(words.starts_with("Error downloading data to controller!\r\r"
-                                "Read back, one value is not what was sent:\r"
-                                "step 5 of the index table (speed): sent nothing"))
+  EXPECT_TRUE(
+      words.starts_with("Error downloading data to controller!\r\r"
+                        "Read back, one value is not what was sent:\r"
+                        "step 5 of the index table (speed): sent nothing"))
       << words;
-  EXPECT_NE(words.find(", holds 00000777\r\r128 items stay on offer (Index Position table): Download New"),
+  EXPECT_NE(words.find(
+                ", holds 00000777\r\r128 items stay on offer (Index Position table): Download New"),
             std::string::npos)
       << words;
   EXPECT_EQ(Place("0PGMSTORE"), -1);
@@ -116,8 +117,9 @@ TEST_F(Verify, WhatTheRestartShowsOtherwiseIsNoSuccess) {
                    .text = "0PN81D=00000009"});
   Main().Choose("mnuToolsDownloadParameterHoming");
   const Texts boxes = Boxes();
-  EXPECT_TRUE(boxes.back().starts_with("Not everything is stored as it was sent!\r\r"
-                                       "Read back, one value is not what was sent:\rPn81D: sent "))
+  EXPECT_TRUE(
+      boxes.back().starts_with("Not everything is stored as it was sent!\r\r"
+                               "Read back, one value is not what was sent:\rPn81D: sent "))
       << boxes.back();
   EXPECT_EQ(std::ranges::count(boxes, "Download Homing Parameters complete!"), 0);
   EXPECT_EQ(Project().GetNumberOfNewDownloads(), 1);

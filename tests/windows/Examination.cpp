@@ -90,7 +90,8 @@ QString PlaceFault(const QWidget& control, const QWidget& window) {
       const bool cutDown = seen.height() > room.height() &&
                            area->verticalScrollBarPolicy() == Qt::ScrollBarAlwaysOff;
       if (cutAcross || cutDown)
-        return NameOf(*area) + QStringLiteral(" cannot scroll from ") + Told(room) + QStringLiteral(" to ") + Told(seen);
+        return NameOf(*area) + QStringLiteral(" cannot scroll from ") + Told(room) +
+               QStringLiteral(" to ") + Told(seen);
       seen = room;  // scrolled to
     } else if (!room.contains(seen)) {
       return QStringLiteral("%1 in %2 of %3").arg(Told(seen), NameOf(holder), Told(room));
