@@ -156,7 +156,8 @@ bool Upload(const Context& context) {
   const auto only = context.line.Value("only");
   const std::vector<Tool> items = only ? ItemsNamed(*only) : std::vector<Tool>();
   Work work(context);
-  if (!work.Open(context.Argument(1))) return false;
+  // What is read is saved at the end: a file that takes nothing is found out before the first line.
+  if (!work.Open(context.Argument(1)) || !work.Save()) return false;
   Transfers& transfers = work.session().Hardware().transfers;
   const bool committed =
       only ? transfers.UploadItem(JoinedItem(UploadItemsOfMenu(), items)) : transfers.UploadAll();

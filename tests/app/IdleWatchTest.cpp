@@ -75,6 +75,20 @@ TEST_F(IdleWatch, OneLateAnswerIsNoLoss) {
   EXPECT_EQ(Boxes(), Texts{});
 }
 
+// One that is back within a moment is known by what it has forgotten.
+TEST_F(IdleWatch, ALostReferencePositionIsTold) {
+  StartOnline();
+  line.faults.Add(
+      {.kind = FaultKind::wrongAnswer, .match = "STS", .count = 2, .text = "0STS=00000100"});
+  Idle(2200ms);
+  EXPECT_EQ(Status(), "System Status: Online");
+  Idle(1s);
+  EXPECT_EQ(Status(),
+            "System Status: The reference position is lost: the amplifier was restarted, or seeks "
+            "it anew");
+  EXPECT_EQ(Line(), "Online");
+}
+
 TEST_F(IdleWatch, IsSwitchedOffForGood) {
   StartOnline();
   Amplifier().RaiseAlarm("A.40");

@@ -66,6 +66,15 @@ TEST_F(ReadOnlyFolder, RefusesOnlyToBeSavedThere) {
                            project + ": Permission denied\nSave it in another one.\n");
 }
 
+// What would be read could not be kept: nothing is read.
+TEST_F(ReadOnlyFolder, RefusesAnUploadBeforeItsFirstLine) {
+  line.Amplifier('0')->ForgetWhatWasAsked();
+  EXPECT_EQ(Run({"upload", project, "--port", "x", "--yes"}), 1);
+  EXPECT_EQ(err.str(), std::string(kNote) + "Project a.spj cannot be saved in its folder!\n" +
+                           project + ": Permission denied\nSave it in another one.\n");
+  EXPECT_TRUE(line.Amplifier('0')->Journal().empty());
+}
+
 // What lies in the place of the user's own while a command runs.
 std::vector<fs::perms> seen;
 
