@@ -6,6 +6,7 @@
 #include "platform/MessageBoxes.h"
 #include "platform/Trapped.h"
 #include "platform/World.h"
+#include "project/UnsavedWork.h"
 #include "project/WorkingName.h"
 #include "project/data/Schema.h"
 #include "session/Session.h"
@@ -50,6 +51,7 @@ bool clsHX7Project::OpenProject(const std::string& strFileName, const std::strin
   const std::string cannotCreate =
       "Cannot create temporary project file for project " + sFileTitle_ + "!";
   WorkingName working;
+  std::string kept;
   try {
     const WorkingPlace place = WorkingPlaceOf(sWorkingDirectory_, sFileTitle_);
     savedElsewhere_ = place.elsewhere;
@@ -62,6 +64,7 @@ bool clsHX7Project::OpenProject(const std::string& strFileName, const std::strin
     }
     strProjectDatabasePath_ = working.path;
     world().databases->Release(working.path);
+    kept = KeepUnsavedWork(working.path, sFileName_);
     files.LayWorkingCopy(sFileName_, working.path);
     KnowProjectFile(working.path);
   } catch (const FileError& error) {
@@ -80,6 +83,11 @@ bool clsHX7Project::OpenProject(const std::string& strFileName, const std::strin
     ShowInformation(
         "Project " + sFileTitle_ +
         " lacked records, which are as in a new project now and marked to download:" + laidAnew_);
+  }
+  if (!kept.empty()) {
+    ShowInformation("Velmoor ended last without saving project " + sFileTitle_ +
+                    ".\rWhat was not saved is kept as " + kept +
+                    ", a project that can be opened and compared.");
   }
   TellOfPlace(working.remark);
   return true;

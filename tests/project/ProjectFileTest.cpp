@@ -94,10 +94,9 @@ TEST_F(ProjectFile, AMissingCatalogueIsToldBeforeAnythingElse) {
 TEST_F(ProjectFile, AStaleWorkingCopyAndItsJournalAreLost) {
   const std::string path = world.MakeProject("a.spj");
   const std::string working = world.folder.At("a.tmp");
-  // What a crash leaves: a copy, one that was cut, nothing yet, one of another salt.
+  // What a crash leaves that holds no work: a copy, one that was cut, nothing yet.
   const std::string whole = Bytes(path);
-  const std::string other = Bytes(std::string(VELMOOR_KEPT_FILES) + "/project-0.1.0.spj");
-  for (const std::string& left : {whole, whole.substr(0, 3000), std::string(), other}) {
+  for (const std::string& left : {whole, whole.substr(0, 3000), std::string()}) {
     world.files.WriteDurably(working, left);
     world.files.WriteDurably(world.folder.At("a.tmp-journal"), "left by a crash");
     EXPECT_EQ(session.Open(path), "");
@@ -108,6 +107,36 @@ TEST_F(ProjectFile, AStaleWorkingCopyAndItsJournalAreLost) {
   PutProgramme();
   project().Save();
   EXPECT_EQ(session.Open(path), "");
+  EXPECT_EQ(project().Position().Text(2, clsHX7Position::label), "out");
+}
+
+TEST_F(ProjectFile, WhatACrashLeftUnsavedIsKept) {
+  const std::string path = OpenNew("a.spj");
+  std::filesystem::permissions(path, std::filesystem::perms(0600));
+  const std::string working = world.folder.At("a.tmp");
+  const auto openBehindCrash = [&](const std::string& left) {
+    session.Close();
+    world.files.WriteDurably(working, left);
+    EXPECT_EQ(session.Open(path), "");
+    return world.boxes.TakeTexts();
+  };
+  // Marks alone are no work.
+  project().MarkEverything();
+  EXPECT_EQ(openBehindCrash(Bytes(working)), std::vector<std::string>{});
+  const std::string saved = Bytes(path);
+  PutProgramme();
+  const std::string unsaved = Bytes(working);
+  for (const char* const name : {"a.unsaved.spj", "a.unsaved-2.spj"}) {
+    const std::string kept = world.folder.At(name);
+    EXPECT_EQ(openBehindCrash(unsaved),
+              std::vector<std::string>{"Velmoor ended last without saving project a.spj.\r"
+                                       "What was not saved is kept as " +
+                                       kept + ", a project that can be opened and compared."});
+    EXPECT_EQ(project().Position().Text(2, clsHX7Position::label), "");
+    EXPECT_EQ(Bytes(path), saved);
+    EXPECT_EQ(std::filesystem::status(kept).permissions(), std::filesystem::perms(0600));
+  }
+  EXPECT_EQ(session.Open(world.folder.At("a.unsaved.spj")), "");
   EXPECT_EQ(project().Position().Text(2, clsHX7Position::label), "out");
 }
 
