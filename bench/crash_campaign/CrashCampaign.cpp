@@ -140,6 +140,13 @@ std::string Look(const std::string& folder) {
     // What a killed Save As has left beside the other file is used up by the next one.
     Program::Project().SaveAs(folder + "/other.spj");
     Program::Project().SaveAs(Program::Path(folder));
+    // What was not saved is kept, and opens. The campaign's edit is several commits, of which some
+    // may be there.
+    for (const fs::path& path : std::vector<fs::path>(fs::directory_iterator(folder), {})) {
+      if (path.filename().string().find(".unsaved") == std::string::npos) continue;
+      if (ReadRows(path.string()).empty()) return path.filename().string() + " is no project";
+      fs::remove(path);
+    }
   }
   for (const auto& entry : fs::directory_iterator(folder)) {
     const std::string name = entry.path().filename().string();

@@ -118,7 +118,7 @@ class TerminalWiring final : public Wiring {
   [[nodiscard]] const char* Name() const override { return "pseudo-terminal"; }
 
  private:
-  static constexpr int kHurry = 10;  // 500 ms for an answer, which comes in microseconds
+  static constexpr int kHurry = 5;  // 1 s for an answer, which comes in microseconds
   ConsoleChild child_;
   posix::PosixSerialPort port_;
   WatchedPort watched_{port_, kHurry};
