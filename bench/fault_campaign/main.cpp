@@ -18,9 +18,13 @@ const ProgramTable& FaultTable() {
       .options =
           {bench::kSeed,
            {"faults", "how many; 10000 unless given", {"N"}},
+           {"writes",
+            "in place of random faults: meet every Nth write of a whole download and upload, and "
+            "every one of a reset and a test run, with each way to leave a write undone",
+            {"N"}},
            {"pty",
             "velmoor-simulator on a pseudo-terminal, unpaced, and all time-outs of the program "
-            "divided by 50; else the amplifier runs in this process on a clock of its own"},
+            "divided by 5; else the amplifier runs in this process on a clock of its own"},
            bench::kFolder,
            {"simulator",
             "the program to be started for --pty; that beside this one unless given",
