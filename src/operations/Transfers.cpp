@@ -19,6 +19,18 @@ const std::vector<Tool> kEverything{Tool::editor, Tool::mechanicalSystem, Tool::
                                     Tool::zone};
 constexpr const char* kUnchanged = "The project is unchanged.";
 
+// The rows that the project tells of are those of this run.
+class UnderWay {
+ public:
+  UnderWay(Operation*& place, Operation& run) : place_(place) { place_ = &run; }
+  ~UnderWay() { place_ = nullptr; }
+  UnderWay(const UnderWay&) = delete;
+  UnderWay& operator=(const UnderWay&) = delete;
+
+ private:
+  Operation*& place_;
+};
+
 }  // namespace
 
 void Transfers::FollowProject() {
@@ -91,11 +103,7 @@ bool Transfers::ReadBack() {
 
 bool Transfers::Send(const std::string& name, int steps, const std::function<bool()>& send) {
   Operation run(desk_, name);
-  run_ = &run;
-  const struct Forget {
-    Operation*& run;
-    ~Forget() { run = nullptr; }
-  } forget{run_};
+  const UnderWay underWay(run_, run);
   newRate_.reset();
   gainsChanged_ = false;
   connection_.Motor().Note();
@@ -271,11 +279,7 @@ void Transfers::OfferGains() {
 
 bool Transfers::Read(const std::string& name, int steps, const std::function<bool()>& read) {
   Operation run(desk_, name);
-  run_ = &run;
-  const struct Forget {
-    Operation*& run;
-    ~Forget() { run = nullptr; }
-  } forget{run_};
+  const UnderWay underWay(run_, run);
   clsHX7Project& from = project();
   const auto tell = [this](const char* status, const char* words) {
     return [this, status, words] {

@@ -16,6 +16,17 @@ class Acknowledge : public testing::Test {
  protected:
   Acknowledge() { session.helix7 = &helix7; }
   Lines Boxes() { return world.boxes.TakeTexts(); }
+  // To all that a connection asks.
+  void AnswerAsAnAmplifier() {
+    for (const auto& [line, answer] : {std::pair{"0PRM800", "0Pn800=00000001"},
+                                       {"0PRM802=1", "0OK"},
+                                       {"0TYPE", "0TYPE=00000600"},
+                                       {"0SVTYPE", "0SVTYPE=00000002"},
+                                       {"0MTTYPE", "0MTTYPE=00000100"},
+                                       {"0MTSIZE", "0MTSIZE=00000040"}}) {
+      port.Echoed(line, answer);
+    }
+  }
 
   TestWorld world;
   ScriptedPort port;
@@ -228,14 +239,7 @@ TEST_F(Acknowledge, AKeptFailureIsToldThoughOthersCameBehindIt) {
 // ---- asking again, and the search
 
 TEST_F(Acknowledge, ASessionThatIsOnlineAsksOnceBeforeItSearches) {
-  for (const auto& [line, answer] : {std::pair{"0PRM800", "0Pn800=00000001"},
-                                     {"0PRM802=1", "0OK"},
-                                     {"0TYPE", "0TYPE=00000600"},
-                                     {"0SVTYPE", "0SVTYPE=00000002"},
-                                     {"0MTTYPE", "0MTTYPE=00000100"},
-                                     {"0MTSIZE", "0MTSIZE=00000040"}}) {
-    port.Echoed(line, answer);
-  }
+  AnswerAsAnAmplifier();
   session.baudRate = 38400;
   session.online = true;
   EXPECT_EQ(helix7.GoOnline(false), kSuccess);
@@ -252,14 +256,7 @@ TEST_F(Acknowledge, ASessionThatIsOnlineAsksOnceBeforeItSearches) {
 
 // What comes behind its time-out stands for no other answer, nor for an amplifier without echo.
 TEST_F(Acknowledge, ALateAnswerDoesNotPutTheSearchOutOfStep) {
-  for (const auto& [line, answer] : {std::pair{"0PRM800", "0Pn800=00000001"},
-                                     {"0PRM802=1", "0OK"},
-                                     {"0TYPE", "0TYPE=00000600"},
-                                     {"0SVTYPE", "0SVTYPE=00000002"},
-                                     {"0MTTYPE", "0MTTYPE=00000100"},
-                                     {"0MTSIZE", "0MTSIZE=00000040"}}) {
-    port.Echoed(line, answer);
-  }
+  AnswerAsAnAmplifier();
   const Lines late[] = {
       {"0PRM800", "0Pn800=00000001"}, {"0Pn800=00000001"}, {"0PRM81A", "0Pn81A=00000005"}, {"0OK"}};
   for (const bool online : {true, false}) {
