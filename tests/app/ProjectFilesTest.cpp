@@ -77,6 +77,31 @@ TEST_F(ProjectFiles, AForeignFileIsRefusedInTheWordsOfEachWay) {
                   "!\rProject 'missing.spj' cannot be opened."});
 }
 
+// A bad file costs nothing that is open, whichever way it was named.
+TEST_F(ProjectFiles, ABadFileLeavesTheProjectAndTheConnection) {
+  const std::string foreign = data.folder.At("foreign.spj");
+  data.files.WriteDurably(foreign, std::string(5000, 'x'));
+  Main().Choose("mnuToolsOnline");
+  Main().Choose("mnuToolsIndexerJog");
+  const auto* const open = &Project();
+  Project().SetNeedsSaving(true);
+  const std::function<void()> ways[] = {[&] {
+                                          AnswerDialog("foreign.spj");
+                                          Main().Choose("mnuFileOpen");
+                                        },
+                                        [&] { instance.deliver(foreign); }};
+  for (const auto& way : ways) {
+    (void)Boxes();
+    way();
+    EXPECT_EQ(Boxes().size(), 1U) << "the refusal, and no question";
+    EXPECT_EQ(&Project(), open);
+    EXPECT_TRUE(Project().NeedsSaving());
+    EXPECT_TRUE(Project().IsShown(Tool::jog));
+    EXPECT_TRUE(Form().IsOnline());
+    EXPECT_TRUE(port.IsOpen());
+  }
+}
+
 TEST_F(ProjectFiles, ALinkToTheOpenProjectIsTheOpenProject) {
   const std::string link = data.folder.At("link.spj");
   std::filesystem::create_symlink(path, link);
