@@ -151,8 +151,10 @@ class frmMain final : public SessionState, private Desk {
   // Closes the present project, with the questions. False: refused.
   bool CloseForAnother(const std::string& strFileName, bool askIfSame);
   void MakeProject();
-  // Nothing: the file may be read, or nothing is open that a bad one would cost.
-  [[nodiscard]] std::optional<std::string> WhyNotToRead(const std::string& strFileName) const;
+  // Opens `strFileName` in the place of what is open, once it is known to be a project; `reason` as
+  // OpenInNewProject has it. False: the user keeps what is open.
+  bool OpenInPlace(const std::string& strFileName, bool askIfSame,
+                   std::optional<std::string>& reason);
   // Opens `strFileName` in a new project, one of a newer version for reading alone if the user
   // wishes. Nothing: it is open. Else the reason for a box, empty where the user would not.
   std::optional<std::string> OpenInNewProject(const std::string& strFileName);

@@ -117,22 +117,16 @@ void frmMain::ParseCommand(const std::string& sCommand) {
 
 void frmMain::CommandLineOpenProject(const std::string& strFileName) {
   RunCommand("frmMain.CommandLineOpenProject: ", [this, &strFileName] {
-    std::optional<std::string> reason = WhyNotToRead(strFileName);
-    if (!reason) {
-      if (!CloseForAnother(strFileName, true)) return false;
-      reason = OpenInNewProject(strFileName);
-    }
+    std::optional<std::string> reason;
+    if (!OpenInPlace(strFileName, true, reason)) return false;
     if (reason) TellNotOpened(*reason, "Project ", strFileName);
     return !reason;
   });
 }
 
 bool frmMain::FileInput(const std::string& fname) {
-  std::optional<std::string> reason = WhyNotToRead(fname);
-  if (!reason) {
-    if (!CloseForAnother(fname, true)) return false;
-    reason = OpenInNewProject(fname);
-  }
+  std::optional<std::string> reason;
+  if (!OpenInPlace(fname, true, reason)) return false;
   const std::string title = GetFileTitle(fname);
   if (reason) {
     UpdateStatusText("Project " + Quoted(title) + " cannot be opened.");
@@ -194,9 +188,16 @@ void frmMain::MakeProject() {
 }
 
 // What is open stays for a file that cannot be.
-std::optional<std::string> frmMain::WhyNotToRead(const std::string& strFileName) const {
-  std::string reason = clsProject ? WhyNoProject(strFileName) : std::string();
-  return reason.empty() ? std::nullopt : std::optional(std::move(reason));
+bool frmMain::OpenInPlace(const std::string& strFileName, bool askIfSame,
+                          std::optional<std::string>& reason) {
+  std::string refusal = clsProject ? WhyNoProject(strFileName) : std::string();
+  if (!refusal.empty()) {
+    reason = std::move(refusal);
+    return true;
+  }
+  if (!CloseForAnother(strFileName, askIfSame)) return false;
+  reason = OpenInNewProject(strFileName);
+  return true;
 }
 
 std::optional<std::string> frmMain::OpenInNewProject(const std::string& strFileName) {
@@ -230,12 +231,8 @@ void frmMain::TellNotOpened(const std::string& reason, const std::string& boxLea
 
 void frmMain::OpenChosenProject(const std::string& strFileName, const std::string& boxLead,
                                 bool askIfSame) {
-  std::optional<std::string> reason = WhyNotToRead(strFileName);
-  if (!reason) {
-    if (!CloseForAnother(strFileName, askIfSame)) return;
-    reason = OpenInNewProject(strFileName);
-  }
-  if (!reason) return;
+  std::optional<std::string> reason;
+  if (!OpenInPlace(strFileName, askIfSame, reason) || !reason) return;
   TellNotOpened(*reason, boxLead, strFileName);
   // Intended: two blanks.
   UpdateStatusText("Project  " + Quoted(strFileName) + " cannot be opened.");
