@@ -2,13 +2,12 @@
 #include <algorithm>
 
 #include "AppSession.h"
-#include "project/data/Schema.h"
+#include "support/DoubtfulProject.h"
 
 namespace velmoor {
 namespace {
 
 using headless::HeadlessForm;
-using schema::Jog;
 using schema::Parameters;
 
 constexpr const char* kRefused = "Nothing is downloaded while values of the project are in doubt!";
@@ -19,12 +18,7 @@ class DoubtsWindow : public AppSession {
     path = data.MakeProject("line1.spj");
     {
       const auto database = OpenForWriting(path);
-      const auto jog = database->OpenTable(Jog::kTable);
-      jog->FindFirst(Jog::kJog, "2");
-      jog->Edit();
-      jog->Set(Jog::kSpeed, "10.000");
-      jog->Set(Jog::kControllerValue, "300000");
-      jog->Update();
+      PutDoubtfulJogSpeed(*database);
       const auto parameters = database->OpenTable(Parameters::kTable);
       parameters->FindFirst(Parameters::kPn, "Pn100");
       parameters->Edit();

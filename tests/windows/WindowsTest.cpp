@@ -9,7 +9,7 @@
 #include "platform/qt/FormLayouts.h"
 #include "platform/qt/QtMessageBoxes.h"
 #include "platform_qt/QtTestUser.h"
-#include "project/data/Schema.h"
+#include "support/DoubtfulProject.h"
 
 namespace velmoor::qt {
 namespace {
@@ -61,16 +61,10 @@ void Windows::PositionDialogs() {
 
 // One of whose values shows something else than it sends.
 std::string Windows::DoubtfulProject() {
-  using schema::Jog;
   std::string path = data.MakeProject("doubtful.spj");
   {
     const auto database = OpenForWriting(path);
-    const auto jog = database->OpenTable(Jog::kTable);
-    jog->FindFirst(Jog::kJog, "2");
-    jog->Edit();
-    jog->Set(Jog::kSpeed, "10.000");
-    jog->Set(Jog::kControllerValue, "300000");
-    jog->Update();
+    PutDoubtfulJogSpeed(*database);
     database->Commit();
   }
   data.databases.Release(path);
