@@ -29,14 +29,12 @@ struct DoubtColumn {
   std::string (*text)(const Doubt& doubt);
 };
 
-constexpr std::array<DoubtColumn, 5> kColumns{{
-    {"Value", 30,
-     [](const Doubt& doubt) {
-       return doubt.field.empty() ? doubt.place : doubt.place + ", " + doubt.field;
-     }},
+constexpr std::array<DoubtColumn, 6> kColumns{{
+    {"Value", 30, [](const Doubt& doubt) { return doubt.place + ", " + doubt.field; }},
     {"Shown", 18, [](const Doubt& doubt) { return doubt.shown; }},
     {"Would Be Sent", 18, [](const Doubt& doubt) { return doubt.sent; }},
     {"Which Means", 18, [](const Doubt& doubt) { return doubt.sentShown; }},
+    {"Limits", 24, [](const Doubt& doubt) { return doubt.limits; }},
     {"Why It Is in Doubt", 32, Reason},
 }};
 

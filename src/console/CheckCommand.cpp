@@ -44,10 +44,10 @@ bool Check(const Context& context) {
   context.program.boxes.Agree(context.line.Has("yes"));
   if (word && !Settle(work, keep)) return false;
   const std::vector<Doubt> doubts = work.project().Doubts();
-  context.program.out << CsvLine({"row", "field", "doubt", "shown", "sent", "meaning"});
+  context.program.out << CsvLine({"row", "field", "doubt", "shown", "sent", "meaning", "limits"});
   for (const Doubt& doubt : doubts) {
     context.program.out << CsvLine({doubt.place, doubt.field, std::string(WordOf(doubt.kind)),
-                                    doubt.shown, doubt.sent, doubt.sentShown});
+                                    doubt.shown, doubt.sent, doubt.sentShown, doubt.limits});
   }
   return doubts.empty();
 }

@@ -10,6 +10,7 @@ namespace velmoor {
 Work::Work(const Context& context)
     : session_(context.program.port, context.program.err, context.program.progress,
                context.program.ends),
+      boxes_(context.program.boxes),
       newer_(context.line.Has("read-only") ? NewerProject::readOnly : NewerProject::refuse) {
   if (const auto axis = context.line.Value("axis")) {
     session_.SetAxis(*axis);
@@ -27,6 +28,12 @@ Work::Work(const Context& context)
     }
   }
   started_ = session_.Start(givenSize_.empty() ? session_.LastMotorSize() : givenSize_);
+}
+
+bool Work::Open(const std::string& fileName) {
+  if (!started_ || !session_.Open(fileName, newer_, givenSize_)) return false;
+  boxes_.TakeAsRemarks();
+  return true;
 }
 
 bool Work::Save() {

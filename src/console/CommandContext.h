@@ -42,10 +42,9 @@ class Work {
   explicit Work(const Context& context);
 
   [[nodiscard]] bool Started() const { return started_; }
-  // With the option --read-only one of a newer version too.
-  [[nodiscard]] bool Open(const std::string& fileName) {
-    return started_ && session_.Open(fileName, newer_, givenSize_);
-  }
+  // With the option --read-only one of a newer version too. What an opening that succeeds has told
+  // is a remark: the command does what it was asked for.
+  [[nodiscard]] bool Open(const std::string& fileName);
   // Started, and online; false after a failure, of which the user was told behind "Cannot go
   // online!".
   [[nodiscard]] bool Connect() {
@@ -59,6 +58,7 @@ class Work {
 
  private:
   ConsoleSession session_;
+  ConsoleBoxes& boxes_;
   NewerProject newer_;
   std::string givenSize_;  // of the motor, by --motor-size; empty: as the project says
   bool started_ = false;

@@ -16,6 +16,8 @@ class ConsoleBoxes final : public MessageBoxes {
   void Agree(bool agree) { agree_ = agree; }
   // How many critical and exclamation boxes were shown: each tells of something that went wrong.
   [[nodiscard]] int Failures() const { return failures_; }
+  // What was shown so far cost nothing that was asked for: it was a remark.
+  void TakeAsRemarks() { failures_ = 0; }
 
   BoxAnswer Show(BoxKind kind, BoxButtons buttons, const std::string& text,
                  const std::string& title, BoxTick* tick) override;

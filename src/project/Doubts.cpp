@@ -32,7 +32,7 @@ std::string_view WordOf(Doubt::Kind kind) {
 }
 
 std::string InWords(const Doubt& doubt) {
-  std::string words = doubt.place + (doubt.field.empty() ? "" : ", " + doubt.field) + ": ";
+  std::string words = doubt.place + ", " + doubt.field + ": ";
   const std::string sent = Told(doubt.sent);
   const std::string meaning =
       doubt.sentShown == doubt.sent ? std::string() : " (" + Told(doubt.sentShown) + ")";
@@ -40,7 +40,8 @@ std::string InWords(const Doubt& doubt) {
     case Doubt::Kind::differs:
       return words + "shows " + Told(doubt.shown) + ", and " + sent + " would go out" + meaning;
     case Doubt::Kind::outside:
-      return words + sent + meaning + " lies outside of the limits";
+      return words + sent + meaning + " lies outside of the limits" +
+             (doubt.limits.empty() ? "" : ", " + doubt.limits);
     case Doubt::Kind::unknown:
       break;
   }

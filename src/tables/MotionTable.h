@@ -212,6 +212,10 @@ class MotionTable {
                                                        const Rows& all, const Units& units) const;
   [[nodiscard]] StoredRow ReadRow(const RowSet& record) const;
   [[nodiscard]] bool MayMean(std::size_t column, const std::string& text) const;
+  // The least count that may stand there.
+  [[nodiscard]] static std::int64_t LeastAt(const NumberPlace& place);
+  // "-99999.999 to 99999.999 mm"; empty where the cell holds no number.
+  [[nodiscard]] std::string LimitsInWords(int column, const std::string& controller) const;
   void ShowWhatIsSent();
   void JudgeText(int row, int column, const std::string& text, const std::string& meant);
   void JudgeValue(int row, int column);

@@ -59,6 +59,7 @@ void MotionTable::JudgeText(int row, int column, const std::string& text,
   const auto i = static_cast<std::size_t>(column);
   Doubt doubt = DoubtAt(layout_, row, column, Doubt::Kind::differs);
   doubt.shown = text;
+  doubt.limits = LimitsInWords(column, stored.controller[i]);
   doubt.sent = stored.controller[i];
   doubt.sentShown = stored.cells[i];
   StoredRow as = stored;
@@ -73,9 +74,22 @@ bool MotionTable::IsAsTyped(int /*row*/, int column, const StoredRow& stored) co
   const auto place = PlaceOf(layout_.columns[i].kind, stored.controller[i]);
   if (!place) return true;
   const auto number = ParseWhole(std::string_view(stored.controller[i]).substr(place->at));
-  const std::int64_t lowest =
-      place->kind == UnitKind::speed || place->at > 0 ? 0 : -std::int64_t{kMostCounts};
-  return number && *number >= lowest && *number <= kMostCounts;
+  return number && *number >= LeastAt(*place) && *number <= kMostCounts;
+}
+
+// A sign before it is no part of a place's number.
+std::int64_t MotionTable::LeastAt(const NumberPlace& place) {
+  return place.kind == UnitKind::speed || place.at > 0 ? 0 : -std::int64_t{kMostCounts};
+}
+
+std::string MotionTable::LimitsInWords(int column, const std::string& controller) const {
+  const auto place = PlaceOf(layout_.columns[static_cast<std::size_t>(column)].kind, controller);
+  if (!place) return {};
+  const Units units = UnitsOf(OpenedProject());
+  const auto shown = [&](std::int64_t counts) {
+    return units.Shown(static_cast<double>(counts), place->kind);
+  };
+  return shown(LeastAt(*place)) + " to " + shown(kMostCounts) + " " + units.Word(place->kind);
 }
 
 void MotionTable::JudgeValue(int row, int column) {
@@ -86,6 +100,7 @@ void MotionTable::JudgeValue(int row, int column) {
   const bool counts =
       place && ParseWhole(std::string_view(stored.controller[i]).substr(place->at)).has_value();
   Doubt doubt = DoubtAt(layout_, row, column, counts ? Doubt::Kind::outside : Doubt::Kind::unknown);
+  doubt.limits = LimitsInWords(column, stored.controller[i]);
   doubt.sent = stored.controller[i];
   doubt.sentShown = stored.cells[i];
   doubts_.push_back(std::move(doubt));

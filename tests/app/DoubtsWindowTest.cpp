@@ -48,13 +48,14 @@ TEST_F(DoubtsWindow, TellsBothValuesAndOffersWhatCanStay) {
     headless::HeadlessGrid& grid = form.grid("vsFG");
     const auto row = [&grid](int number) {
       Texts texts;
-      for (int column = 0; column < 5; ++column)
+      for (int column = 0; column < 6; ++column)
         texts.push_back(grid.Source()->Text(number, column));
       return texts;
     };
     EXPECT_EQ(row(1), (Texts{"Jog Table row 2, Speed", "10.000", "300000", "5000.000",
-                             "Shows another value than it sends"}));
-    EXPECT_EQ(row(2), (Texts{"Pn100", "", "65000", "65000", "Outside of the limits"}));
+                             "0.000 to 1666666.650 mm/sec", "Shows another value than it sends"}));
+    EXPECT_EQ(row(2), (Texts{"Pn100, Speed loop gain", "", "65000", "65000", "1 to 2000 Hz",
+                             "Outside of the limits"}));
     EXPECT_TRUE(form.button("cmdShown").Enabled());
     grid.GoTo(2, 0);
     EXPECT_FALSE(form.button("cmdShown").Enabled()) << "there is one value alone";

@@ -49,6 +49,23 @@ TEST_F(Velmoorctl, ABadImportNamesEachCellAndChangesNothing) {
   EXPECT_NE(err.str().find("none.csv"), std::string::npos);
 }
 
+TEST_F(Velmoorctl, ASettingThatCannotBeReadIsARemarkAndNoFailure) {
+  ASSERT_EQ(Run({"new", project}), 0);
+  {
+    const auto database = OpenForWriting(project);
+    const auto misc = database->OpenTable(schema::Misc::kTable);
+    misc->FindFirst(schema::Misc::kPropertyName, schema::Misc::kTestRunSpeed);
+    misc->Edit();
+    misc->Set(schema::Misc::kValue, "quick");
+    misc->Update();
+    database->Commit();
+  }
+  world.databases.Release(project);
+  EXPECT_EQ(Run({"set", project, "Pn100=55"}), 0);
+  EXPECT_EQ(err.str(), "clsServoJog.ReadToDB: Type mismatch: 'quick' is not a number\n");
+  EXPECT_EQ(Run({"set", project, "Pn100=65000"}), 1);
+}
+
 TEST_F(Velmoorctl, TellsWhyAProjectCannotBeOpened) {
   EXPECT_EQ(Run({"show", project, "index"}), 1);
   EXPECT_EQ(err.str(), "Project file a.spj cannot be found at " + project +

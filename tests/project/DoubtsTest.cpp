@@ -114,7 +114,7 @@ TEST_F(Doubts, TextAgainstWhatWouldGoOutIsToldWithBothAndNothingIsSent) {
   EXPECT_EQ(told[1],
             "Index Table step 2, Speed: shows 120.000, and 300000 would go out (5000.000)");
   EXPECT_EQ(told[2], "Index Table step 2, Next: shows start, and 1 would go out (drill)");
-  EXPECT_EQ(told[7], "Pn81B: shows twelve, and 99999999 would go out (99999.999)");
+  EXPECT_EQ(told[7], "Pn81B, Positive limit: shows twelve, and 99999999 would go out (99999.999)");
   // What is shown meanwhile is what would go out.
   EXPECT_EQ(project().Position().Text(2, clsHX7Position::position), "A+99999.999");
   session.GoOnline();
@@ -195,12 +195,14 @@ TEST_F(Doubts, WhatNobodyCouldHaveTypedIsTold) {
         controllerField,  text,          controller, std::string("Index Table step 2, ") + told};
   };
   const Case cases[] = {
-      parameter("Pn100", "65000", "65000", "Pn100: 65000 lies outside of the limits"),
-      parameter("Pn000", "FFFF", "FFFF", "Pn000: FFFF has no known form"),
+      parameter("Pn100", "65000", "65000",
+                "Pn100, Speed loop gain: 65000 lies outside of the limits, 1 to 2000 Hz"),
+      parameter("Pn000", "FFFF", "FFFF", "Pn000, Direction and axis: FFFF has no known form"),
       step(Position::kSpeed, Position::kControllerSpeed, "-1.000", "-60",
-           "Speed: -60 (-1.000) lies outside of the limits"),
-      step(Position::kPosition, Position::kControllerPosition, "A+100000.000", "A+100000000",
-           "Position: A+100000000 (A+100000.000) lies outside of the limits"),
+           "Speed: -60 (-1.000) lies outside of the limits, 0.000 to 1666666.650 mm/sec"),
+      step(
+          Position::kPosition, Position::kControllerPosition, "A+100000.000", "A+100000000",
+          "Position: A+100000000 (A+100000.000) lies outside of the limits, 0.000 to 99999.999 mm"),
       step(Position::kPosition, Position::kControllerPosition, "JUMP", "JUMP",
            "Position: JUMP has no known form"),
       step(Position::kPOut, Position::kPOut, "QQQQQ", "QQQQQ", "POut: QQQQQ has no known form"),
@@ -210,9 +212,11 @@ TEST_F(Doubts, WhatNobodyCouldHaveTypedIsTold) {
       step(Position::kNext, Position::kControllerNext, "-77", "-77", "Next: -77 has no known form"),
       {Zone::kTable, Zone::kZone, "3", Zone::kUpperLimit, Zone::kControllerUpperLimit, "100000.000",
        "100000000",
-       "Zone Table row 3, UpperLimit: 100000000 (100000.000) lies outside of the limits"},
+       "Zone Table row 3, UpperLimit: 100000000 (100000.000) lies outside of the limits, "
+       "-99999.999 to 99999.999 mm"},
       {Jog::kTable, Jog::kJog, "2", Jog::kSpeed, Jog::kControllerValue, "-1.000", "-60",
-       "Jog Table row 2, Speed: -60 (-1.000) lies outside of the limits"}};
+       "Jog Table row 2, Speed: -60 (-1.000) lies outside of the limits, 0.000 to 1666666.650 "
+       "mm/sec"}};
   for (const Case& each : cases) {
     const std::string text = Stored(each.table, each.key, each.record, each.field);
     const std::string controller = Stored(each.table, each.key, each.record, each.controllerField);
@@ -237,7 +241,8 @@ TEST_F(Doubts, AValueThatIsTypedEndsTheDoubt) {
   project().Jog().SetText(3, clsHX7Jog::speed, "10.000");
   project().Jog().SetDirtyCell(3, true);
   ASSERT_TRUE(project().Jog().ChangeAccepted());
-  EXPECT_EQ(Told(), std::vector<std::string>{"Pn100: 65000 lies outside of the limits"});
+  EXPECT_EQ(Told(), std::vector<std::string>{
+                        "Pn100, Speed loop gain: 65000 lies outside of the limits, 1 to 2000 Hz"});
 }
 
 // ---- from the amplifier
@@ -252,8 +257,9 @@ TEST_F(Doubts, AnUploadKeepsWhatItFindsTellsItAndSendsItNotBackUnasked) {
   ASSERT_TRUE(project().UploadParts({Tool::editor, Tool::jog}));
   ASSERT_TRUE(project().CommitUpload());
   EXPECT_EQ(Told(), (std::vector<std::string>{
-                        "Jog Table row 2, Speed: -60 (-1.000) lies outside of the limits",
-                        "Pn100: 65000 lies outside of the limits"}));
+                        "Jog Table row 2, Speed: -60 (-1.000) lies outside of the limits, 0.000 to "
+                        "1666666.650 mm/sec",
+                        "Pn100, Speed loop gain: 65000 lies outside of the limits, 1 to 2000 Hz"}));
   EXPECT_EQ(project().Parameters().Get("Pn100").text, "65000");
   EXPECT_EQ(project().Jog().Text(3, clsHX7Jog::speed), "-1.000");
   amplifier().ForgetWhatWasAsked();

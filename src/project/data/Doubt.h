@@ -19,7 +19,8 @@ struct Doubt {
   int row = 0;               // of a table, from 1
   int column = 0;            // the same, in the order of the layout
   std::string place;         // "Pn100"; "Step 3"
-  std::string field;         // "Speed"; empty for a parameter
+  std::string field;         // "Speed"; a parameter's name
+  std::string limits;        // "1 to 2000 Hz", as they are shown; empty where there are none
   std::string shown;         // the text beside it in the file; of the kind `differs`
   std::string sent;          // what would go out
   std::string sentShown;     // the text that means this

@@ -62,6 +62,20 @@ bool Contradicts(const Parameter& parameter, const Units& units) {
   }
 }
 
+// The limits as the user reads them, with their unit; empty where the form has none.
+std::string LimitsInWords(const Parameter& parameter, const Units& units) {
+  if (parameter.form == ValueForm::digits && parameter.nibble != nullptr) {
+    return "0000 to " + GetMaximumHex(*parameter.nibble);
+  }
+  const bool counts = parameter.form == ValueForm::number || parameter.form == ValueForm::units;
+  const ParameterDefinition& definition = parameter.definition;
+  if (!counts || definition.Min.empty() || definition.Max.empty()) return {};
+  const ValueLimits limits = LimitsOf(parameter);
+  const std::string unit = parameter.unit ? units.Word(*parameter.unit) : definition.Unit;
+  return ShownText(parameter, NumberText(limits.low), units) + " to " +
+         ShownText(parameter, NumberText(limits.high), units) + (unit.empty() ? "" : " " + unit);
+}
+
 Tool SenderOf(const Parameter& parameter) {
   return IsMechSystemPn(parameter.Pn()) ? Tool::mechanicalSystem : Tool::editor;
 }
@@ -76,7 +90,8 @@ void ParameterStore::JudgeText(const Parameter& parameter) {
   doubt = {.kind = Doubt::Kind::differs,
            .part = SenderOf(parameter),
            .place = parameter.Pn(),
-           .field = {},
+           .field = parameter.definition.parameter_name,
+           .limits = LimitsInWords(parameter, units_),
            .shown = parameter.text,
            .sent = parameter.controller,
            .sentShown = ShownText(parameter, parameter.controller, units_)};
@@ -101,7 +116,8 @@ void ParameterStore::JudgeValue(const Parameter& parameter) {
   doubts_[parameter.Pn()] = {.kind = counts ? Doubt::Kind::outside : Doubt::Kind::unknown,
                              .part = SenderOf(parameter),
                              .place = parameter.Pn(),
-                             .field = {},
+                             .field = parameter.definition.parameter_name,
+                             .limits = LimitsInWords(parameter, units_),
                              .shown = {},
                              .sent = parameter.controller,
                              .sentShown = parameter.text};
