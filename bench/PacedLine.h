@@ -45,6 +45,7 @@ class PacedLine {
 
   [[nodiscard]] std::int32_t BaudRate() const { return baudRate_; }
   CountingPort& Port() { return port_; }
+  [[nodiscard]] const std::string& Device() const { return link_; }
   // A run that took `taken` seconds and began when so many bytes had passed.
   [[nodiscard]] LineRun RunSince(const LineBytes& before, double taken) const {
     const LineBytes& now = port_.bytes;

@@ -1,4 +1,9 @@
 // What one exchange of a command and its answer costs: processor time, and time on the line.
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
 #include <ctime>
 #include <iterator>
 #include <string>
@@ -13,6 +18,8 @@ namespace {
 // A mixture as a download and a monitoring pass send it.
 constexpr const char* kCommands[] = {"0PRM81D", "0PUN", "0POST5=I+100", "0PRM81D=-1200", "0ALM"};
 constexpr auto kMixture = static_cast<double>(std::size(kCommands));
+
+constexpr std::int32_t kRatePerRun = 200;  // more runs where they are shorter
 
 double ProcessorSeconds() {
   timespec time{};
@@ -55,7 +62,6 @@ Figure ProcessorTime(const Workbench& bench) {
 }
 
 Figure TimeOnTheLine(const Workbench& bench, std::int32_t baudRate) {
-  constexpr std::int32_t kRatePerRun = 200;  // more runs where they are shorter
   Link link(bench, baudRate, Pace::paced);
   std::vector<LineRun> runs;
   for (int i = 0; i < baudRate / kRatePerRun; ++i) {
@@ -65,11 +71,51 @@ Figure TimeOnTheLine(const Workbench& bench, std::int32_t baudRate) {
   return LineFigure("An exchange at " + std::to_string(baudRate) + " bit/s", kMilliseconds, runs);
 }
 
+// The least that any program can do: write, and read until the second CR, without a look at what
+// came. What this takes beyond the wire is the simulator's and the machine's, as each waking costs.
+LineRun BareExchanges(int device, std::int32_t baudRate) {
+  std::size_t bytes = 0;
+  const Stopwatch watch;
+  for (const std::string command : kCommands) {
+    const std::string line = command + '\r';
+    Require(write(device, line.data(), line.size()) == static_cast<ssize_t>(line.size()),
+            "a bare write");
+    bytes += line.size();
+    for (std::ptrdiff_t ends = 0; ends < 2;) {
+      std::array<char, 256> chunk{};
+      const ssize_t count = read(device, chunk.data(), chunk.size());
+      Require(count > 0, "a bare read");
+      bytes += static_cast<std::size_t>(count);
+      ends += std::count(chunk.begin(), chunk.begin() + count, '\r');
+    }
+  }
+  const double taken = watch.Seconds();
+  const std::size_t awaited = bytes - std::size(kCommands);  // the LF behind each answer
+  return {taken / kMixture, WireSeconds(bytes, baudRate) / kMixture,
+          WireSeconds(awaited, baudRate) / kMixture};
+}
+
+Figure BareTimeOnTheLine(const Workbench& bench, std::int32_t baudRate) {
+  Link link(bench, baudRate, Pace::paced);
+  link.comm.disconnect();
+  const int device = open(link.line.Device().c_str(), O_RDWR | O_NOCTTY);
+  Require(device >= 0, "the bare opening of the line");
+  std::vector<LineRun> runs;
+  for (int i = 0; i < baudRate / kRatePerRun; ++i) {
+    runs.push_back(BareExchanges(device, baudRate));
+  }
+  close(device);
+  return LineFigure("The same by bare system calls", kMilliseconds, runs);
+}
+
 }  // namespace
 
 void MeasureLink(Workbench& bench) {
   bench.table.Add(ProcessorTime(bench));
-  for (const std::int32_t rate : kBaudRates) bench.table.Add(TimeOnTheLine(bench, rate));
+  for (const std::int32_t rate : kBaudRates) {
+    bench.table.Add(TimeOnTheLine(bench, rate));
+    bench.table.Add(BareTimeOnTheLine(bench, rate));
+  }
 }
 
 }  // namespace velmoor::bench
