@@ -30,12 +30,12 @@ struct DoubtColumn {
 };
 
 constexpr std::array<DoubtColumn, 6> kColumns{{
-    {"Value", 30, [](const Doubt& doubt) { return doubt.place + ", " + doubt.field; }},
-    {"Shown", 18, [](const Doubt& doubt) { return doubt.shown; }},
-    {"Would Be Sent", 18, [](const Doubt& doubt) { return doubt.sent; }},
-    {"Which Means", 18, [](const Doubt& doubt) { return doubt.sentShown; }},
+    {"Value", 26, [](const Doubt& doubt) { return doubt.place + ", " + doubt.field; }},
+    {"Shown", 13, [](const Doubt& doubt) { return doubt.shown; }},
+    {"Would Be Sent", 13, [](const Doubt& doubt) { return doubt.sent; }},
+    {"Which Means", 13, [](const Doubt& doubt) { return doubt.sentShown; }},
     {"Limits", 24, [](const Doubt& doubt) { return doubt.limits; }},
-    {"Why It Is in Doubt", 32, Reason},
+    {"Why It Is in Doubt", 31, Reason},
 }};
 
 }  // namespace
