@@ -99,6 +99,40 @@ TEST_F(KeptFile, SavingWritesTheOneForm) {
   }
 }
 
+TEST_F(KeptFile, AColumnThatItsFormatLackedComesFromTheTemplateAndIsMarkedToDownload) {
+  using schema::Jog;
+  const std::string path = Take(kKept[0]);
+  const std::string lacking(Jog::kBit[3]);
+  auto columns = schema::ProjectTableNamed(Jog::kTable).definition.columns;
+  std::erase_if(columns, [&](const ColumnDefinition& column) { return column.name == lacking; });
+  std::vector<std::vector<std::string>> records;
+  {
+    const auto database = OpenForReading(path);
+    const auto rows = database->OpenTable(Jog::kTable);
+    for (; !rows->AtEnd(); rows->MoveNext()) {
+      auto& record = records.emplace_back();
+      for (const ColumnDefinition& column : columns) record.push_back(rows->Text(column.name));
+    }
+  }
+  const auto builder = world.databases.Extend(path, schema::kPassword);
+  builder->DropTable(Jog::kTable);
+  builder->CreateTable(Jog::kTable, columns);
+  for (const auto& record : records) builder->Insert(Jog::kTable, record);
+  builder->Finish();
+  world.databases.Release(path);
+
+  ASSERT_EQ(session.Open(path), "");
+  EXPECT_EQ(project().Jog().Text(2, clsHX7Jog::speed), "5.000");
+  EXPECT_EQ(project().Jog().DirtyCell(2), "1");
+  project().Save();
+  session.Close();
+  const auto database = OpenForReading(path);
+  const auto rows = database->OpenTable(Jog::kTable);
+  rows->FindFirst(Jog::kJog, "9");
+  EXPECT_EQ(rows->Text(lacking), "1");
+  EXPECT_EQ(rows->Text(Jog::kDirty), "1");
+}
+
 TEST_F(KeptFile, WhatIsNewInTheTemplateIsAddedAndMarkedToDownload) {
   const std::string path = Take(kKept[0]);
   // As if the file had been made before there was such a parameter.

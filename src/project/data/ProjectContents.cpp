@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <functional>
+#include <map>
 #include <set>
 
 #include "platform/Numbers.h"
+#include "platform/World.h"
 #include "project/data/Schema.h"
 
 namespace velmoor {
@@ -72,7 +74,67 @@ bool HasColumnsOf(const TableDefinition& found, const ProjectTable& table, Stran
   });
 }
 
+bool LacksColumns(const TableDefinition& found, const ProjectTable& table) {
+  const std::vector<ColumnDefinition>& known = table.definition.columns;
+  return found.columns.size() < known.size() &&
+         std::ranges::all_of(found.columns, [&known](const ColumnDefinition& column) {
+           return std::ranges::find(known, column) != known.end();
+         });
+}
+
+using Record = std::vector<std::string>;  // in the order of the columns
+
+// The records of a table that lacks columns, with all of them.
+std::vector<Record> Completed(Database& project, Database& pattern, const ProjectTable& table,
+                              const TableDefinition& found) {
+  std::vector<Record> all;
+  const auto records = project.OpenTable(found.name);
+  const auto patterns = pattern.OpenTable(found.name);
+  for (; !records->AtEnd(); records->MoveNext()) {
+    if (all.size() == schema::kMostRecords) Refuse(found.name + " has too many records.");
+    const bool known = patterns->FindFirst(table.key, records->Text(table.key));
+    Record record;
+    bool isNew = false;
+    for (const ColumnDefinition& column : table.definition.columns) {
+      const bool present = std::ranges::find(found.columns, column) != found.columns.end();
+      const std::string given = known && !present ? patterns->Text(column.name) : std::string();
+      isNew = isNew || !given.empty();
+      record.push_back(present ? records->Text(column.name) : given);
+    }
+    const auto mark = std::ranges::find(table.definition.columns, std::string(schema::kMark),
+                                        &ColumnDefinition::name);
+    if (isNew && mark != table.definition.columns.end()) {
+      record[static_cast<std::size_t>(mark - table.definition.columns.begin())] = "1";
+    }
+    all.push_back(std::move(record));
+  }
+  return all;
+}
+
 }  // namespace
+
+void AddMissingColumns(const std::string& path, const std::string& templatePath) {
+  std::map<std::string, std::vector<Record>> tables;
+  {
+    const auto project = OpenForReading(path);
+    const auto pattern = OpenForReading(templatePath);
+    for (const TableDefinition& found : project->Tables()) {
+      for (const ProjectTable& table : schema::ProjectTables()) {
+        if (table.definition.name != found.name || !LacksColumns(found, table)) continue;
+        tables[found.name] = Completed(*project, *pattern, table, found);
+      }
+    }
+  }
+  if (tables.empty()) return;
+  world().databases->Release(path);
+  const auto builder = world().databases->Extend(path, schema::kPassword);
+  for (const auto& [name, records] : tables) {
+    builder->DropTable(name);
+    builder->CreateTable(name, schema::ProjectTableNamed(name).definition.columns);
+    for (const Record& record : records) builder->Insert(name, record);
+  }
+  builder->Finish();
+}
 
 void CheckContents(Database& project, Strangers strangers) {
   const std::vector<TableDefinition> present = project.Tables();

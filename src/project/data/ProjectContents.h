@@ -16,6 +16,11 @@ enum class Strangers { refused, allowed };
 // Throws DatabaseError(foreign or schema) that names what is wrong.
 void CheckContents(Database& project, Strangers strangers);
 
+// Lays those tables anew that have fewer columns than a project has now: each record gets the
+// template's text in them, and, where that is one to be sent, a mark to download. Throws
+// DatabaseError; the file is then as it was.
+void AddMissingColumns(const std::string& path, const std::string& templatePath);
+
 // The records that a project lacked, of one table.
 struct LaidAnew {
   std::string table;              // in the user's words

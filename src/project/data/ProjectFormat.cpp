@@ -15,7 +15,7 @@ using schema::Misc;
 constexpr std::int64_t kFirst = 1;
 
 // ---- the steps; each begins at the version that its place in the list tells, counted from the
-// first
+// first. Columns that an older format lacked are there already, with the template's texts.
 
 void AddVersionRecord(Database& project) {
   const auto settings = project.OpenTable(Misc::kTable);
@@ -72,6 +72,9 @@ void CheckReadable(const std::string& workingFile, const std::string& templatePa
 
 std::vector<LaidAnew> BringUpToDate(const std::string& workingFile,
                                     const std::string& templatePath) {
+  if (VersionOf(*OpenForWriting(workingFile)) < schema::kFormatVersion) {
+    AddMissingColumns(workingFile, templatePath);
+  }
   const auto project = OpenForWriting(workingFile);
   const std::int64_t version = VersionOf(*project);
   try {
@@ -79,7 +82,6 @@ std::vector<LaidAnew> BringUpToDate(const std::string& workingFile,
       kSteps[from - kFirst](*project);
     }
     if (version < schema::kFormatVersion) SetVersion(*project, schema::kFormatVersion);
-    // The formats so far differ by no table and no column.
     CheckContents(*project, Strangers::refused);
     std::vector<LaidAnew> laid = AddMissingRecords(*project, *OpenForReading(templatePath));
     project->Commit();

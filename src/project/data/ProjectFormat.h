@@ -27,11 +27,11 @@ void RefuseNewer(Database& project);
 // whatever else. Throws DatabaseError where it does not.
 void CheckReadable(const std::string& workingFile, const std::string& templatePath);
 
-// Brings the working file of a project up to the present format, step by step, in one transaction:
-// every version that was ever written is understood. What the template has and the project does not
-// is added with the template's value and, where the amplifier has it too, marked to download;
-// returns what was. Throws NewerFormat, and DatabaseError for a file that is no project, or holds
-// what none does; the file is then as it was.
+// Brings the working file of a project up to the present format: every version that was ever
+// written is understood. Columns that an older format lacks are added first, then its steps follow
+// in one transaction. What the template has and the project does not is added with the template's
+// value and, where the amplifier has it too, marked to download; returns which records were. Throws
+// NewerFormat, and DatabaseError for a file that is no project, or holds what none does.
 [[nodiscard]] std::vector<LaidAnew> BringUpToDate(const std::string& workingFile,
                                                   const std::string& templatePath);
 
