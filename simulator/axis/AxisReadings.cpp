@@ -18,7 +18,8 @@ std::int32_t Whole(double value) {
 // The first zone that holds the position; 0 outside of all.
 std::uint32_t ZoneAt(const ZoneTable& zones, double position) {
   for (std::size_t i = 0; i < zones.size(); ++i) {
-    const auto& [lower, upper] = zones[i];
+    const std::string& lower = zones[i][0];
+    const std::string& upper = zones[i][1];
     if (lower.empty() || upper.empty()) continue;
     if (position >= static_cast<double>(TableNumber(lower)) &&
         position <= static_cast<double>(TableNumber(upper))) {
