@@ -5,6 +5,7 @@
 // Each must be refused with a reason and stay as it is, or be worked on: nothing of it changes but
 // what was asked for, or told. No command takes 2 s of the processor's time, and the process no 100
 // MB beyond its beginning. A failure names the number of the project, which makes it again.
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -43,7 +44,7 @@ namespace velmoor::fuzz {
 namespace {
 
 constexpr std::chrono::milliseconds kLimit{2000};
-constexpr unsigned kHangSeconds = 60;  // then the process is ended, and its last line tells where
+constexpr unsigned kHangSeconds = 300;  // then the process is ended, and its last line tells where
 constexpr long kMostMegabytes = 100;
 
 // Table, key of the record and column, with the text.
@@ -138,18 +139,30 @@ class Trial {
   }
 
  private:
-  // In a process of its own: what the making takes is not the program's.
+  // In a process of its own: what the making takes is not the program's. The engine, which the
+  // maker lets do everything, may fall over what it makes, or never end with it: then the file is
+  // as far as it came, journal and all.
   void Make(std::uint32_t number) {
     const std::string note = folder_.path + "/made";
+    unlink((path_ + "-journal").c_str());
     const pid_t child = fork();
     if (child == 0) {
+      constexpr rlimit kTime{5, 5};  // s
+      constexpr rlimit kSize{200'000'000, 200'000'000};
+      setrlimit(RLIMIT_CPU, &kTime);
+      setrlimit(RLIMIT_FSIZE, &kSize);
       std::ofstream(note) << maker_.Make(path_, number);
       _exit(0);
     }
     int status = 0;
     waitpid(child, &status, 0);
-    if (status != 0) throw std::runtime_error("a project was not made");
-    made_ = Read(note);
+    if (WIFSIGNALED(status)) {
+      made_ = "half made";
+    } else if (status == 0) {
+      made_ = Read(note);
+    } else {
+      throw std::runtime_error("a project was not made");
+    }
   }
 
   void Require(bool holds, const std::string& what) {
