@@ -23,6 +23,7 @@ constexpr std::pair<std::string_view, FaultKind> kNames[] = {
     {"half-line", FaultKind::halfLine},
     {"garbage", FaultKind::garbage},
     {"value-answer", FaultKind::valueAnswer},
+    {"unkept", FaultKind::unkept},
     {"restart", FaultKind::restart},
     {"hang-up", FaultKind::hangUp}};
 

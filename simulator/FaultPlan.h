@@ -26,6 +26,7 @@ enum class FaultKind : std::uint8_t {
   halfLine,     // the first half of the answer, without a line end
   garbage,      // noise in place of the answer
   valueAnswer,  // a value in place of the answer, and nothing is done
+  unkept,       // acknowledged, and nothing is done
   restart,      // the amplifier restarts in place of doing it: an echo, no answer
   hangUp        // the line vanishes before anything is done
 };

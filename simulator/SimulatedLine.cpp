@@ -40,6 +40,8 @@ std::string Distort(const Fault& fault, char axis, const std::string& answer) {
       return std::string(kNoise);
     case FaultKind::valueAnswer:
       return front + "PUN=00000012";
+    case FaultKind::unkept:
+      return front + "OK";
     default:
       return answer;
   }
@@ -48,7 +50,7 @@ std::string Distort(const Fault& fault, char axis, const std::string& answer) {
 // Whether the line comes to nothing, whatever is answered.
 bool IsLeftUndone(const std::optional<Fault>& fault) {
   return fault && (fault->kind == FaultKind::notGood || fault->kind == FaultKind::valueAnswer ||
-                   fault->kind == FaultKind::restart);
+                   fault->kind == FaultKind::unkept || fault->kind == FaultKind::restart);
 }
 
 bool EndsLine(const std::optional<Fault>& fault) {

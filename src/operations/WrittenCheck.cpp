@@ -1,6 +1,8 @@
 #include "operations/WrittenCheck.h"
 
 #include <algorithm>
+#include <iterator>
+#include <optional>
 
 #include "link/CommandWords.h"
 #include "link/LinkFailure.h"
@@ -33,6 +35,36 @@ std::string ParameterIn(const std::string& line) {
   return "Pn" + std::string(name.substr(kParameterCommand.size()));
 }
 
+struct TableRow {
+  Tool part;
+  int row;  // from 1
+};
+
+// The row of a table that a line writes, "0POST4=I+100"; nothing for a parameter.
+std::optional<TableRow> RowIn(const std::string& line) {
+  const std::string_view name = std::string_view(line).substr(1, line.find('=') - 1);
+  const std::string_view word = name.substr(0, name.find_first_of("0123456789"));
+  const auto isOf = [&](const auto& commands) {
+    return std::ranges::find(commands, word, &FieldCommand::word) != std::end(commands);
+  };
+  const auto row = ParseWhole(name.substr(word.size()));
+  if (!row) return std::nullopt;
+  const int place = static_cast<int>(*row) + 1;
+  if (isOf(kIndexTableCommands)) return TableRow{Tool::position, place};
+  if (isOf(kZoneTableCommands)) return TableRow{Tool::zone, place};
+  if (isOf(kJogTableCommands)) return TableRow{Tool::jog, place};
+  return std::nullopt;
+}
+
+std::vector<std::string> ParametersIn(const std::vector<std::string>& lines) {
+  std::vector<std::string> parameters;
+  for (const std::string& line : lines) {
+    std::string strPn = ParameterIn(line);
+    if (!strPn.empty()) parameters.push_back(std::move(strPn));
+  }
+  return parameters;
+}
+
 }  // namespace
 
 WrittenCheck::WrittenCheck(SessionState& session) : session_(session) {
@@ -53,19 +85,35 @@ bool WrittenCheck::ReadAll(const Progress& progress) {
   const std::vector<std::string> fresh = session_.Helix7()->Written();
   session_.Helix7()->KeepWritten(true);
   lines_.insert(lines_.end(), fresh.begin(), fresh.end());
-  return Read(fresh, progress);
+  std::vector<std::string> different;
+  if (Read(fresh, progress, different)) return true;
+  session_.OwnProject()->MarkHeldOtherwise({.parameters = ParametersIn(different), .rows = {}});
+  return false;
 }
 
 bool WrittenCheck::ReadSample() {
   std::vector<std::string> sample;
   const std::size_t count = std::min(kSample, lines_.size());
   for (std::size_t i = 0; i < count; ++i) sample.push_back(lines_[i * lines_.size() / count]);
-  return Read(sample, [](int, int) { return true; });
+  std::vector<std::string> different;
+  if (Read(
+          sample, [](int, int) { return true; }, different))
+    return true;
+  clsHX7Project::HeldOtherwise lost{.parameters = ParametersIn(different), .rows = {}};
+  for (const std::string& line : different) {
+    if (const auto row = RowIn(line)) lost.rows[row->part];
+  }
+  for (const std::string& line : lines_) {
+    const auto row = RowIn(line);
+    if (row && lost.rows.contains(row->part)) lost.rows[row->part].push_back(row->row);
+  }
+  session_.OwnProject()->MarkHeldOtherwise(lost);
+  return false;
 }
 
-bool WrittenCheck::Read(const std::vector<std::string>& lines, const Progress& progress) {
+bool WrittenCheck::Read(const std::vector<std::string>& lines, const Progress& progress,
+                        std::vector<std::string>& different) {
   std::vector<std::string> words;
-  std::vector<std::string> parameters;
   const auto total = static_cast<int>(lines.size());
   int count = 0;
   for (const std::string& line : lines) {
@@ -76,11 +124,9 @@ bool WrittenCheck::Read(const std::vector<std::string>& lines, const Progress& p
     YieldEvents();
     if (equal) continue;
     words.push_back(Difference(line, held));
-    const std::string strPn = ParameterIn(line);
-    if (!strPn.empty()) parameters.push_back(strPn);
+    different.push_back(line);
   }
   if (words.empty()) return true;
-  session_.OwnProject()->MarkParameters(parameters);
   TellDifferences(words);
   return false;
 }

@@ -30,13 +30,17 @@ class WrittenCheck {
 
   // Reads back what was written since the last call. False: a value differs, or could not be read,
   // which is the latest failure of the link then, or `progress` ended it. The parameters that
-  // differ are marked; rows of tables are marked by whoever does not store them.
+  // differ are marked, in the project's file too; rows of tables are marked by whoever does not
+  // store them.
   [[nodiscard]] bool ReadAll(const Progress& progress);
-  // The same for a dozen of all values, spread evenly.
+  // The same for a dozen of all values, spread evenly. Where a row differs its table was not
+  // stored: all its rows that were written are marked.
   [[nodiscard]] bool ReadSample();
 
  private:
-  [[nodiscard]] bool Read(const std::vector<std::string>& lines, const Progress& progress);
+  // The lines whose value differs go to `different`.
+  [[nodiscard]] bool Read(const std::vector<std::string>& lines, const Progress& progress,
+                          std::vector<std::string>& different);
   void TellDifferences(const std::vector<std::string>& words);
 
   SessionState& session_;

@@ -1,6 +1,8 @@
 // The marks of what the hardware does not have: set for a transfer, and kept in the project's file
 // whatever else there is unsaved.
 
+#include <algorithm>
+
 #include "platform/Database.h"
 #include "platform/MessageBoxes.h"
 #include "platform/Numbers.h"
@@ -142,6 +144,17 @@ void clsHX7Project::EndDownload() {
     if (!savedElsewhere_) blnNeedsSaving_ = true;
   }
   parameters_.Changed.Raise();
+}
+
+void clsHX7Project::MarkHeldOtherwise(const HeldOtherwise& what) {
+  if (!what.parameters.empty()) parameters_.Mark(what.parameters, Tool::editor);
+  for (const auto& [part, rows] : what.rows) {
+    std::vector<int> sorted = rows;
+    std::ranges::sort(sorted);
+    TableOf(part)->Mark(sorted);
+  }
+  DoubtMarked();
+  EndDownload();
 }
 
 void clsHX7Project::MarkLost(std::span<const Tool> parts) {

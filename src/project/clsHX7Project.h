@@ -110,10 +110,13 @@ class clsHX7Project final : public Project {
   [[nodiscard]] std::string WhatIsDirty();
   // Marks everything that a download of everything sends, in the working file.
   void MarkEverything();
-  // Those parameters, "Pn81D", by name.
-  void MarkParameters(const std::vector<std::string>& names) {
-    parameters_.Mark(names, Tool::editor);
-  }
+  // What the amplifier does not hold though it said so.
+  struct HeldOtherwise {
+    std::vector<std::string> parameters;    // "Pn81D"
+    std::map<Tool, std::vector<int>> rows;  // of the tables, from 1
+  };
+  // Marks it, in the project's file too.
+  void MarkHeldOtherwise(const HeldOtherwise& what);
   // The amplifier has lost those parts: marks them, in the project's file too.
   void MarkLost(std::span<const Tool> parts);
 

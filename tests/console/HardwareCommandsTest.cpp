@@ -175,6 +175,36 @@ TEST_F(Velmoorctl, WhatWasDownloadedIsEqualAtEverySpeed) {
   }
 }
 
+// An acknowledge behind which nothing was kept: what is found stays on offer, in the file.
+TEST_F(Velmoorctl, WhatVerifyFindsIsWhatDownloadNewSends) {
+  struct Case {
+    const char* unkept;
+    const char* told;
+  };
+  for (const Case& c : {Case{"PRM100=", "Read back, one value is not what was sent:"},
+                        Case{"PGMSTORE", "Not everything is stored as it was sent!"},
+                        Case{"JSPDSTORE", "Not everything is stored as it was sent!"}}) {
+    SCOPED_TRACE(c.unkept);
+    world.files.Remove(project);
+    ASSERT_EQ(Run({"new", project}), 0);
+    ASSERT_EQ(Run({"download", project, "--port", "x", "--yes"}), 0) << err.str();
+    ASSERT_EQ(Run({"set", project, "Pn100=81"}), 0) << err.str();
+    const std::string index = WriteFile("i.csv",
+                                        "step,label,position,speed,rdst,rspd,pout,event,loop,next\n"
+                                        "5,a,I+13,80,-,1,:::::,IT0,1,END\n");
+    ASSERT_EQ(Run({"import", project, "index", index}), 0) << err.str();
+    ASSERT_EQ(Run({"import", project, "jog", WriteFile("j.csv", "jog,speed\n2,7\n")}), 0);
+    line.faults.Add({.kind = FaultKind::unkept, .match = c.unkept});
+    EXPECT_EQ(Run({"download", project, "--new", "--port", "x", "--yes", "--verify"}), 1);
+    EXPECT_NE(err.str().find(c.told), std::string::npos) << err.str();
+    EXPECT_NE(err.str().find("on offer"), std::string::npos) << err.str();
+    EXPECT_EQ(Run({"download", project, "--new", "--port", "x", "--yes"}), 0) << err.str();
+    EXPECT_NE(err.str().find("Download New complete!"), std::string::npos) << err.str();
+    line.Amplifier('0')->Restart(port.Now());
+    EXPECT_EQ(Run({"compare", project, "--port", "x"}), 0) << out.str();
+  }
+}
+
 // The verdict on an amplifier is that on a project which was uploaded from it.
 TEST_F(Velmoorctl, CompareAndDiffAgree) {
   ASSERT_EQ(Run({"new", project}), 0);
