@@ -116,6 +116,7 @@ std::string ProgrammeRun::BeginStep(const ProgrammeSurroundings& axis) {
   registrationArmed_ = !row[Field::rdst].empty() && row[Field::rdst] != "-";
   followsRegistration_ = false;
   phase_ = Phase::waitsForEvent;
+  ++stepsBegun_;
   return BeginMove(axis, row[Field::position], CountsPerSecond(NumberIn(row[Field::speed])));
 }
 

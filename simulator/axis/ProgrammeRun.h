@@ -46,6 +46,10 @@ class ProgrammeRun {
   [[nodiscard]] bool FollowsRegistration() const { return followsRegistration_; }
   // The row under way.
   [[nodiscard]] std::size_t Row() const { return row_; }
+  // How many steps have begun so far, each repetition counted.
+  [[nodiscard]] std::int64_t StepsBegun() const { return stepsBegun_; }
+  // The event of the row under way has not come yet.
+  [[nodiscard]] bool AwaitsEvent() const { return phase_ == Phase::waitsForEvent; }
 
  private:
   enum class Phase { idle, atStep, waitsForEvent, waitsForTime };
@@ -61,6 +65,7 @@ class ProgrammeRun {
   bool halted_ = false;
   std::size_t row_ = 0;
   std::int64_t repetitions_ = 0;
+  std::int64_t stepsBegun_ = 0;
   std::string event_;  // without its time; kept for a step that takes over the one before
   double waited_ = 0;  // s
   bool registrationArmed_ = false, followsRegistration_ = false;

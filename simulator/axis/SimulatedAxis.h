@@ -71,6 +71,8 @@ class SimulatedAxis {
   // Of the motor since the simulation began, whatever the counts say.
   [[nodiscard]] double MotorTurns() const { return plant_.Position(); }
   [[nodiscard]] const ProgrammeRun& Programme() const { return programme_; }
+  // In which it is; 0 outside of all.
+  [[nodiscard]] std::uint32_t Zone() const { return Outputs().zone; }
 
   // One line of "IN1" or "IN2"; false for other words.
   bool SetInput(std::string_view word, int bit, bool on);

@@ -11,6 +11,7 @@
 #include "console/HardwareCommands.h"
 #include "console/OnlineCommands.h"
 #include "console/ParameterCommands.h"
+#include "console/RehearseCommand.h"
 #include "console/ReportCommand.h"
 #include "console/SystemCommand.h"
 #include "link/clsHX7Helix7.h"
@@ -20,6 +21,7 @@
 #include "platform/VisibleText.h"
 #include "platform/World.h"
 #include "platform/cli/RunProgram.h"
+#include "rehearsal/Rehearsal.h"
 #include "reports/rptHX7Main.h"
 #include "tables/TableCsv.h"
 
@@ -193,7 +195,8 @@ Commands ProjectCommands() {
 const Commands& AllCommands() {
   static const Commands kCommands = [] {
     Commands all = ProjectCommands();
-    for (const Commands& group : {ReportCommands(), HardwareCommands(), OnlineCommands()}) {
+    for (const Commands& group :
+         {ReportCommands(), RehearseCommands(), HardwareCommands(), OnlineCommands()}) {
       all.insert(all.end(), group.begin(), group.end());
     }
     return all;
@@ -246,7 +249,16 @@ std::vector<OptionEntry> Options() {
       {"keep",
        "what is shown, marked to download, or what would be sent",
        {"WHICH", Kind::words, {"shown", "sent"}}},
-      {"out", "where the report goes", {"FILE.pdf", Kind::file}},
+      {"out",
+       "where the report goes, a PDF, or what was rehearsed, a line each ms",
+       {"FILE", Kind::file}},
+      {"inputs",
+       "what happens at the inputs: CSV with at (seconds, or \"step 4\"), input and state",
+       {"CSV", Kind::file}},
+      {"passes", "of a programme that begins again; 1 unless given", {"N"}},
+      {"ignore",
+       "findings that are none: " + InWords(FindingWords()),
+       {"LIST", Kind::words, FindingWords(), true}},
       {"read-only", "read a project of a newer version too, as far as this one knows it"},
       {"paper", "report on a4 or letter; a4 unless given", {"SIZE", Kind::words, {"a4", "letter"}}},
       {"yes",

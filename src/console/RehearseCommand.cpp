@@ -1,0 +1,158 @@
+#include "console/RehearseCommand.h"
+
+#include <algorithm>
+#include <ostream>
+#include <set>
+
+#include "platform/Csv.h"
+#include "platform/Files.h"
+#include "platform/Numbers.h"
+#include "platform/VisibleText.h"
+#include "platform/World.h"
+#include "project/data/UnitConversion.h"
+#include "rehearsal/Rehearsal.h"
+
+namespace velmoor {
+namespace {
+
+constexpr std::int64_t kMostPasses = 1000;
+
+// The kinds of a list such as "dwell,speed". Throws UsageError.
+std::set<std::string> IgnoredKinds(const Context& context) {
+  std::set<std::string> ignored;
+  const std::string list = context.line.Value("ignore").value_or("");
+  for (std::size_t begin = 0; begin < list.size();) {
+    const std::size_t end = std::min(list.find(',', begin), list.size());
+    const std::string word = LowerCase(Trim(std::string_view(list).substr(begin, end - begin)));
+    const std::vector<std::string> known = FindingWords();
+    if (std::ranges::find(known, word) == known.end()) {
+      throw UsageError("'" + word + "' is no kind of finding");
+    }
+    ignored.insert(word);
+    begin = end + 1;
+  }
+  return ignored;
+}
+
+RehearsalOrder OrderOf(const Context& context) {
+  RehearsalOrder order;
+  if (const auto passes = context.line.Value("passes")) {
+    const auto number = ParseWhole(*passes);
+    if (!number || *number < 1 || *number > kMostPasses) {
+      throw UsageError("Option --passes needs a whole number from 1 to 1000");
+    }
+    order.passes = static_cast<int>(*number);
+  }
+  if (const auto inputs = context.line.Value("inputs")) {
+    try {
+      order.inputs = ReadInputScript(world().files->ReadAll(world().files->Absolute(*inputs)));
+    } catch (const InputScriptError& error) {
+      throw UsageError(*inputs + ": " + error.what());
+    }
+  }
+  return order;
+}
+
+std::string Seconds(double seconds) {
+  return FixedText(seconds, 3);
+}
+
+// The samples as lines, in the project's units.
+class Record {
+ public:
+  explicit Record(const clsHX7Project& project) : units_(UnitsOf(project)) {
+    text_ = CsvLine({"time (s)", "step", "position (" + units_.Word(UnitKind::distance) + ")",
+                     "speed (1/min)", "following error (" + units_.Word(UnitKind::distance) + ")",
+                     "torque (%)", "POUT0", "POUT1", "POUT2", "POUT3", "POUT4", "zone"});
+  }
+
+  void Add(const RehearsalSample& sample) {
+    CsvRow row{Seconds(sample.seconds),
+               NumberText(sample.step),
+               units_.Shown(sample.position, UnitKind::distance),
+               NumberText(sample.speed),
+               units_.Shown(sample.error, UnitKind::distance),
+               NumberText(sample.torque)};
+    constexpr unsigned kOutputs = 5;
+    for (unsigned i = 0; i < kOutputs; ++i) {
+      row.emplace_back(((sample.outputs >> i) & 1U) != 0 ? "1" : "0");
+    }
+    row.push_back(NumberText(sample.zone));
+    text_ += CsvLine(row);
+  }
+
+  [[nodiscard]] const std::string& Text() const { return text_; }
+
+ private:
+  Units units_;
+  std::string text_;
+};
+
+void PrintSteps(const Context& context, clsHX7Project& project, const RehearsalResult& result) {
+  const Units units = UnitsOf(project);
+  const std::string distance = " (" + units.Word(UnitKind::distance) + ")";
+  context.program.out << CsvLine({"step", "label", "begin (s)", "end (s)", "time (s)", "move (s)",
+                                  "position" + distance, "following error" + distance,
+                                  "torque (%)"});
+  for (const RehearsedStep& step : result.steps) {
+    context.program.out << CsvLine(
+        {NumberText(step.step), project.Position().Text(step.step, clsHX7Position::label),
+         Seconds(step.begin), Seconds(step.end), Seconds(step.end - step.begin),
+         Seconds(step.moved), units.Shown(step.endPosition, UnitKind::distance),
+         units.Shown(step.largestError, UnitKind::distance), NumberText(step.peakTorque)});
+  }
+}
+
+// Whether there are any that count.
+bool TellFindings(const Context& context, const RehearsalResult& result,
+                  const std::set<std::string>& ignored) {
+  bool any = false;
+  for (const RehearsalFinding& finding : result.findings) {
+    const std::string kind(WordOf(finding.kind));
+    if (ignored.contains(kind)) continue;
+    any = true;
+    const std::string place = finding.step == 0 ? ""
+                                                : "Step " + NumberText(finding.step) + " at " +
+                                                      Seconds(finding.seconds) + " s: ";
+    context.program.err << VisibleLines(kind + ": " + place + finding.words) << '\n';
+  }
+  return any;
+}
+
+bool RehearseProject(const Context& context) {
+  const std::set<std::string> ignored = IgnoredKinds(context);
+  const RehearsalOrder order = OrderOf(context);
+  const auto out = context.line.Value("out");
+  Work work(context);
+  if (!work.Open(context.Argument(1))) return false;
+  const std::string path = out ? world().files->Absolute(*out) : std::string();
+  if (out && world().files->Exists(path)) RequireAgreement(context);
+  Record record(work.project());
+  const RehearsalResult result =
+      Rehearse(work.project(), order, [&](const RehearsalSample& sample) {
+        if (out) record.Add(sample);
+      });
+  if (out) world().files->WriteDurably(path, record.Text());
+  PrintSteps(context, work.project(), result);
+  const bool found = TellFindings(context, result, ignored);
+  std::string end = NumberText(result.steps.size()) + " steps in " + Seconds(result.seconds) + " s";
+  if (result.cycleSeconds) {
+    end += ", " + Seconds(*result.cycleSeconds) + " s from step " + NumberText(result.cycleStep) +
+           " to step " + NumberText(result.cycleStep) + " again";
+  }
+  context.program.err << end << '\n';
+  return !found;
+}
+
+}  // namespace
+
+Commands RehearseCommands() {
+  return {{{"rehearse",
+            "run the programme on a simulated axis, much faster than it is, and print what each "
+            "step does and what goes wrong",
+            {FileArgument()},
+            {"inputs", "out", "passes", "ignore", "motor-size", "read-only", "yes"}},
+           RehearseProject}};
+}
+
+}  // namespace velmoor
