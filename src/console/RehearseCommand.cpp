@@ -43,14 +43,20 @@ RehearsalOrder OrderOf(const Context& context) {
     }
     order.passes = static_cast<int>(*number);
   }
-  if (const auto inputs = context.line.Value("inputs")) {
-    try {
-      order.inputs = ReadInputScript(world().files->ReadAll(world().files->Absolute(*inputs)));
-    } catch (const InputScriptError& error) {
-      throw UsageError(*inputs + ": " + error.what());
-    }
-  }
   return order;
+}
+
+// False: the script cannot be taken, of which the user was told. Throws FileError.
+bool ReadInputs(const Context& context, RehearsalOrder& order) {
+  const auto inputs = context.line.Value("inputs");
+  if (!inputs) return true;
+  try {
+    order.inputs = ReadInputScript(world().files->ReadAll(world().files->Absolute(*inputs)));
+    return true;
+  } catch (const InputScriptError& error) {
+    context.program.err << VisibleLines(*inputs + ": " + error.what()) << '\n';
+    return false;
+  }
 }
 
 std::string Seconds(double seconds) {
@@ -121,10 +127,10 @@ bool TellFindings(const Context& context, const RehearsalResult& result,
 
 bool RehearseProject(const Context& context) {
   const std::set<std::string> ignored = IgnoredKinds(context);
-  const RehearsalOrder order = OrderOf(context);
+  RehearsalOrder order = OrderOf(context);
   const auto out = context.line.Value("out");
   Work work(context);
-  if (!work.Open(context.Argument(1))) return false;
+  if (!ReadInputs(context, order) || !work.Open(context.Argument(1))) return false;
   const std::string path = out ? world().files->Absolute(*out) : std::string();
   if (out && world().files->Exists(path)) RequireAgreement(context);
   Record record(work.project());
