@@ -8,6 +8,7 @@
 #include "platform/posix/PosixClock.h"
 #include "platform/posix/PosixFiles.h"
 #include "platform/sqlcipher/SqlcipherDatabases.h"
+#include "platform/toml/TomlTexts.h"
 #include "project/data/CatalogueLibrary.h"
 
 namespace velmoor::bench {
@@ -19,6 +20,7 @@ struct BenchAdapters {
     world.files = &files;
     world.databases = &databases;
     world.rx900Utils = &rx900Utils;
+    world.keyedTexts = &keyedTexts;
     world.catalogue = &catalogue;
     world.appDirectory = VELMOOR_CATALOGUE_DIRECTORY;
     world.catalogueCopyDirectory = folder;
@@ -28,6 +30,7 @@ struct BenchAdapters {
   posix::PosixFiles files;
   sqlcipher::SqlcipherDatabases databases;
   StandardRx900Utils rx900Utils;
+  toml_texts::TomlTexts keyedTexts;
   CatalogueLibrary catalogue;
 };
 

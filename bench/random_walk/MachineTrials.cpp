@@ -7,23 +7,17 @@
 #include <filesystem>
 #include <map>
 #include <random>
-#include <sstream>
 #include <stdexcept>
 #include <utility>
 
-#include "BenchAdapters.h"
-#include "console/Commands.h"
-#include "console/ConsoleBoxes.h"
 #include "fault_campaign/Program.h"
 #include "fault_campaign/Truth.h"
 #include "fault_campaign/Wiring.h"
-#include "platform/cli/RunProgram.h"
 #include "platform/headless/HeadlessWorld.h"
 #include "random_walk/Literal.h"
 #include "random_walk/MachineOracle.h"
 #include "random_walk/RandomMachine.h"
-#include "simulator/InProcessPort.h"
-#include "simulator/SimulatedLine.h"
+#include "random_walk/Shell.h"
 
 namespace velmoor::walk {
 namespace {
@@ -133,45 +127,6 @@ double SecondsSince(std::chrono::steady_clock::time_point start) {
 }
 
 // ---- velmoorctl
-
-class Shell {
- public:
-  explicit Shell(const std::string& folder) : port_(line_) {
-    adapters_.Fill(headless_.world, folder);
-    headless_.world.clock = &headless_.clock;
-    line_.AddAmplifier({});
-  }
-  int Run(const std::vector<std::string>& words) {
-    out.str("");
-    err.str("");
-    ConsoleBoxes boxes(err);
-    headless_.world.boxes = &boxes;
-    const int status = RunProgram(ConsoleTable(), words, out, err, [&](const CommandLine& line) {
-      return RunCommand(line, {out, err, boxes, port_, [](SerialPort&, const std::string&) {},
-                               nullptr, [] { return false; }});
-    });
-    headless_.world.boxes = &headless_.boxes;
-    return status;
-  }
-  // The value of a line of `show system`; empty where there is none.
-  [[nodiscard]] std::string Shown(const std::string& name) const {
-    std::istringstream lines(out.str());
-    for (std::string line; std::getline(lines, line);) {
-      if (!line.starts_with(name + ",")) continue;
-      line.erase(0, name.size() + 1);
-      return line.substr(0, line.find(','));
-    }
-    return {};
-  }
-
-  std::ostringstream out, err;
-
- private:
-  headless::HeadlessWorld headless_;
-  bench::BenchAdapters adapters_;
-  SimulatedLine line_;
-  InProcessPort port_;
-};
 
 // A project, and the machine that it holds.
 struct Held {

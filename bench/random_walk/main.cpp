@@ -15,6 +15,7 @@
 #include "random_walk/Generator.h"
 #include "random_walk/MachineTrials.h"
 #include "random_walk/Shrink.h"
+#include "random_walk/TextTrials.h"
 
 namespace velmoor {
 namespace {
@@ -24,6 +25,7 @@ struct Options {
   int walks = 10000;
   int steps = 60;
   int machines = 0;
+  int texts = 0;
   std::set<std::string> ignored;
   std::string replay;
 };
@@ -45,6 +47,7 @@ const ProgramTable& WalkTable() {
                   {"ignore", "kinds of violations to pass over", {"KIND,..."}},
                   {"replay", "walk the steps of a file", {"FILE", ValueEntry::Kind::file}},
                   {"machines", "enter random machines instead of walking", {"N"}},
+                  {"texts", "turn random projects into text and back instead of walking", {"N"}},
                   bench::kFolder},
       .notes = "Exit status: 0 everything held, 1 something did not, 2 wrong usage.\n"};
   return kTable;
@@ -56,6 +59,7 @@ Options Read(const CommandLine& line) {
           .walks = static_cast<int>(bench::NumberOf(line, "walks", usual.walks)),
           .steps = static_cast<int>(bench::NumberOf(line, "steps", usual.steps)),
           .machines = static_cast<int>(bench::NumberOf(line, "machines", usual.machines)),
+          .texts = static_cast<int>(bench::NumberOf(line, "texts", usual.texts)),
           .ignored = Words(line.Value("ignore").value_or("")),
           .replay = line.Value("replay").value_or("")};
 }
@@ -131,10 +135,20 @@ int RunMachines(const Options& options, const std::string& folder) {
   return console != 0 || window != 0 ? 1 : 0;
 }
 
+int RunTexts(const Options& options, const std::string& folder) {
+  const walk::TrialReport report = walk::RunTextTrials(folder, options.seed, options.texts);
+  for (const std::string& fault : report.faults) std::cout << "FAULT: " << fault << "\n";
+  std::cout << report.machines << " projects, " << report.doubtful
+            << " with values that nobody typed, " << report.entered << " came back whole in "
+            << report.seconds << " s\n";
+  return report.faults.empty() ? 0 : 1;
+}
+
 int Run(const CommandLine& line) {
   const Options options = Read(line);
   const bench::TemporaryFolder folder(line.Value("folder").value_or(""), "random-walk");
   if (options.machines > 0) return RunMachines(options, folder.Path());
+  if (options.texts > 0) return RunTexts(options, folder.Path());
   if (!options.replay.empty()) return Replay(options, folder.Path());
   return RunWalks(options, folder.Path());
 }

@@ -61,6 +61,25 @@ constexpr std::array kNotices{
         "Built into the programs. Its conditions and its disclaimer are those of SQLCipher above, "
         "with these holders' names; their own words lie in the file \"copyright\" of this "
         "program's package."},
+    Notice{
+        "toml++ and nlohmann-json", "Projects as text, results as JSON", "MIT",
+        "Copyright 2020-2024 Mark Gillard; 2013-2023 Niels Lohmann; of parts 2008-2010 Bjoern "
+        "Hoehrmann, 2009 Florian Loitsch.\r"
+        "Built into the programs. "
+        "Permission is hereby granted, free of charge, to any person obtaining a copy of this "
+        "software and associated documentation files (the \"Software\"), to deal in the Software "
+        "without restriction, including without limitation the rights to use, copy, modify, "
+        "merge, publish, distribute, sublicense, and/or sell copies of the Software, and to "
+        "permit persons to whom the Software is furnished to do so, subject to the following "
+        "conditions:\r"
+        "The above copyright notice and this permission notice shall be included in all copies "
+        "or substantial portions of the Software.\r"
+        "THE SOFTWARE IS PROVIDED \"AS IS\", WITHOUT WARRANTY OF ANY KIND, EXPRESS OR IMPLIED, "
+        "INCLUDING BUT NOT LIMITED TO THE WARRANTIES OF MERCHANTABILITY, FITNESS FOR A "
+        "PARTICULAR PURPOSE AND NONINFRINGEMENT. IN NO EVENT SHALL THE AUTHORS OR COPYRIGHT "
+        "HOLDERS BE LIABLE FOR ANY CLAIM, DAMAGES OR OTHER LIABILITY, WHETHER IN AN ACTION OF "
+        "CONTRACT, TORT OR OTHERWISE, ARISING FROM, OUT OF OR IN CONNECTION WITH THE SOFTWARE OR "
+        "THE USE OR OTHER DEALINGS IN THE SOFTWARE."},
     Notice{"GNU C++ library and compiler library", "The language's own library",
            "GNU General Public License, version 3, with the GCC Runtime Library Exception",
            "Copyright Free Software Foundation, Inc.\r"
@@ -78,7 +97,9 @@ std::string LicenceNotices() {
   std::string text =
       "Velmoor is free software under the Apache License, version 2.0, which lies in "
       "/usr/share/common-licenses/Apache-2.0. It stands on these libraries. SQLCipher, with SQLite "
-      "in it, and CLI11 are built into the programs; the others are used as the system delivers "
+      "in it, CLI11, toml++ and nlohmann-json are built into the programs; the others are used as "
+      "the system "
+      "delivers "
       "them. What they stand on in turn is told in "
       "/usr/share/doc, in the file \"copyright\" of each package.";
   for (const Notice& notice : kNotices) {

@@ -28,6 +28,7 @@
 #include "platform/spdlog/RotatingLog.h"
 #include "platform/sqlcipher/Engine.h"
 #include "platform/sqlcipher/SqlcipherDatabases.h"
+#include "platform/toml/TomlTexts.h"
 #include "project/data/CatalogueLibrary.h"
 
 namespace {
@@ -86,6 +87,7 @@ int Run(int& argc, char** argv, const std::string& projectName) {
   posix::PosixFiles files;
   sqlcipher::SqlcipherDatabases databases;
   StandardRx900Utils rx900Utils;
+  toml_texts::TomlTexts keyedTexts;
   CatalogueLibrary catalogue;
 
   World adapters;
@@ -95,6 +97,7 @@ int Run(int& argc, char** argv, const std::string& projectName) {
   adapters.files = &files;
   adapters.databases = &databases;
   adapters.rx900Utils = &rx900Utils;
+  adapters.keyedTexts = &keyedTexts;
   adapters.catalogue = &catalogue;
   adapters.appDirectory = posix::ProgramDirectory();
   adapters.workDirectory = JoinPath(posix::StateDirectory(), "work");

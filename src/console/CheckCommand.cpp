@@ -1,12 +1,11 @@
 #include "console/CheckCommand.h"
 
 #include <algorithm>
-#include <ostream>
 #include <vector>
 
 #include "console/CommandContext.h"
 #include "console/ConsoleBoxes.h"
-#include "platform/Csv.h"
+#include "console/TableOut.h"
 #include "project/Doubts.h"
 
 namespace velmoor {
@@ -44,10 +43,10 @@ bool Check(const Context& context) {
   context.program.boxes.Agree(context.line.Has("yes"));
   if (word && !Settle(work, keep)) return false;
   const std::vector<Doubt> doubts = work.project().Doubts();
-  context.program.out << CsvLine({"row", "field", "doubt", "shown", "sent", "meaning", "limits"});
+  TableOut table(context, CsvRow{"row", "field", "doubt", "shown", "sent", "meaning", "limits"});
   for (const Doubt& doubt : doubts) {
-    context.program.out << CsvLine({doubt.place, doubt.field, std::string(WordOf(doubt.kind)),
-                                    doubt.shown, doubt.sent, doubt.sentShown, doubt.limits});
+    table.Row({doubt.place, doubt.field, std::string(WordOf(doubt.kind)), doubt.shown, doubt.sent,
+               doubt.sentShown, doubt.limits});
   }
   return doubts.empty();
 }

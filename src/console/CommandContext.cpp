@@ -1,8 +1,11 @@
 #include "console/CommandContext.h"
 
+#include <ostream>
+
 #include "console/ConsoleBoxes.h"
 #include "platform/MessageBoxes.h"
 #include "platform/Numbers.h"
+#include "platform/VisibleText.h"
 #include "project/data/MotorLimits.h"
 
 namespace velmoor {
@@ -52,6 +55,10 @@ std::string DecimalHint(const std::string& value) {
   std::string pointed = value;
   pointed[comma] = '.';
   return ParseFloat(pointed) ? " A point separates the decimals: " + pointed : std::string();
+}
+
+void TellFaults(const Context& context, const std::vector<std::string>& faults) {
+  for (const std::string& fault : faults) context.program.err << VisibleLines(fault) << '\n';
 }
 
 void RequireAgreement(const Context& context) {

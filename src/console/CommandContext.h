@@ -68,6 +68,9 @@ class Work {
 // a point is meant, else nothing.
 [[nodiscard]] std::string DecimalHint(const std::string& value);
 
+// Prints each on a line of its own.
+void TellFaults(const Context& context, const std::vector<std::string>& faults);
+
 // Agrees to every question, by --yes. Throws UsageError without it.
 void RequireAgreement(const Context& context);
 

@@ -14,11 +14,12 @@
 #include "console/RehearseCommand.h"
 #include "console/ReportCommand.h"
 #include "console/SystemCommand.h"
+#include "console/TableOut.h"
+#include "console/TextCommands.h"
 #include "link/clsHX7Helix7.h"
 #include "online/MonitoredItems.h"
 #include "platform/Files.h"
 #include "platform/Numbers.h"
-#include "platform/VisibleText.h"
 #include "platform/World.h"
 #include "platform/cli/RunProgram.h"
 #include "rehearsal/Rehearsal.h"
@@ -28,21 +29,17 @@
 namespace velmoor {
 namespace {
 
-void TellFaults(const Context& context, const std::vector<std::string>& faults) {
-  for (const std::string& fault : faults) context.program.err << VisibleLines(fault) << '\n';
-}
-
 // ---- tables
 
 struct TableAccess {
-  std::function<std::string(clsHX7Project&)> show;
+  std::function<std::vector<CsvRow>(clsHX7Project&)> show;
   std::function<std::vector<std::string>(clsHX7Project&, const std::string&)> import;
   std::function<bool(clsHX7Project&)> accept;
 };
 
 template <typename Table>
 TableAccess AccessTo(Table& (clsHX7Project::*table)()) {
-  return {[table](clsHX7Project& project) { return ExportCsv((project.*table)()); },
+  return {[table](clsHX7Project& project) { return CsvRowsOf((project.*table)()); },
           [table](clsHX7Project& project, const std::string& text) {
             return ImportCsv(project, (project.*table)(), text);
           },
@@ -60,12 +57,12 @@ TableAccess TableNamed(const std::string& name) {
   throw UsageError("'" + name + "' is none of index, zone and jog");
 }
 
-// Gives a project's data as CSV.
-using Shown = std::function<std::string(clsHX7Project&)>;
+// Gives a project's data, the names of the columns first.
+using Shown = std::function<std::vector<CsvRow>(clsHX7Project&)>;
 
 Shown ShownAs(const std::string& name) {
-  if (name == "parameters") return ExportParameters;
-  if (name == "system") return SystemCsv;
+  if (name == "parameters") return ParameterRows;
+  if (name == "system") return SystemRows;
   if (IsTable(name)) return TableNamed(name).show;
   throw UsageError("'" + name + "' is none of index, zone, jog, system and parameters");
 }
@@ -74,7 +71,7 @@ bool Show(const Context& context) {
   const Shown show = ShownAs(context.Argument(2));
   Work work(context);
   if (!work.Open(context.Argument(1))) return false;
-  context.program.out << show(work.project());
+  PrintTable(context, show(work.project()));
   return true;
 }
 
@@ -162,9 +159,9 @@ Commands ProjectCommands() {
   return {
       {{"new", "make a project from the template", {file}}, New},
       {{"show",
-        "print a table, the machine or every parameter as CSV",
+        "print a table, the machine or every parameter",
         {file, OneOf("WHAT", {"index", "zone", "jog", "system", "parameters"})},
-        {"motor-size", "read-only"}},
+        {"json", "motor-size", "read-only"}},
        Show},
       {{"import",
         "put a CSV file into a table and save",
@@ -183,10 +180,10 @@ Commands ProjectCommands() {
         {"motor-size", "yes"}},
        Set},
       {{"check",
-        "print the values in doubt, as CSV; --keep settles those that show one value and send "
+        "print the values in doubt; --keep settles those that show one value and send "
         "another, and saves",
         {file},
-        {"keep", "motor-size", "yes"}},
+        {"json", "keep", "motor-size", "yes"}},
        Check},
   };
 }
@@ -195,8 +192,8 @@ Commands ProjectCommands() {
 const Commands& AllCommands() {
   static const Commands kCommands = [] {
     Commands all = ProjectCommands();
-    for (const Commands& group :
-         {ReportCommands(), RehearseCommands(), HardwareCommands(), OnlineCommands()}) {
+    for (const Commands& group : {TextCommands(), ReportCommands(), RehearseCommands(),
+                                  HardwareCommands(), OnlineCommands()}) {
       all.insert(all.end(), group.begin(), group.end());
     }
     return all;
@@ -235,7 +232,8 @@ std::vector<OptionEntry> Options() {
       {"new", "download only what changed since the last download"},
       {"verify",
        "read back what a download has sent before it is stored, and a sample behind the restart"},
-      {"all", "download or upload everything, as without it"},
+      {"all",
+       "download or upload everything, as without it; export what is as in a new project too"},
       {"only",
        "download or upload index, zone, jog, parameters, system alone",
        {"LIST", Kind::words, {"index", "zone", "jog", "parameters", "system"}, true}},
@@ -261,6 +259,7 @@ std::vector<OptionEntry> Options() {
        {"LIST", Kind::words, FindingWords(), true}},
       {"read-only", "read a project of a newer version too, as far as this one knows it"},
       {"paper", "report on a4 or letter; a4 unless given", {"SIZE", Kind::words, {"a4", "letter"}}},
+      {"json", "print JSON in the place of CSV: an array with an object a row"},
       {"yes",
        "agree to what would be asked: download, upload and reset overwrite data, report a file "
        "that "

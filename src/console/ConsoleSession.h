@@ -14,7 +14,7 @@ namespace velmoor {
 
 // What leads on where a project of a newer version was refused.
 inline constexpr const char* kReadOnlyHint =
-    "\rshow, report, compare and diff read it with --read-only.";
+    "\rshow, export, report, compare and diff read it with --read-only.";
 
 class ConsoleSession final : public SessionState, private Desk {
  public:

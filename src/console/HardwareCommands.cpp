@@ -2,15 +2,16 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 #include <ostream>
 #include <vector>
 
 #include "console/ConsoleBoxes.h"
+#include "console/TableOut.h"
 #include "link/AxisScan.h"
 #include "link/BaudRates.h"
 #include "link/CommandWords.h"
 #include "link/DisplayError.h"
-#include "platform/Csv.h"
 #include "platform/Files.h"
 #include "platform/Numbers.h"
 #include "platform/VisibleText.h"
@@ -54,16 +55,52 @@ void AllowOneOf(const Context& context, std::initializer_list<const char*> optio
 
 bool PrintDifferences(const Context& context, const std::vector<PartComparison>& parts,
                       const char* first, const char* second) {
-  context.program.out << CsvLine({"part", "row", "field", first, second});
+  TableOut table(context, CsvRow{"part", "row", "field", first, second});
   for (const PartComparison& part : parts) {
     for (const ProjectDifference& d : part.differences) {
-      context.program.out << CsvLine({d.part, d.row, d.field, d.first, d.second});
+      table.Row({d.part, d.row, d.field, d.first, d.second});
     }
   }
   return !Differs(parts);
 }
 
 // ---- looking
+
+// Lines "Axis: 0", or with --json objects of a name and a value.
+class InfoOut {
+ public:
+  explicit InfoOut(const Context& context) : out_(context.program.out) {
+    if (context.line.Has("json")) table_.emplace(context, CsvRow{"name", "value"});
+  }
+  // Without a name: a difference, which tells its place itself.
+  void Tell(const std::string& name, const std::string& value) {
+    if (table_) {
+      table_->Row({name.empty() ? "Difference" : name, value});
+    } else {
+      out_ << name << (name.empty() ? "" : ": ") << value << '\n';
+    }
+  }
+
+ private:
+  std::ostream& out_;
+  std::optional<TableOut> table_;
+};
+
+struct InfoItem {
+  const char* name;
+  ResultCode (clsHX7Helix7::*read)(std::string&);
+};
+constexpr std::array<InfoItem, 10> kInfoItems{
+    {{"Servo model", &clsHX7Helix7::GetServoModel},
+     {"Servo version", &clsHX7Helix7::GetServoVersion},
+     {"Servo Y specification", &clsHX7Helix7::GetServoYSpec},
+     {"Option version", &clsHX7Helix7::GetOptionVersion},
+     {"Option Y specification", &clsHX7Helix7::GetOptionYSpec},
+     {"Motor model", &clsHX7Helix7::GetMotorModel},
+     {"Motor size (W)", &clsHX7Helix7::GetMotorSize},
+     {"Encoder type", &clsHX7Helix7::GetEncoderType},
+     {"Encoder resolution", &clsHX7Helix7::GetEncoderResolutionBits},
+     {"Alarm", &clsHX7Helix7::GetAlarm}}};
 
 bool Info(const Context& context) {
   (void)context.line.Required("port");
@@ -72,36 +109,26 @@ bool Info(const Context& context) {
   if (compares && !work.Open(context.Argument(1))) return false;
   if (!work.Connect()) return false;
   clsHX7Helix7& helix = *work.session().Helix7();
-  std::ostream& out = context.program.out;
+  InfoOut out(context);
+  out.Tell("Axis", work.session().Axis());
+  out.Tell("Baud rate", NumberText(work.session().BaudRate()));
+  out.Tell("Echo", work.session().Echo() == 1 ? "on" : "off");
   bool complete = true;
-  const auto print = [&](const std::string& name, ResultCode (clsHX7Helix7::*read)(std::string&)) {
+  for (const InfoItem& item : kInfoItems) {
     std::string text;
-    const ResultCode result = (helix.*read)(text);
+    const ResultCode result = (helix.*item.read)(text);
     if (result == kSuccess) {
-      out << name << ": " << VisibleText(text) << '\n';
+      out.Tell(item.name, VisibleText(text));
     } else {
       complete = false;
-      DisplayError(result, name + " cannot be read!");
+      DisplayError(result, std::string(item.name) + " cannot be read!");
     }
-  };
-  out << "Axis: " << work.session().Axis() << '\n'
-      << "Baud rate: " << work.session().BaudRate() << '\n'
-      << "Echo: " << (work.session().Echo() == 1 ? "on" : "off") << '\n';
-  print("Servo model", &clsHX7Helix7::GetServoModel);
-  print("Servo version", &clsHX7Helix7::GetServoVersion);
-  print("Servo Y specification", &clsHX7Helix7::GetServoYSpec);
-  print("Option version", &clsHX7Helix7::GetOptionVersion);
-  print("Option Y specification", &clsHX7Helix7::GetOptionYSpec);
-  print("Motor model", &clsHX7Helix7::GetMotorModel);
-  print("Motor size (W)", &clsHX7Helix7::GetMotorSize);
-  print("Encoder type", &clsHX7Helix7::GetEncoderType);
-  print("Encoder resolution", &clsHX7Helix7::GetEncoderResolutionBits);
-  print("Alarm", &clsHX7Helix7::GetAlarm);
+  }
   if (!compares) return complete;
   const auto match = work.session().Hardware().connection.Motor().Look();
   if (!match) return false;
-  for (const std::string& difference : match->differences) out << difference << '\n';
-  if (match->differences.empty()) out << "Project: describes this motor\n";
+  for (const std::string& difference : match->differences) out.Tell({}, difference);
+  if (match->differences.empty()) out.Tell("Project", "describes this motor");
   return complete && match->differences.empty();
 }
 
@@ -110,7 +137,7 @@ bool Scan(const Context& context) {
   Work work(context);
   if (!work.Started()) return false;
   bool any = false;
-  context.program.out << CsvLine({"axis", "baud"});
+  TableOut table(context, CsvRow{"axis", "baud"});
   for (const std::int32_t rate : kBaudRates) {
     if (work.session().StopProcedure()) return false;
     const LineSettings settings{.com = work.session().COM(), .bitsPerSecond = rate};
@@ -122,7 +149,7 @@ bool Scan(const Context& context) {
     });
     if (!found) return false;
     for (const std::string& axis : *found) {
-      context.program.out << CsvLine({axis, NumberText(rate)});
+      table.Row({axis, NumberText(rate)});
       any = true;
     }
   }
@@ -226,7 +253,7 @@ Commands HardwareCommands() {
       {{"info",
         "tell what hardware answers, and where a project describes another motor",
         {{.value = {"FILE", ValueEntry::Kind::file}, .required = false}},
-        {"port", "axis", "motor-size"}},
+        {"port", "axis", "motor-size", "json"}},
        Info},
       {{"download",
         "send the project to the hardware",
@@ -239,12 +266,12 @@ Commands HardwareCommands() {
         {"port", "axis", "motor-size", "yes", "all", "only"}},
        Upload},
       {{"compare",
-        "print where the hardware differs, as CSV",
+        "print where the hardware differs",
         {file},
-        {"port", "axis", "motor-size", "read-only"}},
+        {"port", "axis", "motor-size", "read-only", "json"}},
        Compare},
-      {{"diff", "print where two projects differ, as CSV", {file, file}, {"read-only"}}, Diff},
-      {{"scan", "print the axes that answer, as CSV", {}, {"port"}}, Scan},
+      {{"diff", "print where two projects differ", {file, file}, {"read-only", "json"}}, Diff},
+      {{"scan", "print the axes that answer", {}, {"port", "json"}}, Scan},
       {{"reset",
         "factory defaults in the hardware",
         {OneOf("WHAT", {"all", "parameters", "tables", "index", "zone", "jog"})},

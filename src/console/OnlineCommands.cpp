@@ -7,12 +7,12 @@
 #include <string_view>
 #include <vector>
 
+#include "console/TableOut.h"
 #include "link/DisplayError.h"
 #include "link/clsHX7Helix7.h"
 #include "online/AlarmReadings.h"
 #include "online/MonitoredItems.h"
 #include "online/TerminalScript.h"
-#include "platform/Csv.h"
 #include "platform/Events.h"
 #include "platform/Files.h"
 #include "platform/MessageBoxes.h"
@@ -102,10 +102,10 @@ bool Alarms(const Context& context) {
   }
   std::vector<AlarmReading> history;
   const ResultCode past = ReadAlarmHistory(history);
-  const auto print = [&context](const std::string& entry, const AlarmReading& alarm) {
-    context.program.out << CsvLine({entry, alarm.display, alarm.code, alarm.name});
+  TableOut table(context, CsvRow{"entry", "display", "code", "name"});
+  const auto print = [&table](const std::string& entry, const AlarmReading& alarm) {
+    table.Row({entry, alarm.display, alarm.code, alarm.name});
   };
-  context.program.out << CsvLine({"entry", "display", "code", "name"});
   print("now", present);
   for (std::size_t i = 0; i < history.size(); ++i) print(NumberText(i + 1), history[i]);
   if (past < 0) DisplayError(past, "Alarm history cannot be read!");
@@ -141,7 +141,7 @@ std::string ValueText(const MonitoredItem& item, std::int32_t value) {
 }
 
 // One line of values. False: one of them could not be read.
-bool PrintPass(const Context& context, clsHX7Helix7& helix, const std::vector<MonitoredItem>& items,
+bool PrintPass(TableOut& table, clsHX7Helix7& helix, const std::vector<MonitoredItem>& items,
                std::chrono::milliseconds since) {
   constexpr double kMillisecondsInSecond = 1000;
   std::vector<std::string> cells{
@@ -156,8 +156,8 @@ bool PrintPass(const Context& context, clsHX7Helix7& helix, const std::vector<Mo
     }
     cells.push_back(ValueText(item, value));
   }
-  context.program.out << CsvLine(cells) << std::flush;
-  return context.program.out.good();
+  table.Row(cells);
+  return true;
 }
 
 bool Monitor(const Context& context) {
@@ -170,14 +170,19 @@ bool Monitor(const Context& context) {
   }
   Work work(context);
   if (!work.Connect()) return false;
-  std::vector<std::string> head{"time", "seconds"};
-  for (const MonitoredItem& item : items) head.emplace_back(WordOf(item.command));
-  context.program.out << CsvLine(head);
+  using Kind = JsonField::Kind;
+  std::vector<TableOut::Column> columns{{"time", Kind::text}, {"seconds", Kind::number}};
+  for (const MonitoredItem& item : items) {
+    columns.push_back({std::string(WordOf(item.command)),
+                       item.kind == ValueKind::bits ? Kind::text : Kind::number});
+  }
+  TableOut table(context, columns);
   const std::chrono::milliseconds start = world().clock->Monotonic();
   for (std::int64_t pass = 0; pass < *count; ++pass) {
     if (work.session().StopProcedure()) return false;
     const std::chrono::milliseconds since = world().clock->Monotonic() - start;
-    if (!PrintPass(context, *work.session().Helix7(), items, since)) return false;
+    if (!PrintPass(table, *work.session().Helix7(), items, since) || !context.program.out)
+      return false;
   }
   return true;
 }
@@ -186,9 +191,9 @@ bool Monitor(const Context& context) {
 
 Commands OnlineCommands() {
   return {
-      {{"monitor", "print values over time, as CSV", {}, {"port", "axis", "items", "count"}},
+      {{"monitor", "print values over time", {}, {"port", "axis", "items", "count", "json"}},
        Monitor},
-      {{"alarms", "print the alarm and the alarm history, as CSV", {}, {"port", "axis"}}, Alarms},
+      {{"alarms", "print the alarm and the alarm history", {}, {"port", "axis", "json"}}, Alarms},
       {{"send",
         "send a line such as \"0PRM800\" and print the answer",
         {{.value = {"LINE"}}},

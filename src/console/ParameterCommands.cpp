@@ -4,7 +4,6 @@
 #include <set>
 
 #include "console/CommandContext.h"
-#include "platform/Csv.h"
 #include "platform/MessageBoxes.h"
 #include "platform/Numbers.h"
 #include "project/clsHX7Project.h"
@@ -51,14 +50,14 @@ std::string Check(clsHX7Project& project, const std::string& text, CheckedValue&
 
 }  // namespace
 
-std::string ExportParameters(clsHX7Project& project) {
-  std::string csv =
-      CsvLine({"pn", "description", "value", "unit", "minimum", "maximum", "controller", "dirty"});
+std::vector<CsvRow> ParameterRows(clsHX7Project& project) {
+  std::vector<CsvRow> rows{
+      {"pn", "description", "value", "unit", "minimum", "maximum", "controller", "dirty"}};
   for (int row = 1; row <= project.Editor().RowsInArray(); ++row) {
-    csv +=
-        CsvLine(RowOf(project, project.Editor().Describe(row), project.Editor().ParameterOf(row)));
+    rows.push_back(
+        RowOf(project, project.Editor().Describe(row), project.Editor().ParameterOf(row)));
   }
-  return csv;
+  return rows;
 }
 
 std::vector<std::string> SetParameters(clsHX7Project& project,

@@ -6,14 +6,16 @@
 #include <string>
 #include <vector>
 
+#include "platform/Csv.h"
+
 namespace velmoor {
 
 class clsHX7Project;
 
-// Every parameter of the editor as CSV, with the line
-// "pn,description,value,unit,minimum,maximum,controller,dirty" in front. Values and limits are in
+// Every parameter of the editor, with the names of the columns in front: pn, description, value,
+// unit, minimum, maximum, controller, dirty. Values and limits are in
 // the project's units; `controller` and `dirty` are what the working file holds.
-[[nodiscard]] std::string ExportParameters(clsHX7Project& project);
+[[nodiscard]] std::vector<CsvRow> ParameterRows(clsHX7Project& project);
 
 // Takes assignments of the form "Pn81B=12.5", a list's item by its text, and stores them marked for
 // download. All or none: the result is what is wrong with them, line by line, and empty when all

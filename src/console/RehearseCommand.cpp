@@ -4,6 +4,7 @@
 #include <ostream>
 #include <set>
 
+#include "console/TableOut.h"
 #include "platform/Csv.h"
 #include "platform/Files.h"
 #include "platform/Numbers.h"
@@ -94,18 +95,24 @@ class Record {
   std::string text_;
 };
 
+// Times in s, positions in the project's unit, the torque in % of the rated one.
 void PrintSteps(const Context& context, clsHX7Project& project, const RehearsalResult& result) {
+  using Kind = JsonField::Kind;
   const Units units = UnitsOf(project);
-  const std::string distance = " (" + units.Word(UnitKind::distance) + ")";
-  context.program.out << CsvLine({"step", "label", "begin (s)", "end (s)", "time (s)", "move (s)",
-                                  "position" + distance, "following error" + distance,
-                                  "torque (%)"});
+  TableOut table(context, {{"step", Kind::number},
+                           {"label", Kind::text},
+                           {"begin", Kind::number},
+                           {"end", Kind::number},
+                           {"time", Kind::number},
+                           {"move", Kind::number},
+                           {"position", Kind::number},
+                           {"error", Kind::number},
+                           {"torque", Kind::number}});
   for (const RehearsedStep& step : result.steps) {
-    context.program.out << CsvLine(
-        {NumberText(step.step), project.Position().Text(step.step, clsHX7Position::label),
-         Seconds(step.begin), Seconds(step.end), Seconds(step.end - step.begin),
-         Seconds(step.moved), units.Shown(step.endPosition, UnitKind::distance),
-         units.Shown(step.largestError, UnitKind::distance), NumberText(step.peakTorque)});
+    table.Row({NumberText(step.step), project.Position().Text(step.step, clsHX7Position::label),
+               Seconds(step.begin), Seconds(step.end), Seconds(step.end - step.begin),
+               Seconds(step.moved), units.Shown(step.endPosition, UnitKind::distance),
+               units.Shown(step.largestError, UnitKind::distance), NumberText(step.peakTorque)});
   }
 }
 
@@ -157,7 +164,7 @@ Commands RehearseCommands() {
             "run the programme on a simulated axis, much faster than it is, and print what each "
             "step does and what goes wrong",
             {FileArgument()},
-            {"inputs", "out", "passes", "ignore", "motor-size", "read-only", "yes"}},
+            {"inputs", "out", "passes", "ignore", "json", "motor-size", "read-only", "yes"}},
            RehearseProject}};
 }
 

@@ -1,78 +1,28 @@
 #include "console/SystemCommand.h"
 
 #include <algorithm>
-#include <array>
 
 #include "console/CommandContext.h"
 #include "mechanics/MachineEdit.h"
-#include "platform/Csv.h"
+#include "mechanics/MachineKeys.h"
 #include "platform/MessageBoxes.h"
 #include "platform/Numbers.h"
 #include "project/clsHX7Project.h"
-#include "project/data/MachineUnits.h"
 #include "project/data/MotorLimits.h"
 
 namespace velmoor {
 namespace {
 
-struct Key {
-  const char* name;
-  const char* row;  // of the machine; null: a choice by index
-};
-
 constexpr const char* kMotor = "motor";
 
-constexpr std::array<Key, 9> kKeys{{{kMotor, nullptr},
-                                    {"system", nullptr},
-                                    {"encoder", nullptr},
-                                    {"units", "Pn82E.0"},
-                                    {"time", "Pn82E.1"},
-                                    {"measure", "Pn82F.0"},
-                                    {"n1", "Pn82B"},
-                                    {"n2", "Pn82C"},
-                                    {"resolution", "Pn82D"}}};
-
-const Key* KeyNamed(const std::string& name) {
-  const auto* const found =
-      std::find_if(kKeys.begin(), kKeys.end(), [&](const Key& key) { return key.name == name; });
-  return found == kKeys.end() ? nullptr : found;
-}
-
-std::string Choose(MachineEdit& edit, const std::string& key, const std::string& text) {
-  if (key == "system") {
-    for (std::int32_t index = 0; index < 5; ++index) {
-      if (LowerCase(MechanicalSystemFromIndex(index)) != LowerCase(text)) continue;
-      (void)edit.SetSystem(index);
-      return {};
-    }
-    return "'" + text + "' is no mechanical system!";
-  }
-  for (std::int32_t index = 0; index < 3; ++index) {
-    if (NumberText(EncoderCountFromIndex(index)) != text) continue;
-    (void)edit.SetEncoder(index);
-    return {};
-  }
-  return "'" + text + "' is no encoder!";
-}
-
-// Takes every assignment, each judged alone; the words of the first that is none. The machine as a
-// whole is judged when all are there. A resolution that was asked for stands beside every system
-// and encoder: these come first.
-std::string TakeAll(MachineEdit& edit, std::vector<Assignment> assignments) {
-  std::ranges::stable_sort(assignments, {}, [](const Assignment& assignment) {
-    return KeyNamed(assignment.first)->row != nullptr;
-  });
-  for (const auto& [key, text] : assignments) {
-    const char* const row = KeyNamed(key)->row;
-    if (row == nullptr) {
-      std::string words = Choose(edit, key, text);
-      if (!words.empty()) return words;
-      continue;
-    }
-    const MachineCheck check = edit.SetValue(row, text);
-    const bool stands = check.Accepted() || check.kind == MachineCheck::Kind::whole;
-    // The last line asks or tells what becomes of a window's cell.
-    if (!stands) return check.words.substr(0, check.words.find_last_of('\r')) + DecimalHint(text);
+// Takes every assignment; the words of the first that is refused.
+std::string TakeAll(MachineEdit& edit, const std::vector<Assignment>& assignments) {
+  for (const MachineKey& key : MachineKeys()) {
+    const auto given = std::ranges::find(assignments, key.name, &Assignment::first);
+    if (given == assignments.end()) continue;
+    std::string words = Assign(edit, key, given->second);
+    const bool decimal = key.form == MachineKey::Form::number;
+    if (!words.empty()) return words + (decimal ? DecimalHint(given->second) : "");
   }
   return {};
 }
@@ -89,15 +39,15 @@ std::string OtherNumbers(const MachineConsequences& consequences) {
 
 }  // namespace
 
-std::string SystemCsv(clsHX7Project& project) {
+std::vector<CsvRow> SystemRows(clsHX7Project& project) {
   const MachineEdit machine = project.MechanicalSystem().Edit();
   const MachineFigures figures = machine.Figures();
   const MachineDescription description = machine.Description();
   const std::string& unit = description.distanceUnits;
-  std::string text = CsvLine({"name", "value", "unit"});
-  const auto add = [&text](const std::string& name, const std::string& value,
+  std::vector<CsvRow> rows{{"name", "value", "unit"}};
+  const auto add = [&rows](const std::string& name, const std::string& value,
                            const std::string& unitWord = {}) {
-    text += CsvLine({name, value, unitWord});
+    rows.push_back({name, value, unitWord});
   };
   add("system", machine.Value("Pn82E.2"));
   add("measure", machine.Value("Pn82F.0"), unit);
@@ -121,11 +71,11 @@ std::string SystemCsv(clsHX7Project& project) {
     add("lowest resolution", NumberText(figures.lowestResolution));
     add("highest resolution", NumberText(figures.highestResolution));
   }
-  return text;
+  return rows;
 }
 
 bool IsSystemKey(const std::string& key) {
-  return KeyNamed(key) != nullptr;
+  return key == kMotor || MachineKeyNamed(key) != nullptr;
 }
 
 namespace {

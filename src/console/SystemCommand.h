@@ -1,16 +1,19 @@
-// The machine on the command line: shown as CSV, changed by assignments such as "measure=5".
+// The machine on the command line: shown as a table, changed by assignments such as "measure=5".
 #pragma once
 
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "platform/Csv.h"
+
 namespace velmoor {
 
 class clsHX7Project;
 
-// name,value,unit: the description, the values in user units, and what derives from them.
-[[nodiscard]] std::string SystemCsv(clsHX7Project& project);
+// name, value and unit, in front of which these names stand: the description, the values in user
+// units, and what derives from them.
+[[nodiscard]] std::vector<CsvRow> SystemRows(clsHX7Project& project);
 
 using Assignment = std::pair<std::string, std::string>;
 

@@ -10,6 +10,7 @@
 #include "platform/Rx900Utils.h"
 #include "platform/World.h"
 #include "platform/cli/RunProgram.h"
+#include "platform/json/NlohmannJson.h"
 #include "platform/posix/NotedSignals.h"
 #include "platform/posix/PdfModule.h"
 #include "platform/posix/PosixClock.h"
@@ -18,6 +19,7 @@
 #include "platform/posix/PosixSerialPort.h"
 #include "platform/posix/ProgramPlaces.h"
 #include "platform/sqlcipher/SqlcipherDatabases.h"
+#include "platform/toml/TomlTexts.h"
 #include "project/data/CatalogueLibrary.h"
 
 namespace {
@@ -36,6 +38,8 @@ int Run(const velmoor::CommandLine& line) {
   posix::PosixFiles files;
   sqlcipher::SqlcipherDatabases databases;
   StandardRx900Utils rx900Utils;
+  toml_texts::TomlTexts keyedTexts;
+  json_texts::NlohmannJson jsonTexts;
   CatalogueLibrary catalogue;
   ConsoleBoxes boxes(std::cerr);
   posix::PosixSerialPort port;
@@ -47,6 +51,8 @@ int Run(const velmoor::CommandLine& line) {
   adapters.files = &files;
   adapters.databases = &databases;
   adapters.rx900Utils = &rx900Utils;
+  adapters.keyedTexts = &keyedTexts;
+  adapters.jsonTexts = &jsonTexts;
   adapters.catalogue = &catalogue;
   adapters.pdf = &pdf;
   adapters.appDirectory = posix::ProgramDirectory();

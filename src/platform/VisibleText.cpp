@@ -44,8 +44,9 @@ std::string Visible(std::string_view text, bool keepsLines) {
   std::string visible;
   visible.reserve(text.size());
   while (!text.empty()) {
-    std::uint32_t code = 0;
-    std::size_t length = CharacterLength(text, code);
+    const TextCharacter character = FirstCharacter(text);
+    const std::uint32_t code = character.code;
+    std::size_t length = character.bytes;
     if (code == '\r' || code == '\n') {
       if (keepsLines && text.starts_with("\r\n")) length = 2;
       visible += keepsLines ? '\n' : ' ';
@@ -53,7 +54,7 @@ std::string Visible(std::string_view text, bool keepsLines) {
       visible += '\t';
     } else if (length == 0) {
       AppendHex(visible, "\\x", static_cast<unsigned char>(text.front()), 2);
-    } else if (Steers(code)) {
+    } else if (character.steers) {
       AppendHex(visible, code < 0x100 ? "\\x" : "\\u", code, code < 0x100 ? 2 : 4);
     } else {
       visible += text.substr(0, length);
@@ -64,6 +65,13 @@ std::string Visible(std::string_view text, bool keepsLines) {
 }
 
 }  // namespace
+
+TextCharacter FirstCharacter(std::string_view text) {
+  TextCharacter character;
+  character.bytes = CharacterLength(text, character.code);
+  character.steers = character.bytes > 0 && Steers(character.code);
+  return character;
+}
 
 std::string VisibleText(std::string_view text) {
   return Visible(text, false);

@@ -6,10 +6,19 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
 namespace velmoor {
+
+// The character at the front of a text that is not empty.
+struct TextCharacter {
+  std::size_t bytes = 0;  // 0: the first byte is no UTF-8
+  std::uint32_t code = 0;
+  bool steers = false;  // it is one of those that are written out
+};
+[[nodiscard]] TextCharacter FirstCharacter(std::string_view text);
 
 // `text` on one line: a line break becomes a blank.
 [[nodiscard]] std::string VisibleText(std::string_view text);

@@ -19,6 +19,8 @@ class FileDialogs;
 class Files;
 class Forms;
 class HelpViewer;
+class JsonTexts;
+class KeyedTexts;
 class Log;
 class Mcatbase;
 class MessageBoxes;
@@ -45,6 +47,8 @@ struct World {
   HelpViewer* helpViewer = nullptr;         // null where a program has none
   SerialPorts* serialPorts = nullptr;       // null where a program has none to choose from
   Forms* forms = nullptr;                   // windows; null where a program has none
+  JsonTexts* jsonTexts = nullptr;           // null where a program writes none
+  KeyedTexts* keyedTexts = nullptr;         // null where a program reads none
   Log* log = nullptr;                       // null where a program keeps none
   Rx900Utils* rx900Utils = nullptr;         // the card's number formats and checksum
   Mcatbase* catalogue = nullptr;            // the catalogue library

@@ -13,12 +13,6 @@
 
 namespace velmoor {
 
-struct clsHX7Project::Plan {
-  ParameterStep parameters;
-  MotionTable::Step position, zone, jog;
-  Units after;
-};
-
 namespace {
 
 void Append(std::vector<RescaledValue>& values, const std::vector<RescaledValue>& more) {
@@ -32,9 +26,9 @@ bool LimitsValuesOf(const ParameterStep& step, Tool owner) {
 
 }  // namespace
 
-clsHX7Project::Plan clsHX7Project::PlanMachine(const MachineChange& change) const {
+ProjectPlan clsHX7Project::PlanMachine(const MachineChange& change) const {
   const Units& before = PresentUnits();
-  Plan plan;
+  ProjectPlan plan;
   plan.after = change.to.ShownUnits();
   plan.parameters = StepParameters(parameters_, change);
   const bool discards = DiscardsData(DescribeMachine(parameters_), change.to);
@@ -49,7 +43,7 @@ clsHX7Project::Plan clsHX7Project::PlanMachine(const MachineChange& change) cons
 }
 
 // The data sets in which a limit replaced a value; the editor's have no name of their own.
-std::vector<std::string> clsHX7Project::LimitedSets(const Plan& plan) {
+std::vector<std::string> clsHX7Project::LimitedSets(const ProjectPlan& plan) {
   std::vector<std::string> sets;
   const auto add = [&sets](bool limited, Tool tool) {
     if (limited) sets.emplace_back(InfoOf(tool).limited);
@@ -64,7 +58,7 @@ std::vector<std::string> clsHX7Project::LimitedSets(const Plan& plan) {
 }
 
 MachineConsequences clsHX7Project::Consequences(const MachineChange& change) const {
-  const Plan plan = PlanMachine(change);
+  const ProjectPlan plan = PlanMachine(change);
   MachineConsequences consequences;
   Append(consequences.values, plan.position.values);
   Append(consequences.values, plan.zone.values);
@@ -80,9 +74,9 @@ void clsHX7Project::CommitMachine(const MachineChange& change) {
   Commit(PlanMachine(change), false);
 }
 
-// Parameters and tables in one transaction; the program's truth follows the file's.
-void clsHX7Project::Commit(const Plan& plan, bool uploaded) {
-  const ParameterChanges completed = parameters_.Completed(plan.parameters.changes);
+// Parameters and tables in one transaction.
+ParameterChanges clsHX7Project::Write(const ProjectPlan& plan) {
+  ParameterChanges completed = parameters_.Completed(plan.parameters.changes);
   const auto database = OpenForWriting(strProjectDatabasePath_);
   try {
     parameters_.Write(*database, completed);
@@ -94,7 +88,21 @@ void clsHX7Project::Commit(const Plan& plan, bool uploaded) {
     database->Rollback();
     throw;
   }
-  parameters_.Take(completed);
+  blnNeedsSaving_ = true;
+  return completed;
+}
+
+void clsHX7Project::CommitTyped(const ProjectPlan& plan) {
+  parameters_.TakeTyped(Write(plan), plan.parameters.changes);
+  clsPosition_.TakeTyped(plan.position);
+  clsZone_.TakeTyped(plan.zone);
+  clsJog_.TakeTyped(plan.jog);
+  for (MotionTable* const table : Tables()) table->UpdateUnitsDisplayed();
+}
+
+// The program's truth follows the file's.
+void clsHX7Project::Commit(const ProjectPlan& plan, bool uploaded) {
+  parameters_.Take(Write(plan));
   std::string limitedEdits;
   const auto name = [&limitedEdits](std::string_view place) {
     limitedEdits += (limitedEdits.empty() ? "" : ", ") + std::string(place);
@@ -113,7 +121,6 @@ void clsHX7Project::Commit(const Plan& plan, bool uploaded) {
   for (ParameterToolBase* const tool : ParameterTools()) {
     for (const std::string& strPn : tool->TakeLimitedEdits()) name(strPn);
   }
-  blnNeedsSaving_ = true;
   const std::vector<std::string> sets = LimitedSets(plan);
   std::string items;
   for (const std::string& set : sets) {
@@ -168,8 +175,8 @@ MotionTable::Step clsHX7Project::UploadStepOf(const MotionTable& table, Tool too
   return table.UploadStep(after, gMainForm->Helix7()->IsUnstored(StoreCommandOf(tool)));
 }
 
-clsHX7Project::Plan clsHX7Project::PlanUpload() const {
-  Plan plan;
+ProjectPlan clsHX7Project::PlanUpload() const {
+  ProjectPlan plan;
   plan.parameters.changes = parameters_.StagedChanges();
   plan.after = parameters_.UnitsAfter(plan.parameters.changes);
   KeepNumbers(parameters_, plan.after, plan.parameters.changes, plan.parameters.limited);

@@ -20,6 +20,7 @@
 #include "online/clsHX7Terminal.h"
 #include "platform/Event.h"
 #include "platform/Files.h"
+#include "project/ProjectPlan.h"
 #include "project/data/ProjectFormat.h"
 #include "session/Project.h"
 #include "tables/clsHX7Jog.h"
@@ -195,6 +196,11 @@ class clsHX7Project final : public Project {
   [[nodiscard]] double ConversionForTime() const override { return PresentUnits().factors[3]; }
   [[nodiscard]] MachineConsequences Consequences(const MachineChange& change) const override;
   void CommitMachine(const MachineChange& change) override;
+  // What that change makes of everything; nothing is changed.
+  [[nodiscard]] ProjectPlan PlanMachine(const MachineChange& change) const;
+  // Takes what somebody has typed and answered for, the whole or nothing; edits that windows hold
+  // of the tables are dropped. Throws DatabaseError; nothing is changed then.
+  void CommitTyped(const ProjectPlan& plan);
   // Counts of the speed command for one turn of the motor, read from the hardware; -1 when it
   // cannot be read or makes no sense.
   [[nodiscard]] float GetReferenceSpeedFactor() const override;
@@ -262,8 +268,6 @@ class clsHX7Project final : public Project {
 
  private:
   struct DirtyTool;
-  // What a change of the machine, or an upload, makes of all that the project holds.
-  struct Plan;
 
   void SetDatabasePaths();
   [[nodiscard]] std::string ReadFile(NewerProject newer);
@@ -291,10 +295,10 @@ class clsHX7Project final : public Project {
   [[nodiscard]] std::vector<const MotionTable*> Tables() const;
   [[nodiscard]] bool IsDirty(Tool tool);
 
-  [[nodiscard]] Plan PlanMachine(const MachineChange& change) const;
-  [[nodiscard]] Plan PlanUpload() const;
-  void Commit(const Plan& plan, bool uploaded);
-  [[nodiscard]] static std::vector<std::string> LimitedSets(const Plan& plan);
+  [[nodiscard]] ProjectPlan PlanUpload() const;
+  [[nodiscard]] ParameterChanges Write(const ProjectPlan& plan);
+  void Commit(const ProjectPlan& plan, bool uploaded);
+  [[nodiscard]] static std::vector<std::string> LimitedSets(const ProjectPlan& plan);
   [[nodiscard]] MotionTable::Step UploadStepOf(const MotionTable& table, Tool tool,
                                                const Units& after) const;
 

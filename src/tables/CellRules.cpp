@@ -207,28 +207,38 @@ std::string FaultAlone(const std::string& words) {
   return words.substr(0, words.find(kRestored));
 }
 
-std::optional<std::string> FindProgrammeFault(const clsHX7Position& table) {
+std::vector<ProgrammeFault> FaultsOfProgramme(const clsHX7Position& table) {
+  std::vector<ProgrammeFault> faults;
   for (int step = 1; step <= table.RowsInArray(); ++step) {
-    if (!table.IsBlank(step) && !table.IsDataSetComplete(step)) {
-      return "Definition in step " + NumberText(step) + " is incomplete!\rPlease edit definition.";
-    }
+    if (table.IsBlank(step) || table.IsDataSetComplete(step)) continue;
+    faults.push_back(
+        {step, -1,
+         "Definition in step " + NumberText(step) + " is incomplete!\rPlease edit definition."});
   }
   for (int step = 1; step <= table.RowsInArray(); ++step) {
     const std::string& next = table.Text(step, clsHX7Position::next);
     if (next.empty() || next == "END") continue;
     if (next == table.Text(step, clsHX7Position::label)) {
-      return "Next position definition cannot be self!\rChoose different step.";
+      faults.push_back({step, clsHX7Position::next,
+                        "Next position definition cannot be self!\rChoose different step."});
+      continue;
     }
     bool found = false;
     for (int row = 1; row <= table.RowsInArray() && !found; ++row) {
       found = table.Text(row, clsHX7Position::label) == next;
     }
-    if (!found) {
-      return "Next block '" + next + "' for definition 'Step " + NumberText(step) +
-             "' is undefined!\rPlease edit definition.";
-    }
+    if (found) continue;
+    faults.push_back({step, clsHX7Position::next,
+                      "Next block '" + next + "' for definition 'Step " + NumberText(step) +
+                          "' is undefined!\rPlease edit definition."});
   }
-  return std::nullopt;
+  return faults;
+}
+
+std::optional<std::string> FindProgrammeFault(const clsHX7Position& table) {
+  const std::vector<ProgrammeFault> faults = FaultsOfProgramme(table);
+  if (faults.empty()) return std::nullopt;
+  return faults.front().words;
 }
 
 }  // namespace velmoor

@@ -44,8 +44,15 @@ inline constexpr std::int32_t kMostEventTime = 99999;  // ms
 // The fault alone, without the line on the old value: for a list of faults of cells nobody edited.
 [[nodiscard]] std::string FaultAlone(const std::string& words);
 
-// What keeps the whole programme from being committed: the first step that is filled in part, then
-// the first next label that no step bears. Nothing when it may be committed.
+// What keeps the whole programme from being committed: each step that is filled in part, then each
+// next label that no step bears. Empty when it may be committed.
+struct ProgrammeFault {
+  int step = 0;
+  int column = -1;  // -1: the step as a whole
+  std::string words;
+};
+[[nodiscard]] std::vector<ProgrammeFault> FaultsOfProgramme(const clsHX7Position& table);
+// The words of the first.
 [[nodiscard]] std::optional<std::string> FindProgrammeFault(const clsHX7Position& table);
 
 }  // namespace velmoor

@@ -11,9 +11,11 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <set>
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "link/ResultCode.h"
@@ -42,6 +44,8 @@ class MotionTable {
     std::vector<std::string> controller;  // as they go to the amplifier; empty where nothing does
     bool marked = false;
   };
+  // A row from 1 and a column from 0.
+  using CellPlace = std::pair<int, std::size_t>;
   // What a change of the machine, or an upload, makes of the stored rows.
   struct Step {
     std::vector<StoredRow> rows;
@@ -108,11 +112,18 @@ class MotionTable {
   [[nodiscard]] Step Rescaled(const Units& from, const Units& to, const std::string& name,
                               int firstNumber) const;
   [[nodiscard]] Step Emptied() const;
+  // What the edited rows make of the stored ones behind `base`, a change of the machine in whose
+  // units they were typed. The cells in `found`, but for labels, are in the controller's form.
+  // Throws NumberError for a text that is no number where one is sent.
+  [[nodiscard]] Step Typed(const Step& base, const Units& units,
+                           const std::set<CellPlace>& found) const;
   // The two halves of a commit that is part of a greater transaction: Take follows its Commit.
   void Write(Database& database, const Step& step) const;
   // Edits that were not applied take the new places, and are given up where the rows were emptied.
   // True: a limit has replaced one of them.
   bool Take(const Step& step, const Units& to);
+  // The same for a step that somebody has typed, and has answered for; edits are dropped.
+  void TakeTyped(const Step& step);
 
   // ---- the amplifier
 
@@ -224,6 +235,8 @@ class MotionTable {
   enum class Source : std::uint8_t { file, typed, machine, amplifier };
   void JudgeChanges(const std::vector<StoredRow>& before, Source source);
   [[nodiscard]] std::vector<StoredRow> EditedRows(const Units& units) const;
+  void TypeCell(StoredRow& row, std::size_t i, const std::string& text, const Units& units,
+                bool found) const;
   void WriteRows(Database& database, const std::vector<StoredRow>& rows) const;
   void WriteRow(RowSet& record, const StoredRow& row) const;
   void RescaleRow(StoredRow& row, const Units& to, const std::string& place, Step& step) const;

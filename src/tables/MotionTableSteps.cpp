@@ -101,6 +101,48 @@ MotionTable::Step MotionTable::Emptied() const {
   return step;
 }
 
+void MotionTable::TypeCell(StoredRow& row, std::size_t i, const std::string& text,
+                           const Units& units, bool found) const {
+  const TableColumn& column = layout_.columns[i];
+  if (found && column.kind != CellKind::label) {
+    row.controller[i] = text;
+    row.cells[i] = ShownCell(column.kind, text, cells_, units);
+    return;
+  }
+  // A label whose step has moved means another number.
+  if (text != row.cells[i] || column.kind == CellKind::next) {
+    const bool converted = !column.controllerField.empty();
+    row.controller[i] = converted ? ToController(column.kind, text, cells_, units) : text;
+  }
+  row.cells[i] = text;
+}
+
+MotionTable::Step MotionTable::Typed(const Step& base, const Units& units,
+                                     const std::set<CellPlace>& found) const {
+  Step step = base;
+  for (int row = 1; row <= layout_.rows; ++row) {
+    StoredRow& typed = step.rows[Index(row)];
+    const StoredRow& stored = stored_[Index(row)];
+    typed.marked = stored.marked;
+    for (std::size_t i = 0; i < layout_.columns.size(); ++i) {
+      const TableColumn& column = layout_.columns[i];
+      if (!IsWritten(column)) continue;
+      TypeCell(typed, i, cells_[Index(row)][i], units, found.contains({row, i}));
+      const bool moved =
+          column.kind != CellKind::label && typed.controller[i] != stored.controller[i];
+      typed.marked = typed.marked || moved;
+      step.changed = step.changed || moved || typed.cells[i] != stored.cells[i];
+    }
+  }
+  return step;
+}
+
+void MotionTable::TakeTyped(const Step& step) {
+  TakeStored(step.rows, Source::typed);
+  ShowInWindow();
+  Applied.Raise();
+}
+
 void MotionTable::Write(Database& database, const Step& step) const {
   if (step.changed) WriteRows(database, step.rows);
 }

@@ -1,7 +1,6 @@
 #include "tables/TableCsv.h"
 
 #include <algorithm>
-#include <functional>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -11,7 +10,7 @@
 #include "platform/MessageBoxes.h"
 #include "platform/Numbers.h"
 #include "platform/VisibleText.h"
-#include "tables/CellRules.h"
+#include "tables/TableRows.h"
 #include "tables/clsHX7Jog.h"
 #include "tables/clsHX7Position.h"
 #include "tables/clsHX7Zone.h"
@@ -21,54 +20,21 @@ namespace {
 
 constexpr std::string_view kDirtyColumn = "dirty";
 
-// How a table looks as text: the name of its number column, the first number, and the names of the
-// cells from column 0 on.
-struct Shape {
-  std::string_view numberColumn;
-  int firstNumber;
-  std::vector<std::string_view> cells;
-};
-
-Shape ShapeOf(const clsHX7Position&) {
-  return {"step", 1, CsvNames(clsHX7Position::Columns())};
-}
-Shape ShapeOf(const clsHX7Zone&) {
-  return {"zone", 0, CsvNames(clsHX7Zone::Columns())};
-}
-Shape ShapeOf(const clsHX7Jog&) {
-  return {"jog", 0, CsvNames(clsHX7Jog::Columns())};
-}
-
-std::string Export(const Shape& shape, const MotionTable& table) {
-  CsvRow header{std::string(shape.numberColumn)};
-  header.insert(header.end(), shape.cells.begin(), shape.cells.end());
-  header.emplace_back(kDirtyColumn);
-  std::string text = CsvLine(header);
-  for (int row = 1; row <= table.RowsInArray(); ++row) {
-    CsvRow fields{NumberText(row - 1 + shape.firstNumber)};
-    for (std::size_t i = 0; i < shape.cells.size(); ++i) {
-      fields.push_back(table.Text(row, static_cast<int>(i)));
-    }
-    fields.push_back(table.DirtyCell(row));
-    text += CsvLine(fields);
-  }
-  return text;
-}
-
-// One import: finds the columns, places the texts, checks them, and undoes everything on a fault.
+// One import: finds the columns, puts the rows in, and undoes everything on a fault.
+template <typename Table>
 class Import {
  public:
-  using Check = std::function<CellCheck(int row, int column, const std::string& text)>;
+  Import(const Project& project, Table& table)
+      : project_(project), shape_(ShapeOf(table)), table_(table) {}
 
-  Import(Shape shape, MotionTable& table) : shape_(std::move(shape)), table_(table) {}
-
-  std::vector<std::string> Run(std::string_view text, const Check& check) {
+  std::vector<std::string> Run(std::string_view text) {
     const MotionTable::Edits before = table_.TakeEdits();
     try {
       const std::vector<CsvRow> rows = ParseCsv(text);
       if (FindColumns(rows)) {
         PlaceRows(rows);
-        CheckRows(check);
+        if (!numberColumn_) ClearCells(table_);
+        TellFaults(PutRows(project_, table_, placed_));
       }
     } catch (const std::exception& error) {
       AddFault(error.what());
@@ -116,7 +82,6 @@ class Import {
   }
 
   void PlaceRows(const std::vector<CsvRow>& rows) {
-    if (!numberColumn_) ClearTable();
     std::vector<bool> named(static_cast<std::size_t>(table_.RowsInArray()) + 1, false);
     for (std::size_t line = 1; line < rows.size(); ++line) {
       const std::optional<int> row = RowOf(rows[line], line);
@@ -127,20 +92,12 @@ class Import {
         continue;
       }
       named[static_cast<std::size_t>(*row)] = true;
-      rowsToCheck_.push_back(*row);
-      for (std::size_t i = 0; i < columnOf_.size(); ++i) {
-        const std::size_t at = *columnOf_[i];
-        const std::string text = at < rows[line].size() ? rows[line][at] : std::string();
-        table_.SetText(*row, static_cast<int>(i), Trim(text));
+      RowTexts texts{*row, {}};
+      for (const std::optional<std::size_t>& at : columnOf_) {
+        const bool given = *at < rows[line].size();
+        texts.cells.emplace_back(std::string(given ? Trim(rows[line][*at]) : std::string_view()));
       }
-    }
-  }
-
-  void ClearTable() {
-    for (int row = 1; row <= table_.RowsInArray(); ++row) {
-      for (std::size_t i = 0; i < shape_.cells.size(); ++i) {
-        table_.SetText(row, static_cast<int>(i), "");
-      }
+      placed_.push_back(std::move(texts));
     }
   }
 
@@ -162,17 +119,16 @@ class Import {
     return std::nullopt;
   }
 
-  void CheckRows(const Check& check) {
-    for (const int row : rowsToCheck_) {
-      for (std::size_t i = 0; i < shape_.cells.size(); ++i) {
-        const int column = static_cast<int>(i);
-        const CellCheck result = check(row, column, table_.Text(row, column));
-        if (result.accepted) {
-          table_.SetText(row, column, result.text);
-        } else {
-          AddFault(Place(row) + ", column " + std::string(shape_.cells[i]) + ": " +
-                   FaultAlone(result.words));
-        }
+  void TellFaults(const std::vector<CellFault>& faults) {
+    for (const CellFault& fault : faults) {
+      if (!fault.ofProgramme) {
+        AddFault(Place(fault.row) + ", column " +
+                 std::string(shape_.cells[static_cast<std::size_t>(fault.column)]) + ": " +
+                 fault.words);
+      } else if (faults_.empty()) {
+        // The first is what a window tells.
+        AddFault(fault.words);
+        return;
       }
     }
   }
@@ -181,59 +137,52 @@ class Import {
     return "Row " + NumberText(row - 1 + shape_.firstNumber);
   }
 
-  Shape shape_;
-  MotionTable& table_;
+  const Project& project_;
+  TableShape shape_;
+  Table& table_;
   std::vector<std::optional<std::size_t>> columnOf_;
   std::optional<std::size_t> numberColumn_;
-  std::vector<int> rowsToCheck_;
+  std::vector<RowTexts> placed_;
   std::vector<std::string> faults_;
   std::size_t untold_ = 0;
 };
 
 }  // namespace
 
-std::string ExportCsv(const clsHX7Position& table) {
-  return Export(ShapeOf(table), table);
+std::vector<CsvRow> CsvRowsOf(const MotionTable& table) {
+  const TableShape shape = ShapeOf(table);
+  CsvRow header{std::string(shape.numberColumn)};
+  header.insert(header.end(), shape.cells.begin(), shape.cells.end());
+  header.emplace_back(kDirtyColumn);
+  std::vector<CsvRow> rows{header};
+  for (int row = 1; row <= table.RowsInArray(); ++row) {
+    CsvRow fields{NumberText(row - 1 + shape.firstNumber)};
+    for (std::size_t i = 0; i < shape.cells.size(); ++i) {
+      fields.push_back(table.Text(row, static_cast<int>(i)));
+    }
+    fields.push_back(table.DirtyCell(row));
+    rows.push_back(std::move(fields));
+  }
+  return rows;
 }
-std::string ExportCsv(const clsHX7Zone& table) {
-  return Export(ShapeOf(table), table);
-}
-std::string ExportCsv(const clsHX7Jog& table) {
-  return Export(ShapeOf(table), table);
+
+std::string ExportCsv(const MotionTable& table) {
+  std::string text;
+  for (const CsvRow& row : CsvRowsOf(table)) text += CsvLine(row);
+  return text;
 }
 
 std::vector<std::string> ImportCsv(const Project& project, clsHX7Position& table,
                                    std::string_view text) {
-  const MotionTable::Edits before = table.TakeEdits();
-  Import import(ShapeOf(table), table);
-  std::vector<std::string> faults =
-      import.Run(text, [&](int row, int column, const std::string& cell) {
-        return CheckIndexCell(project, table, row, column, cell);
-      });
-  if (!faults.empty()) return faults;
-  if (const auto fault = FindProgrammeFault(table)) {
-    table.PutBackEdits(before);
-    faults.push_back(OneLine(*fault));
-  }
-  return faults;
+  return Import(project, table).Run(text);
 }
-
 std::vector<std::string> ImportCsv(const Project& project, clsHX7Zone& table,
                                    std::string_view text) {
-  return Import(ShapeOf(table), table).Run(text, [&](int row, int, const std::string& cell) {
-    // A zone with one limit only would be stored empty.
-    if (cell.empty() && !table.IsDataSetComplete(row)) {
-      return CellCheck::Refuse("a zone needs both limits, or none");
-    }
-    return CheckLimit(project, UnitKind::distance, cell);
-  });
+  return Import(project, table).Run(text);
 }
-
 std::vector<std::string> ImportCsv(const Project& project, clsHX7Jog& table,
                                    std::string_view text) {
-  return Import(ShapeOf(table), table).Run(text, [&](int, int, const std::string& cell) {
-    return CheckLimit(project, UnitKind::speed, cell);
-  });
+  return Import(project, table).Run(text);
 }
 
 }  // namespace velmoor

@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/Csv.h"
 #include "session/Project.h"
 
 namespace velmoor {
@@ -15,10 +16,11 @@ namespace velmoor {
 class clsHX7Jog;
 class clsHX7Position;
 class clsHX7Zone;
+class MotionTable;
 
-[[nodiscard]] std::string ExportCsv(const clsHX7Position& table);
-[[nodiscard]] std::string ExportCsv(const clsHX7Zone& table);
-[[nodiscard]] std::string ExportCsv(const clsHX7Jog& table);
+// The names of the columns, then a row for each of the table.
+[[nodiscard]] std::vector<CsvRow> CsvRowsOf(const MotionTable& table);
+[[nodiscard]] std::string ExportCsv(const MotionTable& table);
 
 // Puts the text's rows into the table and marks the rows that changed. With a column for the row's
 // number the rows named are replaced and the others stay; without one the text is the whole table.

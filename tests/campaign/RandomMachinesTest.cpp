@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "random_walk/MachineTrials.h"
+#include "random_walk/TextTrials.h"
 #include "support/TemporaryFolder.h"
 
 namespace velmoor::walk {
@@ -23,6 +24,13 @@ TEST(RandomMachines, AreEnteredInTheWindowInAnyOrderOfTheirCells) {
   const TrialReport report = RunWindowTrials(folder.Path().string(), 22, 150);
   for (const std::string& text : report.faults) ADD_FAILURE() << text;
   EXPECT_EQ(report.entered, 150);
+}
+
+TEST(RandomProjects, ComeBackWholeFromTheirTexts) {
+  const TemporaryFolder folder;
+  const TrialReport report = RunTextTrials(folder.Path().string(), 23, 12);
+  for (const std::string& text : report.faults) ADD_FAILURE() << text;
+  EXPECT_EQ(report.entered, 12);
 }
 
 }  // namespace

@@ -34,6 +34,45 @@ TEST_F(Velmoorctl, ImportsAndShowsATable) {
   EXPECT_EQ(out.str().substr(0, 31), "zone,lower,upper,dirty\n0,,,0\n1,");
 }
 
+TEST_F(Velmoorctl, PrintsTablesAsJsonWithNumbersMarksAndTexts) {
+  ASSERT_EQ(Run({"new", project}), 0);
+  const std::string csv =
+      WriteFile("a.csv", std::string(kIndexHead) + "\"a,\"\"ü\",I+1,10.5,-,1,:::::,IT0,7,END\n");
+  ASSERT_EQ(Run({"import", project, "index", csv}), 0) << err.str();
+  ASSERT_EQ(Run({"show", project, "index", "--json"}), 0) << err.str();
+  EXPECT_TRUE(out.str().starts_with(
+      "[\n{\"step\":1,\"label\":\"a,\\\"ü\",\"position\":\"I+1.000\",\"speed\":10.5,\"rdst\":\"-\","
+      "\"rspd\":1.0,\"pout\":\":::::\",\"event\":\"IT0\",\"loop\":7,\"next\":\"END\",\"dirty\":"
+      "true},\n"
+      "{\"step\":2,\"label\":\"\",\"position\":\"\",\"speed\":null,"))
+      << out.str();
+  EXPECT_TRUE(out.str().ends_with("\"dirty\":false}\n]\n"));
+  const struct {
+    std::vector<std::string> words;
+    const char* text;
+  } cases[] = {
+      {{"show", project, "parameters"},
+       "{\"pn\":\"Pn100\",\"description\":\"Speed loop gain\","
+       "\"value\":\"40\",\"unit\":\"Hz\",\"minimum\":\"1\","},
+      {{"show", project, "system"}, "{\"name\":\"measure\",\"value\":\"5\",\"unit\":\"mm\"}"},
+      {{"check", project}, "[]\n"},
+      {{"scan", "--port", "COM1"}, "{\"axis\":\"0\",\"baud\":9600}"},
+      {{"alarms", "--port", "COM1"}, "{\"entry\":\"now\",\"display\":"},
+      {{"info", "--port", "COM1"}, "{\"name\":\"Axis\",\"value\":\"0\"}"},
+      {{"monitor", "--port", "COM1", "--count", "1", "--items", "PUN,STS"},
+       ",\"PUN\":0,\"STS\":\""},
+      {{"diff", project, JoinPath(world.world.appDirectory, "Velmoor.spt")},
+       "\"field\":\"ControllerSpeed\",\"first\":\"630\""},
+  };
+  for (const auto& each : cases) {
+    std::vector<std::string> words = each.words;
+    words.emplace_back("--json");
+    (void)Run(words);
+    EXPECT_NE(out.str().find(each.text), std::string::npos) << words[0] << out.str() << err.str();
+    EXPECT_TRUE(out.str().starts_with("[") && out.str().ends_with("]\n")) << words[0];
+  }
+}
+
 TEST_F(Velmoorctl, ABadImportNamesEachCellAndChangesNothing) {
   ASSERT_EQ(Run({"new", project}), 0);
   const std::string bytes = world.files.ReadAll(project);
@@ -100,8 +139,9 @@ TEST_F(Velmoorctl, ReadsAProjectOfALaterVersionByAnOptionAlone) {
   }
   const std::string bytes = world.files.ReadAll(project);
   const std::string pdf = world.folder.At("a.pdf");
-  const std::string hint = "show, report, compare and diff read it with --read-only.\n";
+  const std::string hint = "show, export, report, compare and diff read it with --read-only.\n";
   const std::vector<std::vector<std::string>> reading = {{"show", project, "zone"},
+                                                         {"export", project},
                                                          {"diff", other, project},
                                                          {"report", project, "--out", pdf},
                                                          {"compare", project, "--port", "x"}};
@@ -221,7 +261,7 @@ TEST_F(Velmoorctl, ManualAndCompletionKnowWhatTheHelpTells) {
   int told = 0;
   for (std::sregex_iterator at(help.begin(), help.end(), words), end; at != end; ++at) {
     const std::string word = (*at)[1].matched ? (*at)[1] : (*at)[0];
-    if (IsPlaceholder(word) || word == "PDF" || word == "CSV") continue;
+    if (IsPlaceholder(word) || word == "PDF" || word == "CSV" || word == "JSON") continue;
     ++told;
     EXPECT_NE(manual.find(word), std::string::npos) << word;
     EXPECT_NE(completion.find(word), std::string::npos) << word;
@@ -237,7 +277,7 @@ TEST_F(Velmoorctl, GuideTellsTheBoundsThatHold) {
       world.files.ReadAll(std::string(VELMOOR_SOURCE) + "/docs/guide/limits.md");
   const auto kibibytes = [](std::size_t bytes) { return NumberText(bytes / 1024) + " KiB"; };
   for (const std::string& row :
-       {"| A file that is read whole: a project, a CSV file, a script | " +
+       {"| A file that is read whole: a project, a text, a CSV file, a script | " +
             NumberText(bounds::kFile / 1024 / 1024) + " MiB |",
         "| Rows of a CSV file | " + NumberText(bounds::kCsvRows) + " |",
         "| A row of a CSV file | " + NumberText(bounds::kCsvFields) + " fields, " +

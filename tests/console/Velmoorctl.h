@@ -9,6 +9,7 @@
 #include "console/ConsoleBoxes.h"
 #include "platform/Rx900Utils.h"
 #include "platform/cli/RunProgram.h"
+#include "platform/json/NlohmannJson.h"
 #include "simulator/InProcessPort.h"
 #include "simulator/SimulatedLine.h"
 #include "support/DataWorld.h"
@@ -22,6 +23,7 @@ class Velmoorctl : public ::testing::Test {
  protected:
   Velmoorctl() : port(line) {
     world.world.rx900Utils = &rx900Utils;
+    world.world.jsonTexts = &jsonTexts;
     line.AddAmplifier({});
     project = world.folder.At("a.spj");
   }
@@ -46,6 +48,7 @@ class Velmoorctl : public ::testing::Test {
   }
 
   StandardRx900Utils rx900Utils;
+  json_texts::NlohmannJson jsonTexts;
   DataWorld world;
   SimulatedLine line;
   InProcessPort port;

@@ -7,6 +7,7 @@
 
 #include "platform/posix/PosixFiles.h"
 #include "platform/sqlcipher/SqlcipherDatabases.h"
+#include "platform/toml/TomlTexts.h"
 #include "project/data/CatalogueLibrary.h"
 #include "support/TemporaryFolder.h"
 #include "support/TestWorld.h"
@@ -21,6 +22,7 @@ class DataWorld : public TestWorld {
   DataWorld() {
     world.files = &files;
     world.databases = &databases;
+    world.keyedTexts = &keyedTexts;
     world.catalogue = &library;
     world.appDirectory = VELMOOR_CATALOGUE_DIRECTORY;
     world.catalogueCopyDirectory = folder.Path().string();
@@ -44,6 +46,7 @@ class DataWorld : public TestWorld {
   posix::PosixFiles files;
   sqlcipher::SqlcipherDatabases databases;
   CatalogueLibrary library;
+  toml_texts::TomlTexts keyedTexts;
 };
 
 }  // namespace velmoor

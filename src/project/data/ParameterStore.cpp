@@ -201,8 +201,11 @@ void ParameterStore::Commit(const ParameterChanges& changes) {
     database->Rollback();
     throw;
   }
-  // Whoever has typed it has answered for it.
-  for (const auto& [strPn, change] : changes) doubts_.erase(strPn);
+  TakeTyped(completed, changes);
+}
+
+void ParameterStore::TakeTyped(const ParameterChanges& completed, const ParameterChanges& typed) {
+  for (const auto& [strPn, change] : typed) doubts_.erase(strPn);
   Take(completed);
 }
 

@@ -78,6 +78,8 @@ class ParameterStore {
   // file, and Take follows its Commit.
   void Write(Database& database, const ParameterChanges& completed) const;
   void Take(const ParameterChanges& completed);
+  // The same, and whoever has typed those has answered for them.
+  void TakeTyped(const ParameterChanges& completed, const ParameterChanges& typed);
   // With the texts of all values whose text changes, by themselves or by a change of units.
   [[nodiscard]] ParameterChanges Completed(ParameterChanges changes) const;
   // The units after these changes. Throws ProjectDataError where they cannot be read.
