@@ -11,6 +11,7 @@
 #include <stdexcept>
 #include <string>
 
+#include "layouts/frmMain.h"
 #include "platform/Form.h"
 #include "platform/MainWindow.h"
 #include "platform/World.h"
@@ -20,7 +21,7 @@ namespace velmoor::bench {
 
 // Windows that do not wait for their end lie in it. It goes with the object.
 [[nodiscard]] inline std::unique_ptr<MainWindow> ShowMainWindow() {
-  auto window = world().forms->LoadMainWindow();
+  auto window = world().forms->LoadMainWindow(layouts::frmMain::kLayout);
   window->Show();
   return window;
 }

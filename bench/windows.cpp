@@ -10,6 +10,7 @@
 #include "Timing.h"
 #include "WindowUser.h"
 #include "Workbench.h"
+#include "layouts/frmPosition.h"
 #include "mechanics/GearRatio.h"
 #include "mechanics/MachineEdit.h"
 #include "project/data/ComboListText.h"
@@ -118,7 +119,7 @@ void MeasureEditor(Workbench& bench, clsHX7Editor& editor) {
 // All that an edit of a cell sets off: check, references, history, path and picture.
 void TimeEdit(Workbench& bench, const clsHX7Position& index) {
   constexpr int kStep = 64;
-  auto& grid = world().forms->Active()->grid("vsFG");
+  Grid& grid = layouts::frmPosition(*world().forms->Active()).vsFG;
   const auto& view = InWindow<QTableView>("vsFG");
   int speed = 0;
   bench.Time("An edit in the index table, drawing apart", kMilliseconds, 201, kCellChecked, [&] {

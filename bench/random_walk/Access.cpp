@@ -97,7 +97,8 @@ const WindowKind* Access::Blocking() const {
 bool Access::Choose(const std::string& command) {
   headless::HeadlessForms& forms = program_->Desktop().forms;
   headless::HeadlessMainWindow& window = forms.Main();
-  if (forms.InputBlocked() || !window.CommandEnabled(command) || !window.CommandVisible(command)) {
+  if (forms.InputBlocked() || !window.command(command).Enabled() ||
+      !window.command(command).Visible()) {
     return false;
   }
   window.Choose(command);

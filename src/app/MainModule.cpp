@@ -149,7 +149,7 @@ ErrorChoice MainModule::HandleUnhandledError(const UnhandledError& error) {
         form_ ? dynamic_cast<const clsHX7Project*>(form_->CurrentProject()) : nullptr;
     const std::string strProject = project != nullptr ? project->Title() : std::string();
     LogWarning("session", "Unexpected error " + error.type + ": " + error.description);
-    choice = frmError(error, strProject, ReportError(error, strProject)).Show();
+    choice = frmError(error, strProject, ReportError(error, strProject)).Ask();
     if (choice == ErrorChoice::end && form_) {
       world().events->Post([this] {
         if (form_) form_->Close();

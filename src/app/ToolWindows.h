@@ -6,6 +6,8 @@
 #include <string>
 #include <string_view>
 
+#include "session/Tools.h"
+
 namespace velmoor {
 
 // Those that are no tool of the project.
@@ -23,15 +25,15 @@ inline constexpr std::size_t kToolWindows = 7;
 enum class Module { testRun = 0, indexer = 1, tuning = 2, monitoring = 3, editor = 4 };
 
 struct ModuleInfo {
-  const char* command;
+  MainCommand command;
   const char* text;  // in the status bar
 };
 inline constexpr std::array<ModuleInfo, 5> kModules{{
-    {"mnuModuleTestRun", "Test Run"},
-    {"mnuModuleIndexer", "Indexer Setup"},
-    {"mnuModuleTuning", "Gain Setting/Tuning"},
-    {"mnuModuleMonitoring", "Monitoring/Troubleshooting"},
-    {"mnuModuleEditor", "Parameter Editor"},
+    {MainCommand::mnuModuleTestRun, "Test Run"},
+    {MainCommand::mnuModuleIndexer, "Indexer Setup"},
+    {MainCommand::mnuModuleTuning, "Gain Setting/Tuning"},
+    {MainCommand::mnuModuleMonitoring, "Monitoring/Troubleshooting"},
+    {MainCommand::mnuModuleEditor, "Parameter Editor"},
 }};
 
 // A tool window of that type is on show. The parameter grid window serves several tools and is

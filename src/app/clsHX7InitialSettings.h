@@ -4,18 +4,26 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <utility>
 
-#include "platform/Form.h"
+#include "layouts/frmInitialSettings.h"
+#include "windows/Window.h"
 
 namespace velmoor {
 
-class frmInitialSettings {
+class frmInitialSettings final : public WindowOf<layouts::frmInitialSettings> {
  public:
   // `iCOM` counts from 0; the panel shows the port's own number.
-  void Show(const std::string& sAxis, std::int32_t lBaud, std::int16_t iCOM);
+  frmInitialSettings(std::string sAxis, std::int32_t lBaud, std::int16_t iCOM)
+      : sAxis_(std::move(sAxis)), lBaud_(lBaud), iCOM_(iCOM) {}
+
+ protected:
+  void FormLoad() override;
 
  private:
-  std::unique_ptr<Form> form_;
+  std::string sAxis_;
+  std::int32_t lBaud_;
+  std::int16_t iCOM_;
 };
 
 class clsHX7InitialSettings {

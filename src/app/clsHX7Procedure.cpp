@@ -19,35 +19,32 @@ std::string MinutesText(std::chrono::milliseconds time) {
 
 }  // namespace
 
-frmDialogStop::frmDialogStop(const clsHX7Procedure& procedure, bool blnShowCurrent)
+frmDialogStop::frmDialogStop(const clsHX7Procedure& procedure, std::string strCaption,
+                             bool blnShowCurrent)
     : procedure_(procedure),
+      strCaption_(std::move(strCaption)),
       blnShowCurrent_(blnShowCurrent),
-      start_(world().clock->Monotonic()),
-      form_(world().forms->Load("frmDialogStop")) {
-  connections_ += form_->QueryUnload.Connect([](bool& cancel) { cancel = true; });
-  connections_ += form_->button("cmdStop").Click.Connect([this] { cmdStop_Click(); });
-  Timer& tmrUpdate = form_->timer("tmrUpdate");
-  connections_ += tmrUpdate.Tick.Connect([this] { UpdateProgress(); });
-  tmrUpdate.SetInterval(kRefresh);
-  tmrUpdate.SetEnabled(true);
-  form_->progressBar("pgbCurrent").SetVisible(blnShowCurrent);
-  form_->label("lblCurrent").SetVisible(blnShowCurrent);
-}
+      start_(world().clock->Monotonic()) {}
 
-void frmDialogStop::Show(const std::string& strCaption) {
-  form_->SetCaption(strCaption);
+void frmDialogStop::FormLoad() {
+  form().SetCaption(strCaption_);
+  connections_ += ui().cmdStop.Click.Connect([this] { cmdStop_Click(); });
+  tmrUpdate_ = world().forms->NewTimer();
+  connections_ += tmrUpdate_->Tick.Connect([this] { UpdateProgress(); });
+  tmrUpdate_->SetInterval(kRefresh);
+  tmrUpdate_->SetEnabled(true);
+  ui().pgbCurrent.SetVisible(blnShowCurrent_);
+  ui().lblCurrent.SetVisible(blnShowCurrent_);
   UpdateProgress();
-  form_->Show(FormMode::blocking);
 }
 
 void frmDialogStop::UpdateProgress() {
   if (blnShowCurrent_) {
-    form_->progressBar("pgbCurrent")
-        .SetProgress(procedure_.CurrentFinished, procedure_.CurrentSteps);
-    form_->label("lblCurrent").SetText(procedure_.Current);
+    ui().pgbCurrent.SetProgress(procedure_.CurrentFinished, procedure_.CurrentSteps);
+    ui().lblCurrent.SetText(procedure_.Current);
   }
-  form_->progressBar("pgbTotal").SetProgress(procedure_.Finished, procedure_.Steps);
-  form_->label("lblTotal").SetText(procedure_.Total);
+  ui().pgbTotal.SetProgress(procedure_.Finished, procedure_.Steps);
+  ui().lblTotal.SetText(procedure_.Total);
   UpdateTimes();
 }
 
@@ -58,17 +55,17 @@ void frmDialogStop::UpdateTimes() {
   if (procedure_.Finished >= kStepsForEstimate && left > 0) {
     text += "   Remaining: " + MinutesText(elapsed * left / procedure_.Finished);
   }
-  form_->label("lblTime").SetText(text);
+  ui().lblTime.SetText(text);
 }
 
 void frmDialogStop::cmdStop_Click() {
   gMainForm->SetStopProcedure(true);
-  form_->button("cmdStop").SetEnabled(false);
+  ui().cmdStop.SetEnabled(false);
 }
 
 void clsHX7Procedure::Show_Procedure(const std::string& strCaption, bool blnShowCurrent) {
-  frmProcedure_ = std::make_unique<frmDialogStop>(*this, blnShowCurrent);
-  frmProcedure_->Show(strCaption);
+  frmProcedure_ = std::make_unique<frmDialogStop>(*this, strCaption, blnShowCurrent);
+  (void)frmProcedure_->Show(FormMode::blocking);
 }
 
 void clsHX7Procedure::Unload_Procedure() {

@@ -8,18 +8,22 @@
 #include <memory>
 #include <string>
 
-#include "platform/Form.h"
+#include "layouts/frmDialogStop.h"
+#include "windows/Window.h"
 
 namespace velmoor {
 
 class clsHX7Procedure;
 
 // The dialog. It cannot be closed by its frame; it goes with the procedure.
-class frmDialogStop {
+class frmDialogStop final : public WindowOf<layouts::frmDialogStop> {
  public:
   // `procedure` must outlive the dialog.
-  frmDialogStop(const clsHX7Procedure& procedure, bool blnShowCurrent);
-  void Show(const std::string& strCaption);
+  frmDialogStop(const clsHX7Procedure& procedure, std::string strCaption, bool blnShowCurrent);
+
+ protected:
+  void FormLoad() override;
+  void FormQueryUnload(bool& cancel) override { cancel = true; }
 
  private:
   void UpdateProgress();
@@ -27,10 +31,10 @@ class frmDialogStop {
   void cmdStop_Click();
 
   const clsHX7Procedure& procedure_;
+  std::string strCaption_;
   bool blnShowCurrent_;
   std::chrono::milliseconds start_;
-  std::unique_ptr<Form> form_;
-  Connections connections_;
+  std::unique_ptr<Timer> tmrUpdate_;  // while the dialog is open
 };
 
 class clsHX7Procedure {

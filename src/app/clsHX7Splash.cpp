@@ -7,22 +7,16 @@
 
 namespace velmoor {
 
-void frmSplash::Show() {
-  form_ = world().forms->Load("frmSplash");
-  Form_Load();
-  form_->Show(FormMode::splash);
-}
-
-void frmSplash::Form_Load() {
+void frmSplash::FormLoad() {
   const std::string version = world().settings->ReadText("CurrentVersion", kProgramVersion);
-  form_->label("lblVersion").SetText("Version " + version);
-  form_->label("lblStartupMessage").SetText("");
+  ui().lblVersion.SetText("Version " + version);
+  ui().lblStartupMessage.SetText("");
 }
 
 void clsHX7Splash::Show(int intPauseTimeInSec) {
   world().events->SetBusyPointer(true);
   frm_ = std::make_unique<frmSplash>();
-  frm_->Show();
+  (void)frm_->Show(FormMode::splash);
   YieldEvents();
   PauseInSec(static_cast<float>(intPauseTimeInSec));
 }

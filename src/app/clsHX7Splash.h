@@ -3,18 +3,15 @@
 
 #include <memory>
 
-#include "platform/Form.h"
+#include "layouts/frmSplash.h"
+#include "windows/Window.h"
 
 namespace velmoor {
 
 // The product's name and version while the session is built.
-class frmSplash {
- public:
-  void Show();
-
- private:
-  void Form_Load();
-  std::unique_ptr<Form> form_;
+class frmSplash final : public WindowOf<layouts::frmSplash> {
+ protected:
+  void FormLoad() override;
 };
 
 class clsHX7Splash {

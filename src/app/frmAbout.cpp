@@ -5,7 +5,6 @@
 #include "app/LicenceNotices.h"
 #include "app/Version.h"
 #include "platform/Clipboard.h"
-#include "platform/Form.h"
 #include "platform/World.h"
 
 namespace velmoor {
@@ -17,19 +16,16 @@ std::string frmAbout::Versions() {
   return text;
 }
 
-void frmAbout::Show() const {
-  const std::unique_ptr<Form> form = world().forms->Load("frmAbout");
-  form->label("lblVersions").SetText(Versions());
-  form->label("lblNotices").SetText(LicenceNotices());
-  Connections held;
-  held += form->button("cmdCopy").Click.Connect([] {
+void frmAbout::FormLoad() {
+  ui().lblVersions.SetText(Versions());
+  ui().lblNotices.SetText(LicenceNotices());
+  connections_ += ui().cmdCopy.Click.Connect([] {
     std::string text = Versions();
     std::ranges::replace(text, '\r', '\n');
     world().clipboard->SetText(text + "\n");
   });
-  held += form->button("cmdCancel").Click.Connect([&form] { (void)form->Unload(); });
-  form->button("cmdCopy").SetEnabled(world().clipboard != nullptr);
-  form->Show(FormMode::modal);
+  connections_ += ui().cmdCancel.Click.Connect([this] { Unload(); });
+  ui().cmdCopy.SetEnabled(world().clipboard != nullptr);
 }
 
 }  // namespace velmoor

@@ -3,15 +3,18 @@
 
 #include <string>
 
+#include "layouts/frmAbout.h"
+#include "windows/Window.h"
+
 namespace velmoor {
 
-class frmAbout {
+class frmAbout final : public WindowOf<layouts::frmAbout> {
  public:
-  // Returns when the window has closed.
-  void Show() const;
-
   // The version, the libraries and the system, a line each: what a report of a fault begins with.
   [[nodiscard]] static std::string Versions();
+
+ protected:
+  void FormLoad() override;
 };
 
 }  // namespace velmoor

@@ -16,13 +16,10 @@
 namespace velmoor {
 namespace {
 
-constexpr int kProtocols = 8;
 constexpr int kImplementedProtocol = 1;
 constexpr std::array<int, 5> kEchoProtocols{1, 3, 4, 6, 7};
 constexpr std::size_t kLongestName = 16;  // of a device, in the choice of its port
 constexpr const char* kNoAdapter = "No adapter found";
-// What would disturb a search that is under way.
-constexpr const char* kBusyWhileSearching[] = {"cmdGetAxes", "cmdConnect", "cmdRefresh", "cmdBind"};
 
 std::vector<std::string> AllAxes() {
   std::vector<std::string> axes;
@@ -52,55 +49,43 @@ std::string PortCaption(std::int16_t com, const PortLook& look) {
 
 }  // namespace
 
-void frmCommunications::Show() {
-  form_ = world().forms->Load("frmCommunications");
-  Form_Load();
-  Connect();
-  form_->Show(FormMode::modal);
-  connections_.Clear();
-  form_.reset();
-}
-
-void frmCommunications::Form_Load() {
+void frmCommunications::FormLoad() {
   DisableUnimplementedOptions();
   iIndexProtocol = kImplementedProtocol;
   iIndexCOM = main_.COM();
   iIndexBaudRate = static_cast<std::int16_t>(GetBaudRateIndex(main_.BaudRate()));
-  form_->optionGroup("optProtocol").SetValue(iIndexProtocol);
-  form_->optionGroup("optComPort").SetValue(iIndexCOM);
-  form_->optionGroup("optBaudRate").SetValue(iIndexBaudRate);
-  ComboBox& cmbAxes = form_->comboBox("cmbAxes");
+  ui().optProtocol.SetValue(iIndexProtocol);
+  ui().optComPort.SetValue(iIndexCOM);
+  ui().optBaudRate.SetValue(iIndexBaudRate);
+  ComboBox& cmbAxes = ui().cmbAxes;
   cmbAxes.SetItems(AllAxes());
   cmbAxes.SetListIndex(static_cast<int>(ParseHex(main_.Axis()).value_or(0)));
   sAxis = cmbAxes.Text();
-  form_->label("lblQuery").SetText("");
+  ui().lblQuery.SetText("");
   ShowPorts();
+  Connect();
 }
 
 void frmCommunications::Connect() {
-  connections_ += form_->optionGroup("optComPort").Click.Connect([this](int index) {
+  connections_ += ui().optComPort.Click.Connect([this](int index) {
     iIndexCOM = static_cast<std::int16_t>(index);
     ShowChosenPort();
   });
-  connections_ += form_->optionGroup("optBaudRate").Click.Connect([this](int index) {
-    iIndexBaudRate = static_cast<std::int16_t>(index);
-  });
-  connections_ += form_->optionGroup("optProtocol").Click.Connect([this](int index) {
-    iIndexProtocol = static_cast<std::int16_t>(index);
-  });
-  connections_ += form_->comboBox("cmbAxes").Click.Connect(
-      [this] { sAxis = form_->comboBox("cmbAxes").Text(); });
-  connections_ += form_->button("cmdGetAxes").Click.Connect([this] { cmdGetAxes_Click(); });
-  connections_ += form_->button("cmdConnect").Click.Connect([this] { cmdConnect_Click(); });
-  connections_ += form_->button("cmdRefresh").Click.Connect([this] { ShowPorts(); });
-  connections_ += form_->button("cmdBind").Click.Connect([this] { cmdBind_Click(); });
-  connections_ += form_->QueryUnload.Connect([this](bool& cancel) { cancel = searching_; });
-  connections_ += form_->button("cmdCancel").Click.Connect([this] { cmdCancel_Click(); });
+  connections_ += ui().optBaudRate.Click.Connect(
+      [this](int index) { iIndexBaudRate = static_cast<std::int16_t>(index); });
+  connections_ += ui().optProtocol.Click.Connect(
+      [this](int index) { iIndexProtocol = static_cast<std::int16_t>(index); });
+  connections_ += ui().cmbAxes.Click.Connect([this] { sAxis = ui().cmbAxes.Text(); });
+  connections_ += ui().cmdGetAxes.Click.Connect([this] { cmdGetAxes_Click(); });
+  connections_ += ui().cmdConnect.Click.Connect([this] { cmdConnect_Click(); });
+  connections_ += ui().cmdRefresh.Click.Connect([this] { ShowPorts(); });
+  connections_ += ui().cmdBind.Click.Connect([this] { cmdBind_Click(); });
+  connections_ += ui().cmdCancel.Click.Connect([this] { cmdCancel_Click(); });
 }
 
 void frmCommunications::DisableUnimplementedOptions() {
-  for (int index = 0; index < kProtocols; ++index) {
-    form_->optionGroup("optProtocol").SetChoiceEnabled(index, index == kImplementedProtocol);
+  for (int index = 0; index < ui().optProtocol.Count(); ++index) {
+    ui().optProtocol.SetChoiceEnabled(index, index == kImplementedProtocol);
   }
 }
 
@@ -108,7 +93,7 @@ void frmCommunications::DisableUnimplementedOptions() {
 
 void frmCommunications::ShowPorts() {
   SerialPorts* const ports = world().serialPorts;
-  OptionGroup& choices = form_->optionGroup("optComPort");
+  OptionGroup& choices = ui().optComPort;
   choices.SetChoiceEnabled(kSimulatedPort, ports != nullptr);
   if (ports == nullptr) return;
   for (std::int16_t com = 0; com < kSerialPorts; ++com) {
@@ -119,7 +104,7 @@ void frmCommunications::ShowPorts() {
   for (const SerialAdapter& adapter : adapters_) {
     names.push_back(adapter.device + "  " + adapter.name);
   }
-  ComboBox& cmbAdapters = form_->comboBox("cmbAdapters");
+  ComboBox& cmbAdapters = ui().cmbAdapters;
   cmbAdapters.SetEnabled(!names.empty());
   if (names.empty()) names.emplace_back(kNoAdapter);
   cmbAdapters.SetItems(names);
@@ -139,16 +124,16 @@ void frmCommunications::ShowChosenPort() {
                                "An amplifier without hardware, to learn and to try.  It "
                                "forgets everything when Velmoor ends."}
                 : ports->Look(iIndexCOM);
-  Label& lblPort = form_->label("lblPort");
+  Label& lblPort = ui().lblPort;
   lblPort.SetText(look.words);
   lblPort.SetTone(look.state == PortState::free ? Tone::normal : Tone::busy);
-  Button& cmdBind = form_->button("cmdBind");
+  Button& cmdBind = ui().cmdBind;
   cmdBind.SetEnabled(!simulated && !adapters_.empty());
   cmdBind.SetCaption(simulated ? "&Assign" : "&Assign to COM" + std::to_string(iIndexCOM + 1));
 }
 
 void frmCommunications::cmdBind_Click() {
-  const int chosen = form_->comboBox("cmbAdapters").ListIndex();
+  const int chosen = ui().cmbAdapters.ListIndex();
   Trapped("frmCommunications.cmdBind_Click: ", [&] {
     world().serialPorts->Bind(iIndexCOM, adapters_.at(static_cast<std::size_t>(chosen)).device);
     return true;
@@ -182,49 +167,56 @@ void frmCommunications::cmdGetAxes_Click() {
     return;
   }
   RemoveAllAxes();
-  ComboBox& cmbAxes = form_->comboBox("cmbAxes");
+  ComboBox& cmbAxes = ui().cmbAxes;
   cmbAxes.SetItems(*strAxes);
   cmbAxes.SetListIndex(0);
   sAxis = cmbAxes.Text();
-  form_->progressBar("pgbAxes").SetProgress(0, kAxisCount);
+  ui().pgbAxes.SetProgress(0, kAxisCount);
 }
 
 std::optional<std::vector<std::string>> frmCommunications::Search() {
   searching_ = true;
   stopSearch_ = false;
-  for (const char* const name : kBusyWhileSearching) form_->button(name).SetEnabled(false);
+  EnableBesideSearch(false);
   std::optional<std::vector<std::string>> found;
   Trapped("frmCommunications.cmdGetAxes_Click: ", [this, &found] {
     found = main_.Hardware().connection.FindAxes(Chosen(), [this](int queried) {
-      form_->progressBar("pgbAxes").SetProgress(queried, kAxisCount);
-      form_->label("lblQuery")
-          .SetText(queried == kAxisCount ? "Query Finished"
-                                         : std::to_string(queried) + " of 16 Axes Queried");
+      ui().pgbAxes.SetProgress(queried, kAxisCount);
+      ui().lblQuery.SetText(queried == kAxisCount
+                                ? "Query Finished"
+                                : std::to_string(queried) + " of 16 Axes Queried");
       return !stopSearch_;
     });
     return true;
   });
-  for (const char* const name : kBusyWhileSearching) form_->button(name).SetEnabled(true);
+  EnableBesideSearch(true);
   searching_ = false;
   ShowChosenPort();
   return found;
 }
 
+void frmCommunications::EnableBesideSearch(bool bState) {
+  for (Button* const button :
+       {&ui().cmdGetAxes, &ui().cmdConnect, &ui().cmdRefresh, &ui().cmdBind}) {
+    button->SetEnabled(bState);
+  }
+}
+
 void frmCommunications::RemoveAllAxes() {
-  form_->comboBox("cmbAxes").SetItems({});
+  ui().cmbAxes.SetItems({});
 }
 
 // ---- connecting
 
 void frmCommunications::cmdConnect_Click() {
   const auto prepare = [this] { return StartSimulatorIfChosen(); };
-  if (main_.Hardware().connection.ConnectBy(Chosen(), prepare)) form_->Unload();
+  if (main_.Hardware().connection.ConnectBy(Chosen(), prepare)) Unload();
 }
 
 // While axes are searched it ends the search, and the window stays.
 void frmCommunications::cmdCancel_Click() {
   stopSearch_ = true;
-  if (!searching_) form_->Unload();
+  if (!searching_) Unload();
 }
 
 std::int16_t frmCommunications::GetEcho(int eIndex) {

@@ -10,23 +10,25 @@
 #include <string>
 #include <vector>
 
+#include "layouts/frmCommunications.h"
 #include "operations/HardwareConnection.h"
-#include "platform/Form.h"
 #include "platform/SerialPorts.h"
+#include "windows/Window.h"
 
 namespace velmoor {
 
 class frmMain;
 
-class frmCommunications {
+class frmCommunications final : public WindowOf<layouts::frmCommunications> {
  public:
   // `main` must outlive the window.
   explicit frmCommunications(frmMain& main) : main_(main) {}
-  // Returns when the window has closed.
-  void Show();
+
+ protected:
+  void FormLoad() override;
+  void FormQueryUnload(bool& cancel) override { cancel = searching_; }
 
  private:
-  void Form_Load();
   void Connect();
   void cmdGetAxes_Click();
   // What is chosen in the window.
@@ -44,9 +46,10 @@ class frmCommunications {
   void DisableUnimplementedOptions();
   [[nodiscard]] static std::int16_t GetEcho(int eIndex);
   void RemoveAllAxes();
+  // Of what would disturb a search that is under way.
+  void EnableBesideSearch(bool bState);
 
   frmMain& main_;
-  std::unique_ptr<Form> form_;
   std::int16_t iIndexCOM = 0;
   std::int16_t iIndexBaudRate = 0;
   std::int16_t iIndexProtocol = 1;
@@ -54,7 +57,6 @@ class frmCommunications {
   std::vector<SerialAdapter> adapters_;
   bool searching_ = false;
   bool stopSearch_ = false;
-  Connections connections_;
 };
 
 }  // namespace velmoor

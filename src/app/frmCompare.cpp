@@ -2,9 +2,7 @@
 
 #include <array>
 
-#include "platform/Form.h"
 #include "platform/Numbers.h"
-#include "platform/World.h"
 
 namespace velmoor {
 namespace {
@@ -44,18 +42,13 @@ std::string frmCompare::Text(int row, int column) const {
   return rows_.at(static_cast<std::size_t>(row) - 1).*shown.text;
 }
 
-void frmCompare::Show() {
-  const std::unique_ptr<Form> form = world().forms->Load("frmCompare");
-  form->label("lblSummary").SetText("Values that differ.  " + strSummary_);
-  Grid& grid = form->grid("vsFG");
-  grid.Bind(this);
+void frmCompare::FormLoad() {
+  ui().lblSummary.SetText("Values that differ.  " + strSummary_);
+  ui().vsFG.Bind(this);
   for (std::size_t i = 0; i < kColumns.size(); ++i) {
-    grid.SetColumnWidth(static_cast<int>(i), kColumns[i].characters);
+    ui().vsFG.SetColumnWidth(static_cast<int>(i), kColumns[i].characters);
   }
-  const Connection closes =
-      form->button("cmdCancel").Click.Connect([&form] { (void)form->Unload(); });
-  form->Show(FormMode::modal);
-  grid.Bind(nullptr);
+  connections_ += ui().cmdCancel.Click.Connect([this] { Unload(); });
 }
 
 }  // namespace velmoor

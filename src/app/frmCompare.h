@@ -5,22 +5,24 @@
 #include <string>
 #include <vector>
 
-#include "platform/Grid.h"
+#include "layouts/frmCompare.h"
 #include "project/ProjectCompare.h"
+#include "windows/Window.h"
 
 namespace velmoor {
 
-class frmCompare final : public ReadOnlyGridSource {
+class frmCompare final : public WindowOf<layouts::frmCompare>, private ReadOnlyGridSource {
  public:
   explicit frmCompare(const std::vector<PartComparison>& parts);
-  // Returns when the window has closed.
-  void Show();
 
+ protected:
+  void FormLoad() override;
+
+ private:
   [[nodiscard]] int Rows() const override { return static_cast<int>(rows_.size()) + 1; }
   [[nodiscard]] int Columns() const override;
   [[nodiscard]] std::string Text(int row, int column) const override;
 
- private:
   std::vector<ProjectDifference> rows_;
   std::string strSummary_;
 };

@@ -3,10 +3,8 @@
 #include <algorithm>
 #include <array>
 
-#include "platform/Form.h"
 #include "platform/Numbers.h"
 #include "platform/Trapped.h"
-#include "platform/World.h"
 
 namespace velmoor {
 namespace {
@@ -50,41 +48,39 @@ std::string frmDoubts::Text(int row, int column) const {
   return shown.text(rows_.at(static_cast<std::size_t>(row) - 1));
 }
 
-void frmDoubts::Show() {
-  if (rows_.empty()) return;
-  const std::unique_ptr<Form> form = world().forms->Load("frmDoubts");
-  Grid& grid = form->grid("vsFG");
+void frmDoubts::ShowIfAny() {
+  if (!rows_.empty()) (void)Show(FormMode::modal);
+}
+
+void frmDoubts::FormLoad() {
+  Grid& grid = ui().vsFG;
   grid.Bind(this);
   for (std::size_t i = 0; i < kColumns.size(); ++i) {
     grid.SetColumnWidth(static_cast<int>(i), kColumns[i].characters);
   }
-  Connections held;
-  held += form->button("cmdShown").Click.Connect([&] { Settle(*form, Keep::shown); });
-  held += form->button("cmdSent").Click.Connect([&] { Settle(*form, Keep::sent); });
-  held += form->button("cmdCancel").Click.Connect([&] { (void)form->Unload(); });
-  held += form->button("cmdAll").Click.Connect([&] {
-    grid.Select({1, 0, Rows() - 1, Columns() - 1});
-    OfferChoices(*form);
+  connections_ += ui().cmdShown.Click.Connect([this] { Settle(Keep::shown); });
+  connections_ += ui().cmdSent.Click.Connect([this] { Settle(Keep::sent); });
+  connections_ += ui().cmdCancel.Click.Connect([this] { Unload(); });
+  connections_ += ui().cmdAll.Click.Connect([this] {
+    ui().vsFG.Select({1, 0, Rows() - 1, Columns() - 1});
+    OfferChoices();
   });
-  held += grid.RowColChange.Connect([&] { OfferChoices(*form); });
-  ShowRows(*form);
-  form->Show(FormMode::modal);
-  grid.Bind(nullptr);
+  connections_ += grid.RowColChange.Connect([this] { OfferChoices(); });
+  ShowRows();
 }
 
-void frmDoubts::ShowRows(Form& form) {
-  form.label("lblSummary")
-      .SetText(
-          NumberText(rows_.size()) + (rows_.size() == 1 ? " value is" : " values are") +
-          " in doubt.  Nothing is downloaded before each is settled: keep what is shown, which "
-          "is marked to download, or what would be sent.");
-  form.grid("vsFG").Refresh();
-  if (!rows_.empty()) form.grid("vsFG").SetCurrent(1, 0);
-  OfferChoices(form);
+void frmDoubts::ShowRows() {
+  ui().lblSummary.SetText(
+      NumberText(rows_.size()) + (rows_.size() == 1 ? " value is" : " values are") +
+      " in doubt.  Nothing is downloaded before each is settled: keep what is shown, which "
+      "is marked to download, or what would be sent.");
+  ui().vsFG.Refresh();
+  if (!rows_.empty()) ui().vsFG.SetCurrent(1, 0);
+  OfferChoices();
 }
 
-std::vector<Doubt> frmDoubts::Chosen(Form& form) const {
-  const GridBlock block = form.grid("vsFG").Selection();
+std::vector<Doubt> frmDoubts::Chosen() const {
+  const GridBlock block = ui().vsFG.Selection();
   std::vector<Doubt> chosen;
   for (int row = std::max(block.top, 1); row <= std::min(block.bottom, Rows() - 1); ++row) {
     chosen.push_back(rows_[static_cast<std::size_t>(row) - 1]);
@@ -92,15 +88,15 @@ std::vector<Doubt> frmDoubts::Chosen(Form& form) const {
   return chosen;
 }
 
-void frmDoubts::OfferChoices(Form& form) const {
-  const std::vector<Doubt> chosen = Chosen(form);
-  form.button("cmdShown").SetEnabled(std::ranges::any_of(chosen, &Doubt::shownMeans));
-  form.button("cmdSent").SetEnabled(!chosen.empty());
+void frmDoubts::OfferChoices() const {
+  const std::vector<Doubt> chosen = Chosen();
+  ui().cmdShown.SetEnabled(std::ranges::any_of(chosen, &Doubt::shownMeans));
+  ui().cmdSent.SetEnabled(!chosen.empty());
 }
 
 // A shown text that is no value cannot be kept: its row stays.
-void frmDoubts::Settle(Form& form, Keep keep) {
-  std::vector<Doubt> chosen = Chosen(form);
+void frmDoubts::Settle(Keep keep) {
+  std::vector<Doubt> chosen = Chosen();
   if (keep == Keep::shown) {
     std::erase_if(chosen, [](const Doubt& doubt) { return !doubt.shownMeans; });
   }
@@ -110,9 +106,9 @@ void frmDoubts::Settle(Form& form, Keep keep) {
   });
   rows_ = project_.Doubts();
   if (rows_.empty()) {
-    (void)form.Unload();
+    Unload();
   } else {
-    ShowRows(form);
+    ShowRows();
   }
 }
 

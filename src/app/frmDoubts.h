@@ -5,28 +5,32 @@
 #include <string>
 #include <vector>
 
-#include "platform/Grid.h"
+#include "layouts/frmDoubts.h"
 #include "project/clsHX7Project.h"
+#include "windows/Window.h"
 
 namespace velmoor {
 
-class frmDoubts final : public ReadOnlyGridSource {
+class frmDoubts final : public WindowOf<layouts::frmDoubts>, private ReadOnlyGridSource {
  public:
   // `project` must outlive the object.
   explicit frmDoubts(clsHX7Project& project) : project_(project), rows_(project.Doubts()) {}
   // Returns when the window has closed; at once where no value is in doubt.
-  void Show();
+  void ShowIfAny();
 
+ protected:
+  void FormLoad() override;
+
+ private:
   [[nodiscard]] int Rows() const override { return static_cast<int>(rows_.size()) + 1; }
   [[nodiscard]] int Columns() const override;
   [[nodiscard]] std::string Text(int row, int column) const override;
 
- private:
-  void ShowRows(Form& form);
-  void OfferChoices(Form& form) const;
+  void ShowRows();
+  void OfferChoices() const;
   // The rows that are selected.
-  [[nodiscard]] std::vector<Doubt> Chosen(Form& form) const;
-  void Settle(Form& form, Keep keep);
+  [[nodiscard]] std::vector<Doubt> Chosen() const;
+  void Settle(Keep keep);
 
   clsHX7Project& project_;
   std::vector<Doubt> rows_;

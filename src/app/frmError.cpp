@@ -6,7 +6,6 @@
 #include "app/frmAbout.h"
 #include "platform/Events.h"
 #include "platform/Files.h"
-#include "platform/Form.h"
 #include "platform/Log.h"
 #include "platform/World.h"
 
@@ -47,23 +46,24 @@ frmError::frmError(const UnhandledError& error, const std::string& strProject,
                    std::string strReport)
     : strWords_(Words(error, strProject)), strReport_(std::move(strReport)) {}
 
-ErrorChoice frmError::Show() {
-  ErrorChoice choice = ErrorChoice::goOn;
-  const std::unique_ptr<Form> form = world().forms->Load("frmError");
-  form->label("lblError").SetText(strWords_);
-  form->label("lblReport").SetText(strReport_);
-  Connections held;
-  const auto choose = [&](const char* button, ErrorChoice chosen) {
-    held += form->button(button).Click.Connect([&choice, &form, chosen] {
-      choice = chosen;
-      (void)form->Unload();
+ErrorChoice frmError::Ask() {
+  choice_ = ErrorChoice::goOn;
+  (void)Show(FormMode::modal);
+  return choice_;
+}
+
+void frmError::FormLoad() {
+  ui().lblError.SetText(strWords_);
+  ui().lblReport.SetText(strReport_);
+  const auto choose = [this](Button& button, ErrorChoice chosen) {
+    connections_ += button.Click.Connect([this, chosen] {
+      choice_ = chosen;
+      Unload();
     });
   };
-  choose("cmdContinue", ErrorChoice::goOn);
-  choose("cmdRetry", ErrorChoice::retry);
-  choose("cmdEnd", ErrorChoice::end);
-  form->Show(FormMode::modal);
-  return choice;
+  choose(ui().cmdContinue, ErrorChoice::goOn);
+  choose(ui().cmdRetry, ErrorChoice::retry);
+  choose(ui().cmdEnd, ErrorChoice::end);
 }
 
 std::string WriteErrorReport(const UnhandledError& error, const std::string& strProject,

@@ -42,7 +42,9 @@ std::string PendingText(const std::string& dirty) {
 }  // namespace
 
 frmMain::frmMain(SerialPort& comm, SingleInstance& instance)
-    : SessionState(comm), instance_(instance), window_(world().forms->LoadMainWindow()) {}
+    : SessionState(comm),
+      instance_(instance),
+      window_(world().forms->LoadMainWindow(layouts::frmMain::kLayout)) {}
 
 frmMain::~frmMain() = default;
 
@@ -55,9 +57,10 @@ void frmMain::MDIForm_Load() {
   ReadFromRegistryWatchSettings();
   LoadRecentFiles();
   ConnectWindow();
-  for (const char* const shown :
-       {"mnuViewStatusBar", "mnuViewToolbarStandard", "mnuViewToolbarModule"}) {
-    window_->SetCommandChecked(shown, true);
+  for (const MainCommand shown :
+       {MainCommand::mnuViewStatusBar, MainCommand::mnuViewToolbarStandard,
+        MainCommand::mnuViewToolbarModule}) {
+    ui_.commands[shown].SetChecked(true);
   }
   DisplayFullMenuBar(false);
   DisplayFullModuleToolBar(false);
@@ -72,7 +75,7 @@ void frmMain::MDIForm_Load() {
 }
 
 void frmMain::ConnectWindow() {
-  connections_ += window_->CommandChosen.Connect([this](const std::string& n) { OnCommand(n); });
+  commandConnections_ = ui_.commands.OnChosen([this](MainCommand command) { OnCommand(command); });
   connections_ += window_->RecentChosen.Connect([this](int place) {
     RunCommand("frmMain.mnuFileMRU_Click: ", [this, place] {
       mnuFileMRU_Click(place);
@@ -81,24 +84,23 @@ void frmMain::ConnectWindow() {
   });
   connections_ += world().forms->HelpAsked.Connect([](const Form* form) { ShowHelpFor(form); });
   connections_ += window_->PanelChosen.Connect([this](StatusPanel) {
-    if (operations_.connection.State() == LineState::alarm) OnCommand("mnuToolsMonitoring");
+    if (operations_.connection.State() == LineState::alarm)
+      OnCommand(MainCommand::mnuToolsMonitoring);
   });
   connections_ += window_->QueryUnload.Connect([this] { MDIForm_QueryUnload(); });
   connections_ += window_->Unload.Connect([this](bool& Cancel) { MDIForm_Unload(Cancel); });
   connections_ += window_->Closed.Connect([this] { Closed.Raise(); });
-  Timer& messages = window_->timer("tmrMessages");
-  messages.SetInterval(kMessageLook);
-  connections_ += messages.Tick.Connect([this] { DeliverMessages(); });
-  Timer& panels = window_->timer("tmrPanels");
-  panels.SetInterval(kPanelLook);
-  connections_ += panels.Tick.Connect([this] {
+  tmrMessages_->SetInterval(kMessageLook);
+  connections_ += tmrMessages_->Tick.Connect([this] { DeliverMessages(); });
+  tmrPanels_->SetInterval(kPanelLook);
+  connections_ += tmrPanels_->Tick.Connect([this] {
     if (!inCommand_ && !world().forms->InputBlocked()) {
       const ScopedFlag running(inCommand_);
       WatchWhileIdle();
     }
     RefreshWindow();
   });
-  panels.SetEnabled(true);
+  tmrPanels_->SetEnabled(true);
 }
 
 template <void (frmMain::*Handler)()>
@@ -107,68 +109,69 @@ void frmMain::Handle(frmMain& window) {
 }
 
 const std::vector<frmMain::CommandEntry>& frmMain::Commands() {
+  using enum MainCommand;
   static const std::vector<CommandEntry> commands{
-      {"mnuFileNew", &Handle<&frmMain::mnuFileNew_Click>},
-      {"mnuFileOpen", &Handle<&frmMain::mnuFileOpen_Click>},
-      {"mnuFileSave", &Handle<&frmMain::mnuFileSave_Click>},
-      {"mnuFileSaveAs", &Handle<&frmMain::mnuFileSaveAs_Click>},
-      {"mnuFilePageSetup", &Handle<&frmMain::mnuFilePageSetup_Click>},
-      {"mnuFilePrint", &Handle<&frmMain::mnuFilePrint_Click>},
-      {"mnuFileExit", &Handle<&frmMain::mnuFileExit_Click>},
-      {"mnuViewToolbarStandard", &Handle<&frmMain::ShowToolBars>},
-      {"mnuViewToolbarModule", &Handle<&frmMain::ShowToolBars>},
-      {"mnuViewStatusBar", &Handle<&frmMain::ShowStatusBar>},
-      {"mnuModuleTestRun", &Handle<&frmMain::mnuModuleTestRun_Click>},
-      {"mnuModuleIndexer", &Handle<&frmMain::mnuModuleIndexer_Click>},
-      {"mnuModuleTuning", &Handle<&frmMain::mnuModuleTuning_Click>},
-      {"mnuModuleMonitoring", &Handle<&frmMain::mnuModuleMonitoring_Click>},
-      {"mnuModuleEditor", &Handle<&frmMain::mnuModuleEditor_Click>},
-      {"mnuToolsOnline", &Handle<&frmMain::mnuToolsOnline_Click>},
-      {"mnuToolsOffline", [](frmMain& window) { window.operations_.connection.GoOffline(); }},
-      {"mnuToolsCommunicationsSettings", &Handle<&frmMain::CommunicationsSettingsOpen>},
-      {"mnuToolsMonitoring", &Handle<&frmMain::mnuToolsMonitoring_Click>},
-      {"mnuToolsTerminal", &Handle<&frmMain::mnuToolsTerminal_Click>},
-      {"mnuToolsServoJog", &Handle<&frmMain::mnuToolsServoJog_Click>},
-      {"mnuToolsInertiaRatio", &Handle<&frmMain::mnuToolsInertiaRatio_Click>},
-      {"mnuToolsHomePosition", &Handle<&frmMain::mnuToolsHomePosition_Click>},
-      {"mnuToolsProductInformation", &Handle<&frmMain::mnuToolsProductInformation_Click>},
-      {"mnuToolsUploadAll", [](frmMain& window) { window.RunWithProject(&Transfers::UploadAll); }},
-      {"mnuToolsDownloadAll",
+      {mnuFileNew, &Handle<&frmMain::mnuFileNew_Click>},
+      {mnuFileOpen, &Handle<&frmMain::mnuFileOpen_Click>},
+      {mnuFileSave, &Handle<&frmMain::mnuFileSave_Click>},
+      {mnuFileSaveAs, &Handle<&frmMain::mnuFileSaveAs_Click>},
+      {mnuFilePageSetup, &Handle<&frmMain::mnuFilePageSetup_Click>},
+      {mnuFilePrint, &Handle<&frmMain::mnuFilePrint_Click>},
+      {mnuFileExit, &Handle<&frmMain::mnuFileExit_Click>},
+      {mnuViewToolbarStandard, &Handle<&frmMain::ShowToolBars>},
+      {mnuViewToolbarModule, &Handle<&frmMain::ShowToolBars>},
+      {mnuViewStatusBar, &Handle<&frmMain::ShowStatusBar>},
+      {mnuModuleTestRun, &Handle<&frmMain::mnuModuleTestRun_Click>},
+      {mnuModuleIndexer, &Handle<&frmMain::mnuModuleIndexer_Click>},
+      {mnuModuleTuning, &Handle<&frmMain::mnuModuleTuning_Click>},
+      {mnuModuleMonitoring, &Handle<&frmMain::mnuModuleMonitoring_Click>},
+      {mnuModuleEditor, &Handle<&frmMain::mnuModuleEditor_Click>},
+      {mnuToolsOnline, &Handle<&frmMain::mnuToolsOnline_Click>},
+      {mnuToolsOffline, [](frmMain& window) { window.operations_.connection.GoOffline(); }},
+      {mnuToolsCommunicationsSettings, &Handle<&frmMain::CommunicationsSettingsOpen>},
+      {mnuToolsMonitoring, &Handle<&frmMain::mnuToolsMonitoring_Click>},
+      {mnuToolsTerminal, &Handle<&frmMain::mnuToolsTerminal_Click>},
+      {mnuToolsServoJog, &Handle<&frmMain::mnuToolsServoJog_Click>},
+      {mnuToolsInertiaRatio, &Handle<&frmMain::mnuToolsInertiaRatio_Click>},
+      {mnuToolsHomePosition, &Handle<&frmMain::mnuToolsHomePosition_Click>},
+      {mnuToolsProductInformation, &Handle<&frmMain::mnuToolsProductInformation_Click>},
+      {mnuToolsUploadAll, [](frmMain& window) { window.RunWithProject(&Transfers::UploadAll); }},
+      {mnuToolsDownloadAll,
        [](frmMain& window) { window.RunWithProject(&Transfers::DownloadAll); }},
-      {"mnuToolsDownloadNew",
+      {mnuToolsDownloadNew,
        [](frmMain& window) { window.RunWithProject(&Transfers::DownloadNew); }},
-      {"mnuToolsCompare", &Handle<&frmMain::mnuToolsCompare_Click>},
-      {"mnuToolsResetDefaultsAll",
+      {mnuToolsCompare, &Handle<&frmMain::mnuToolsCompare_Click>},
+      {mnuToolsResetDefaultsAll,
        [](frmMain& window) { window.RunReset([](Resets& resets) { resets.ResetEverything(); }); }},
-      {"mnuToolsResetParametersAll",
+      {mnuToolsResetParametersAll,
        [](frmMain& window) { window.RunReset([](Resets& resets) { resets.ResetParameters(); }); }},
-      {"mnuToolsResetTablesAll",
+      {mnuToolsResetTablesAll,
        [](frmMain& window) { window.RunReset([](Resets& resets) { resets.ResetTables(); }); }},
-      {"mnuToolsResetTableIndex",
+      {mnuToolsResetTableIndex,
        [](frmMain& window) {
          window.RunReset([](Resets& resets) { resets.ResetTable(Tool::position); });
        }},
-      {"mnuToolsResetTableJog",
+      {mnuToolsResetTableJog,
        [](frmMain& window) {
          window.RunReset([](Resets& resets) { resets.ResetTable(Tool::jog); });
        }},
-      {"mnuToolsResetTableZone",
+      {mnuToolsResetTableZone,
        [](frmMain& window) {
          window.RunReset([](Resets& resets) { resets.ResetTable(Tool::zone); });
        }},
-      {"mnuEditCut", &Handle<&frmMain::mnuEditCut_Click>},
-      {"mnuEditCopy", &Handle<&frmMain::mnuEditCopy_Click>},
-      {"mnuEditPaste", &Handle<&frmMain::mnuEditPaste_Click>},
-      {"mnuEditUndo", &Handle<&frmMain::mnuEditUndo_Click>},
-      {"mnuEditRedo", &Handle<&frmMain::mnuEditRedo_Click>},
-      {"mnuWindowCascade", &Handle<&frmMain::mnuWindowCascade_Click>},
-      {"mnuWindowTileHorizontal", &Handle<&frmMain::mnuWindowTileHorizontal_Click>},
-      {"mnuWindowTileVertical", &Handle<&frmMain::mnuWindowTileVertical_Click>},
-      {"mnuHelpContents", &Handle<&frmMain::mnuHelpContents_Click>},
-      {"mnuToolsIdleWatch", &Handle<&frmMain::mnuToolsIdleWatch_Click>},
-      {"mnuHelpLog", &Handle<&frmMain::mnuHelpLog_Click>},
-      {"mnuHelpLogTraffic", &Handle<&frmMain::mnuHelpLogTraffic_Click>},
-      {"mnuHelpAbout", &Handle<&frmMain::mnuHelpAbout_Click>},
+      {mnuEditCut, &Handle<&frmMain::mnuEditCut_Click>},
+      {mnuEditCopy, &Handle<&frmMain::mnuEditCopy_Click>},
+      {mnuEditPaste, &Handle<&frmMain::mnuEditPaste_Click>},
+      {mnuEditUndo, &Handle<&frmMain::mnuEditUndo_Click>},
+      {mnuEditRedo, &Handle<&frmMain::mnuEditRedo_Click>},
+      {mnuWindowCascade, &Handle<&frmMain::mnuWindowCascade_Click>},
+      {mnuWindowTileHorizontal, &Handle<&frmMain::mnuWindowTileHorizontal_Click>},
+      {mnuWindowTileVertical, &Handle<&frmMain::mnuWindowTileVertical_Click>},
+      {mnuHelpContents, &Handle<&frmMain::mnuHelpContents_Click>},
+      {mnuToolsIdleWatch, &Handle<&frmMain::mnuToolsIdleWatch_Click>},
+      {mnuHelpLog, &Handle<&frmMain::mnuHelpLog_Click>},
+      {mnuHelpLogTraffic, &Handle<&frmMain::mnuHelpLogTraffic_Click>},
+      {mnuHelpAbout, &Handle<&frmMain::mnuHelpAbout_Click>},
   };
   return commands;
 }
@@ -181,12 +184,15 @@ void frmMain::RunReset(void (*reset)(Resets& resets)) {
   if (blnIsOnline) reset(operations_.resets);
 }
 
-void frmMain::OnCommand(const std::string& name) {
+std::string frmMain::TrapPrefix(MainCommand command) const {
+  return "frmMain." + ui_.commands.NameOf(command) + "_Click: ";
+}
+
+void frmMain::OnCommand(MainCommand command) {
   const auto& commands = Commands();
-  const auto entry = std::find_if(commands.begin(), commands.end(),
-                                  [&](const CommandEntry& known) { return known.name == name; });
-  RunCommand("frmMain." + name + "_Click: ", [this, &name, &commands, entry] {
-    if (entry == commands.end()) return RunToolCommand(name);
+  const auto entry = std::ranges::find(commands, command, &CommandEntry::command);
+  RunCommand(TrapPrefix(command), [this, command, &commands, entry] {
+    if (entry == commands.end()) return RunToolCommand(command);
     entry->run(*this);
     return true;
   });
@@ -220,7 +226,7 @@ void frmMain::DeliverMessages() {
     messages_.pop_front();
     ParseCommand(message);
   }
-  window_->timer("tmrMessages").SetEnabled(!messages_.empty());
+  tmrMessages_->SetEnabled(!messages_.empty());
 }
 
 void frmMain::StartFinished() {

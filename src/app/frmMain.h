@@ -20,13 +20,15 @@
 #include "app/ToolWindows.h"
 #include "app/clsHX7Procedure.h"
 #include "app/frmCommunications.h"
+#include "layouts/frmMain.h"
 #include "operations/Operations.h"
 #include "platform/FileDialogs.h"
 #include "platform/MainWindow.h"
 #include "platform/SingleInstance.h"
+#include "platform/World.h"
 #include "project/SessionState.h"
 #include "reports/clsHX7Print.h"
-#include "tools/EditTarget.h"
+#include "windows/EditTarget.h"
 
 namespace velmoor {
 
@@ -96,7 +98,7 @@ class frmMain final : public SessionState, private Desk {
 
  private:
   struct CommandEntry {
-    const char* name;
+    MainCommand command;
     void (*run)(frmMain& window);
   };
 
@@ -107,7 +109,9 @@ class frmMain final : public SessionState, private Desk {
   void RunWithProject(bool (Transfers::*operation)());
   void RunReset(void (*reset)(Resets& resets));
   void ConnectWindow();
-  void OnCommand(const std::string& name);
+  void OnCommand(MainCommand command);
+  // "frmMain.mnuFileOpen_Click: "
+  [[nodiscard]] std::string TrapPrefix(MainCommand command) const;
   void ReceiveMessage(const std::string& bytes);
   void DeliverMessages();
   void RefreshWindow();
@@ -195,12 +199,12 @@ class frmMain final : public SessionState, private Desk {
 
   // ---- transfers, comparing (frmMainTransfers.cpp)
   // The commands that move one tool or one group. False: no such command.
-  bool RunItemCommand(const std::string& name);
+  bool RunItemCommand(MainCommand command);
   void UploadItem(const TransferItem& item);
   // The buttons of a parameter window. What is sent is what the window shows.
   void UploadFromWindow(Tool tool);
   void DownloadFromWindow(Tool tool);
-  void RunWindowCommand(std::string_view name, const std::function<void()>& work);
+  void RunWindowCommand(MainCommand command, const std::function<void()>& work);
   void LaunchUploadedToolWindows(const std::vector<Tool>& tools);
   void mnuToolsCompare_Click();
 
@@ -236,7 +240,7 @@ class frmMain final : public SessionState, private Desk {
   void ProductInfoOpenModal();
   // The commands that open a tool beside the main window or upload one tool. False: no such
   // command.
-  bool RunToolCommand(const std::string& name);
+  bool RunToolCommand(MainCommand command);
   // ---- the Edit menu (frmMainEdit.cpp)
   void ConnectEditMenu();
   // The active window as the Edit menu knows it; null where it has no such notion.
@@ -259,6 +263,9 @@ class frmMain final : public SessionState, private Desk {
 
   SingleInstance& instance_;
   std::unique_ptr<MainWindow> window_;
+  layouts::frmMain ui_{*window_};
+  std::unique_ptr<Timer> tmrMessages_ = world().forms->NewTimer();
+  std::unique_ptr<Timer> tmrPanels_ = world().forms->NewTimer();
   RecentFiles RecentFile;
   Module eSelectedModule = Module::testRun;
   std::array<bool, kToolWindows> toolOpened_{};
@@ -275,6 +282,7 @@ class frmMain final : public SessionState, private Desk {
   bool projectShown_ = false;  // the menus and tools of an open project are offered
   Operations operations_{*this, *this};
   Connections connections_;
+  Connections commandConnections_;
   Connections projectConnections_;
 };
 

@@ -72,11 +72,11 @@ void frmMain::LineChanged(LineState state) {
 }
 
 void frmMain::DifferencesFound(const std::vector<PartComparison>& parts) {
-  frmCompare(parts).Show();
+  (void)frmCompare(parts).Show(FormMode::modal);
 }
 
 void frmMain::DoubtsFound(clsHX7Project& project) {
-  frmDoubts(project).Show();
+  frmDoubts(project).ShowIfAny();
   RefreshWindow();
 }
 
@@ -86,8 +86,9 @@ void frmMain::StartHelix7() {
 }
 
 void frmMain::CommunicationsSettingsOpen() {
-  OpenModalTool(ToolWindow::communicationsSettings,
-                "Main.CommunicationsSettingsOpen: ", [this] { frmCommunications(*this).Show(); });
+  OpenModalTool(ToolWindow::communicationsSettings, "Main.CommunicationsSettingsOpen: ", [this] {
+    (void)frmCommunications(*this).Show(FormMode::modal);
+  });
 }
 
 // ---- the idle line
@@ -101,11 +102,11 @@ void frmMain::WatchWhileIdle() {
 
 void frmMain::ReadFromRegistryWatchSettings() {
   operations_.watch.SetOn(world().settings->ReadNumber(kWatchSetting, 1) != 0);
-  window_->SetCommandChecked("mnuToolsIdleWatch", operations_.watch.IsOn());
+  ui_.commands[MainCommand::mnuToolsIdleWatch].SetChecked(operations_.watch.IsOn());
 }
 
 void frmMain::mnuToolsIdleWatch_Click() {
-  const bool on = window_->CommandChecked("mnuToolsIdleWatch");
+  const bool on = ui_.commands[MainCommand::mnuToolsIdleWatch].Checked();
   operations_.watch.SetOn(on);
   // What was read last would stand there for ever.
   if (!on) operations_.connection.NoteAlarm({});

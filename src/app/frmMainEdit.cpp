@@ -12,8 +12,9 @@
 namespace velmoor {
 namespace {
 
-constexpr const char* kEditCommands[] = {"mnuEditCut", "mnuEditCopy", "mnuEditPaste", "mnuEditUndo",
-                                         "mnuEditRedo"};
+constexpr MainCommand kEditCommands[] = {MainCommand::mnuEditCut, MainCommand::mnuEditCopy,
+                                         MainCommand::mnuEditPaste, MainCommand::mnuEditUndo,
+                                         MainCommand::mnuEditRedo};
 
 }  // namespace
 
@@ -29,12 +30,10 @@ void frmMain::ConnectEditMenu() {
 }
 
 EditTarget* frmMain::ActiveEditTarget() {
-  const Form* const active = world().forms->Active();
-  if (active == nullptr || !clsProject) return nullptr;
-  const std::string name = active->Name();
-  if (name == "frmPosition") return &clsProject->Position().Window();
-  if (name == "frmJog") return &clsProject->Jog().Window();
-  if (name == "frmZone") return &clsProject->Zone().Window();
+  if (!clsProject) return nullptr;
+  if (clsProject->Position().Window().IsActive()) return &clsProject->Position().Window();
+  if (clsProject->Jog().Window().IsActive()) return &clsProject->Jog().Window();
+  if (clsProject->Zone().Window().IsActive()) return &clsProject->Zone().Window();
   for (ParameterToolBase* const tool : clsProject->ParameterTools()) {
     if (tool->Window().IsActive()) return &tool->Window();
   }
@@ -48,7 +47,7 @@ void frmMain::UpdateEditIconToolButtons() {
       target != nullptr && target->CanCut(), copy, target != nullptr && target->CanPaste(),
       target != nullptr && target->CanUndo(), target != nullptr && target->CanRedo()};
   for (std::size_t i = 0; i < std::size(kEditCommands); ++i) {
-    window_->SetCommandEnabled(kEditCommands[i], states[i]);
+    ui_.commands[kEditCommands[i]].SetEnabled(states[i]);
   }
 }
 

@@ -19,9 +19,9 @@ void frmMain::ReadFromRegistryLogSettings() {
   Log* const log = CurrentLog();
   const bool keeps = world().settings->ReadNumber(kTrafficSetting, 0) != 0;
   if (log != nullptr) log->SetKeepsTraffic(keeps);
-  window_->SetCommandEnabled("mnuHelpLog", log != nullptr && !log->Path().empty());
-  window_->SetCommandEnabled("mnuHelpLogTraffic", log != nullptr);
-  window_->SetCommandChecked("mnuHelpLogTraffic", log != nullptr && keeps);
+  ui_.commands[MainCommand::mnuHelpLog].SetEnabled(log != nullptr && !log->Path().empty());
+  ui_.commands[MainCommand::mnuHelpLogTraffic].SetEnabled(log != nullptr);
+  ui_.commands[MainCommand::mnuHelpLogTraffic].SetChecked(log != nullptr && keeps);
 }
 
 void frmMain::mnuHelpLog_Click() {
@@ -33,7 +33,7 @@ void frmMain::mnuHelpLog_Click() {
 
 // The choice holds for the next sessions too: what is looked for may happen at their start.
 void frmMain::mnuHelpLogTraffic_Click() {
-  const bool keeps = window_->CommandChecked("mnuHelpLogTraffic");
+  const bool keeps = ui_.commands[MainCommand::mnuHelpLogTraffic].Checked();
   CurrentLog()->SetKeepsTraffic(keeps);
   LogInformation("session", keeps ? "Line traffic is logged." : "Line traffic is not logged.");
   Trapped("frmMain.mnuHelpLogTraffic_Click: ", [keeps] {

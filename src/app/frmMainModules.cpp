@@ -12,22 +12,27 @@ namespace velmoor {
 namespace {
 
 // Menus, and entries of the menus that are always there, that need an open project.
-constexpr const char* kProjectCommands[] = {
-    "mnuEdit",     "mnuModule",     "mnuTools",         "mnuWindow",
-    "mnuFileSave", "mnuFileSaveAs", "mnuFilePageSetup", "mnuFilePrint",
+constexpr MainCommand kProjectCommands[] = {
+    MainCommand::mnuEdit,          MainCommand::mnuModule,    MainCommand::mnuTools,
+    MainCommand::mnuWindow,        MainCommand::mnuFileSave,  MainCommand::mnuFileSaveAs,
+    MainCommand::mnuFilePageSetup, MainCommand::mnuFilePrint,
 };
 // Entries of those menus that are tools of the standard tool bar too.
-constexpr const char* kProjectTools[] = {
-    "mnuEditCut",          "mnuEditCopy",       "mnuEditPaste",    "mnuEditUndo",
-    "mnuEditRedo",         "mnuToolsOnline",    "mnuToolsOffline", "mnuToolsCommunicationsSettings",
-    "mnuToolsDownloadNew", "mnuToolsUploadAll",
+constexpr MainCommand kProjectTools[] = {
+    MainCommand::mnuEditCut,          MainCommand::mnuEditCopy,
+    MainCommand::mnuEditPaste,        MainCommand::mnuEditUndo,
+    MainCommand::mnuEditRedo,         MainCommand::mnuToolsOnline,
+    MainCommand::mnuToolsOffline,     MainCommand::mnuToolsCommunicationsSettings,
+    MainCommand::mnuToolsDownloadNew, MainCommand::mnuToolsUploadAll,
 };
-constexpr const char* kInitialCommands[] = {"mnuFile",     "mnuView",    "mnuHelp",
-                                            "mnuFileOpen", "mnuFileNew", "mnuFileExit"};
+constexpr MainCommand kInitialCommands[] = {MainCommand::mnuFile,    MainCommand::mnuView,
+                                            MainCommand::mnuHelp,    MainCommand::mnuFileOpen,
+                                            MainCommand::mnuFileNew, MainCommand::mnuFileExit};
 // Entries that need a connected amplifier; the transfers connect by themselves.
-constexpr const char* kOnlineCommands[] = {
-    "mnuToolsResetDefaultsAll", "mnuToolsResetParametersAll", "mnuToolsResetTablesAll",
-    "mnuToolsResetTableIndex",  "mnuToolsResetTableJog",      "mnuToolsResetTableZone",
+constexpr MainCommand kOnlineCommands[] = {
+    MainCommand::mnuToolsResetDefaultsAll, MainCommand::mnuToolsResetParametersAll,
+    MainCommand::mnuToolsResetTablesAll,   MainCommand::mnuToolsResetTableIndex,
+    MainCommand::mnuToolsResetTableJog,    MainCommand::mnuToolsResetTableZone,
 };
 
 }  // namespace
@@ -35,36 +40,37 @@ constexpr const char* kOnlineCommands[] = {
 // ---- what is offered
 
 void frmMain::EnableByState() {
-  window_->SetCommandEnabled("mnuToolsOnline", !blnIsOnline);
-  window_->SetCommandEnabled("mnuToolsOffline", blnIsOnline);
-  for (const char* const name : kOnlineCommands) window_->SetCommandEnabled(name, blnIsOnline);
+  ui_.commands[MainCommand::mnuToolsOnline].SetEnabled(!blnIsOnline);
+  ui_.commands[MainCommand::mnuToolsOffline].SetEnabled(blnIsOnline);
+  for (const MainCommand command : kOnlineCommands) ui_.commands[command].SetEnabled(blnIsOnline);
 }
 
 void frmMain::EnableInitialMenuOptions(bool bState) {
-  for (const char* const name : kInitialCommands) window_->SetCommandEnabled(name, bState);
+  for (const MainCommand command : kInitialCommands) ui_.commands[command].SetEnabled(bState);
 }
 
 void frmMain::DisplayFullMenuBar(bool bState) {
-  for (const char* const name : kProjectCommands) window_->SetCommandVisible(name, bState);
+  for (const MainCommand command : kProjectCommands) ui_.commands[command].SetVisible(bState);
   projectShown_ = bState;
 }
 
 void frmMain::DisplayFullModuleToolBar(bool bState) {
-  for (const char* const name : kProjectTools) window_->SetCommandVisible(name, bState);
-  for (const ModuleInfo& module : kModules) window_->SetCommandVisible(module.command, bState);
+  for (const MainCommand command : kProjectTools) ui_.commands[command].SetVisible(bState);
+  for (const ModuleInfo& module : kModules) ui_.commands[module.command].SetVisible(bState);
   window_->SetToolBarVisible(ToolBar::module,
-                             bState && window_->CommandChecked("mnuViewToolbarModule"));
+                             bState && ui_.commands[MainCommand::mnuViewToolbarModule].Checked());
   if (!bState) window_->SetPanel(StatusPanel::module, "");
 }
 
 void frmMain::ShowToolBars() {
-  window_->SetToolBarVisible(ToolBar::standard, window_->CommandChecked("mnuViewToolbarStandard"));
-  window_->SetToolBarVisible(ToolBar::module,
-                             projectShown_ && window_->CommandChecked("mnuViewToolbarModule"));
+  window_->SetToolBarVisible(ToolBar::standard,
+                             ui_.commands[MainCommand::mnuViewToolbarStandard].Checked());
+  window_->SetToolBarVisible(
+      ToolBar::module, projectShown_ && ui_.commands[MainCommand::mnuViewToolbarModule].Checked());
 }
 
 void frmMain::ShowStatusBar() {
-  window_->SetStatusBarVisible(window_->CommandChecked("mnuViewStatusBar"));
+  window_->SetStatusBarVisible(ui_.commands[MainCommand::mnuViewStatusBar].Checked());
 }
 
 void frmMain::mnuHelpContents_Click() {
@@ -72,7 +78,7 @@ void frmMain::mnuHelpContents_Click() {
 }
 
 void frmMain::mnuHelpAbout_Click() {
-  frmAbout().Show();
+  (void)frmAbout().Show(FormMode::modal);
 }
 
 // ---- modules
@@ -89,7 +95,7 @@ void frmMain::ChooseModule(Module module) {
 
 void frmMain::ShowModule() {
   for (std::size_t i = 0; i < kModules.size(); ++i) {
-    window_->SetCommandChecked(kModules[i].command, static_cast<Module>(i) == eSelectedModule);
+    ui_.commands[kModules[i].command].SetChecked(static_cast<Module>(i) == eSelectedModule);
   }
   window_->SetPanel(StatusPanel::module, kModules[static_cast<std::size_t>(eSelectedModule)].text);
 }

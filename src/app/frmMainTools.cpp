@@ -8,10 +8,10 @@
 
 namespace velmoor {
 
-bool frmMain::RunToolCommand(const std::string& name) {
+bool frmMain::RunToolCommand(MainCommand command) {
   if (!clsProject) return false;
-  const auto info = std::ranges::find(Tools(), name, &ToolInfo::open);
-  if (info == Tools().end()) return RunItemCommand(name);
+  const auto info = std::ranges::find(Tools(), command, &ToolInfo::open);
+  if (info == Tools().end()) return RunItemCommand(command);
   if (clsProject->IsShown(info->tool)) {
     clsProject->BringToFront(info->tool);
   } else {

@@ -10,11 +10,11 @@
 
 namespace velmoor {
 
-bool frmMain::RunItemCommand(const std::string& name) {
+bool frmMain::RunItemCommand(MainCommand command) {
   const auto& uploads = UploadItemsOfMenu();
   const auto& downloads = DownloadItemsOfMenu();
-  const auto upload = std::ranges::find(uploads, name, &TransferItem::command);
-  const auto download = std::ranges::find(downloads, name, &TransferItem::command);
+  const auto upload = std::ranges::find(uploads, command, &TransferItem::command);
+  const auto download = std::ranges::find(downloads, command, &TransferItem::command);
   if (upload != uploads.end()) {
     UploadItem(*upload);
   } else if (download == downloads.end()) {
@@ -34,9 +34,9 @@ void frmMain::UploadItem(const TransferItem& item) {
 // ---- from a window's buttons
 
 // A window that blocks the main window is a command of its own already.
-void frmMain::RunWindowCommand(std::string_view name, const std::function<void()>& work) {
+void frmMain::RunWindowCommand(MainCommand command, const std::function<void()>& work) {
   if (inCommand_) return work();
-  RunCommand("frmMain." + std::string(name) + "_Click: ", [&work] {
+  RunCommand(TrapPrefix(command), [&work] {
     work();
     return true;
   });
@@ -44,12 +44,12 @@ void frmMain::RunWindowCommand(std::string_view name, const std::function<void()
 
 void frmMain::UploadFromWindow(Tool tool) {
   const TransferItem& item = ItemOf(UploadItemsOfMenu(), tool);
-  RunWindowCommand(item.command, [this, &item] { UploadItem(item); });
+  RunWindowCommand(item.command.value(), [this, &item] { UploadItem(item); });
 }
 
 void frmMain::DownloadFromWindow(Tool tool) {
   const TransferItem& item = ItemOf(DownloadItemsOfMenu(), tool);
-  RunWindowCommand(item.command, [this, &item, tool] {
+  RunWindowCommand(item.command.value(), [this, &item, tool] {
     // The window of the gains has asked and accepted by itself.
     if (tool == Tool::tuning) {
       operations_.transfers.DownloadTuning(true);
@@ -65,8 +65,7 @@ void frmMain::LaunchUploadedToolWindows(const std::vector<Tool>& tools) {
   if (eSelectedModule != Module::indexer) return;
   for (const Tool tool : tools) {
     const ToolInfo& info = InfoOf(tool);
-    const std::string command(info.open);
-    if (!info.modal && window_->CommandEnabled(command)) RunToolCommand(command);
+    if (!info.modal && ui_.commands[info.open].Enabled()) RunToolCommand(info.open);
   }
 }
 
@@ -78,7 +77,7 @@ void frmMain::mnuToolsCompare_Click() {
     const auto parts = operations_.compare.Run();
     if (!parts) return false;
     if (Differs(*parts)) {
-      frmCompare(*parts).Show();
+      (void)frmCompare(*parts).Show(FormMode::modal);
     } else {
       ShowInformation("The hardware holds what the project holds.");
     }

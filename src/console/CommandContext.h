@@ -21,11 +21,11 @@ struct Context {
 
 // A command: what the help tells of it, and what it does. False after a failure, of which the user
 // was told, or after a difference.
-struct Command {
+struct ConsoleCommand {
   CommandEntry entry;
   bool (*run)(const Context& context);
 };
-using Commands = std::vector<Command>;
+using Commands = std::vector<ConsoleCommand>;
 
 // ---- for the entries
 [[nodiscard]] inline ArgumentEntry FileArgument() {

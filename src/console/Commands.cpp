@@ -278,7 +278,7 @@ ProgramTable MakeTable() {
           "others\n"
           "stay; without it the file is the whole table. One bad cell, and nothing is changed.\n"
           "Exit status: 0 success, 1 failure or a difference, 2 wrong usage.\n"};
-  for (const Command& command : AllCommands()) table.commands.push_back(command.entry);
+  for (const ConsoleCommand& command : AllCommands()) table.commands.push_back(command.entry);
   return table;
 }
 
@@ -292,7 +292,7 @@ const ProgramTable& ConsoleTable() {
 int RunCommand(const CommandLine& line, const ConsoleProgram& program) {
   const std::string& name = line.Arguments().front();
   const auto command = std::ranges::find_if(
-      AllCommands(), [&name](const Command& candidate) { return candidate.entry.name == name; });
+      AllCommands(), [&name](const ConsoleCommand& candidate) { return candidate.entry.name == name; });
   const bool done = command->run({line, program});
   return done && program.boxes.Failures() == 0 ? kDone : kFailed;
 }

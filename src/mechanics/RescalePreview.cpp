@@ -2,9 +2,7 @@
 
 #include <array>
 
-#include "platform/Form.h"
 #include "platform/Numbers.h"
-#include "platform/World.h"
 
 namespace velmoor {
 
@@ -13,19 +11,9 @@ bool RescalePreview::AskFor(const MachineChange& change) {
   return consequences.values.empty() || RescalePreview(consequences).Ask();
 }
 
-bool RescalePreview::Ask() {
-  const std::unique_ptr<Form> form = world().forms->Load("frmRescalePreview");
-  bool goesOn = false;
-  Connections connections;
-  connections += form->button("cmdOK").Click.Connect([&] {
-    goesOn = true;
-    form->Unload();
-  });
-  connections += form->button("cmdCancel").Click.Connect([&] { form->Unload(); });
-  form->label("lblSummary").SetText(Summary());
-  form->grid("vsFG").Bind(this);
-  form->Show(FormMode::modal);
-  return goesOn;
+void RescalePreview::FormLoad() {
+  ui().lblSummary.SetText(Summary());
+  ui().vsFG.Bind(this);
 }
 
 // A value without a rounding error is one whose number does not stay.

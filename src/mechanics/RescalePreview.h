@@ -4,21 +4,25 @@
 #include <string>
 #include <vector>
 
+#include "layouts/frmRescalePreview.h"
 #include "mechanics/MachineDescription.h"
 #include "platform/Grid.h"
 #include "session/Project.h"
+#include "windows/Dialog.h"
 
 namespace velmoor {
 
-class RescalePreview final : private ReadOnlyGridSource {
+class RescalePreview final : public WindowOf<layouts::frmRescalePreview, Dialog>,
+                             private ReadOnlyGridSource {
  public:
   // Before a change of the machine changes values the user sees what becomes of each. True: go on.
   [[nodiscard]] static bool AskFor(const MachineChange& change);
 
   explicit RescalePreview(const MachineConsequences& consequences)
       : consequences_(consequences), values_(consequences.values) {}
-  // Shows the list; true when the user goes on.
-  [[nodiscard]] bool Ask();
+
+ protected:
+  void FormLoad() override;
 
  private:
   [[nodiscard]] int Rows() const override { return static_cast<int>(values_.size()) + 1; }

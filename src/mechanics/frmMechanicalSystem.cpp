@@ -29,8 +29,7 @@ bool IsShown(std::string_view name) {
 
 }  // namespace
 
-frmMechanicalSystem::frmMechanicalSystem(const ParameterStore& store)
-    : GridWindow("frmMechanicalSystem"), store_(store) {
+frmMechanicalSystem::frmMechanicalSystem(const ParameterStore& store) : store_(store) {
   for (int row = 1; row <= MachineEdit::Rows(); ++row) {
     if (IsShown(MachineEdit::NameOf(row))) shown_.push_back(row);
   }
@@ -42,6 +41,7 @@ void frmMechanicalSystem::Restart() {
 }
 
 void frmMechanicalSystem::FormLoad() {
+  GridWindow::FormLoad();
   Restart();
   std::vector<std::string> systems, encoders;
   for (std::int32_t index = 0; index < 5; ++index) {
@@ -50,22 +50,20 @@ void frmMechanicalSystem::FormLoad() {
   for (std::int32_t index = 0; index < 3; ++index) {
     encoders.push_back(NumberText(EncoderCountFromIndex(index)));
   }
-  form().comboBox("cmbSystem").SetItems(systems);
-  form().comboBox("cmbEncoder").SetItems(encoders);
-  form().checkBox("chkEGRCommitted").SetEnabled(false);
-  form().comboBox("cmbEncoder").SetEnabled(false);
+  ui().cmbSystem.SetItems(systems);
+  ui().cmbEncoder.SetItems(encoders);
+  ui().chkEGRCommitted.SetEnabled(false);
+  ui().cmbEncoder.SetEnabled(false);
   grid().Bind(this);
   connections_ += grid().ValidateEdit.Connect([this](GridEdit& edit) { vsFG_ValidateEdit(edit); });
   connections_ += grid().AfterEdit.Connect([this](int, int) { ShowEdit(); });
   connections_ +=
       grid().Tip.Connect([this](int row, int, std::string& tip) { vsFG_Tip(row, tip); });
-  connections_ += form().comboBox("cmbSystem").Click.Connect([this] { cmbSystem_Click(); });
-  connections_ += form().comboBox("cmbEncoder").Click.Connect([this] { cmbEncoder_Click(); });
-  connections_ += form().button("cmdGetEncoder").Click.Connect([this] { cmdGetEncoder_Click(); });
+  connections_ += ui().cmbSystem.Click.Connect([this] { cmbSystem_Click(); });
+  connections_ += ui().cmbEncoder.Click.Connect([this] { cmbEncoder_Click(); });
+  connections_ += ui().cmdGetEncoder.Click.Connect([this] { cmdGetEncoder_Click(); });
   // The encoder is what the motor has: changing it by hand takes a step of its own.
-  connections_ += form().button("cmdEncoder").Click.Connect([this] {
-    form().comboBox("cmbEncoder").SetEnabled(true);
-  });
+  connections_ += ui().cmdEncoder.Click.Connect([this] { ui().cmbEncoder.SetEnabled(true); });
   ShowEverything();
 }
 
@@ -178,12 +176,12 @@ void frmMechanicalSystem::AfterChoice(const MachineCheck& check) {
 }
 
 void frmMechanicalSystem::cmbSystem_Click() {
-  const int index = form().comboBox("cmbSystem").ListIndex();
+  const int index = ui().cmbSystem.ListIndex();
   if (index >= 0) AfterChoice(edit_->SetSystem(index));
 }
 
 void frmMechanicalSystem::cmbEncoder_Click() {
-  const int index = form().comboBox("cmbEncoder").ListIndex();
+  const int index = ui().cmbEncoder.ListIndex();
   if (index >= 0) AfterChoice(edit_->SetEncoder(index));
 }
 
@@ -238,18 +236,16 @@ void frmMechanicalSystem::StoreChanged() {
 // ---- what the user sees
 
 void frmMechanicalSystem::ShowEverything() {
-  form().comboBox("cmbSystem").SetListIndex(edit_->Description().machine.system);
+  ui().cmbSystem.SetListIndex(edit_->Description().machine.system);
   SetEncoderComboList();
-  form().checkBox("chkEGRCommitted").SetValue(!edit_->EGRDirty());
+  ui().chkEGRCommitted.SetValue(!edit_->EGRDirty());
   grid().Refresh();
   ShowFigures();
   ShowSchematic();
 }
 
 void frmMechanicalSystem::SetEncoderComboList() {
-  form()
-      .comboBox("cmbEncoder")
-      .SetListIndex(EncoderIndexOf(edit_->Description().machine.encoderCount));
+  ui().cmbEncoder.SetListIndex(EncoderIndexOf(edit_->Description().machine.encoderCount));
 }
 
 void frmMechanicalSystem::ShowFigures() {
@@ -272,21 +268,19 @@ void frmMechanicalSystem::ShowFigures() {
     text += "\rAllowable resolution: " + NumberText(figures.lowestResolution) + " to " +
             NumberText(figures.highestResolution);
   }
-  form().label("lblFigures").SetText(text);
-  form().label("lblFigures").SetTone(figures.valid ? Tone::normal : Tone::alarm);
+  ui().lblFigures.SetText(text);
+  ui().lblFigures.SetTone(figures.valid ? Tone::normal : Tone::alarm);
 }
 
 void frmMechanicalSystem::ShowSchematic() {
   const MachineDescription description = edit_->Description();
   const Machine& machine = description.machine;
-  form()
-      .drawing("picSystem")
-      .SetShapes(
-          kSchematicWidth, kSchematicHeight,
-          SystemSchematic(machine.system,
-                          {"N1 = " + NumberText(machine.n1), "N2 = " + NumberText(machine.n2),
-                           SystemMeasureDescription(machine.system) + " = " +
-                               edit_->Value("Pn82F.0") + " " + description.distanceUnits}));
+  ui().picSystem.SetShapes(
+      kSchematicWidth, kSchematicHeight,
+      SystemSchematic(machine.system,
+                      {"N1 = " + NumberText(machine.n1), "N2 = " + NumberText(machine.n2),
+                       SystemMeasureDescription(machine.system) + " = " + edit_->Value("Pn82F.0") +
+                           " " + description.distanceUnits}));
 }
 
 }  // namespace velmoor

@@ -7,13 +7,15 @@
 #include <string>
 #include <vector>
 
+#include "layouts/frmMechanicalSystem.h"
 #include "mechanics/MachineEdit.h"
 #include "platform/Grid.h"
-#include "tools/GridWindow.h"
+#include "windows/GridWindow.h"
 
 namespace velmoor {
 
-class frmMechanicalSystem final : public GridWindow, private GridSource {
+class frmMechanicalSystem final : public WindowOf<layouts::frmMechanicalSystem, GridWindow>,
+                                  private GridSource {
  public:
   // The store must outlive the window.
   explicit frmMechanicalSystem(const ParameterStore& store);

@@ -20,8 +20,7 @@ struct MonitoredItem {
   std::string_view label;  // "Current Position:"; of lines the group's
   ValueCommand command;
   ValueKind kind;
-  std::string_view lamps;  // control names of its indicators, without the number
-  int bits = 0;
+  std::size_t bits = 0;  // how many indicators show it
 };
 
 inline constexpr int kMonitoredItems = 16;

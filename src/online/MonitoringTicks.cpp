@@ -72,23 +72,22 @@ bool frmMonitoring::MonitorIO(Hardware eHW, Direction eIO, bool bState, std::str
 }
 
 void frmMonitoring::EnableMonitorOption(int item, bool bState) {
-  form().label(Numbered("lblValue_", item)).SetEnabled(bState);
-  form().label(Numbered("lblUnit_", item)).SetEnabled(bState);
+  ui().lblValue_[item].SetEnabled(bState);
+  ui().lblUnit_[item].SetEnabled(bState);
 }
 
 void frmMonitoring::EnableLamps(int item, bool bState) {
   const MonitoredItem& group = MonitoredItems()[static_cast<std::size_t>(item)];
-  for (int bit = 0; bit < group.bits; ++bit) {
-    const std::string lamp = Numbered(std::string(group.lamps), bit);
-    form().lamp(lamp).SetEnabled(bState);
-    form().label("lbl" + lamp.substr(3)).SetEnabled(bState);
+  for (std::size_t bit = 0; bit < group.bits; ++bit) {
+    BitLamp(item, bit).SetEnabled(bState);
+    BitLabel(item, bit).SetEnabled(bState);
   }
 }
 
 // ---- alarms
 
 void frmMonitoring::EnableAlarmButtons(bool bState) {
-  for (int i = 0; i < 3; ++i) form().button(Numbered("cmdAlarm_", i)).SetEnabled(bState);
+  for (int i = 0; i < 3; ++i) ui().cmdAlarm_[i].SetEnabled(bState);
 }
 
 ResultCode frmMonitoring::GetAlarm() {
@@ -103,11 +102,11 @@ ResultCode frmMonitoring::GetAlarm() {
     return result;
   }
   told_.erase(kNoAlarm);
-  form().label("lblAlarm").SetText(reading.display);
-  form().label("lblStatus").SetText(reading.code);
-  form().label("lblComment").SetText(reading.name);
+  ui().lblAlarm.SetText(reading.display);
+  ui().lblStatus.SetText(reading.code);
+  ui().lblComment.SetText(reading.name);
   const bool isAlarm = reading.display.starts_with('A') || reading.display.starts_with('E');
-  form().label("lblAlarm").SetTone(isAlarm ? Tone::alarm : Tone::normal);
+  ui().lblAlarm.SetTone(isAlarm ? Tone::alarm : Tone::normal);
   if (isAlarm) GetAlarmHistory();
   return result;
 }
@@ -115,7 +114,7 @@ ResultCode frmMonitoring::GetAlarm() {
 void frmMonitoring::GetAlarmHistory() {
   const auto token = Token();
   const ResultCode result = ReadAlarmHistory(history_);
-  form().grid("vsHistory").Refresh();
+  ui().vsHistory.Refresh();
   UpdateAlarmHistoryComment();
   if (result >= 0) {
     told_.erase(kNoHistory);
@@ -124,7 +123,7 @@ void frmMonitoring::GetAlarmHistory() {
   const LinkFailure failure = gMainForm->Helix7()->LatestFailure();
   LookWhetherLineIsLost(result);
   if (token.expired() || !gMainForm->IsOnline()) return;
-  form().label("lblHistoryComment").SetText(CauseOf(failure, *gMainForm->Alarm()));
+  ui().lblHistoryComment.SetText(CauseOf(failure, *gMainForm->Alarm()));
   TellOnce(result, kNoHistory);
 }
 
@@ -137,10 +136,10 @@ void frmMonitoring::GetError() {
   const ResultCode result = ReadError(strError);
   if (result != kSuccess) return TellOnce(result, kNoError);
   told_.erase(kNoError);
-  Label& label = form().label("lblError");
+  Label& label = ui().lblError;
   label.SetText(strError);
   label.SetTone(strError.starts_with('E') ? Tone::alarm : Tone::normal);
-  form().label("lblErrorComment").SetText(gMainForm->Alarm()->GetErrorName(strError));
+  ui().lblErrorComment.SetText(gMainForm->Alarm()->GetErrorName(strError));
 }
 
 void frmMonitoring::cmdAlarm_Click(int Index) {
@@ -167,13 +166,13 @@ void frmMonitoring::cmdAlarm_Click(int Index) {
 
 void frmMonitoring::ClearAlarmHistoryGrid() {
   history_.clear();
-  form().grid("vsHistory").Refresh();
+  ui().vsHistory.Refresh();
   UpdateAlarmHistoryComment();
 }
 
 // What the panel's display of the chosen entry means.
 void frmMonitoring::UpdateAlarmHistoryComment() {
-  const int row = form().grid("vsHistory").Row();
+  const int row = ui().vsHistory.Row();
   const bool isEntry = row >= 1 && row <= static_cast<int>(history_.size());
   std::string text;
   if (isEntry) {
@@ -182,13 +181,13 @@ void frmMonitoring::UpdateAlarmHistoryComment() {
   } else if (history_.empty()) {
     text = "No alarms.";
   }
-  form().label("lblHistoryComment").SetText(text);
+  ui().lblHistoryComment.SetText(text);
 }
 
 // ---- the chart
 
 void frmMonitoring::ConnectChart() {
-  TimeChart& chart = form().timeChart("chtValues");
+  TimeChart& chart = ui().chtValues;
   connections_ += chart.Zoom.Connect([this](double time, double factor) {
     chart_.Zoom(time, factor);
     ShowChart(true);
@@ -197,17 +196,17 @@ void frmMonitoring::ConnectChart() {
     chart_.Pan(seconds);
     ShowChart(true);
   });
-  connections_ += form().checkBox("chkPauseChart").Click.Connect([this] {
-    chart_.Pause(form().checkBox("chkPauseChart").Value());
+  connections_ += ui().chkPauseChart.Click.Connect([this] {
+    chart_.Pause(ui().chkPauseChart.Value());
     ShowChart(true);
   });
-  connections_ += form().button("cmdClearChart").Click.Connect([this] {
+  connections_ += ui().cmdClearChart.Click.Connect([this] {
     chart_.Clear();
     opened_ += Seconds();
     ShowChart(true);
   });
-  connections_ += form().button("cmdSaveChart").Click.Connect([this] { cmdSaveChart_Click(); });
-  connections_ += form().button("cmdSavePicture").Click.Connect([this] { cmdSavePicture_Click(); });
+  connections_ += ui().cmdSaveChart.Click.Connect([this] { cmdSaveChart_Click(); });
+  connections_ += ui().cmdSavePicture.Click.Connect([this] { cmdSavePicture_Click(); });
   ShowChart(true);
 }
 
@@ -215,12 +214,12 @@ void frmMonitoring::ShowChart(bool atOnce) {
   const double now = Seconds();
   if (!atOnce && now - chartShown_ < kChartPause) return;
   chartShown_ = now;
-  TimeChart& chart = form().timeChart("chtValues");
+  TimeChart& chart = ui().chtValues;
   chart.Show(chart_.Visible(units_, chart.WidthInPoints()),
              "Tick items and press Begin Monitor: their values are drawn here over time.");
-  form().checkBox("chkPauseChart").SetValue(chart_.IsPaused());
-  form().button("cmdSaveChart").SetEnabled(!chart_.IsEmpty());
-  form().button("cmdSavePicture").SetEnabled(!chart_.IsEmpty());
+  ui().chkPauseChart.SetValue(chart_.IsPaused());
+  ui().cmdSaveChart.SetEnabled(!chart_.IsEmpty());
+  ui().cmdSavePicture.SetEnabled(!chart_.IsEmpty());
 }
 
 void frmMonitoring::cmdSaveChart_Click() {
@@ -232,7 +231,7 @@ void frmMonitoring::cmdSavePicture_Click() {
   std::string picture;
   const char* const prefix = "frmMonitoring.SavePicture: ";
   const bool drawn = Trapped(prefix, [&] {
-    picture = form().timeChart("chtValues").Picture();
+    picture = ui().chtValues.Picture();
     return true;
   });
   if (drawn) SaveChartAs("Picture", "png", prefix, [&picture] { return picture; });

@@ -24,16 +24,15 @@ void frmHomePosition::FormLoad() {
   iResolution_ = project.Resolution();
   dblCFDistance_ = project.ConversionForDistance();
   blnNeedsSaving_ = false;
-  form().label("lblUnits").SetText(strUnits_);
+  ui().lblUnits.SetText(strUnits_);
   strOldValue_ = strStartValue_ = homing_.GetHomingOffset();
-  form().textBox("txtOffset").SetText(strOldValue_);
-  form().button("cmdAbsReset").SetEnabled(IsAbsoluteEncoderInUse());
-  connections_ += form().textBox("txtOffset").Validate.Connect([this](bool& cancel) {
-    txtOffset_Validate(cancel);
-  });
-  connections_ += form().button("cmdUpdate").Click.Connect([this] { cmdUpdate_Click(); });
-  connections_ += form().button("cmdAbsReset").Click.Connect([this] { cmdAbsReset_Click(); });
-  connections_ += form().button("cmdCancel").Click.Connect([this] { Unload(); });
+  ui().txtOffset.SetText(strOldValue_);
+  ui().cmdAbsReset.SetEnabled(IsAbsoluteEncoderInUse());
+  connections_ +=
+      ui().txtOffset.Validate.Connect([this](bool& cancel) { txtOffset_Validate(cancel); });
+  connections_ += ui().cmdUpdate.Click.Connect([this] { cmdUpdate_Click(); });
+  connections_ += ui().cmdAbsReset.Click.Connect([this] { cmdAbsReset_Click(); });
+  connections_ += ui().cmdCancel.Click.Connect([this] { Unload(); });
 }
 
 void frmHomePosition::FormUnload() {
@@ -64,13 +63,13 @@ bool frmHomePosition::IsWithinAllowableRange(const std::string& text) const {
 }
 
 void frmHomePosition::Restore(bool& Cancel) {
-  form().textBox("txtOffset").SetText(strOldValue_);
-  form().textBox("txtOffset").SelectAll();
+  ui().txtOffset.SetText(strOldValue_);
+  ui().txtOffset.SelectAll();
   Cancel = true;
 }
 
 void frmHomePosition::txtOffset_Validate(bool& Cancel) {
-  const std::string text = form().textBox("txtOffset").Text();
+  const std::string text = ui().txtOffset.Text();
   std::string strError;
   if (!IsFloatText(text, strError)) {
     ShowExclamation(strError + "\rOffset value must be numeric!");
@@ -83,7 +82,7 @@ void frmHomePosition::txtOffset_Validate(bool& Cancel) {
     return Restore(Cancel);
   }
   strOldValue_ = FormatToResolution(text, iResolution_);
-  form().textBox("txtOffset").SetText(strOldValue_);
+  ui().txtOffset.SetText(strOldValue_);
 }
 
 void frmHomePosition::cmdUpdate_Click() {
@@ -101,7 +100,7 @@ void frmHomePosition::cmdUpdate_Click() {
 
 bool frmHomePosition::UpdateOffset() {
   Status.Raise("Home Offset Position Updating");
-  const std::string text = form().textBox("txtOffset").Text();
+  const std::string text = ui().txtOffset.Text();
   lngOffset_ = ToInt32(RoundHalfEven(CountsOf(text)));
   const ResultCode result = gMainForm->Helix7()->SetHomeOffset(lngOffset_);
   if (result != kSuccess) {

@@ -4,15 +4,16 @@
 #include <cstdint>
 #include <string>
 
-#include "online/OnlineWindow.h"
+#include "layouts/frmHomePosition.h"
 #include "session/Project.h"
+#include "windows/Window.h"
 
 namespace velmoor {
 
-class frmHomePosition final : public OnlineWindow {
+class frmHomePosition final : public WindowOf<layouts::frmHomePosition> {
  public:
   // The tool outlives the window.
-  explicit frmHomePosition(HomingTool& homing) : OnlineWindow("frmHomePosition"), homing_(homing) {}
+  explicit frmHomePosition(HomingTool& homing) : homing_(homing) {}
 
   // The offset differs from the one with which the window opened.
   [[nodiscard]] bool NeedsSaving() const { return blnNeedsSaving_; }

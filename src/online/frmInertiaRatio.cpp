@@ -5,6 +5,7 @@
 #include "platform/Events.h"
 #include "platform/MessageBoxes.h"
 #include "platform/Numbers.h"
+#include "platform/World.h"
 #include "session/Session.h"
 
 namespace velmoor {
@@ -15,43 +16,43 @@ constexpr std::chrono::milliseconds kInterval{2000};
 }  // namespace
 
 void frmInertiaRatio::FormLoad() {
-  Timer& timer = form().timer("tmrTimer");
-  timer.SetInterval(kInterval);
-  connections_ += timer.Tick.Connect([this] { tmrTimer_Timer(); });
-  connections_ += form().button("cmdSet").Click.Connect([this] { cmdSet_Click(); });
-  connections_ += form().button("cmdExit").Click.Connect([this] { Unload(); });
-  timer.SetEnabled(true);
+  timer_ = world().forms->NewTimer();
+  timer_->SetInterval(kInterval);
+  connections_ += timer_->Tick.Connect([this] { tmrTimer_Timer(); });
+  connections_ += ui().cmdSet.Click.Connect([this] { cmdSet_Click(); });
+  connections_ += ui().cmdExit.Click.Connect([this] { Unload(); });
+  timer_->SetEnabled(true);
 }
 
 void frmInertiaRatio::FormUnload() {
-  form().timer("tmrTimer").SetEnabled(false);
+  timer_->SetEnabled(false);
 }
 
 void frmInertiaRatio::tmrTimer_Timer() {
   const auto token = Token();
   std::int32_t lngIdentified = 0;
   if (gMainForm->Helix7()->GetInertiaRatio(lngIdentified) != kSuccess) {
-    form().label("lblIdentified").SetText("ERROR");
+    ui().lblIdentified.SetText("ERROR");
     return Fail();
   }
-  form().label("lblIdentified").SetText(NumberText(lngIdentified));
+  ui().lblIdentified.SetText(NumberText(lngIdentified));
   YieldEvents();
   if (token.expired()) return;
   std::string strActual;
   const ResultCode result = gMainForm->Helix7()->GetParameter("103", strActual);
   const auto actual = ParseFloat(Trim(strActual));
   if (result != kSuccess || !actual) {
-    form().label("lblActual").SetText("ERROR");
+    ui().lblActual.SetText("ERROR");
     return Fail();
   }
-  form().label("lblActual").SetText(NumberText(*actual));
+  ui().lblActual.SetText(NumberText(*actual));
   YieldEvents();
 }
 
 // The window closes itself after one failure, deliberately.
 void frmInertiaRatio::Fail() {
   const auto token = Token();
-  form().timer("tmrTimer").SetEnabled(false);
+  timer_->SetEnabled(false);
   const std::string cause = CauseOf(gMainForm->Helix7()->LatestFailure(), *gMainForm->Alarm());
   ShowExclamation("Cannot identify or read inertia ratio!\rCheck communications and retry!\r\r" +
                   cause);

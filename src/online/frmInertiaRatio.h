@@ -2,14 +2,12 @@
 // identified one.
 #pragma once
 
-#include "online/OnlineWindow.h"
+#include "layouts/frmInertiaRatio.h"
+#include "windows/Window.h"
 
 namespace velmoor {
 
-class frmInertiaRatio final : public OnlineWindow {
- public:
-  frmInertiaRatio() : OnlineWindow("frmInertiaRatio") {}
-
+class frmInertiaRatio final : public WindowOf<layouts::frmInertiaRatio> {
  protected:
   void FormLoad() override;
   void FormUnload() override;
@@ -18,6 +16,7 @@ class frmInertiaRatio final : public OnlineWindow {
   void tmrTimer_Timer();
   void Fail();
   void cmdSet_Click();
+  std::unique_ptr<Timer> timer_;  // while the window is open
 };
 
 }  // namespace velmoor

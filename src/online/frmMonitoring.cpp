@@ -35,8 +35,7 @@ class frmMonitoring::HistoryGrid final : public ReadOnlyGridSource {
   const std::vector<AlarmReading>& rows_;
 };
 
-frmMonitoring::frmMonitoring()
-    : OnlineWindow("frmMonitoring"), historyGrid_(std::make_unique<HistoryGrid>(history_)) {}
+frmMonitoring::frmMonitoring() : historyGrid_(std::make_unique<HistoryGrid>(history_)) {}
 frmMonitoring::~frmMonitoring() = default;
 
 double frmMonitoring::Seconds() const {
@@ -52,48 +51,46 @@ void frmMonitoring::FormLoad() {
   blnMonitor_ = blnNotDone_ = blnNotInitialAlarm_ = false;
   chart_ = {};
   ClearMonitoredList();
-  form().textBox("txtPollingTime").SetText(sngUpdateTime_ = "2.0");
+  ui().txtPollingTime.SetText(sngUpdateTime_ = "2.0");
   LoadUnits();
   SetPinLabels();
   SetUnitsFields();
-  for (const char* const name :
-       {"lblAlarm", "lblStatus", "lblComment", "lblError", "lblErrorComment"}) {
-    form().label(name).SetText("");
+  for (Label* const label :
+       {&ui().lblAlarm, &ui().lblStatus, &ui().lblComment, &ui().lblError, &ui().lblErrorComment}) {
+    label->SetText("");
   }
   history_.clear();
-  form().grid("vsHistory").Bind(historyGrid_.get());
-  form().grid("vsHistory").SetColumnShare(kDisplayColumn);
+  ui().vsHistory.Bind(historyGrid_.get());
+  ui().vsHistory.SetColumnShare(kDisplayColumn);
   UpdateAlarmHistoryComment();
   for (int item = 0; item <= kStatusItem; ++item) {
-    CheckBox& tick = form().checkBox(Numbered("chkOption_", item));
+    CheckBox& tick = ui().chkOption_[item];
     connections_ += tick.Click.Connect([this, item, &tick] { Tick(item, tick.Value()); });
   }
-  for (const auto& [name, first] : {std::pair{"chkInput_", 11}, std::pair{"chkOutput_", 13}}) {
+  for (const auto& [ticks, first] :
+       {std::pair{&ui().chkInput_, 11}, std::pair{&ui().chkOutput_, 13}}) {
     for (int hardware = 0; hardware < 2; ++hardware) {
-      CheckBox& tick = form().checkBox(Numbered(name, hardware));
+      CheckBox& tick = (*ticks)[hardware];
       const int item = first + hardware;
       connections_ += tick.Click.Connect([this, item, &tick] { Tick(item, tick.Value()); });
     }
   }
-  CheckBox& alarm = form().checkBox("chkAlarm");
+  CheckBox& alarm = ui().chkAlarm;
   connections_ += alarm.Click.Connect(
       [this, &alarm] { blnUpdate_[static_cast<std::size_t>(kAlarmItem)] = alarm.Value(); });
   for (int i = 0; i < 3; ++i) {
-    connections_ +=
-        form().button(Numbered("cmdAlarm_", i)).Click.Connect([this, i] { cmdAlarm_Click(i); });
+    connections_ += ui().cmdAlarm_[i].Click.Connect([this, i] { cmdAlarm_Click(i); });
   }
-  connections_ += form().optionGroup("optUnits").Click.Connect([this](int index) {
+  connections_ += ui().optUnits.Click.Connect([this](int index) {
     units_.SetMachineUnits(index == 1);
     SetUnitsFields();
     ShowValues();
   });
+  connections_ += ui().vsHistory.RowColChange.Connect([this] { UpdateAlarmHistoryComment(); });
   connections_ +=
-      form().grid("vsHistory").RowColChange.Connect([this] { UpdateAlarmHistoryComment(); });
-  connections_ += form().textBox("txtPollingTime").Change.Connect([this] {
-    sngUpdateTime_ = form().textBox("txtPollingTime").Text();
-  });
-  connections_ += form().button("cmdMonitoring").Click.Connect([this] { cmdMonitoring_Click(); });
-  connections_ += form().button("cmdExit").Click.Connect([this] { cmdExit_Click(); });
+      ui().txtPollingTime.Change.Connect([this] { sngUpdateTime_ = ui().txtPollingTime.Text(); });
+  connections_ += ui().cmdMonitoring.Click.Connect([this] { cmdMonitoring_Click(); });
+  connections_ += ui().cmdExit.Click.Connect([this] { cmdExit_Click(); });
   ConnectChart();
 }
 
@@ -108,30 +105,45 @@ void frmMonitoring::LoadUnits() {
   units_ =
       MonitoredUnits(project, static_cast<float>(project.MechanicalSystemSister().FeedConstant()));
   units_.SetMachineUnits(machineUnits);
-  form().optionGroup("optUnits").SetValue(machineUnits ? 1 : 0);
+  ui().optUnits.SetValue(machineUnits ? 1 : 0);
 }
 
 void frmMonitoring::SetPinLabels() {
   const auto flags = StatusFlags();
   for (std::size_t i = 0; i < flags.size(); ++i) {
-    form().label(Numbered("lblStatus_", static_cast<int>(i))).SetText(std::string(flags[i]));
+    ui().lblStatus_[i].SetText(std::string(flags[i]));
   }
-  static constexpr const char* kLabels[] = {"lblVKLMInput_", "lblRX900Input_", "lblVKLMOutput_",
-                                            "lblRX900Output_"};
   const bool isNew = gMainForm->Helix7()->IsOptionVersionNew();
-  for (int group = 0; group < 4; ++group) {
-    const auto names = LineNames(kStatusItem + 1 + group, isNew);
-    for (std::size_t i = 0; i < names.size(); ++i) {
-      form().label(Numbered(kLabels[group], static_cast<int>(i))).SetText(names[i]);
-    }
+  for (int item = kStatusItem + 1; item < kAlarmItem; ++item) {
+    const auto names = LineNames(item, isNew);
+    for (std::size_t i = 0; i < names.size(); ++i) LineLabels(item)[i].SetText(names[i]);
   }
+}
+
+const frmMonitoring::Lines<Lamp>& frmMonitoring::LineLamps(int item) const {
+  const Lines<Lamp>* const lamps[] = {&ui().lmpVKLMInput_, &ui().lmpRX900Input_,
+                                      &ui().lmpVKLMOutput_, &ui().lmpRX900Output_};
+  return *lamps[item - kStatusItem - 1];
+}
+
+const frmMonitoring::Lines<Label>& frmMonitoring::LineLabels(int item) const {
+  const Lines<Label>* const labels[] = {&ui().lblVKLMInput_, &ui().lblRX900Input_,
+                                        &ui().lblVKLMOutput_, &ui().lblRX900Output_};
+  return *labels[item - kStatusItem - 1];
+}
+
+Lamp& frmMonitoring::BitLamp(int item, std::size_t bit) const {
+  return item == kStatusItem ? ui().lmpStatus_[bit] : LineLamps(item)[bit];
+}
+
+Label& frmMonitoring::BitLabel(int item, std::size_t bit) const {
+  return item == kStatusItem ? ui().lblStatus_[bit] : LineLabels(item)[bit];
 }
 
 void frmMonitoring::SetUnitsFields() {
   for (int item = 0; item < kMonitoredValues; ++item) {
-    form()
-        .label(Numbered("lblUnit_", item))
-        .SetText(units_.UnitOf(MonitoredItems()[static_cast<std::size_t>(item)].kind));
+    ui().lblUnit_[item].SetText(
+        units_.UnitOf(MonitoredItems()[static_cast<std::size_t>(item)].kind));
   }
 }
 
@@ -139,7 +151,7 @@ void frmMonitoring::ClearMonitoredList() {
   blnUpdate_.fill(false);
   raw_.fill(0);
   for (int item = 0; item < kMonitoredValues; ++item) {
-    form().label(Numbered("lblValue_", item)).SetText("0");
+    ui().lblValue_[item].SetText("0");
     EnableMonitorOption(item, false);
   }
   for (int item = kStatusItem; item < kAlarmItem; ++item) EnableLamps(item, false);
@@ -159,7 +171,7 @@ void frmMonitoring::cmdMonitoring_Click() {
   if (token.expired()) return;
   if (!blnMonitor_) return ShowStandBy();
   told_.clear();
-  form().button("cmdMonitoring").SetCaption("Stop &Monitor");
+  ui().cmdMonitoring.SetCaption("Stop &Monitor");
   EnableAlarmButtons(false);
   Status.Raise("Monitoring In Progress");
   // A stop and a new start within one yield go on in the loop that runs already.
@@ -188,7 +200,7 @@ void frmMonitoring::RunLoop() {
 }
 
 void frmMonitoring::ShowStandBy() {
-  form().button("cmdMonitoring").SetCaption("Begin &Monitor");
+  ui().cmdMonitoring.SetCaption("Begin &Monitor");
   EnableAlarmButtons(true);
   Status.Raise("Monitoring Stand By");
   ShowChart(true);
@@ -196,8 +208,8 @@ void frmMonitoring::ShowStandBy() {
 
 void frmMonitoring::ShowOffline() {
   blnMonitor_ = false;
-  form().button("cmdMonitoring").SetCaption("Begin &Monitor");
-  form().button("cmdAlarm_0").SetEnabled(true);
+  ui().cmdMonitoring.SetCaption("Begin &Monitor");
+  ui().cmdAlarm_[0].SetEnabled(true);
   Status.Raise("Offline");
   ShowChart(true);
 }
@@ -268,16 +280,14 @@ void frmMonitoring::ShowValue(int item, std::int32_t raw) {
   raw_[static_cast<std::size_t>(item)] = raw;
   chart_.Add(item, Seconds(), raw);
   const ValueKind kind = MonitoredItems()[static_cast<std::size_t>(item)].kind;
-  form().label(Numbered("lblValue_", item)).SetText(units_.Text(raw, kind));
+  ui().lblValue_[item].SetText(units_.Text(raw, kind));
 }
 
 // After a change of units.
 void frmMonitoring::ShowValues() {
   for (int item = 0; item < kMonitoredValues; ++item) {
     const ValueKind kind = MonitoredItems()[static_cast<std::size_t>(item)].kind;
-    form()
-        .label(Numbered("lblValue_", item))
-        .SetText(units_.Text(raw_[static_cast<std::size_t>(item)], kind));
+    ui().lblValue_[item].SetText(units_.Text(raw_[static_cast<std::size_t>(item)], kind));
   }
   ShowChart(true);
 }
@@ -285,9 +295,9 @@ void frmMonitoring::ShowValues() {
 void frmMonitoring::DisplayLEDs(int eOption, std::int32_t lngValue) {
   const MonitoredItem& item = MonitoredItems()[static_cast<std::size_t>(eOption)];
   const auto bits = static_cast<std::uint32_t>(lngValue);
-  for (int bit = 0; bit < item.bits; ++bit) {
-    const bool isSet = ((bits >> static_cast<unsigned>(bit)) & 1U) != 0;
-    form().lamp(Numbered(std::string(item.lamps), bit)).SetTone(isSet ? Tone::good : Tone::normal);
+  for (std::size_t bit = 0; bit < item.bits; ++bit) {
+    const bool isSet = ((bits >> bit) & 1U) != 0;
+    BitLamp(eOption, bit).SetTone(isSet ? Tone::good : Tone::normal);
   }
 }
 

@@ -11,15 +11,16 @@
 #include <string>
 #include <vector>
 
+#include "layouts/frmMonitoring.h"
 #include "link/ResultCode.h"
 #include "online/AlarmReadings.h"
 #include "online/MonitoredItems.h"
-#include "online/OnlineWindow.h"
 #include "online/StripChart.h"
+#include "windows/Window.h"
 
 namespace velmoor {
 
-class frmMonitoring final : public OnlineWindow {
+class frmMonitoring final : public WindowOf<layouts::frmMonitoring> {
  public:
   frmMonitoring();
   ~frmMonitoring() override;
@@ -45,6 +46,14 @@ class frmMonitoring final : public OnlineWindow {
   // ---- loading
   void LoadUnits();
   void SetPinLabels();
+  template <typename Kind>
+  using Lines = ControlRow<Kind, 8>;
+  // Of the items 11 to 14.
+  [[nodiscard]] const Lines<Lamp>& LineLamps(int item) const;
+  [[nodiscard]] const Lines<Label>& LineLabels(int item) const;
+  // Of the status flags too.
+  [[nodiscard]] Lamp& BitLamp(int item, std::size_t bit) const;
+  [[nodiscard]] Label& BitLabel(int item, std::size_t bit) const;
   void SetUnitsFields();
   void ClearMonitoredList();
   void ConnectChart();

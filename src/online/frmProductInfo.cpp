@@ -10,7 +10,7 @@
 namespace velmoor {
 
 void frmProductInfo::FormLoad() {
-  connections_ += form().button("cmdExit").Click.Connect([this] { Unload(); });
+  connections_ += ui().cmdExit.Click.Connect([this] { Unload(); });
   if (!gMainForm->IsOnline()) return;
   RetrieveInfo();
   DisplayInfo();
@@ -58,7 +58,7 @@ void frmProductInfo::DisplayInfo() {
       &strOptionVer_,  &strOptionYSpec_,  &strServoModel_, &strServoVer_,  &strServoYSpec_,
       &strMotorModel_, &strEncoderModel_, &strEncoderRes_, &strEncoderVer_};
   for (std::size_t i = 0; i < values.size(); ++i) {
-    form().label(Numbered("lblValues_", static_cast<int>(i))).SetText(*values[i]);
+    ui().lblValues_[i].SetText(*values[i]);
   }
 }
 

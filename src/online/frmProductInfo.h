@@ -3,15 +3,13 @@
 
 #include <string>
 
+#include "layouts/frmProductInfo.h"
 #include "link/ResultCode.h"
-#include "online/OnlineWindow.h"
+#include "windows/Window.h"
 
 namespace velmoor {
 
-class frmProductInfo final : public OnlineWindow {
- public:
-  frmProductInfo() : OnlineWindow("frmProductInfo") {}
-
+class frmProductInfo final : public WindowOf<layouts::frmProductInfo> {
  protected:
   void FormLoad() override;
 

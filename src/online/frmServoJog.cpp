@@ -10,6 +10,7 @@
 #include "platform/MessageBoxes.h"
 #include "platform/Numbers.h"
 #include "platform/ScopedFlag.h"
+#include "platform/World.h"
 #include "session/Project.h"
 #include "session/Session.h"
 
@@ -62,21 +63,21 @@ void frmServoJog::FormLoad() {
   blnNeedsSaving_ = false;
   blnMouseUp_ = true;
   stopping_ = false;
-  form().textBox("txtSpeed").SetText(NumberText(lngSpeed_));
-  strStartValue_ = strBeforeEdit_ = form().textBox("txtSpeed").Text();
+  ui().txtSpeed.SetText(NumberText(lngSpeed_));
+  strStartValue_ = strBeforeEdit_ = ui().txtSpeed.Text();
   for (int index = 0; index < 2; ++index) {
-    Button& jog = form().button(Numbered("cmdJog_", index));
+    Button& jog = ui().cmdJog_[index];
     connections_ += jog.Down.Connect([this, index] { cmdJog_MouseDown(index); });
     connections_ += jog.Up.Connect([this] { cmdJog_MouseUp(); });
   }
-  connections_ += form().button("cmdServo").Click.Connect([this] { cmdServo_Click(); });
-  connections_ += form().button("cmdExit").Click.Connect([this] { Unload(); });
-  connections_ += form().button("updServo_Up").Click.Connect([this] { updServo_UpClick(); });
-  connections_ += form().button("updServo_Down").Click.Connect([this] { updServo_DownClick(); });
-  TextBox& speed = form().textBox("txtSpeed");
+  connections_ += ui().cmdServo.Click.Connect([this] { cmdServo_Click(); });
+  connections_ += ui().cmdExit.Click.Connect([this] { Unload(); });
+  connections_ += ui().updServo_Up.Click.Connect([this] { updServo_UpClick(); });
+  connections_ += ui().updServo_Down.Click.Connect([this] { updServo_DownClick(); });
+  TextBox& speed = ui().txtSpeed;
   connections_ += speed.Change.Connect([this] { txtSpeed_Change(); });
   connections_ += speed.Validate.Connect([this](bool& cancel) { txtSpeed_Validate(cancel); });
-  connections_ += form().button("cmdResetAlarm").Click.Connect([this] { cmdResetAlarm_Click(); });
+  connections_ += ui().cmdResetAlarm.Click.Connect([this] { cmdResetAlarm_Click(); });
   EnableJogButtons(false);
   ShowServo();
   CheckHardwareServoForwardSetting();
@@ -84,15 +85,15 @@ void frmServoJog::FormLoad() {
   const auto feed = static_cast<float>(project.MechanicalSystemSister().FeedConstant());
   watch_ = MotorWatch(MonitoredUnits(project, feed), blnCWForward_);
   ShowMotion();
-  Timer& timer = form().timer("tmrWatch");
-  timer.SetInterval(kWatch);
-  connections_ += timer.Tick.Connect([this] { tmrWatch_Timer(); });
-  timer.SetEnabled(true);
+  timer_ = world().forms->NewTimer();
+  timer_->SetInterval(kWatch);
+  connections_ += timer_->Tick.Connect([this] { tmrWatch_Timer(); });
+  timer_->SetEnabled(true);
 }
 
 // The servo goes off whichever way the window closes. Where the motor cannot be on nothing is told.
 void frmServoJog::FormUnload() {
-  form().timer("tmrWatch").SetEnabled(false);
+  timer_->SetEnabled(false);
   const bool moved = !blnMouseUp_;
   blnMouseUp_ = true;
   blnServo_ = false;
@@ -163,13 +164,11 @@ ResultCode frmServoJog::SwitchOff() {
 
 void frmServoJog::ShowServo() {
   const bool mayBeOn = Hardware().MotorMayBeOn();
-  form().button("cmdServo").SetCaption(mayBeOn ? "Disable &Servo" : "Enable &Servo");
-  form().lamp("pcbServo").SetTone(!mayBeOn ? Tone::normal : blnServo_ ? Tone::good : Tone::alarm);
-  form()
-      .label("lblServo")
-      .SetText(!mayBeOn    ? "Servo not enabled"
-               : blnServo_ ? "Servo on"
-                           : "Servo may be on: use the emergency stop");
+  ui().cmdServo.SetCaption(mayBeOn ? "Disable &Servo" : "Enable &Servo");
+  ui().pcbServo.SetTone(!mayBeOn ? Tone::normal : blnServo_ ? Tone::good : Tone::alarm);
+  ui().lblServo.SetText(!mayBeOn    ? "Servo not enabled"
+                        : blnServo_ ? "Servo on"
+                                    : "Servo may be on: use the emergency stop");
 }
 
 void frmServoJog::Tell(const LinkFailure& failure, const char* words) {
@@ -177,7 +176,7 @@ void frmServoJog::Tell(const LinkFailure& failure, const char* words) {
 }
 
 void frmServoJog::EnableJogButtons(bool bState) {
-  for (const char* const name : {"cmdJog_0", "cmdJog_1"}) form().button(name).SetEnabled(bState);
+  for (std::size_t i = 0; i < ui().cmdJog_.size(); ++i) ui().cmdJog_[i].SetEnabled(bState);
 }
 
 // ---- motion
@@ -228,7 +227,7 @@ void frmServoJog::StartMotion(int Index) {
 }
 
 bool frmServoJog::TakeSpeed() {
-  const auto speed = SpeedIn(form().textBox("txtSpeed").Text());
+  const auto speed = SpeedIn(ui().txtSpeed.Text());
   if (speed && *speed >= 1) {
     lngSpeed_ = *speed;
     return true;
@@ -266,7 +265,7 @@ void frmServoJog::tmrWatch_Timer() {
   const ResultCode result = watch_.AskNext();
   const bool silent = result == kPortNotOpen || result == kNoResponse;
   if (silent) watch_.Forget();
-  form().timer("tmrWatch").SetInterval(silent ? kWatchSilence : kWatch);
+  timer_->SetInterval(silent ? kWatchSilence : kWatch);
   ShowMotion();
   const auto token = Token();
   // Nobody can tell what a motor does that is held running on a silent line.
@@ -278,13 +277,13 @@ void frmServoJog::tmrWatch_Timer() {
 }
 
 void frmServoJog::ShowMotion() {
-  form().label("lblActualSpeed").SetText(watch_.SpeedText());
-  form().label("lblActualPosition").SetText(watch_.PositionText());
-  form().label("lblMotion").SetText(watch_.MotionText());
-  Label& alarm = form().label("lblAlarm");
+  ui().lblActualSpeed.SetText(watch_.SpeedText());
+  ui().lblActualPosition.SetText(watch_.PositionText());
+  ui().lblMotion.SetText(watch_.MotionText());
+  Label& alarm = ui().lblAlarm;
   alarm.SetText(watch_.AlarmText());
   alarm.SetTone(watch_.IsAlarm() ? Tone::alarm : Tone::normal);
-  form().button("cmdResetAlarm").SetEnabled(watch_.IsAlarm());
+  ui().cmdResetAlarm.SetEnabled(watch_.IsAlarm());
 }
 
 void frmServoJog::cmdResetAlarm_Click() {
@@ -297,18 +296,18 @@ void frmServoJog::cmdResetAlarm_Click() {
 
 void frmServoJog::RestoreSpeed(const char* words) {
   ShowExclamation(words);
-  form().textBox("txtSpeed").SetText(strBeforeEdit_);
+  ui().txtSpeed.SetText(strBeforeEdit_);
   if (const auto speed = SpeedIn(strBeforeEdit_)) lngSpeed_ = *speed;
 }
 
 void frmServoJog::txtSpeed_Change() {
-  const auto speed = SpeedIn(form().textBox("txtSpeed").Text());
+  const auto speed = SpeedIn(ui().txtSpeed.Text());
   if (!speed) return RestoreSpeed(kNotNumeric);
   lngSpeed_ = *speed;
 }
 
 void frmServoJog::txtSpeed_Validate(bool& Cancel) {
-  TextBox& box = form().textBox("txtSpeed");
+  TextBox& box = ui().txtSpeed;
   const auto speed = SpeedIn(box.Text());
   if (!speed) {
     RestoreSpeed(kNotNumeric);
@@ -324,7 +323,7 @@ void frmServoJog::txtSpeed_Validate(bool& Cancel) {
 }
 
 void frmServoJog::ShowSpeed() {
-  form().textBox("txtSpeed").SetText(NumberText(lngSpeed_));
+  ui().txtSpeed.SetText(NumberText(lngSpeed_));
 }
 
 // There is no upper limit of its own.

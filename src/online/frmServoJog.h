@@ -10,15 +10,15 @@
 #include <optional>
 #include <string>
 
+#include "layouts/frmServoJog.h"
 #include "link/LinkFailure.h"
 #include "online/MotorWatch.h"
-#include "online/OnlineWindow.h"
+#include "windows/Window.h"
 
 namespace velmoor {
 
-class frmServoJog final : public OnlineWindow {
+class frmServoJog final : public WindowOf<layouts::frmServoJog> {
  public:
-  frmServoJog() : OnlineWindow("frmServoJog") {}
   // Turns the servo off where the window is still open.
   ~frmServoJog() override;
 
@@ -73,6 +73,7 @@ class frmServoJog final : public OnlineWindow {
   std::int16_t iCWIndex_ = 0;
   std::int32_t lngRefUnitSpeed_ = 0;  // 1000 reference units a minute
   std::int32_t lngSpeed_ = 10;        // rpm, as typed
+  std::unique_ptr<Timer> timer_;      // while the window is open
 };
 
 }  // namespace velmoor

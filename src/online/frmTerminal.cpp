@@ -1,7 +1,5 @@
 #include "online/frmTerminal.h"
 
-#include <map>
-
 #include "link/clsHX7Helix7.h"
 #include "online/clsHX7Terminal.h"
 #include "online/frmTerminalOptions.h"
@@ -16,6 +14,8 @@
 
 namespace velmoor {
 namespace {
+
+using Id = layouts::frmTerminal::Id;
 
 constexpr std::chrono::milliseconds kHeartbeat{30000};
 constexpr const char* kLogFilter = "Log File (*.log)|*.log";
@@ -37,22 +37,21 @@ void frmTerminal::FormLoad() {
   ApplyAppearance(appearance_, Vt1());
   connections_ += Vt1().KeyDown.Connect([this](KeyEvent& key) { Vt1_KeyDown(key); });
   connections_ += Vt1().KeyPress.Connect([this](char character) { VT1_KeyPress(character); });
-  connections_ +=
-      form().CommandChosen.Connect([this](const std::string& command) { OnCommand(command); });
-  form().SetCommandChecked("mnuViewAutoResize", autoResize_);
-  form().SetCommandChecked("mnuViewStatusLine", statusLine_);
-  form().label("lblStatusLine").SetVisible(statusLine_);
+  ConnectMenu();
+  ui().commands[Id::mnuViewAutoResize].SetChecked(autoResize_);
+  ui().commands[Id::mnuViewStatusLine].SetChecked(statusLine_);
+  ui().lblStatusLine.SetVisible(statusLine_);
   CheckHardwareEchoSetting();
   UpdateState();
-  Timer& timer = form().timer("Timer1");
-  timer.SetInterval(kHeartbeat);
-  connections_ += timer.Tick.Connect([this] { Timer1_Timer(); });
-  timer.SetEnabled(true);
+  timer_ = world().forms->NewTimer();
+  timer_->SetInterval(kHeartbeat);
+  connections_ += timer_->Tick.Connect([this] { Timer1_Timer(); });
+  timer_->SetEnabled(true);
   Vt1().SetFocus();
 }
 
 void frmTerminal::FormUnload() {
-  form().timer("Timer1").SetEnabled(false);
+  timer_->SetEnabled(false);
 }
 
 void frmTerminal::CheckHardwareEchoSetting() {
@@ -84,27 +83,26 @@ void frmTerminal::SetScript(std::vector<std::string> lines) {
 
 // ---- menus
 
-void frmTerminal::OnCommand(const std::string& command) {
-  static const std::map<std::string, void (*)(frmTerminal&), std::less<>> kCommands{
-      {"mnuFileOpenLog", [](frmTerminal& f) { f.OpenLog(); }},
-      {"mnuFileOpenScript", [](frmTerminal& f) { f.OpenScript(); }},
-      {"mnuFileSaveLog", [](frmTerminal& f) { (void)f.SaveLog(); }},
-      {"mnuFileSaveScript", [](frmTerminal& f) { f.SaveScript(); }},
-      {"mnuFileExit", [](frmTerminal& f) { f.SaveAndUnload(); }},
-      {"mnuEditCopy", [](frmTerminal& f) { f.Copy(); }},
-      {"mnuEditPaste", [](frmTerminal& f) { f.Paste(); }},
-      {"mnuEditClear", [](frmTerminal& f) { f.ClearScreen(); }},
-      {"mnuScriptOn", [](frmTerminal& f) { f.TurnScriptOn(true); }},
-      {"mnuScriptOff", [](frmTerminal& f) { f.TurnScriptOff(true); }},
-      {"mnuScriptClearMemory", [](frmTerminal& f) { f.ClearScriptMemory(true); }},
-      {"mnuScriptListMemory", [](frmTerminal& f) { f.ListCurrentScriptMemory(true); }},
-      {"mnuScriptStop", [](frmTerminal& f) { f.StopScript(); }},
-      {"mnuViewAutoResize", [](frmTerminal& f) { f.ToggleAutoResize(); }},
-      {"mnuViewStatusLine", [](frmTerminal& f) { f.ToggleStatusLine(); }},
-      {"mnuViewOptions", [](frmTerminal& f) { f.ShowOptions(); }},
+void frmTerminal::ConnectMenu() {
+  const auto on = [this](Id command, const std::function<void()>& work) {
+    connections_ += ui().commands[command].Chosen.Connect(work);
   };
-  const auto found = kCommands.find(command);
-  if (found != kCommands.end()) found->second(*this);
+  on(Id::mnuFileOpenLog, [this] { OpenLog(); });
+  on(Id::mnuFileOpenScript, [this] { OpenScript(); });
+  on(Id::mnuFileSaveLog, [this] { (void)SaveLog(); });
+  on(Id::mnuFileSaveScript, [this] { SaveScript(); });
+  on(Id::mnuFileExit, [this] { SaveAndUnload(); });
+  on(Id::mnuEditCopy, [this] { Copy(); });
+  on(Id::mnuEditPaste, [this] { Paste(); });
+  on(Id::mnuEditClear, [this] { ClearScreen(); });
+  on(Id::mnuScriptOn, [this] { TurnScriptOn(true); });
+  on(Id::mnuScriptOff, [this] { TurnScriptOff(true); });
+  on(Id::mnuScriptClearMemory, [this] { ClearScriptMemory(true); });
+  on(Id::mnuScriptListMemory, [this] { ListCurrentScriptMemory(true); });
+  on(Id::mnuScriptStop, [this] { StopScript(); });
+  on(Id::mnuViewAutoResize, [this] { ToggleAutoResize(); });
+  on(Id::mnuViewStatusLine, [this] { ToggleStatusLine(); });
+  on(Id::mnuViewOptions, [this] { ShowOptions(); });
 }
 
 void frmTerminal::OpenLog() {
@@ -173,21 +171,21 @@ void frmTerminal::ClearScreen() {
 
 void frmTerminal::ToggleAutoResize() {
   autoResize_ = !autoResize_;
-  form().SetCommandChecked("mnuViewAutoResize", autoResize_);
+  ui().commands[Id::mnuViewAutoResize].SetChecked(autoResize_);
   if (autoResize_) Vt1().FitWindow();
 }
 
 void frmTerminal::ToggleStatusLine() {
   statusLine_ = !statusLine_;
-  form().SetCommandChecked("mnuViewStatusLine", statusLine_);
-  form().label("lblStatusLine").SetVisible(statusLine_);
+  ui().commands[Id::mnuViewStatusLine].SetChecked(statusLine_);
+  ui().lblStatusLine.SetVisible(statusLine_);
 }
 
 void frmTerminal::ShowOptions() {
   const auto token = Token();
   frmTerminalOptions window(appearance_);
-  window.Show(FormMode::modal);
-  if (!token.expired() && window.Accepted()) SetAppearance(window.Appearance());
+  const bool accepted = window.Ask();
+  if (!token.expired() && accepted) SetAppearance(window.Appearance());
 }
 
 // ---- screen
@@ -218,20 +216,20 @@ void frmTerminal::TellBesideTyping(const std::string& strText) {
 
 void frmTerminal::UpdateState() {
   const bool free = work_ == Work::none;
-  form().SetCommandEnabled("mnuScriptOn", free && !blnScriptMode_);
-  form().SetCommandEnabled("mnuScriptOff", free && blnScriptMode_);
-  for (const char* const command : {"mnuFileOpenScript", "mnuEditPaste", "mnuScriptClearMemory",
-                                    "mnuScriptListMemory", "mnuEditClear"}) {
-    form().SetCommandEnabled(command, free);
+  ui().commands[Id::mnuScriptOn].SetEnabled(free && !blnScriptMode_);
+  ui().commands[Id::mnuScriptOff].SetEnabled(free && blnScriptMode_);
+  for (const Id command : {Id::mnuFileOpenScript, Id::mnuEditPaste, Id::mnuScriptClearMemory,
+                           Id::mnuScriptListMemory, Id::mnuEditClear}) {
+    ui().commands[command].SetEnabled(free);
   }
-  form().SetCommandEnabled("mnuScriptStop", work_ == Work::script);
+  ui().commands[Id::mnuScriptStop].SetEnabled(work_ == Work::script);
   std::string text = work_ == Work::script ? "Script runs: Esc stops it"
                      : blnScriptMode_      ? "Scripting: lines are stored, RUN sends them"
                                            : "Direct: lines are sent to axis " + gMainForm->Axis();
   text += "   |   Script memory: " + NumberText(strScript_.size()) +
           (strScript_.size() == 1 ? " line" : " lines");
   text += blnHasEcho_ ? "   |   Echo on" : "   |   Echo off: answers cannot be shown";
-  form().label("lblStatusLine").SetText(text);
+  ui().lblStatusLine.SetText(text);
 }
 
 // ---- heartbeat
@@ -242,7 +240,7 @@ void frmTerminal::Timer1_Timer() {
   std::string strType;
   if (gMainForm->Helix7()->GetServoType(strType) == kSuccess) return;
   // Told once: the next line that is sent begins anew.
-  form().timer("Timer1").SetEnabled(false);
+  timer_->SetEnabled(false);
   TellBesideTyping("> *** COMMUNICATIONS ERROR!  CANNOT COMMUNICATE WITH HARDWARE! ***");
   CommunicationDown.Raise();
 }

@@ -10,18 +10,19 @@
 #include <string>
 #include <vector>
 
-#include "online/OnlineWindow.h"
+#include "layouts/frmTerminal.h"
 #include "online/TerminalAppearance.h"
 #include "platform/Keys.h"
+#include "windows/Window.h"
 
 namespace velmoor {
 
 class clsHX7Terminal;
 
-class frmTerminal final : public OnlineWindow {
+class frmTerminal final : public WindowOf<layouts::frmTerminal> {
  public:
   // `owner` reads and writes the files; it owns this window.
-  explicit frmTerminal(clsHX7Terminal& owner) : OnlineWindow("frmTerminal"), owner_(owner) {}
+  explicit frmTerminal(clsHX7Terminal& owner) : owner_(owner) {}
 
   [[nodiscard]] const std::vector<std::string>& Log() const { return strLog_; }
   [[nodiscard]] const std::vector<std::string>& Script() const { return strScript_; }
@@ -46,7 +47,7 @@ class frmTerminal final : public OnlineWindow {
   enum class Work { none, line, script };
 
   void CheckHardwareEchoSetting();
-  void OnCommand(const std::string& command);
+  void ConnectMenu();
 
   // ---- typing
   void Vt1_KeyDown(KeyEvent& key);
@@ -72,7 +73,7 @@ class frmTerminal final : public OnlineWindow {
   void SetWork(Work work);
 
   // ---- screen
-  TerminalScreen& Vt1() { return form().terminalScreen("Vt1"); }
+  TerminalScreen& Vt1() { return ui().Vt1; }
   void UpdateDisplay(const std::string& strText);
   void TellFailure(const std::string& strText);  // the same in the bold colour
   void AdvanceRowInVT();
@@ -108,6 +109,7 @@ class frmTerminal final : public OnlineWindow {
   bool stop_ = false;  // the script ends behind the line under way
   std::deque<WaitingKey> waiting_;
   TerminalAppearance appearance_;
+  std::unique_ptr<Timer> timer_;  // while the window is open
 };
 
 }  // namespace velmoor

@@ -62,7 +62,7 @@ class frmTerminal::Busy {
 
 void frmTerminal::SetWork(Work work) {
   work_ = work;
-  form().timer("Timer1").SetEnabled(work == Work::none);
+  timer_->SetEnabled(work == Work::none);
   UpdateState();
 }
 

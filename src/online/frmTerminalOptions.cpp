@@ -7,27 +7,15 @@
 namespace velmoor {
 
 void frmTerminalOptions::FormLoad() {
-  connections_ += form().button("cmdFont").Click.Connect([this] { cmdFont_Click(); });
-  struct ColorButton {
-    const char* name;
-    const char* title;
-    std::string TerminalAppearance::*color;
+  connections_ += ui().cmdFont.Click.Connect([this] { cmdFont_Click(); });
+  const auto onClick = [this](Button& button, const char* title,
+                              std::string TerminalAppearance::*color) {
+    connections_ += button.Click.Connect([this, title, color] { ChooseColor(title, color); });
   };
-  static constexpr ColorButton kColorButtons[] = {
-      {"cmdForeColor", "Text Color", &TerminalAppearance::ColorFont},
-      {"cmdBoldColor", "Bold Text Color", &TerminalAppearance::ColorBold},
-      {"cmdBackColor", "Background Color", &TerminalAppearance::ColorBG}};
-  for (const ColorButton& button : kColorButtons) {
-    connections_ += form().button(button.name).Click.Connect([this, &button] {
-      ChooseColor(button.title, button.color);
-    });
-  }
-  connections_ += form().button("cmdOK").Click.Connect([this] {
-    accepted_ = true;
-    Unload();
-  });
-  connections_ += form().button("cmdCancel").Click.Connect([this] { Unload(); });
-  TerminalScreen& sample = form().terminalScreen("VtSample");
+  onClick(ui().cmdForeColor, "Text Color", &TerminalAppearance::ColorFont);
+  onClick(ui().cmdBoldColor, "Bold Text Color", &TerminalAppearance::ColorBold);
+  onClick(ui().cmdBackColor, "Background Color", &TerminalAppearance::ColorBG);
+  TerminalScreen& sample = ui().VtSample;
   sample.MoveCursor(sample.Rows() - 2, 1);
   sample.Write("0PRM800");
   sample.MoveCursor(sample.Rows() - 1, 1);
@@ -58,12 +46,11 @@ void frmTerminalOptions::ChooseColor(const char* title, std::string TerminalAppe
 }
 
 void frmTerminalOptions::ShowSample() {
-  ApplyAppearance(appearance_, form().terminalScreen("VtSample"));
-  form().label("lblFont").SetText(appearance_.NameFont + ", " + NumberText(appearance_.SizeFont) +
-                                  " points");
-  form().label("lblForeColor").SetText(appearance_.ColorFont);
-  form().label("lblBoldColor").SetText(appearance_.ColorBold);
-  form().label("lblBackColor").SetText(appearance_.ColorBG);
+  ApplyAppearance(appearance_, ui().VtSample);
+  ui().lblFont.SetText(appearance_.NameFont + ", " + NumberText(appearance_.SizeFont) + " points");
+  ui().lblForeColor.SetText(appearance_.ColorFont);
+  ui().lblBoldColor.SetText(appearance_.ColorBold);
+  ui().lblBackColor.SetText(appearance_.ColorBG);
 }
 
 }  // namespace velmoor

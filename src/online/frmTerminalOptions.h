@@ -3,18 +3,16 @@
 
 #include <string>
 
-#include "online/OnlineWindow.h"
+#include "layouts/frmTerminalOptions.h"
 #include "online/TerminalAppearance.h"
+#include "windows/Dialog.h"
 
 namespace velmoor {
 
-class frmTerminalOptions final : public OnlineWindow {
+class frmTerminalOptions final : public WindowOf<layouts::frmTerminalOptions, Dialog> {
  public:
-  explicit frmTerminalOptions(const TerminalAppearance& appearance)
-      : OnlineWindow("frmTerminalOptions"), appearance_(appearance) {}
+  explicit frmTerminalOptions(const TerminalAppearance& appearance) : appearance_(appearance) {}
 
-  // The window was left by OK.
-  [[nodiscard]] bool Accepted() const { return accepted_; }
   [[nodiscard]] const TerminalAppearance& Appearance() const { return appearance_; }
 
  protected:
@@ -26,7 +24,6 @@ class frmTerminalOptions final : public OnlineWindow {
   void ShowSample();
 
   TerminalAppearance appearance_;
-  bool accepted_ = false;
 };
 
 }  // namespace velmoor

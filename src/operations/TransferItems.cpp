@@ -15,8 +15,9 @@ const std::vector<TransferItem>& UploadItemsOfMenu() {
     for (const ToolInfo& info : Tools()) {
       items.push_back({info.upload, std::string(info.item), {info.tool}});
     }
-    items.push_back(
-        {"mnuToolsUploadTablesAll", kAllTables, {Tool::jog, Tool::zone, Tool::position}});
+    items.push_back({MainCommand::mnuToolsUploadTablesAll,
+                     kAllTables,
+                     {Tool::jog, Tool::zone, Tool::position}});
     return items;
   }();
   return kUploads;
@@ -26,12 +27,13 @@ const std::vector<TransferItem>& DownloadItemsOfMenu() {
   static const std::vector<TransferItem> kDownloads = [] {
     std::vector<TransferItem> items;
     for (const ToolInfo& info : Tools()) {
-      if (info.download.empty()) continue;
+      if (!info.download) continue;
       std::vector<Tool> tools{info.tool};
       if (info.tool == Tool::editor) tools.push_back(Tool::mechanicalSystem);
       items.push_back({info.download, std::string(info.item), std::move(tools)});
     }
-    items.push_back({"mnuToolsDownloadTablesAll", kAllTables, {kTables.begin(), kTables.end()}});
+    items.push_back(
+        {MainCommand::mnuToolsDownloadTablesAll, kAllTables, {kTables.begin(), kTables.end()}});
     return items;
   }();
   return kDownloads;

@@ -2,8 +2,8 @@
 // them.
 #pragma once
 
+#include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "session/Tools.h"
@@ -11,8 +11,8 @@
 namespace velmoor {
 
 struct TransferItem {
-  std::string_view command{};  // of the menu; empty: made by ItemOf
-  std::string name{};          // "Jog Table"
+  std::optional<MainCommand> command{};  // of the menu; none: made by JoinedItem
+  std::string name{};                    // "Jog Table"
   std::vector<Tool> tools{};
 };
 

@@ -117,7 +117,21 @@ class ProgressBar : public Control {
   [[nodiscard]] virtual int Maximum() const = 0;
 };
 
-// Made by the form that is asked for it; a layout holds none. Starts disabled.
+// An entry of a menu, with the tools that stand for it; or a menu.
+class Command {
+ public:
+  virtual ~Command() = default;
+  virtual void SetEnabled(bool enabled) = 0;
+  [[nodiscard]] virtual bool Enabled() const = 0;
+  virtual void SetVisible(bool visible) = 0;
+  [[nodiscard]] virtual bool Visible() const = 0;
+  virtual void SetChecked(bool checked) = 0;
+  [[nodiscard]] virtual bool Checked() const = 0;
+
+  Event<> Chosen;
+};
+
+// Made by Forms; its ticks end with it. Starts disabled.
 class Timer {
  public:
   virtual ~Timer() = default;

@@ -23,8 +23,9 @@ struct WindowGeometry {
   bool operator==(const WindowGeometry&) const = default;
 };
 
-class MainWindow : public CommandSet {
+class MainWindow : public LaidOut {
  public:
+  using LaidOut::LaidOut;
   virtual void SetCaption(const std::string& caption) = 0;
   [[nodiscard]] virtual std::string Caption() const = 0;
   // Marks the caption as holding changes that are not saved.
@@ -47,8 +48,6 @@ class MainWindow : public CommandSet {
   virtual void SetToolBarVisible(ToolBar bar, bool visible) = 0;
   virtual void SetStatusBarVisible(bool visible) = 0;
   virtual void Arrange(Arrangement arrangement) = 0;
-
-  virtual Timer& timer(const std::string& name) = 0;
 
   virtual void Show() = 0;
   [[nodiscard]] virtual bool IsVisible() const = 0;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <functional>
 
 #include "platform/Numbers.h"
 #include "platform/Printing.h"
@@ -15,39 +16,34 @@ namespace {
 constexpr std::array<int, 9> kZooms{25, 50, 75, 100, 125, 150, 200, 300, 400};
 constexpr int kFitChoices = 2;  // of the list, in front of the sizes
 
-constexpr const char* kTools[] = {"cmdPrint", "cmdSavePDF", "cmdFirst",  "cmdPrevious",
-                                  "cmdNext",  "cmdLast",    "cmdZoomIn", "cmdZoomOut"};
-
 }  // namespace
 
 std::vector<Button*> frmPreview::Tools() {
-  std::vector<Button*> tools;
-  for (const char* const name : kTools) tools.push_back(&form().button(name));
-  return tools;
+  return {&ui().cmdPrint, &ui().cmdSavePDF, &ui().cmdFirst,  &ui().cmdPrevious,
+          &ui().cmdNext,  &ui().cmdLast,    &ui().cmdZoomIn, &ui().cmdZoomOut};
 }
 
 void frmPreview::FormLoad() {
-  const auto onClick = [this](const char* name, const std::function<void()>& work) {
-    connections_ += form().button(name).Click.Connect(work);
+  const auto onClick = [this](Button& button, const std::function<void()>& work) {
+    connections_ += button.Click.Connect(work);
   };
-  onClick("cmdPrint", [this] { Print(); });
-  onClick("cmdSavePDF", [this] { SaveAsPdf(project_, document_, paper_); });
-  onClick("cmdFirst", [this] { GoTo(1); });
-  onClick("cmdPrevious", [this] { GoTo(pages().Page() - 1); });
-  onClick("cmdNext", [this] { GoTo(pages().Page() + 1); });
-  onClick("cmdLast", [this] { GoTo(pages().Pages()); });
-  onClick("cmdZoomIn", [this] { StepZoom(true); });
-  onClick("cmdZoomOut", [this] { StepZoom(false); });
-  onClick("cmdExit", [this] { Unload(); });
-  form().button("cmdPrint").SetCaption("&Print...");
+  onClick(ui().cmdPrint, [this] { Print(); });
+  onClick(ui().cmdSavePDF, [this] { SaveAsPdf(project_, document_, paper_); });
+  onClick(ui().cmdFirst, [this] { GoTo(1); });
+  onClick(ui().cmdPrevious, [this] { GoTo(pages().Page() - 1); });
+  onClick(ui().cmdNext, [this] { GoTo(pages().Page() + 1); });
+  onClick(ui().cmdLast, [this] { GoTo(pages().Pages()); });
+  onClick(ui().cmdZoomIn, [this] { StepZoom(true); });
+  onClick(ui().cmdZoomOut, [this] { StepZoom(false); });
+  onClick(ui().cmdExit, [this] { Unload(); });
+  ui().cmdPrint.SetCaption("&Print...");
   std::vector<std::string> zooms{"Whole page", "Page width"};
   for (const int zoom : kZooms) zooms.push_back(NumberText(zoom) + " %");
-  ComboBox& list = form().comboBox("cmbZoom");
+  ComboBox& list = ui().cmbZoom;
   list.SetItems(zooms);
   list.SetListIndex(0);
   connections_ += list.Click.Connect([this] { ChooseZoom(); });
-  connections_ +=
-      form().textBox("txtPage").Validate.Connect([this](bool& keep) { TypePage(keep); });
+  connections_ += ui().txtPage.Validate.Connect([this](bool& keep) { TypePage(keep); });
   connections_ += pages().Moved.Connect([this] { ShowPlace(); });
   pages().Show(document_, paper_);
   pages().FitPage();
@@ -65,7 +61,7 @@ void frmPreview::GoTo(int page) {
 
 // What is no page of the document leaves the view where it is.
 void frmPreview::TypePage(bool& /*keep*/) {
-  const auto page = ParseWhole(form().textBox("txtPage").Text());
+  const auto page = ParseWhole(ui().txtPage.Text());
   if (page && *page >= 1 && *page <= pages().Pages()) return GoTo(static_cast<int>(*page));
   ShowPlace();
 }
@@ -73,18 +69,16 @@ void frmPreview::TypePage(bool& /*keep*/) {
 void frmPreview::ShowPlace() {
   const int page = pages().Page();
   const int last = pages().Pages();
-  form().textBox("txtPage").SetText(NumberText(page));
-  form().label("lblPages").SetText("of " + NumberText(last));
-  for (const char* const name : {"cmdFirst", "cmdPrevious"}) {
-    form().button(name).SetEnabled(page > 1);
-  }
-  for (const char* const name : {"cmdNext", "cmdLast"}) form().button(name).SetEnabled(page < last);
+  ui().txtPage.SetText(NumberText(page));
+  ui().lblPages.SetText("of " + NumberText(last));
+  for (Button* const button : {&ui().cmdFirst, &ui().cmdPrevious}) button->SetEnabled(page > 1);
+  for (Button* const button : {&ui().cmdNext, &ui().cmdLast}) button->SetEnabled(page < last);
 }
 
 // ---- zoom
 
 void frmPreview::ChooseZoom() {
-  const int choice = form().comboBox("cmbZoom").ListIndex();
+  const int choice = ui().cmbZoom.ListIndex();
   if (choice == 0) return pages().FitPage();
   if (choice == 1) return pages().FitWidth();
   ShowZoom(kZooms.at(static_cast<std::size_t>(choice - kFitChoices)));
@@ -104,7 +98,7 @@ void frmPreview::StepZoom(bool closer) {
 void frmPreview::ShowZoom(int percent) {
   pages().SetZoom(percent);
   const auto place = std::ranges::find(kZooms, percent) - kZooms.begin();
-  form().comboBox("cmbZoom").SetListIndex(static_cast<int>(place) + kFitChoices);
+  ui().cmbZoom.SetListIndex(static_cast<int>(place) + kFitChoices);
 }
 
 void frmPreview::Print() {

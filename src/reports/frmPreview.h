@@ -3,18 +3,19 @@
 
 #include <vector>
 
-#include "online/OnlineWindow.h"
+#include "layouts/frmPreview.h"
 #include "platform/PrintDocument.h"
+#include "windows/Window.h"
 
 namespace velmoor {
 
 class clsHX7Project;
 
-class frmPreview final : public OnlineWindow {
+class frmPreview final : public WindowOf<layouts::frmPreview> {
  public:
   // Both must outlive the window.
   frmPreview(const clsHX7Project& project, const PrintDocument& document, Paper paper)
-      : OnlineWindow("frmPreview"), project_(project), document_(document), paper_(paper) {}
+      : project_(project), document_(document), paper_(paper) {}
 
   // The buttons above the pages; the window must be open.
   [[nodiscard]] std::vector<Button*> Tools();
@@ -33,7 +34,7 @@ class frmPreview final : public OnlineWindow {
   void StepZoom(bool closer);
   void ShowZoom(int percent);
   void Print();
-  [[nodiscard]] PageView& pages() { return form().pageView("pvwPages"); }
+  [[nodiscard]] PageView& pages() { return ui().pvwPages; }
 
   const clsHX7Project& project_;
   const PrintDocument& document_;

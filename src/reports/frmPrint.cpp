@@ -19,7 +19,7 @@ constexpr const char* kPapers[] = {"A4", "Letter"};  // in the order of Paper
 }  // namespace
 
 CheckBox& frmPrint::chkPrint(std::size_t Index) {
-  return form().checkBox(Numbered("chkPrint_", static_cast<int>(Index)));
+  return ui().chkPrint_[Index];
 }
 
 void frmPrint::FormLoad() {
@@ -32,21 +32,21 @@ void frmPrint::FormLoad() {
 
 void frmPrint::Form_Load() {
   strFullName_ = clsProj_->FileName();
-  form().label("lblProject").SetText(strFullName_);
+  ui().lblProject.SetText(strFullName_);
   for (std::size_t i = 0; i < kReportItems; ++i) {
     chkPrint(i).SetCaption(std::string(ReportItems()[i].label));
     connections_ += chkPrint(i).Click.Connect([this, i] { chkPrint_Click(i); });
   }
   BindButtons();
-  ComboBox& papers = form().comboBox("cmbPaper");
+  ComboBox& papers = ui().cmbPaper;
   papers.SetItems({kPapers[0], kPapers[1]});
   papers.SetListIndex(world().settings->ReadText(kPaperSetting, kPapers[0]) == kPapers[1] ? 1 : 0);
   connections_ += papers.Click.Connect([this] { cmbPaper_Click(); });
-  ComboBox& qualities = form().comboBox("cmbPrintQuality");
+  ComboBox& qualities = ui().cmbPrintQuality;
   qualities.SetItems({"Draft", "Low", "Medium", "High"});
   connections_ += qualities.Click.Connect([this] { cmbPrintQuality_Click(); });
   ShowPrinter();
-  form().button("cmdPrint").SetEnabled(blnCanPrint_);
+  ui().cmdPrint.SetEnabled(blnCanPrint_);
   blnPrintToFile_ = false;
   blnPrint_ = {};
   iPrintBoxesChecked_ = 0;
@@ -54,26 +54,25 @@ void frmPrint::Form_Load() {
 }
 
 void frmPrint::BindButtons() {
-  const auto onClick = [this](const char* name, void (frmPrint::*work)()) {
-    connections_ += form().button(name).Click.Connect([this, work] { (this->*work)(); });
+  const auto onClick = [this](Button& button, void (frmPrint::*work)()) {
+    connections_ += button.Click.Connect([this, work] { (this->*work)(); });
   };
-  onClick("cmdPrint", &frmPrint::PrintInformation);
-  onClick("cmdPreview", &frmPrint::PreviewInformation);
-  onClick("cmdSavePDF", &frmPrint::cmdSavePDF_Click);
-  onClick("cmdPrintSetup", &frmPrint::cmdPrintSetup_Click);
-  connections_ += form().button("cmdAll").Click.Connect([this] { TickAll(true); });
-  connections_ += form().button("cmdNone").Click.Connect([this] { TickAll(false); });
-  connections_ += form().button("cmdCancel").Click.Connect([this] { Unload(); });
-  connections_ +=
-      form().checkBox("chkPrintToFile").Click.Connect([this] { chkPrintToFile_Click(); });
+  onClick(ui().cmdPrint, &frmPrint::PrintInformation);
+  onClick(ui().cmdPreview, &frmPrint::PreviewInformation);
+  onClick(ui().cmdSavePDF, &frmPrint::cmdSavePDF_Click);
+  onClick(ui().cmdPrintSetup, &frmPrint::cmdPrintSetup_Click);
+  connections_ += ui().cmdAll.Click.Connect([this] { TickAll(true); });
+  connections_ += ui().cmdNone.Click.Connect([this] { TickAll(false); });
+  connections_ += ui().cmdCancel.Click.Connect([this] { Unload(); });
+  connections_ += ui().chkPrintToFile.Click.Connect([this] { chkPrintToFile_Click(); });
 }
 
 void frmPrint::ShowPrinter() {
-  form().comboBox("cmbPrintQuality").SetEnabled(blnCanPrint_);
-  form().label("lblQualityLabel").SetEnabled(blnCanPrint_);
-  form().label("lblPrinterName").SetText(blnCanPrint_ ? world().printing->PrinterName() : "None");
+  ui().cmbPrintQuality.SetEnabled(blnCanPrint_);
+  ui().lblQualityLabel.SetEnabled(blnCanPrint_);
+  ui().lblPrinterName.SetText(blnCanPrint_ ? world().printing->PrinterName() : "None");
   if (!blnCanPrint_) return;
-  form().comboBox("cmbPrintQuality").SetListIndex(static_cast<int>(world().printing->Quality()));
+  ui().cmbPrintQuality.SetListIndex(static_cast<int>(world().printing->Quality()));
 }
 
 // ---- what is ticked
@@ -96,20 +95,20 @@ void frmPrint::CountTicks() {
 
 // Whether there is a printer plays no part: a tick enables Print without one. Intended.
 void frmPrint::EnablePrintAndPreview() {
-  for (const char* const name : {"cmdPrint", "cmdPreview", "cmdSavePDF"}) {
-    form().button(name).SetEnabled(iPrintBoxesChecked_ > 0);
+  for (Button* const button : {&ui().cmdPrint, &ui().cmdPreview, &ui().cmdSavePDF}) {
+    button->SetEnabled(iPrintBoxesChecked_ > 0);
   }
 }
 
 void frmPrint::chkPrintToFile_Click() {
-  blnPrintToFile_ = form().checkBox("chkPrintToFile").Value();
+  blnPrintToFile_ = ui().chkPrintToFile.Value();
 }
 
 // ---- the printer and its paper
 
 void frmPrint::cmbPrintQuality_Click() {
   Trapped("frmPrint.cmbPrintQuality_Click: ", [this] {
-    const int choice = form().comboBox("cmbPrintQuality").ListIndex();
+    const int choice = ui().cmbPrintQuality.ListIndex();
     world().printing->SetQuality(static_cast<PrintQuality>(choice));
     return true;
   });
@@ -117,13 +116,13 @@ void frmPrint::cmbPrintQuality_Click() {
 
 void frmPrint::cmbPaper_Click() {
   Trapped("frmPrint.cmbPaper_Click: ", [this] {
-    world().settings->Write(kPaperSetting, form().comboBox("cmbPaper").Text());
+    world().settings->Write(kPaperSetting, ui().cmbPaper.Text());
     return true;
   });
 }
 
 Paper frmPrint::ChosenPaper() {
-  return static_cast<Paper>(form().comboBox("cmbPaper").ListIndex());
+  return static_cast<Paper>(ui().cmbPaper.ListIndex());
 }
 
 void frmPrint::cmdPrintSetup_Click() {

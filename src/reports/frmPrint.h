@@ -5,17 +5,16 @@
 #include <functional>
 #include <string>
 
-#include "online/OnlineWindow.h"
+#include "layouts/frmPrint.h"
 #include "reports/rptHX7Main.h"
+#include "windows/Window.h"
 
 namespace velmoor {
 
 class clsHX7Project;
 
-class frmPrint final : public OnlineWindow {
+class frmPrint final : public WindowOf<layouts::frmPrint> {
  public:
-  frmPrint() : OnlineWindow("frmPrint") {}
-
   // A printer is installed.
   void SetCanPrint(bool canPrint) { blnCanPrint_ = canPrint; }
   // Must outlive the window.

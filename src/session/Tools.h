@@ -5,10 +5,16 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string_view>
 
+#include "layouts/frmMain.h"
+
 namespace velmoor {
+
+// The commands of the main window.
+using MainCommand = layouts::frmMain::Id;
 
 // In the order in which a list of what is not downloaded names them.
 enum class Tool : std::uint8_t {
@@ -37,15 +43,15 @@ struct ToolInfo {
   std::string_view word{};     // on the command line, as an item and as a report's section
   std::string_view report{};   // title of its section
   std::string_view section{};  // "srptIndex": the section's place in the main report
-  std::string_view open{};     // the menu command that opens its window
+  MainCommand open{};          // the menu command that opens its window
   std::string_view trap{};     // heads the box of an error while it opens
   bool modal = false;          // its window blocks the main window
   std::string_view window{};   // the name of its form
   std::string_view caption{};  // its beginning, where one form serves several tools
   std::string_view page{};     // of the guide
   std::string_view anchor{};
-  std::string_view upload{};  // the menu commands of its transfers; empty: none
-  std::string_view download{};
+  std::optional<MainCommand> upload{};  // the menu commands of its transfers
+  std::optional<MainCommand> download{};
 };
 
 // By the number of the tool.

@@ -19,8 +19,8 @@ class LimitWindow : public TableWindow {
   void PasteCellContentsFromBuffer() { Paste(); }
 
  protected:
-  LimitWindow(TableWindowInfo info, MotionTable& table, UnitKind kind)
-      : TableWindow(std::move(info), table), table_(table), kind_(kind) {}
+  LimitWindow(const Layout& layout, TableWindowInfo info, MotionTable& table, UnitKind kind)
+      : TableWindow(layout, std::move(info), table), table_(table), kind_(kind) {}
 
   [[nodiscard]] CellCheck Check(int row, int column, const std::string& text) const override;
   void CopyIntoBuffer(int row, int column) override { strTempBuffer_ = table_.Text(row, column); }

@@ -51,19 +51,20 @@ ProgrammeView::ProgrammeView(const clsHX7Position& table)
 
 ProgrammeView::~ProgrammeView() = default;
 
-void ProgrammeView::Bind(Form& form, std::function<void(int step)> goTo) {
-  form_ = &form;
+void ProgrammeView::Bind(Form& form, const layouts::frmPosition& ui,
+                         std::function<void(int step)> goTo) {
+  ui_ = &ui;
   connections_.Clear();
   path_ = ProgrammePath{};
-  connections_ += form.Unloaded.Connect([this] { form_ = nullptr; });
-  connections_ += form.comboBox("cmbStart").Click.Connect([this] {
-    start_ = form_->comboBox("cmbStart").ListIndex() + 1;
+  connections_ += form.Unloaded.Connect([this] { ui_ = nullptr; });
+  connections_ += ui.cmbStart.Click.Connect([this] {
+    start_ = ui_->cmbStart.ListIndex() + 1;
     ShowPath();
   });
-  Grid& grid = form.grid("vsPath");
+  Grid& grid = ui.vsPath;
   grid.Bind(rows_.get());
   connections_ += grid.RowColChange.Connect([this, goTo = std::move(goTo)] {
-    const int row = form_->grid("vsPath").Row();
+    const int row = ui_->vsPath.Row();
     if (row < 1) return;
     goTo(rows_->StepAt(row));
     Select(rows_->StepAt(row));
@@ -72,14 +73,14 @@ void ProgrammeView::Bind(Form& form, std::function<void(int step)> goTo) {
 }
 
 void ProgrammeView::Refresh(const Project& project) {
-  if (form_ == nullptr) return;
+  if (ui_ == nullptr) return;
   FillMotionParameters(project);
   ShowStartChoices();
   ShowPath();
 }
 
 void ProgrammeView::Select(int step) {
-  if (form_ == nullptr || step == selected_) return;
+  if (ui_ == nullptr || step == selected_) return;
   selected_ = step;
   ShowChart();
 }
@@ -101,7 +102,7 @@ void ProgrammeView::ShowStartChoices() {
     const std::string& label = table_.Text(row, clsHX7Position::label);
     items.push_back(NumberText(row) + (label.empty() ? "" : "  " + label));
   }
-  ComboBox& combo = form_->comboBox("cmbStart");
+  ComboBox& combo = ui_->cmbStart;
   if (combo.Items() != items) combo.SetItems(items);
   combo.SetListIndex(start_ - 1);
 }
@@ -109,9 +110,9 @@ void ProgrammeView::ShowStartChoices() {
 void ProgrammeView::ShowPath() {
   path_ = FollowProgramme(table_, start_);
   plot_ = PlotMotion(table_, path_, parameters_);
-  form_->grid("vsPath").Refresh();
+  ui_->vsPath.Refresh();
   const std::string unreachable = DescribeUnreachable(path_);
-  Label& words = form_->label("lblPath");
+  Label& words = ui_->lblPath;
   words.SetText(DescribeEnd(table_, path_) + (unreachable.empty() ? "" : "\r" + unreachable));
   const bool fine = path_.end == PathEnd::finished ||
                     (path_.end == PathEnd::repeats && !path_.loopsWithoutEvent) ||
@@ -137,7 +138,7 @@ void ProgrammeView::ShowChart() {
     data.shadeFrom = step.from;
     data.shadeTo = step.to;
   }
-  form_->chart("chtMotion").Show(data, "No motion from this step on");
+  ui_->chtMotion.Show(data, "No motion from this step on");
 }
 
 }  // namespace velmoor

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "layouts/frmPosition.h"
 #include "platform/Form.h"
 #include "session/Project.h"
 #include "tables/MotionPlot.h"
@@ -23,9 +24,8 @@ class ProgrammeView {
   ProgrammeView(const ProgrammeView&) = delete;
   ProgrammeView& operator=(const ProgrammeView&) = delete;
 
-  // Binds cmbStart, vsPath, lblPath and chtMotion of an open form. `goTo` runs when the user
-  // chooses a step of the path.
-  void Bind(Form& form, std::function<void(int step)> goTo);
+  // Until the form unloads. `goTo` runs when the user chooses a step of the path.
+  void Bind(Form& form, const layouts::frmPosition& ui, std::function<void(int step)> goTo);
   // The cells or the units have changed.
   void Refresh(const Project& project);
   // The step under the cursor, set off in the chart; 0: none.
@@ -42,7 +42,7 @@ class ProgrammeView {
 
   const clsHX7Position& table_;
   std::unique_ptr<PathGrid> rows_;
-  Form* form_ = nullptr;
+  const layouts::frmPosition* ui_ = nullptr;  // of the open form
   Connections connections_;
   int start_ = 1;
   int selected_ = 0;

@@ -20,26 +20,20 @@ constexpr const char* kCsvFilter = "Comma-separated values (*.csv)|*.csv|All fil
 
 }  // namespace
 
-TableWindow::TableWindow(TableWindowInfo info, MotionTable& table)
-    : GridWindow(info.formName),
+TableWindow::TableWindow(const Layout& layout, TableWindowInfo info, MotionTable& table)
+    : GridWindow(layout),
       info_(std::move(info)),
       table_(table),
       source_(table, info_.numberHeading, info_.firstNumber) {}
 
 void TableWindow::FormLoad() {
+  GridWindow::FormLoad();
   source_.SetHeadings(Headings(table_.Layout(), OpenedProject()));
   grid().Bind(&source_);
   connections_ += grid().ValidateEdit.Connect([this](GridEdit& edit) { vsFG_ValidateEdit(edit); });
   connections_ += grid().AfterEdit.Connect([this](int, int) { EditDone(); });
   connections_ += grid().RowColChange.Connect([this] { EditStateChanged.Raise(); });
   connections_ += grid().KeyDown.Connect([this](KeyEvent& key) { OnKey(key); });
-  connections_ += form().CommandChosen.Connect([this](const std::string& name) {
-    Trapped(info_.formName + "." + name + "_Click: ", [&] {
-      OnCommand(name);
-      return true;
-    });
-  });
-  connections_ += form().button("cmdFind").Click.Connect([this] { FindNext(); });
   history_.Reset(HistoryRows());
   LayOutColumns();
   grid().SetCurrent(1, 1);
@@ -83,7 +77,7 @@ void TableWindow::EditsApplied() {
 // ---- editing
 
 void TableWindow::vsFG_ValidateEdit(GridEdit& edit) {
-  const bool checked = Trapped(info_.formName + ".vsFG_ValidateEdit: ", [&] {
+  const bool checked = Trapped(FormName() + ".vsFG_ValidateEdit: ", [&] {
     const std::string text(Trim(edit.text));
     const CellCheck check = Check(edit.row, edit.column - 1, text);
     if (!check.accepted) {
@@ -273,21 +267,19 @@ void TableWindow::OnKey(KeyEvent& key) {
   }
 }
 
-void TableWindow::OnCommand(const std::string& name) {
-  if (!grid().FinishEdit()) return;
-  if (name == "mnuTableImport") ImportFile();
-  if (name == "mnuTableExport") ExportFile();
-  if (name == "mnuTableFillDown") FillSelection();
-  if (name == "mnuTableClear") ClearSelection();
-  if (name == "mnuTableFindNext") FindNext();
+void TableWindow::Run(const std::string& command, const std::function<void()>& work) {
+  Trapped(FormName() + "." + command + "_Click: ", [&] {
+    if (grid().FinishEdit()) work();
+    return true;
+  });
 }
 
 void TableWindow::FindNext() {
-  const std::string wanted(Trim(form().textBox("txtFind").Text()));
-  if (wanted.empty()) return form().textBox("txtFind").SetFocus();
+  const std::string wanted(Trim(txtFind_->Text()));
+  if (wanted.empty()) return txtFind_->SetFocus();
   const CellPlace found =
       FindText(table_, {std::max(grid().Row(), 0), grid().Column() - 1}, wanted);
-  form().label("lblFound").SetText(found.row == 0 ? "Not found" : "");
+  lblFound_->SetText(found.row == 0 ? "Not found" : "");
   if (found.row == 0 || !grid().FinishEdit()) return;
   grid().SetCurrent(found.row, found.column + 1);
   grid().SetFocus();

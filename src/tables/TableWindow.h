@@ -5,6 +5,7 @@
 // column 0 is the row's number; grid column n + 1 is the table's column n.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -14,14 +15,13 @@
 #include "tables/TableBlock.h"
 #include "tables/TableGrid.h"
 #include "tools/CellCheck.h"
-#include "tools/EditHistory.h"
-#include "tools/EditTarget.h"
-#include "tools/GridWindow.h"
+#include "windows/EditHistory.h"
+#include "windows/EditTarget.h"
+#include "windows/GridWindow.h"
 
 namespace velmoor {
 
 struct TableWindowInfo {
-  std::string formName;
   std::string caption;
   std::string numberHeading;  // of the grid's first column
   int firstNumber;            // that its first row shows
@@ -53,7 +53,28 @@ class TableWindow : public GridWindow, public EditTarget {
   Event<> EditStateChanged;
 
  protected:
-  TableWindow(TableWindowInfo info, MotionTable& table);
+  TableWindow(const Layout& layout, TableWindowInfo info, MotionTable& table);
+
+  // The layouts have what GridWindow needs, the row to find by, and the menu of tables.
+  template <typename Ui>
+  void Take(const Ui& ui) {
+    GridWindow::Take(ui);
+    txtFind_ = &ui.txtFind;
+    lblFound_ = &ui.lblFound;
+    connections_ += ui.cmdFind.Click.Connect([this] { FindNext(); });
+    using Id = typename Ui::Id;
+    Connect(ui, Id::mnuTableImport, [this] { ImportFile(); });
+    Connect(ui, Id::mnuTableExport, [this] { ExportFile(); });
+    Connect(ui, Id::mnuTableFillDown, [this] { FillSelection(); });
+    Connect(ui, Id::mnuTableClear, [this] { ClearSelection(); });
+    Connect(ui, Id::mnuTableFindNext, [this] { FindNext(); });
+  }
+  // Runs `work` when the user chooses the entry, behind the end of an open edit.
+  template <typename Ui>
+  void Connect(const Ui& ui, typename Ui::Id entry, std::function<void()> work) {
+    connections_ += ui.commands[entry].Chosen.Connect(
+        [this, name = ui.commands.NameOf(entry), work = std::move(work)] { Run(name, work); });
+  }
 
   // ---- what a table adds
   [[nodiscard]] virtual CellCheck Check(int row, int column, const std::string& text) const = 0;
@@ -63,8 +84,7 @@ class TableWindow : public GridWindow, public EditTarget {
   virtual void FollowEdits(const MotionTable::Rows& /*before*/) {}
   // The rows that are shown may be others.
   virtual void RowsShown() {}
-  // The user chose an entry of the window's own menu, or pressed a key outside an edit.
-  virtual void OnCommand(const std::string& name);
+  // A key outside an edit.
   virtual void OnKey(KeyEvent& key);
 
   // ---- the buffer of a single selection; true where it did the work
@@ -101,6 +121,7 @@ class TableWindow : public GridWindow, public EditTarget {
   void FillSelection();
   void ClearSelection();
   void FindNext();
+  void Run(const std::string& command, const std::function<void()>& work);
   void ImportFile();
   void ExportFile();
 
@@ -108,6 +129,8 @@ class TableWindow : public GridWindow, public EditTarget {
   MotionTable& table_;
   TableGrid source_;
   EditHistory history_;
+  TextBox* txtFind_ = nullptr;  // as the label, of the open form
+  Label* lblFound_ = nullptr;
   std::string copied_;  // what the last copy of the buffer put on the clipboard
 };
 

@@ -27,8 +27,7 @@ std::string EventText(int index) {
 }  // namespace
 
 frmDialogEvent::frmDialogEvent()
-    : CellDialog("frmDialogEvent"),
-      blnIsOnline_(gMainForm->IsOnline()),
+    : blnIsOnline_(gMainForm->IsOnline()),
       blnNewOptionVersion_(blnIsOnline_ && gMainForm->Helix7()->IsOptionVersionNew()) {}
 
 void frmDialogEvent::SetOnline(bool online, bool newOptionVersion) {
@@ -51,18 +50,16 @@ std::string frmDialogEvent::EventCell() const {
 }
 
 void frmDialogEvent::FormLoad() {
-  form().optionGroup("optEvent").SetValue(intEventNumber_);
-  form().textBox("txtTime").SetText(strEventTime_);
-  connections_ +=
-      form().optionGroup("optEvent").Click.Connect([this](int index) { optEvent_Click(index); });
-  connections_ += form().textBox("txtTime").Validate.Connect(
-      [this](bool& cancel) { txtTime_Validate(cancel); });
+  ui().optEvent.SetValue(intEventNumber_);
+  ui().txtTime.SetText(strEventTime_);
+  connections_ += ui().optEvent.Click.Connect([this](int index) { optEvent_Click(index); });
+  connections_ += ui().txtTime.Validate.Connect([this](bool& cancel) { txtTime_Validate(cancel); });
   EnableTime(true);
 }
 
 // Every event takes a time behind it.
 void frmDialogEvent::EnableTime(bool bState) {
-  form().textBox("txtTime").SetEnabled(bState);
+  ui().txtTime.SetEnabled(bState);
 }
 
 bool frmDialogEvent::FirmwareKnows(int index) const {
@@ -74,7 +71,7 @@ bool frmDialogEvent::FirmwareKnows(int index) const {
 
 void frmDialogEvent::optEvent_Click(int index) {
   if (!FirmwareKnows(index)) {
-    form().optionGroup("optEvent").SetValue(intEventNumber_);
+    ui().optEvent.SetValue(intEventNumber_);
     return;
   }
   // Offline the choice stands, on purpose: nobody knows what will be connected.
@@ -86,7 +83,7 @@ void frmDialogEvent::optEvent_Click(int index) {
 }
 
 void frmDialogEvent::txtTime_Validate(bool& cancel) {
-  TextBox& box = form().textBox("txtTime");
+  TextBox& box = ui().txtTime;
   const std::string text(Trim(box.Text()));
   if (text.empty()) {
     strEventTime_.clear();

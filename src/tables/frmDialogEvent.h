@@ -3,11 +3,12 @@
 
 #include <string>
 
-#include "tables/CellDialog.h"
+#include "layouts/frmDialogEvent.h"
+#include "windows/Dialog.h"
 
 namespace velmoor {
 
-class frmDialogEvent final : public CellDialog {
+class frmDialogEvent final : public WindowOf<layouts::frmDialogEvent, Dialog> {
  public:
   frmDialogEvent();
 

@@ -2,17 +2,12 @@
 
 #include <string_view>
 
-#include "platform/Numbers.h"
 #include "tables/CellRules.h"
 
 namespace velmoor {
 namespace {
 
 constexpr std::string_view kStates = "AN:Z";
-
-std::string ComboName(std::size_t output) {
-  return "cmbPOut" + NumberText(output);
-}
 
 }  // namespace
 
@@ -26,9 +21,7 @@ void frmDialogPOut::SetPOutState(const std::string& state) {
 
 void frmDialogPOut::FormLoad() {
   for (std::size_t output = 0; output < kOutputs; ++output) {
-    form()
-        .comboBox(ComboName(output))
-        .SetItems({"A - on", "N - off", ": - as it was", "Z - zone signal"});
+    ui().cmbPOut[output].SetItems({"A - on", "N - off", ": - as it was", "Z - zone signal"});
   }
   SetSelectedPOut();
 }
@@ -36,13 +29,13 @@ void frmDialogPOut::FormLoad() {
 void frmDialogPOut::SetSelectedPOut() {
   for (std::size_t output = 0; output < kOutputs; ++output) {
     const std::size_t choice = kStates.find(strPOutState_[output]);
-    form().comboBox(ComboName(output)).SetListIndex(static_cast<int>(choice));
+    ui().cmbPOut[output].SetListIndex(static_cast<int>(choice));
   }
 }
 
 void frmDialogPOut::SetStateString() {
   for (std::size_t output = 0; output < kOutputs; ++output) {
-    strPOutState_[output] = GetStateChar(form().comboBox(ComboName(output)).ListIndex());
+    strPOutState_[output] = GetStateChar(ui().cmbPOut[output].ListIndex());
   }
 }
 

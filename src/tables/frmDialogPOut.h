@@ -4,15 +4,14 @@
 #include <array>
 #include <string>
 
-#include "tables/CellDialog.h"
+#include "layouts/frmDialogPOut.h"
+#include "windows/Dialog.h"
 
 namespace velmoor {
 
-class frmDialogPOut final : public CellDialog {
+class frmDialogPOut final : public WindowOf<layouts::frmDialogPOut, Dialog> {
  public:
   static constexpr std::size_t kOutputs = 5;
-
-  frmDialogPOut() : CellDialog("frmDialogPOut") {}
 
   // One state character for each output, output 0 first. A text of other form leaves all outputs as
   // they were.

@@ -36,25 +36,24 @@ std::string frmDialogPosition::PositionCell() const {
 }
 
 void frmDialogPosition::FormLoad() {
-  form().optionGroup("optPosition").SetValue(intPosition_);
-  form().textBox("txtDistance").SetText(strDistance_);
-  form().label("lblUnit").SetText(project_.DistanceUnits());
-  connections_ += form().optionGroup("optPosition").Click.Connect([this](int index) {
+  ui().optPosition.SetValue(intPosition_);
+  ui().txtDistance.SetText(strDistance_);
+  ui().lblUnit.SetText(project_.DistanceUnits());
+  connections_ += ui().optPosition.Click.Connect([this](int index) {
     intPosition_ = index;
     EnableDistanceBox();
   });
-  connections_ += form().textBox("txtDistance").Validate.Connect([this](bool& cancel) {
-    txtDistance_Validate(cancel);
-  });
+  connections_ +=
+      ui().txtDistance.Validate.Connect([this](bool& cancel) { txtDistance_Validate(cancel); });
   EnableDistanceBox();
 }
 
 void frmDialogPosition::EnableDistanceBox() {
-  form().textBox("txtDistance").SetEnabled(TakesDistance());
+  ui().txtDistance.SetEnabled(TakesDistance());
 }
 
 void frmDialogPosition::txtDistance_Validate(bool& cancel) {
-  TextBox& box = form().textBox("txtDistance");
+  TextBox& box = ui().txtDistance;
   const std::string text(Trim(box.Text()));
   if (text.empty()) {
     strDistance_.clear();

@@ -3,15 +3,15 @@
 
 #include <string>
 
+#include "layouts/frmDialogPosition.h"
 #include "session/Project.h"
-#include "tables/CellDialog.h"
+#include "windows/Dialog.h"
 
 namespace velmoor {
 
-class frmDialogPosition final : public CellDialog {
+class frmDialogPosition final : public WindowOf<layouts::frmDialogPosition, Dialog> {
  public:
-  explicit frmDialogPosition(const Project& project)
-      : CellDialog("frmDialogPosition"), project_(project) {}
+  explicit frmDialogPosition(const Project& project) : project_(project) {}
 
   void SetPositionCell(const std::string& cell);
   // "I+12.345", "A-1.000", "+INFINITE", "-INFINITE", "-" or "STOP".

@@ -7,7 +7,7 @@
 namespace velmoor {
 
 frmJog::frmJog(clsHX7Jog& jog)
-    : LimitWindow({"frmJog", "Jog Table", "Jog", 0}, jog, UnitKind::speed), jog_(jog) {}
+    : WindowOf(TableWindowInfo{"Jog Table", "Jog", 0}, jog, UnitKind::speed), jog_(jog) {}
 
 std::string frmJog::ExportText() const {
   return ExportCsv(jog_);

@@ -1,13 +1,14 @@
 // The window of the jog table.
 #pragma once
 
+#include "layouts/frmJog.h"
 #include "tables/LimitWindow.h"
 
 namespace velmoor {
 
 class clsHX7Jog;
 
-class frmJog final : public LimitWindow {
+class frmJog final : public WindowOf<layouts::frmJog, LimitWindow> {
  public:
   explicit frmJog(clsHX7Jog& jog);
 

@@ -22,7 +22,7 @@ bool HasDialog(int column) {
 }  // namespace
 
 frmPosition::frmPosition(Position& position)
-    : TableWindow({"frmPosition", "Index Table", "Step", 1}, position),
+    : WindowOf(TableWindowInfo{"Index Table", "Step", 1}, position),
       position_(position),
       view_(position) {
   source().SetTraitsOf(
@@ -54,6 +54,8 @@ void frmPosition::FollowEdits(const MotionTable::Rows& before) {
 
 void frmPosition::FormLoad() {
   TableWindow::FormLoad();
+  Connect(ui(), layouts::frmPosition::Id::mnuTableInsert, [this] { InsertRow(); });
+  Connect(ui(), layouts::frmPosition::Id::mnuTableDelete, [this] { DeleteRow(); });
   connections_ += grid().CellButton.Connect([this](int row, int column) {
     if (grid().FinishEdit()) LaunchPopUp(row, column - 1);
   });
@@ -61,7 +63,7 @@ void frmPosition::FormLoad() {
     if (HasDialog(column - 1)) tip = "Press [F9] key to invoke dialog box.";
   });
   connections_ += grid().RowColChange.Connect([this] { view_.Select(CurrentCell().row); });
-  view_.Bind(form(), [this](int row) {
+  view_.Bind(form(), ui(), [this](int row) {
     if (!grid().FinishEdit()) return;
     grid().SetCurrent(row, 1);
   });
@@ -92,21 +94,21 @@ bool frmPosition::MayCommit() {
 std::optional<std::string> frmPosition::AskPosition(const std::string& cell) const {
   frmDialogPosition dialog(OpenedProject());
   dialog.SetPositionCell(cell);
-  if (!dialog.Show()) return std::nullopt;
+  if (!dialog.Ask()) return std::nullopt;
   return dialog.PositionCell();
 }
 
 std::optional<std::string> frmPosition::AskPOut(const std::string& cell) const {
   frmDialogPOut dialog;
   dialog.SetPOutState(cell);
-  if (!dialog.Show()) return std::nullopt;
+  if (!dialog.Ask()) return std::nullopt;
   return dialog.POutState();
 }
 
 std::optional<std::string> frmPosition::AskEvent(const std::string& cell) const {
   frmDialogEvent dialog;
   dialog.SetEventCell(cell);
-  if (!dialog.Show()) return std::nullopt;
+  if (!dialog.Ask()) return std::nullopt;
   return dialog.EventCell();
 }
 
@@ -170,13 +172,6 @@ void frmPosition::DeleteRow() {
   if (cell.row == 0) return;
   DeleteStep(position_, cell.row);
   EditDone();
-}
-
-void frmPosition::OnCommand(const std::string& name) {
-  TableWindow::OnCommand(name);
-  if (!grid().FinishEdit()) return;
-  if (name == "mnuTableInsert") InsertRow();
-  if (name == "mnuTableDelete") DeleteRow();
 }
 
 }  // namespace velmoor

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "layouts/frmPosition.h"
 #include "tables/ProgrammeView.h"
 #include "tables/TableWindow.h"
 
@@ -14,7 +15,7 @@ namespace velmoor {
 
 class clsHX7Position;
 
-class frmPosition final : public TableWindow {
+class frmPosition final : public WindowOf<layouts::frmPosition, TableWindow> {
  public:
   explicit frmPosition(clsHX7Position& position);
   ~frmPosition() override;
@@ -32,7 +33,6 @@ class frmPosition final : public TableWindow {
   [[nodiscard]] std::vector<std::string> ImportText(const std::string& text) override;
   void FollowEdits(const MotionTable::Rows& before) override;
   void RowsShown() override;
-  void OnCommand(const std::string& name) override;
   void OnKey(KeyEvent& key) override;
 
   void CopyIntoBuffer(int row, int column) override;

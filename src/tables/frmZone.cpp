@@ -9,7 +9,7 @@
 namespace velmoor {
 
 frmZone::frmZone(clsHX7Zone& zone)
-    : LimitWindow({"frmZone", "Zone Table", "Zone", 0}, zone, UnitKind::distance), zone_(zone) {}
+    : WindowOf(TableWindowInfo{"Zone Table", "Zone", 0}, zone, UnitKind::distance), zone_(zone) {}
 
 std::string frmZone::ExportText() const {
   return ExportCsv(zone_);

@@ -1,13 +1,14 @@
 // The window of the zone table.
 #pragma once
 
+#include "layouts/frmZone.h"
 #include "tables/LimitWindow.h"
 
 namespace velmoor {
 
 class clsHX7Zone;
 
-class frmZone final : public LimitWindow {
+class frmZone final : public WindowOf<layouts::frmZone, LimitWindow> {
  public:
   explicit frmZone(clsHX7Zone& zone);
 

@@ -6,12 +6,6 @@
 namespace velmoor {
 namespace {
 
-constexpr std::size_t kDigits = 4;
-
-std::string NameOf(const char* control, std::size_t digit) {
-  return control + std::to_string(digit);
-}
-
 std::vector<std::string> Choices(int count) {
   std::vector<std::string> choices;
   for (int value = 0; value < std::max(count, 1); ++value) {
@@ -22,38 +16,38 @@ std::vector<std::string> Choices(int count) {
 
 }  // namespace
 
-void DigitPanel::Bind(Form& form, Connections& connections,
+void DigitPanel::Bind(const Labels& labels, const Lists& lists, Connections& connections,
                       std::function<void(const std::string& digits)> chosen) {
+  labels_.emplace(labels);
+  lists_.emplace(lists);
   chosen_ = std::move(chosen);
   for (std::size_t digit = 0; digit < kDigits; ++digit) {
-    connections += form.comboBox(NameOf("cmbDigit", digit)).Click.Connect([this, &form, digit] {
-      Choose(form, digit);
-    });
+    connections += (*lists_)[digit].Click.Connect([this, digit] { Choose(digit); });
   }
-  Hide(form);
+  Hide();
 }
 
-void DigitPanel::Hide(Form& form) {
+void DigitPanel::Hide() {
   for (std::size_t digit = 0; digit < kDigits; ++digit) {
-    form.comboBox(NameOf("cmbDigit", digit)).SetVisible(false);
-    form.label(NameOf("lblDigit", digit)).SetVisible(false);
+    (*lists_)[digit].SetVisible(false);
+    (*labels_)[digit].SetVisible(false);
   }
 }
 
-void DigitPanel::Show(Form& form, const ParameterRow& row, bool locked) {
-  if (row.nibble == nullptr) return Hide(form);
+void DigitPanel::Show(const ParameterRow& row, bool locked) {
+  if (row.nibble == nullptr) return Hide();
   digits_ = Right(PadToDigits(UpperCase(row.value), kDigits), kDigits);
   for (std::size_t digit = 0; digit < kDigits; ++digit) {
     const NibbleDigit& definition = row.nibble->digits[digit];
     const std::size_t place = kDigits - 1 - digit;
     const bool used = definition.use_bit > 0;
     const bool fixed = row.fixedDigits.at(place) == '1';
-    ComboBox& combo = form.comboBox(NameOf("cmbDigit", digit));
+    ComboBox& combo = (*lists_)[digit];
     combo.SetItems(Choices(definition.use_bit));
     combo.SetListIndex(static_cast<int>(HexDigitValue(digits_.substr(place, 1))));
     combo.SetEnabled(used && !fixed && !locked);
     combo.SetVisible(true);
-    Label& label = form.label(NameOf("lblDigit", digit));
+    Label& label = (*labels_)[digit];
     label.SetText("Digit " + std::to_string(digit) + ": " +
                   (used ? definition.digit_name : "not used") +
                   (used && fixed ? " (not modifiable)" : ""));
@@ -61,9 +55,9 @@ void DigitPanel::Show(Form& form, const ParameterRow& row, bool locked) {
   }
 }
 
-void DigitPanel::Choose(Form& form, std::size_t digit) {
+void DigitPanel::Choose(std::size_t digit) {
   std::string next = digits_;
-  next[kDigits - 1 - digit] = form.comboBox(NameOf("cmbDigit", digit)).Text().at(0);
+  next[kDigits - 1 - digit] = (*lists_)[digit].Text().at(0);
   chosen_(next);
 }
 

@@ -1,11 +1,12 @@
 // The four digits of a digit-wise parameter, each with its meaning and the values it may take,
 // beside the grid that shows them as one text.
 //
-// The form has a label lblDigit<n> and a list cmbDigit<n> for each digit n, 0 right-most. They are
-// hidden while the current row is not coded in digits.
+// There are a label and a list for each digit, 0 right-most. They are hidden while the current row
+// is not coded in digits.
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 
 #include "platform/Event.h"
@@ -16,15 +17,23 @@ namespace velmoor {
 
 class DigitPanel {
  public:
-  // `chosen` gets the four digits after the user chose another one.
-  void Bind(Form& form, Connections& connections,
+  static constexpr std::size_t kDigits = 4;
+  using Labels = ControlRow<Label, kDigits>;
+  using Lists = ControlRow<ComboBox, kDigits>;
+
+  // Takes the controls of an open form. `chosen` gets the four digits after the user chose another
+  // one.
+  void Bind(const Labels& labels, const Lists& lists, Connections& connections,
             std::function<void(const std::string& digits)> chosen);
   // Shows that row's digits; one that is locked can be seen only.
-  void Show(Form& form, const ParameterRow& row, bool locked);
-  void Hide(Form& form);
+  void Show(const ParameterRow& row, bool locked);
 
  private:
-  void Choose(Form& form, std::size_t digit);
+  void Hide();
+  void Choose(std::size_t digit);
+
+  std::optional<Labels> labels_;
+  std::optional<Lists> lists_;
 
   std::function<void(const std::string&)> chosen_;
   std::string digits_ = "0000";  // of the row on show, left to right

@@ -16,11 +16,12 @@ constexpr const char* kEdited = "1";
 
 }  // namespace
 
-ParameterGridWindow::ParameterGridWindow(const std::string& formName, ParameterToolBase& tool,
+ParameterGridWindow::ParameterGridWindow(const Layout& layout, ParameterToolBase& tool,
                                          ParameterWindow rules)
-    : GridWindow(formName), tool_(tool), rules_(rules), source_(tool), trapPrefix_(formName) {}
+    : GridWindow(layout), tool_(tool), rules_(rules), source_(tool) {}
 
 void ParameterGridWindow::FormLoad() {
+  GridWindow::FormLoad();
   Grid& vsFG = grid();
   vsFG.Bind(&source_);
   history_.Reset(HistoryRows());
@@ -31,8 +32,6 @@ void ParameterGridWindow::FormLoad() {
   connections_ += vsFG.KeyDown.Connect([this](KeyEvent& key) { vsFG_KeyDown(key); });
   connections_ += vsFG.Tip.Connect(
       [this](int row, int, std::string& tip) { vsFG_MouseMove(source_.ToolRow(row), tip); });
-  connections_ += form().button("cmdUpload").Click.Connect([this] { UploadRequested.Raise(); });
-  connections_ += form().button("cmdDownload").Click.Connect([this] { cmdDownload_Click(); });
   vsFG.SetColumnWidth(ParameterGrid::kValue, kValueWidth);
   vsFG.SetCurrent(1, ParameterGrid::kValue);
   vsFG.SetFocus();
@@ -60,7 +59,7 @@ bool ParameterGridWindow::CommitPending() {
 }
 
 bool ParameterGridWindow::Accept(int row, std::string& text) {
-  return Trapped(trapPrefix_ + ".vsFG_ValidateEdit: ", [&] {
+  return Trapped(FormName() + ".vsFG_ValidateEdit: ", [&] {
     const ParameterRow described = tool_.Describe(row);
     const CellCheck check = CheckParameter(OpenedProject(), rules_, described, text);
     if (!check.accepted) {
@@ -103,9 +102,9 @@ void ParameterGridWindow::vsFG_RowColChange() {
 
 void ParameterGridWindow::CurrentRowChanged(int row) {
   if (row < 1 || row > tool_.RowsInArray()) return;
-  form().label("lblHelp").SetText(tool_.Help(row));
+  lblHelp_->SetText(tool_.Help(row));
   const std::string reason = source_.LockedBecause(row);
-  Label& limits = form().label("lblLimits");
+  Label& limits = *lblLimits_;
   limits.SetText(reason.empty() ? LimitsWithUnit(OpenedProject(), tool_.Describe(row)) : reason);
   limits.SetTone(Tone::faint);
 }

@@ -8,11 +8,11 @@
 #include <optional>
 #include <string>
 
-#include "tools/EditHistory.h"
-#include "tools/EditTarget.h"
-#include "tools/GridWindow.h"
 #include "tools/ParameterGrid.h"
 #include "tools/ParameterRules.h"
+#include "windows/EditHistory.h"
+#include "windows/EditTarget.h"
+#include "windows/GridWindow.h"
 
 namespace velmoor {
 
@@ -42,9 +42,19 @@ class ParameterGridWindow : public GridWindow, public EditTarget {
   Event<> DownloadRequested;
 
  protected:
-  // `tool` owns the window. The form has the labels lblHelp and lblLimits and the buttons cmdUpload
-  // and cmdDownload beside what GridWindow needs.
-  ParameterGridWindow(const std::string& formName, ParameterToolBase& tool, ParameterWindow rules);
+  // `tool` owns the window.
+  ParameterGridWindow(const Layout& layout, ParameterToolBase& tool, ParameterWindow rules);
+
+  // The layouts have the texts about the current row and the buttons of the transfers beside what
+  // GridWindow needs.
+  template <typename Ui>
+  void Take(const Ui& ui) {
+    GridWindow::Take(ui);
+    lblHelp_ = &ui.lblHelp;
+    lblLimits_ = &ui.lblLimits;
+    connections_ += ui.cmdUpload.Click.Connect([this] { UploadRequested.Raise(); });
+    connections_ += ui.cmdDownload.Click.Connect([this] { cmdDownload_Click(); });
+  }
 
   void FormLoad() override;
 
@@ -88,8 +98,9 @@ class ParameterGridWindow : public GridWindow, public EditTarget {
   ParameterToolBase& tool_;
   ParameterWindow rules_;
   ParameterGrid source_;
-  EditHistory history_;  // of each row: whether it is edited, and the edit
-  std::string trapPrefix_;
+  EditHistory history_;       // of each row: whether it is edited, and the edit
+  Label* lblHelp_ = nullptr;  // as the other, of the open form
+  Label* lblLimits_ = nullptr;
 };
 
 }  // namespace velmoor

@@ -14,7 +14,7 @@ constexpr const char* kAllCategories = "All categories";
 
 void frmEditor::FormLoad() {
   DisableCells();
-  digits_.Bind(form(), connections_, [this](const std::string& text) {
+  digits_.Bind(ui().lblDigit, ui().cmbDigit, connections_, [this](const std::string& text) {
     const int row = CurrentRow();
     // A refused digit goes back to what the row holds.
     if (row > 0 && !PutValue(row, text)) CurrentRowChanged(row);
@@ -24,9 +24,9 @@ void frmEditor::FormLoad() {
   grid().SetSortMark(sortedBy_, descending_);
   connections_ += grid().HeadingClick.Connect([this](int column) { SortBy(column); });
   connections_ += grid().RowColChange.Connect([this] { TellWhyLocked(); });
-  connections_ += form().textBox("txtFilter").Change.Connect([this] { ApplyFilter(); });
-  connections_ += form().checkBox("chkChangedOnly").Click.Connect([this] { ApplyFilter(); });
-  connections_ += form().comboBox("cmbCategory").Click.Connect([this] { ApplyFilter(); });
+  connections_ += ui().txtFilter.Change.Connect([this] { ApplyFilter(); });
+  connections_ += ui().chkChangedOnly.Click.Connect([this] { ApplyFilter(); });
+  connections_ += ui().cmbCategory.Click.Connect([this] { ApplyFilter(); });
 }
 
 void frmEditor::DisableCells() {
@@ -43,7 +43,7 @@ void frmEditor::FillCategories() {
       categories.push_back(category);
     }
   }
-  ComboBox& combo = form().comboBox("cmbCategory");
+  ComboBox& combo = ui().cmbCategory;
   combo.SetItems(categories);
   combo.SetListIndex(0);
 }
@@ -51,7 +51,7 @@ void frmEditor::FillCategories() {
 // ---- what of the list is shown
 
 bool frmEditor::IsWanted(int row, const std::string& filter, const std::string& category) {
-  if (form().checkBox("chkChangedOnly").Value() && !tool().IsMarked(row)) return false;
+  if (ui().chkChangedOnly.Value() && !tool().IsMarked(row)) return false;
   if (!category.empty() && tool().Text(row, Column::category) != category) return false;
   const auto holds = [&](int column) {
     return LowerCase(source().Text(source().GridRow(row), column)).find(filter) !=
@@ -61,8 +61,8 @@ bool frmEditor::IsWanted(int row, const std::string& filter, const std::string& 
 }
 
 void frmEditor::ApplyFilter() {
-  const std::string filter = LowerCase(Trim(form().textBox("txtFilter").Text()));
-  const ComboBox& combo = form().comboBox("cmbCategory");
+  const std::string filter = LowerCase(Trim(ui().txtFilter.Text()));
+  const ComboBox& combo = ui().cmbCategory;
   const std::string category = combo.ListIndex() > 0 ? combo.Text() : std::string();
   for (int row = 1; row <= tool().RowsInArray(); ++row) {
     const bool hidden = !IsWanted(row, filter, category);
@@ -106,7 +106,7 @@ void frmEditor::StoreChanged() {
 void frmEditor::CurrentRowChanged(int row) {
   ParameterGridWindow::CurrentRowChanged(row);
   if (row < 1 || row > tool().RowsInArray()) return;
-  digits_.Show(form(), tool().Describe(row), !source().LockedBecause(row).empty());
+  digits_.Show(tool().Describe(row), !source().LockedBecause(row).empty());
 }
 
 // An edited row stays in sight although the filter would hide it: nothing is looked for anew.

@@ -4,15 +4,15 @@
 
 #include <string>
 
+#include "layouts/frmEditor.h"
 #include "tools/DigitPanel.h"
 #include "tools/ParameterGridWindow.h"
 
 namespace velmoor {
 
-class frmEditor final : public ParameterGridWindow {
+class frmEditor final : public WindowOf<layouts::frmEditor, ParameterGridWindow> {
  public:
-  explicit frmEditor(ParameterToolBase& tool)
-      : ParameterGridWindow("frmEditor", tool, ParameterWindow::editor) {}
+  explicit frmEditor(ParameterToolBase& tool) : WindowOf(tool, ParameterWindow::editor) {}
 
   void StoreChanged() override;
 

@@ -27,8 +27,7 @@ RowState StateFor(const std::string& strMode, const std::string& strPn) {
 }  // namespace
 
 frmProperties::frmProperties(ParameterToolBase& tool, std::string formType)
-    : ParameterGridWindow("frmProperties", tool, ParameterWindow::properties),
-      strFormType_(std::move(formType)) {}
+    : WindowOf(tool, ParameterWindow::properties), strFormType_(std::move(formType)) {}
 
 bool frmProperties::IsType(const char* lowerCase) const {
   return LowerCase(strFormType_) == lowerCase;

@@ -3,11 +3,12 @@
 
 #include <string>
 
+#include "layouts/frmProperties.h"
 #include "tools/ParameterGridWindow.h"
 
 namespace velmoor {
 
-class frmProperties final : public ParameterGridWindow {
+class frmProperties final : public WindowOf<layouts::frmProperties, ParameterGridWindow> {
  public:
   // `formType` is "Interface", "FlexibleIO", "OverTravel" or "Homing".
   frmProperties(ParameterToolBase& tool, std::string formType);

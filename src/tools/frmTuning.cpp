@@ -22,7 +22,7 @@ std::vector<std::string> RigidityTexts() {
 }  // namespace
 
 void frmTuning::FormLoad() {
-  digits_.Bind(form(), connections_, [this](const std::string& text) {
+  digits_.Bind(ui().lblDigit, ui().cmbDigit, connections_, [this](const std::string& text) {
     const int row = CurrentRow();
     if (row > 0 && !PutValue(row, text)) CurrentRowChanged(row);
   });
@@ -30,16 +30,14 @@ void frmTuning::FormLoad() {
   grid().SetColumnHidden(ParameterGrid::kCategory, true);
   HideRows();
   ShowNotchFilter();
-  form().comboBox("cmbRigidity").SetItems(RigidityTexts());
+  ui().cmbRigidity.SetItems(RigidityTexts());
   rigidityBefore_ = iRigidity_;
   changedBefore_ = blnChangedRigidity_;
   UpdateRigidity();
-  connections_ +=
-      form().checkBox("chkNotchFilter").Click.Connect([this] { chkNotchFilter_Click(); });
-  connections_ += form().textBox("txtNotchFilterFrequency").Validate.Connect([this](bool&) {
-    (void)CheckNotchFilterFrequency();
-  });
-  connections_ += form().comboBox("cmbRigidity").Click.Connect([this] { cmbRigidity_Click(); });
+  connections_ += ui().chkNotchFilter.Click.Connect([this] { chkNotchFilter_Click(); });
+  connections_ += ui().txtNotchFilterFrequency.Validate.Connect(
+      [this](bool&) { (void)CheckNotchFilterFrequency(); });
+  connections_ += ui().cmbRigidity.Click.Connect([this] { cmbRigidity_Click(); });
   connections_ += ChangeCanceled.Connect([this] { TakeBackRigidity(); });
 }
 
@@ -52,7 +50,7 @@ void frmTuning::HideRows() {
 
 void frmTuning::CurrentRowChanged(int row) {
   ParameterGridWindow::CurrentRowChanged(row);
-  if (row >= 1 && row <= tool().RowsInArray()) digits_.Show(form(), tool().Describe(row), false);
+  if (row >= 1 && row <= tool().RowsInArray()) digits_.Show(tool().Describe(row), false);
 }
 
 void frmTuning::RefreshGrid() {
@@ -67,9 +65,9 @@ void frmTuning::ShowNotchFilter() {
   const int frequency = tool().FindRow(kFrequency);
   if (row == 0 || frequency == 0) return;
   const bool on = Right(tool().Text(row, Column::value), 1) == "1";
-  form().checkBox("chkNotchFilter").SetValue(on);
-  form().textBox("txtNotchFilterFrequency").SetText(tool().Text(frequency, Column::value));
-  form().textBox("txtNotchFilterFrequency").SetEnabled(on);
+  ui().chkNotchFilter.SetValue(on);
+  ui().txtNotchFilterFrequency.SetText(tool().Text(frequency, Column::value));
+  ui().txtNotchFilterFrequency.SetEnabled(on);
 }
 
 void frmTuning::PutSetting(const char* strPn, const std::string& value) {
@@ -82,15 +80,15 @@ void frmTuning::PutSetting(const char* strPn, const std::string& value) {
 }
 
 void frmTuning::chkNotchFilter_Click() {
-  const bool on = form().checkBox("chkNotchFilter").Value();
+  const bool on = ui().chkNotchFilter.Value();
   // The other digits are always sent as 0.
   PutSetting(kSwitch, on ? "0001" : "0000");
-  form().textBox("txtNotchFilterFrequency").SetEnabled(on);
+  ui().txtNotchFilterFrequency.SetEnabled(on);
 }
 
 // False: the text was refused, of which the user was told, and is the old one again.
 bool frmTuning::CheckNotchFilterFrequency() {
-  TextBox& box = form().textBox("txtNotchFilterFrequency");
+  TextBox& box = ui().txtNotchFilterFrequency;
   const int row = tool().FindRow(kFrequency);
   const std::string text(Trim(box.Text()));
   if (row == 0 || text.empty()) return true;
@@ -115,7 +113,7 @@ bool frmTuning::CheckNotchFilterFrequency() {
 // ---- the rigidity
 
 void frmTuning::cmbRigidity_Click() {
-  iRigidity_ = Narrow<std::int16_t>(form().comboBox("cmbRigidity").ListIndex() + 1);
+  iRigidity_ = Narrow<std::int16_t>(ui().cmbRigidity.ListIndex() + 1);
   blnChangedRigidity_ = true;
   rigidityAsked_ = false;
   SetNotCommitted(true);
@@ -131,8 +129,8 @@ void frmTuning::UpdateRigidity() {
     text = known ? NumberText(level) : "Unknown";
   }
   if (!blnChangedRigidity_) iRigidity_ = level;
-  form().label("lblRigidity").SetText(text);
-  form().comboBox("cmbRigidity").SetListIndex(iRigidity_ - 1);
+  ui().lblRigidity.SetText(text);
+  ui().cmbRigidity.SetListIndex(iRigidity_ - 1);
 }
 
 void frmTuning::QueryToResetChangedRigidity() {

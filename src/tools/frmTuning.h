@@ -4,15 +4,15 @@
 #include <cstdint>
 #include <string>
 
+#include "layouts/frmTuning.h"
 #include "tools/DigitPanel.h"
 #include "tools/ParameterGridWindow.h"
 
 namespace velmoor {
 
-class frmTuning final : public ParameterGridWindow {
+class frmTuning final : public WindowOf<layouts::frmTuning, ParameterGridWindow> {
  public:
-  explicit frmTuning(ParameterToolBase& tool)
-      : ParameterGridWindow("frmTuning", tool, ParameterWindow::tuning) {}
+  explicit frmTuning(ParameterToolBase& tool) : WindowOf(tool, ParameterWindow::tuning) {}
 
   // The level from 1 to 10 that the list shows; 4 as long as none was read or chosen.
   [[nodiscard]] std::int16_t Rigidity() const { return iRigidity_; }

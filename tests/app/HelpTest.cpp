@@ -48,8 +48,8 @@ TEST(HelpAnchorTest, KeepsLettersAndDigitsInLowerCase) {
 }
 
 TEST(GuideTest, EveryWindowHasAPlaceThatExists) {
-  for (const auto& layout :
-       fs::directory_iterator(fs::path(VELMOOR_SOURCES) / "src/platform/qt/forms")) {
+  for (const auto& layout : fs::directory_iterator(fs::path(VELMOOR_SOURCES) / "src/layouts")) {
+    if (layout.path().extension() != ".ui") continue;
     const std::string name = layout.path().stem();
     const auto topics = HelpTopics();
     EXPECT_TRUE(std::ranges::any_of(topics, [&](const auto& t) { return t.window == name; }))

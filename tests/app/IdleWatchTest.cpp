@@ -94,7 +94,7 @@ TEST_F(IdleWatch, IsSwitchedOffForGood) {
   Amplifier().RaiseAlarm("A.40");
   Idle(1100ms);
   EXPECT_EQ(Line(), "In alarm A.40: Overspeed");
-  Main().SetCommandChecked("mnuToolsIdleWatch", false);
+  Main().command("mnuToolsIdleWatch").SetChecked(false);
   Main().Choose("mnuToolsIdleWatch");
   EXPECT_EQ(Line(), "Online") << "an old alarm does not stay";
   Amplifier().ForgetWhatWasAsked();
@@ -150,8 +150,8 @@ TEST_F(IdleWatch, WhatEndsOfflineLeavesThePortToOthers) {
   EXPECT_FALSE(port.IsOpen());
   Main().Choose("mnuToolsDownloadAll");
   EXPECT_FALSE(port.IsOpen());
-  EXPECT_TRUE(Main().CommandEnabled("mnuToolsOnline"));
-  EXPECT_FALSE(Main().CommandEnabled("mnuToolsOffline"));
+  EXPECT_TRUE(Main().command("mnuToolsOnline").Enabled());
+  EXPECT_FALSE(Main().command("mnuToolsOffline").Enabled());
 }
 
 }  // namespace

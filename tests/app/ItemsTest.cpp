@@ -129,15 +129,20 @@ TEST_F(Items, ComparingShowsTheChangedRowsAndChangesNothing) {
 TEST(CompareWindow, ShowsToolRowItemAndBothValues) {
   const PartComparison equal{"Zone Table", 32, {}};
   const PartComparison jog{"Jog Table", 16, {{"Jog Table", "2", "Speed", "7.500 mm/sec", ""}}};
-  const frmCompare window({equal, jog});
-  ASSERT_EQ(window.Rows(), 2);
-  const char* const expected[2][5] = {{"Tool", "Row", "Item", "Project", "Hardware"},
-                                      {"Jog Table", "2", "Speed", "7.500 mm/sec", ""}};
-  for (int row = 0; row < 2; ++row) {
-    for (int column = 0; column < 5; ++column) {
-      EXPECT_EQ(window.Text(row, column), expected[row][column]);
+  headless::HeadlessWorld screen;
+  std::vector<std::string> cells;
+  screen.forms.OnShow("frmCompare", [&cells](headless::HeadlessForm& form) {
+    const GridSource& grid = *form.grid("vsFG").Source();
+    ASSERT_EQ(grid.Rows(), 2);
+    for (int row = 0; row < 2; ++row) {
+      for (int column = 0; column < 5; ++column) cells.push_back(grid.Text(row, column));
     }
-  }
+    EXPECT_EQ(form.label("lblSummary").Text(), "Values that differ.  Jog Table: 1");
+    form.Press("cmdCancel");
+  });
+  (void)frmCompare({equal, jog}).Show(FormMode::modal);
+  EXPECT_EQ(cells, (std::vector<std::string>{"Tool", "Row", "Item", "Project", "Hardware",  //
+                                             "Jog Table", "2", "Speed", "7.500 mm/sec", ""}));
 }
 
 // ---- one at a time
@@ -155,7 +160,7 @@ TEST_F(Items, NoClickStartsASecondTransferOrTouchesTheProjectUnderOne) {
           "mnuToolsUploadTableJog", "mnuToolsResetTableJog", "mnuToolsOffline", "mnuFileSave",
           "mnuFileOpen", "mnuFileNew", "mnuModuleTuning", "mnuToolsEditor", "mnuEditCut",
           "mnuEditPaste", "mnuEditUndo"}) {
-      Main().CommandChosen.Raise(command);
+      Main().command(command).Chosen.Raise();
     }
     Main().RecentChosen.Raise(0);
     EXPECT_FALSE(Main().Close());

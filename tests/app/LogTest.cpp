@@ -14,7 +14,7 @@ class SessionLog : public AppSession {
   }
   std::vector<std::string>& entries() { return data.log.entries; }
   void ChooseTraffic(bool checked) {
-    Main().SetCommandChecked("mnuHelpLogTraffic", checked);
+    Main().command("mnuHelpLogTraffic").SetChecked(checked);
     Main().Choose("mnuHelpLogTraffic");
   }
 };
@@ -52,7 +52,7 @@ TEST_F(SessionLog, TakesTheTrafficOnDemandAndRemembersThat) {
   module.reset();
   ASSERT_TRUE(Start(path));
   EXPECT_TRUE(data.log.keepsTraffic);
-  EXPECT_TRUE(Main().CommandChecked("mnuHelpLogTraffic"));
+  EXPECT_TRUE(Main().command("mnuHelpLogTraffic").Checked());
   ChooseTraffic(false);
   EXPECT_FALSE(data.log.keepsTraffic);
 }
@@ -61,8 +61,8 @@ TEST_F(SessionLog, IsNotOfferedWhereThereIsNoFile) {
   module.reset();
   data.log.path.clear();
   ASSERT_TRUE(Start(path));
-  EXPECT_FALSE(Main().CommandEnabled("mnuHelpLog"));
-  EXPECT_TRUE(Main().CommandEnabled("mnuHelpLogTraffic"));
+  EXPECT_FALSE(Main().command("mnuHelpLog").Enabled());
+  EXPECT_TRUE(Main().command("mnuHelpLogTraffic").Enabled());
 }
 
 }  // namespace

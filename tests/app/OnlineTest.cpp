@@ -26,14 +26,14 @@ TEST_F(Online, OnlineShowsTheModelAndKeepsTheMotorSize) {
   const auto& texts = Main().statusTexts;
   EXPECT_EQ(*(texts.end() - 3), "System Status: Polling to Go Online...");
   EXPECT_EQ(*(texts.end() - 2), "System Status: Asking axis 0 at 9600 bit/s");
-  EXPECT_FALSE(Main().CommandEnabled("mnuToolsOnline"));
+  EXPECT_FALSE(Main().command("mnuToolsOnline").Enabled());
   Form().Hardware().connection.GoOnline();
   EXPECT_EQ(Boxes(), Texts{"System is already online!"});
   Main().Choose("mnuToolsOffline");
   EXPECT_EQ(Status(), "System Status: Offline");
   EXPECT_EQ(Main().Panel(StatusPanel::model), "");
   EXPECT_FALSE(port.IsOpen());
-  EXPECT_FALSE(Main().CommandEnabled("mnuToolsOffline"));
+  EXPECT_FALSE(Main().command("mnuToolsOffline").Enabled());
   Form().Hardware().connection.GoOffline();
   EXPECT_EQ(Boxes(), Texts{"System is already offline!"});
 }

@@ -49,7 +49,7 @@ TEST_F(ProjectFiles, ARefusedNewLeavesItsFileAndTheOldProject) {
   Main().Choose("mnuFileNew");
   EXPECT_TRUE(std::filesystem::exists(data.folder.At("press.spj")));
   EXPECT_EQ(Main().Caption(), "Velmoor - line1");
-  EXPECT_TRUE(Main().CommandVisible("mnuTools"));
+  EXPECT_TRUE(Main().command("mnuTools").Visible());
 }
 
 TEST_F(ProjectFiles, NewInAReadOnlyFolderSaysWhy) {

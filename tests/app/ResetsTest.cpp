@@ -153,14 +153,14 @@ TEST_F(Resets, EverythingGoesInOrderAndTheServoIsAskedAboutAfterAStopToo) {
 }
 
 TEST_F(Resets, AreOfferedOnlineOnly) {
-  EXPECT_TRUE(Main().CommandEnabled("mnuToolsResetDefaultsAll"));
+  EXPECT_TRUE(Main().command("mnuToolsResetDefaultsAll").Enabled());
   Main().Choose("mnuToolsOffline");
   for (const char* const command :
        {"mnuToolsResetDefaultsAll", "mnuToolsResetParametersAll", "mnuToolsResetTablesAll",
         "mnuToolsResetTableIndex", "mnuToolsResetTableJog", "mnuToolsResetTableZone"}) {
-    EXPECT_FALSE(Main().CommandEnabled(command)) << command;
+    EXPECT_FALSE(Main().command(command).Enabled()) << command;
   }
-  EXPECT_TRUE(Main().CommandEnabled("mnuToolsDownloadAll")) << "a transfer connects by itself";
+  EXPECT_TRUE(Main().command("mnuToolsDownloadAll").Enabled()) << "a transfer connects by itself";
 }
 
 // ---- the line

@@ -19,7 +19,7 @@ class SmallTools : public AppSession {
 
 TEST_F(SmallTools, TheInertiaRatioIsReadEveryTwoSecondsAndStored) {
   With("mnuToolsInertiaRatio", "frmInertiaRatio", [this](headless::HeadlessForm& form) {
-    EXPECT_EQ(form.label("lblIdentified").Text(), "");
+    EXPECT_EQ(form.label("lblIdentified").Text(), "-");
     PauseInSec(2.1F);
     EXPECT_EQ(form.label("lblIdentified").Text() + " " + form.label("lblActual").Text(), "300 0");
     form.Press("cmdSet");

@@ -39,7 +39,7 @@ TEST_F(AppSession, AStartOpensTheProjectOfTheCommandLine) {
   EXPECT_EQ(Main().RecentEntries().front(), "&1 " + path);
   EXPECT_EQ(Main().Panel(StatusPanel::module), "Indexer Setup");
   EXPECT_EQ(std::filesystem::current_path(), data.folder.Path());
-  EXPECT_TRUE(Main().CommandVisible("mnuTools"));
+  EXPECT_TRUE(Main().command("mnuTools").Visible());
   EXPECT_EQ(Boxes(), Texts{});
 }
 
@@ -50,8 +50,8 @@ TEST_F(AppSession, AStartWithoutANameOffersTheOpenDialogInTheLastDirectory) {
   EXPECT_EQ(data.dialogs.shown.at(0).request.title, "Open Project");
   EXPECT_EQ(data.dialogs.shown.at(0).request.initialDirectory, "/srv/projects");
   EXPECT_EQ(Main().Caption(), "Velmoor");
-  EXPECT_FALSE(Main().CommandVisible("mnuTools"));
-  EXPECT_FALSE(Main().CommandVisible("mnuFileSave"));
+  EXPECT_FALSE(Main().command("mnuTools").Visible());
+  EXPECT_FALSE(Main().command("mnuFileSave").Visible());
 }
 
 TEST_F(AppSession, AMissingCatalogueEndsTheStartBeforeAnyWindow) {
@@ -66,11 +66,11 @@ TEST_F(AppSession, AMissingCatalogueEndsTheStartBeforeAnyWindow) {
 TEST_F(AppSession, TheMenusAreOfferedOnlyAfterTheSessionIsBuilt) {
   path = data.MakeProject("line1.spj");
   bool during = true;
-  DuringStart([&] { during = Main().CommandEnabled("mnuFileOpen"); });
+  DuringStart([&] { during = Main().command("mnuFileOpen").Enabled(); });
   ASSERT_TRUE(Start(path));
   EXPECT_FALSE(during);
-  EXPECT_TRUE(Main().CommandEnabled("mnuFileOpen"));
-  EXPECT_TRUE(Main().CommandEnabled("mnuFile"));
+  EXPECT_TRUE(Main().command("mnuFileOpen").Enabled());
+  EXPECT_TRUE(Main().command("mnuFile").Enabled());
 }
 
 TEST_F(AppSession, StoredSettingsAreTakenAndBadOnesReplaced) {

@@ -64,6 +64,11 @@ class Terminal : public AppSession {
     return sent;
   }
   void Heartbeat() { data.events.WaitForEvents(std::chrono::seconds(30)); }
+  void ExpectHeartbeat() {
+    const std::size_t asked = Sent().size();
+    Heartbeat();
+    EXPECT_EQ(Sent().size(), asked + 1);
+  }
   std::string Saved(const std::string& name) { return data.files.ReadAll(data.folder.At(name)); }
 };
 

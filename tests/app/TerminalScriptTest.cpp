@@ -11,7 +11,7 @@ constexpr const char* kLeaving = "Do you wish to save session log before exiting
 TEST_F(Terminal, ScriptLinesAreStoredUntestedAndGoOutAtRun) {
   Open();
   Line("SCRIPTON");
-  EXPECT_FALSE(Window().CommandEnabled("mnuScriptOn"));
+  EXPECT_FALSE(Window().command("mnuScriptOn").Enabled());
   Line("0PRM800");
   Line("SCRIPTON");
   Line("1PRM800");
@@ -73,14 +73,14 @@ TEST_F(RunningTerminal, ScriptEndsAtEscapeOrStopBehindTheLineUnderWay) {
     Line("RUN");
     EXPECT_EQ(Sent().size(), 1U);
     EXPECT_EQ(Rows().back(), "> *** SCRIPT STOPPED! ***");
-    EXPECT_FALSE(Window().CommandEnabled("mnuScriptStop"));
-    EXPECT_TRUE(Window().timer("Timer1").Enabled());
+    EXPECT_FALSE(Window().command("mnuScriptStop").Enabled());
+    ExpectHeartbeat();
   }
 }
 
 TEST_F(RunningTerminal, KeysBesideEscapeAreDroppedSoThatNoSecondRunBegins) {
   data.events.AtYield(1, [this] {
-    EXPECT_FALSE(Window().CommandEnabled("mnuFileOpenScript"));
+    EXPECT_FALSE(Window().command("mnuFileOpenScript").Enabled());
     Line("RUN");
   });
   Line("RUN");
@@ -137,7 +137,7 @@ TEST_F(Terminal, AScriptIsSavedLoadedTrimmedAndListedInAnyMode) {
   data.dialogs.answers = {data.folder.At("b.tsc")};
   Window().ChooseCommand("mnuFileOpenScript");
   EXPECT_EQ(data.dialogs.shown.back().request.title, "Open Script");
-  EXPECT_TRUE(Window().CommandEnabled("mnuScriptOn"));
+  EXPECT_TRUE(Window().command("mnuScriptOn").Enabled());
   Window().ChooseCommand("mnuEditClear");
   Line("SCRIPTLIST");
   EXPECT_EQ(Rows(), (Texts{"SCRIPTLIST", "> CURRENT SCRIPT MEMORY:", "> 0PRM801", "> 0TYPE"}));
@@ -232,11 +232,11 @@ TEST_F(Terminal, BadSettingsGiveTheDefaults) {
 
 TEST_F(Terminal, TheStatusLineCanBeHidden) {
   Open();
-  EXPECT_TRUE(Window().CommandChecked("mnuViewStatusLine"));
+  EXPECT_TRUE(Window().command("mnuViewStatusLine").Checked());
   Window().ChooseCommand("mnuViewStatusLine");
   EXPECT_FALSE(Window().label("lblStatusLine").Visible());
   Window().ChooseCommand("mnuViewAutoResize");
-  EXPECT_FALSE(Window().CommandChecked("mnuViewAutoResize"));
+  EXPECT_FALSE(Window().command("mnuViewAutoResize").Checked());
 }
 
 }  // namespace

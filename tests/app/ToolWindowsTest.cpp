@@ -287,14 +287,14 @@ TEST_F(SingleDownloads, TheEditorsButtonsMoveAllParametersWithinTheWindow) {
 TEST_F(ToolWindows, TheEditMenuActsOnTheParameterWindowInFront) {
   clsHX7Homing& tool = Project().Homing();
   Main().Choose("mnuToolsIndexerHoming");
-  EXPECT_FALSE(Main().CommandEnabled("mnuEditUndo"));
+  EXPECT_FALSE(Main().command("mnuEditUndo").Enabled());
   Edit(Window(), tool, "Pn81D", "1.25");
-  EXPECT_TRUE(Main().CommandEnabled("mnuEditUndo"));
-  EXPECT_TRUE(Main().CommandEnabled("mnuEditCopy"));
-  EXPECT_FALSE(Main().CommandEnabled("mnuEditCut")) << "a value is never emptied";
+  EXPECT_TRUE(Main().command("mnuEditUndo").Enabled());
+  EXPECT_TRUE(Main().command("mnuEditCopy").Enabled());
+  EXPECT_FALSE(Main().command("mnuEditCut").Enabled()) << "a value is never emptied";
   Main().Choose("mnuEditUndo");
   EXPECT_EQ(Shown(tool, "Pn81D"), "0.000");
-  EXPECT_FALSE(Main().CommandEnabled("mnuEditUndo"));
+  EXPECT_FALSE(Main().command("mnuEditUndo").Enabled());
   Main().Choose("mnuEditRedo");
   EXPECT_EQ(Shown(tool, "Pn81D"), "1.250");
   Main().Choose("mnuEditCopy");

@@ -3,6 +3,8 @@
 #include <algorithm>
 
 #include "AppSession.h"
+#include "layouts/frmProperties.h"
+#include "layouts/frmZone.h"
 
 namespace velmoor {
 namespace {
@@ -341,15 +343,15 @@ TEST_F(Stages, ADownloadThatFailsOrIsStoppedIsOfferedAgain) {
 // ---- modules
 
 TEST_F(Transfers, ChoosingTheCurrentModuleLeavesItsWindowsAlone) {
-  const auto window = world().forms->Load("frmZone");
+  const auto window = world().forms->Load(layouts::frmZone::kLayout);
   window->Show(FormMode::modeless);
   Main().Choose("mnuModuleIndexer");
   EXPECT_TRUE(window->IsShown());
-  EXPECT_TRUE(Main().CommandChecked("mnuModuleIndexer"));
+  EXPECT_TRUE(Main().command("mnuModuleIndexer").Checked());
 }
 
 TEST_F(Transfers, AModuleChangeUnloadsTheWindowsWhenItMay) {
-  const auto window = world().forms->Load("frmZone");
+  const auto window = world().forms->Load(layouts::frmZone::kLayout);
   window->Show(FormMode::modeless);
   const char* const question =
       "All opened tool windows will be unloaded prior to switching modules.\r"
@@ -358,7 +360,7 @@ TEST_F(Transfers, AModuleChangeUnloadsTheWindowsWhenItMay) {
   Main().Choose("mnuModuleTuning");
   EXPECT_TRUE(window->IsShown());
   EXPECT_EQ(Form().SelectedModule(), Module::indexer);
-  EXPECT_FALSE(Main().CommandChecked("mnuModuleTuning"));
+  EXPECT_FALSE(Main().command("mnuModuleTuning").Checked());
   data.boxes.Expect(question, BoxAnswer::ok);
   Main().Choose("mnuModuleTuning");
   EXPECT_FALSE(window->IsShown());
@@ -369,7 +371,7 @@ TEST_F(Transfers, AModuleChangeUnloadsTheWindowsWhenItMay) {
 }
 
 TEST_F(Transfers, AParameterWindowIsKnownByTheFirstWordOfItsCaption) {
-  const auto window = world().forms->Load("frmProperties");
+  const auto window = world().forms->Load(layouts::frmProperties::kLayout);
   window->SetCaption("Homing Routine Configuration");
   window->Show(FormMode::modeless);
   EXPECT_TRUE(IsToolWindowOpened("Homing"));

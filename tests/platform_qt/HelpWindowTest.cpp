@@ -12,6 +12,8 @@
 #include <QWindow>
 
 #include "QtTestUser.h"
+#include "layouts/frmCommunications.h"
+#include "layouts/frmDialogStop.h"
 #include "platform/Form.h"
 #include "platform/HelpViewer.h"
 #include "platform/Settings.h"
@@ -123,7 +125,7 @@ TEST_F(HelpWindowTest, ChangesItsColoursWithTheProgram) {
 }
 
 TEST_F(HelpWindowTest, TakesInputWhileAModalFormIsUpThatOpenedLater) {
-  const auto form = world().forms->Load("frmDialogStop");
+  const auto form = world().forms->Load(layouts::frmDialogStop::kLayout);
   form->Show(FormMode::blocking);
   ServeEvents();
   Show("machine.md", "");
@@ -133,7 +135,7 @@ TEST_F(HelpWindowTest, TakesInputWhileAModalFormIsUpThatOpenedLater) {
 }
 
 TEST(HelpKeyTest, F1AndTheButtonTellTheFormThatHasTheKeyboard) {
-  const auto form = world().forms->Load("frmCommunications");
+  const auto form = world().forms->Load(layouts::frmCommunications::kLayout);
   std::vector<const Form*> asked;
   const Connection held =
       world().forms->HelpAsked.Connect([&](const Form* f) { asked.push_back(f); });

@@ -4,6 +4,7 @@
 #include <QScrollBar>
 
 #include "QtTestUser.h"
+#include "layouts/frmPreview.h"
 #include "platform/Form.h"
 #include "platform/Printing.h"
 #include "platform/World.h"
@@ -25,8 +26,8 @@ PrintDocument SixPages() {
 }
 
 TEST(PageViewTest, ShowsEachPageAndTellsWhereTheUserScrolledTo) {
-  const auto form = world().forms->Load("frmPreview");
-  PageView& view = form->pageView("pvwPages");
+  const auto form = world().forms->Load(layouts::frmPreview::kLayout);
+  PageView& view = layouts::frmPreview(*form).pvwPages;
   form->Show(FormMode::blocking);
   view.Show(SixPages(), Paper::a4);
   view.SetZoom(100);

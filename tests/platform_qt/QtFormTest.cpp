@@ -9,6 +9,11 @@
 #include <QScreen>
 
 #include "QtTestUser.h"
+#include "layouts/frmCommunications.h"
+#include "layouts/frmDialogPOut.h"
+#include "layouts/frmDialogStop.h"
+#include "layouts/frmMain.h"
+#include "layouts/frmSplash.h"
 #include "platform/Form.h"
 #include "platform/MainWindow.h"
 #include "platform/Settings.h"
@@ -21,52 +26,51 @@ namespace velmoor::qt {
 namespace {
 
 std::unique_ptr<Form> Communications() {
-  return world().forms->Load("frmCommunications");
+  return world().forms->Load(layouts::frmCommunications::kLayout);
 }
 
-TEST(QtFormTest, UnknownNamesAreErrors) {
-  EXPECT_THROW((void)world().forms->Load("frmNowhere"), std::logic_error);
+TEST(QtFormTest, AFormOfAnotherLayoutIsNotTaken) {
   const auto form = Communications();
-  EXPECT_THROW((void)form->button("cmdNowhere"), std::logic_error);
-  EXPECT_THROW((void)form->textBox("cmdConnect"), std::logic_error);
-  EXPECT_THROW(form->SetCommandEnabled("mnuNowhere", true), std::logic_error);
+  EXPECT_THROW((void)layouts::frmSplash(*form), std::logic_error);
 }
 
 TEST(QtFormTest, SettingControlsFromCodeRaisesNothing) {
   const auto form = Communications();
+  const layouts::frmCommunications ui(*form);
   int events = 0;
   Connections held;
-  held += form->optionGroup("optBaudRate").Click.Connect([&](int) { ++events; });
-  held += form->comboBox("cmbAxes").Click.Connect([&] { ++events; });
-  form->optionGroup("optBaudRate").SetValue(2);
-  form->comboBox("cmbAxes").SetItems({"0", "A"});
-  form->comboBox("cmbAxes").SetListIndex(1);
+  held += ui.optBaudRate.Click.Connect([&](int) { ++events; });
+  held += ui.cmbAxes.Click.Connect([&] { ++events; });
+  ui.optBaudRate.SetValue(2);
+  ui.cmbAxes.SetItems({"0", "A"});
+  ui.cmbAxes.SetListIndex(1);
   EXPECT_EQ(events, 0);
-  EXPECT_EQ(form->optionGroup("optBaudRate").Value(), 2);
-  EXPECT_EQ(form->comboBox("cmbAxes").Text(), "A");
-  form->optionGroup("optBaudRate").SetValue(-1);
-  EXPECT_EQ(form->optionGroup("optBaudRate").Value(), -1);
-  form->comboBox("cmbAxes").SetListIndex(7);
-  EXPECT_EQ(form->comboBox("cmbAxes").ListIndex(), -1);
+  EXPECT_EQ(ui.optBaudRate.Value(), 2);
+  EXPECT_EQ(ui.cmbAxes.Text(), "A");
+  ui.optBaudRate.SetValue(-1);
+  EXPECT_EQ(ui.optBaudRate.Value(), -1);
+  ui.cmbAxes.SetListIndex(7);
+  EXPECT_EQ(ui.cmbAxes.ListIndex(), -1);
 }
 
 TEST(QtFormTest, TheUsersChoicesAreRaisedWithTheirPlace) {
   const auto form = Communications();
+  const layouts::frmCommunications ui(*form);
   std::vector<int> chosen;
-  const Connection held =
-      form->optionGroup("optBaudRate").Click.Connect([&](int index) { chosen.push_back(index); });
+  const Connection held = ui.optBaudRate.Click.Connect([&](int index) { chosen.push_back(index); });
   form->Show(FormMode::blocking);
   Widget<QRadioButton>("optBaudRate_1").click();
   Widget<QRadioButton>("optBaudRate_2").click();
   EXPECT_EQ(chosen, (std::vector<int>{1, 2}));
-  EXPECT_EQ(form->optionGroup("optBaudRate").Count(), 3);
+  EXPECT_EQ(ui.optBaudRate.Count(), 3);
 }
 
 TEST(QtFormTest, AModalFormReturnsWhenItsHandlerUnloadsIt) {
   auto form = Communications();
+  const layouts::frmCommunications ui(*form);
   bool unloaded = false;
   Connections held;
-  held += form->button("cmdCancel").Click.Connect([&] { form->Unload(); });
+  held += ui.cmdCancel.Click.Connect([&] { form->Unload(); });
   held += form->Unloaded.Connect([&] {
     unloaded = !form->IsShown();
     form.reset();  // from within the event, as a window class may do
@@ -79,7 +83,7 @@ TEST(QtFormTest, AModalFormReturnsWhenItsHandlerUnloadsIt) {
 }
 
 TEST(QtFormTest, ClosingByTheFrameAsksAndMayBeRefused) {
-  const auto form = world().forms->Load("frmDialogStop");
+  const auto form = world().forms->Load(layouts::frmDialogStop::kLayout);
   bool refuse = true;
   int unloads = 0;
   Connections held;
@@ -98,10 +102,11 @@ TEST(QtFormTest, ClosingByTheFrameAsksAndMayBeRefused) {
 
 TEST(QtFormTest, EscapePressesCancelAndEnterTheDefaultButton) {
   const auto form = Communications();
+  const layouts::frmCommunications ui(*form);
   std::string pressed;
   Connections held;
-  held += form->button("cmdCancel").Click.Connect([&] { pressed += 'c'; });
-  held += form->button("cmdConnect").Click.Connect([&] { pressed += 'd'; });
+  held += ui.cmdCancel.Click.Connect([&] { pressed += 'c'; });
+  held += ui.cmdConnect.Click.Connect([&] { pressed += 'd'; });
   form->Show(FormMode::blocking);
   ServeEvents();
   PressKey(Widget<QComboBox>("cmbAxes"), Qt::Key_Escape);
@@ -110,7 +115,7 @@ TEST(QtFormTest, EscapePressesCancelAndEnterTheDefaultButton) {
 }
 
 TEST(QtFormTest, SplashesCountNowhere) {
-  const auto splash = world().forms->Load("frmSplash");
+  const auto splash = world().forms->Load(layouts::frmSplash::kLayout);
   splash->Show(FormMode::splash);
   EXPECT_TRUE(splash->IsShown());
   EXPECT_TRUE(world().forms->Shown().empty());
@@ -118,10 +123,10 @@ TEST(QtFormTest, SplashesCountNowhere) {
 }
 
 TEST(QtFormTest, ChildrenOfTheMainWindowAreListedActivatedAndClosed) {
-  const auto main = world().forms->LoadMainWindow();
+  const auto main = world().forms->LoadMainWindow(layouts::frmMain::kLayout);
   main->Show();
   const auto first = Communications();
-  auto second = world().forms->Load("frmDialogStop");
+  auto second = world().forms->Load(layouts::frmDialogStop::kLayout);
   int activated = 0;
   bool unloaded = false;
   Connections held;
@@ -142,12 +147,12 @@ TEST(QtFormTest, ChildrenOfTheMainWindowAreListedActivatedAndClosed) {
 }
 
 TEST(QtFormTest, AWindowOpensInTheSizeThatTheUserGaveIt) {
-  const auto main = world().forms->LoadMainWindow();
+  const auto main = world().forms->LoadMainWindow(layouts::frmMain::kLayout);
   main->Show();
   // Opens the window, gives it another size where one is told, closes it. Its size before that.
   const auto visit = [](FormMode mode, std::optional<QSize> size) {
     QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);  // the one before
-    const auto form = world().forms->Load("frmDialogPOut");
+    const auto form = world().forms->Load(layouts::frmDialogPOut::kLayout);
     form->Show(mode);
     ServeEvents();
     QWidget& window = *Widget<QPushButton>("cmdCancel").window();

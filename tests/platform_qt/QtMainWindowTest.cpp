@@ -9,6 +9,7 @@
 #include <QTemporaryDir>
 
 #include "QtTestUser.h"
+#include "layouts/frmMain.h"
 #include "platform/Clipboard.h"
 #include "platform/Events.h"
 #include "platform/FileDialogs.h"
@@ -22,26 +23,29 @@ namespace {
 
 class QtMainWindowTest : public testing::Test {
  protected:
-  QtMainWindowTest() : main_(world().forms->LoadMainWindow()) { main_->Show(); }
+  QtMainWindowTest() : main_(world().forms->LoadMainWindow(layouts::frmMain::kLayout)) {
+    main_->Show();
+  }
+  using Id = layouts::frmMain::Id;
   std::unique_ptr<MainWindow> main_;
+  layouts::frmMain ui_{*main_};
 };
 
 TEST_F(QtMainWindowTest, ChosenCommandsCarryTheNameOfTheirMenuEntry) {
   std::vector<std::string> chosen;
-  const Connection held =
-      main_->CommandChosen.Connect([&](const std::string& name) { chosen.push_back(name); });
+  const Connections held =
+      ui_.commands.OnChosen([&](Id id) { chosen.push_back(ui_.commands.NameOf(id)); });
   Widget<QAction>("mnuFileOpen").trigger();
-  main_->SetCommandEnabled("mnuFileNew", false);
+  ui_.commands[Id::mnuFileNew].SetEnabled(false);
   Widget<QAction>("mnuFileNew").trigger();
-  main_->SetCommandChecked("mnuModuleTuning", true);
+  ui_.commands[Id::mnuModuleTuning].SetChecked(true);
   EXPECT_EQ(chosen, std::vector<std::string>{"mnuFileOpen"});
 }
 
 TEST_F(QtMainWindowTest, AMenuIsACommandToo) {
-  main_->SetCommandVisible("mnuTools", false);
+  ui_.commands[Id::mnuTools].SetVisible(false);
   EXPECT_FALSE(Widget<QMenu>("mnuTools").menuAction()->isVisible());
-  EXPECT_TRUE(main_->CommandVisible("mnuFile"));
-  EXPECT_THROW(main_->SetCommandEnabled("mnuNowhere", true), std::logic_error);
+  EXPECT_TRUE(ui_.commands[Id::mnuFile].Visible());
 }
 
 TEST_F(QtMainWindowTest, RecentEntriesHideEmptyPlacesAndTheirSeparator) {

@@ -1,4 +1,4 @@
-#include "tools/EditHistory.h"
+#include "windows/EditHistory.h"
 
 #include <gtest/gtest.h>
 

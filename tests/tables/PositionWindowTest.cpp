@@ -97,7 +97,7 @@ TEST_F(IndexWindow, ApplyStoresAndCancelAsksAndReadsBack) {
   EXPECT_TRUE(Edit(2, kLoop, "9"));
   form->Press("cmdApply");
   EXPECT_FALSE(form->button("cmdApply").Enabled());
-  EXPECT_FALSE(Main().CommandEnabled("mnuEditUndo"));
+  EXPECT_FALSE(Main().command("mnuEditUndo").Enabled());
   EXPECT_TRUE(Edit(2, kLoop, "10"));
   data.boxes.Expect("Modified values will be lost", BoxAnswer::no);
   form->Press("cmdCancel");
@@ -130,7 +130,7 @@ TEST_F(IndexWindow, UndoGoesBackToTheLastApplyWithMarksAndAll) {
   EXPECT_EQ(Index().Cells(), before);
   EXPECT_EQ(Index().DirtyCell(1), "0");
   EXPECT_FALSE(form->button("cmdApply").Enabled());
-  EXPECT_FALSE(Main().CommandEnabled("mnuEditUndo"));
+  EXPECT_FALSE(Main().command("mnuEditUndo").Enabled());
   Main().Choose("mnuEditRedo");
   EXPECT_EQ(Cell(1, kLoop), "2");
   EXPECT_TRUE(form->button("cmdApply").Enabled());
@@ -220,10 +220,10 @@ TEST_F(IndexWindow, StepsAreInsertedDeletedFilledAndFound) {
 
 TEST_F(IndexWindow, TheEditMenuFollowsTheActiveWindow) {
   Grid().GoTo(1, kLabel);
-  EXPECT_TRUE(Main().CommandEnabled("mnuEditCopy"));
-  EXPECT_FALSE(Main().CommandEnabled("mnuEditPaste"));
+  EXPECT_TRUE(Main().command("mnuEditCopy").Enabled());
+  EXPECT_FALSE(Main().command("mnuEditPaste").Enabled());
   form->Press("cmdCancel");
-  EXPECT_FALSE(Main().CommandEnabled("mnuEditCopy"));
+  EXPECT_FALSE(Main().command("mnuEditCopy").Enabled());
 }
 
 TEST_F(IndexWindow, ACsvFileIsImportedWholeOrNotAtAll) {
@@ -245,7 +245,7 @@ TEST_F(IndexWindow, ACsvFileIsImportedWholeOrNotAtAll) {
   data.dialogs.answers.emplace_back(file);
   Choose("mnuTableImport");
   EXPECT_EQ(Cell(2, kEvent), "T251");
-  EXPECT_TRUE(Main().CommandEnabled("mnuEditUndo"));
+  EXPECT_TRUE(Main().command("mnuEditUndo").Enabled());
 }
 
 TEST_F(IndexWindow, ThePathAndThePictureFollowTheEdits) {

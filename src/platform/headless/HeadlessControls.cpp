@@ -47,11 +47,6 @@ void HeadlessOptionGroup::SetChoiceEnabled(int index, bool enabled) {
   }
 }
 
-std::string HeadlessOptionGroup::ChoiceCaption(int index) const {
-  const auto at = captions_.find(index);
-  return at == captions_.end() ? std::string() : at->second;
-}
-
 void HeadlessTerminalScreen::MoveCursor(int row, int column) {
   row_ = std::clamp(row, 1, Rows());
   column_ = std::clamp(column, 1, Columns());
@@ -194,6 +189,40 @@ std::string HeadlessGrid::TipAt(int row, int column) const {
   std::string tip;
   Tip.Raise(row, column, tip);
   return tip;
+}
+
+std::unique_ptr<Control> MakeTwin(const ControlLayout& layout) {
+  switch (layout.kind) {
+    case ControlKind::button:
+      return std::make_unique<HeadlessButton>(layout);
+    case ControlKind::textBox:
+      return std::make_unique<HeadlessTextBox>(layout);
+    case ControlKind::comboBox:
+      return std::make_unique<HeadlessComboBox>(layout);
+    case ControlKind::checkBox:
+      return std::make_unique<HeadlessCheckBox>(layout);
+    case ControlKind::optionGroup:
+      return std::make_unique<HeadlessOptionGroup>(layout);
+    case ControlKind::label:
+      return std::make_unique<HeadlessLabel>(layout);
+    case ControlKind::lamp:
+      return std::make_unique<HeadlessLamp>(layout);
+    case ControlKind::progressBar:
+      return std::make_unique<HeadlessProgressBar>(layout);
+    case ControlKind::grid:
+      return std::make_unique<HeadlessGrid>(layout);
+    case ControlKind::chart:
+      return std::make_unique<HeadlessChart>(layout);
+    case ControlKind::timeChart:
+      return std::make_unique<HeadlessTimeChart>(layout);
+    case ControlKind::terminalScreen:
+      return std::make_unique<HeadlessTerminalScreen>(layout);
+    case ControlKind::drawing:
+      return std::make_unique<HeadlessDrawing>(layout);
+    case ControlKind::pageView:
+      break;
+  }
+  return std::make_unique<HeadlessPageView>(layout);
 }
 
 }  // namespace velmoor::headless

@@ -1,24 +1,21 @@
-// The controls without a screen: plain state, as the logic set it. What a user would do with them
-// goes through HeadlessForm, which refuses what a user could not do.
+// The controls without a screen: plain state, from the layout and as the logic set it. What a user
+// would do with them goes through HeadlessForm, which refuses what a user could not do.
 #pragma once
 
-#include <map>
+#include <memory>
 #include <optional>
 #include <set>
 #include <utility>
 
-#include "platform/Chart.h"
-#include "platform/Controls.h"
-#include "platform/Drawing.h"
-#include "platform/Grid.h"
-#include "platform/PageView.h"
-#include "platform/TimeChart.h"
+#include "platform/Layout.h"
 
 namespace velmoor::headless {
 
 template <typename Port>
 class HeadlessControl : public Port {
  public:
+  explicit HeadlessControl(const ControlLayout& layout)
+      : enabled_(layout.enabled), visible_(layout.visible), toolTip_(layout.toolTip) {}
   void SetEnabled(bool enabled) override { enabled_ = enabled; }
   [[nodiscard]] bool Enabled() const override { return enabled_; }
   void SetVisible(bool visible) override { visible_ = visible; }
@@ -30,14 +27,16 @@ class HeadlessControl : public Port {
   int focusRequests = 0;
 
  private:
-  bool enabled_ = true;
-  bool visible_ = true;
+  bool enabled_;
+  bool visible_;
   std::string toolTip_;
 };
 
 template <typename Port>
 class HeadlessCaptioned : public HeadlessControl<Port> {
  public:
+  explicit HeadlessCaptioned(const ControlLayout& layout)
+      : HeadlessControl<Port>(layout), caption_(layout.text) {}
   void SetCaption(const std::string& caption) override { caption_ = caption; }
   [[nodiscard]] std::string Caption() const override { return caption_; }
 
@@ -47,6 +46,7 @@ class HeadlessCaptioned : public HeadlessControl<Port> {
 
 class HeadlessButton final : public HeadlessCaptioned<Button> {
  public:
+  using HeadlessCaptioned::HeadlessCaptioned;
   void SetEnabled(bool enabled) override;
   void SetVisible(bool visible) override;
   void Hold();
@@ -58,6 +58,8 @@ class HeadlessButton final : public HeadlessCaptioned<Button> {
 
 class HeadlessTextBox final : public HeadlessControl<TextBox> {
  public:
+  explicit HeadlessTextBox(const ControlLayout& layout)
+      : HeadlessControl(layout), text_(layout.text) {}
   void SetText(const std::string& text) override { text_ = text; }
   [[nodiscard]] std::string Text() const override { return text_; }
   void SetReadOnly(bool readOnly) override { readOnly_ = readOnly; }
@@ -71,6 +73,10 @@ class HeadlessTextBox final : public HeadlessControl<TextBox> {
 
 class HeadlessComboBox final : public HeadlessControl<ComboBox> {
  public:
+  explicit HeadlessComboBox(const ControlLayout& layout)
+      : HeadlessControl(layout),
+        items_(layout.choices.begin(), layout.choices.end()),
+        index_(layout.chosen) {}
   void SetItems(const std::vector<std::string>& items) override;
   [[nodiscard]] std::vector<std::string> Items() const override { return items_; }
   void SetListIndex(int index) override;
@@ -79,39 +85,48 @@ class HeadlessComboBox final : public HeadlessControl<ComboBox> {
 
  private:
   std::vector<std::string> items_;
-  int index_ = -1;
+  int index_;
 };
 
 class HeadlessCheckBox final : public HeadlessCaptioned<CheckBox> {
  public:
+  explicit HeadlessCheckBox(const ControlLayout& layout)
+      : HeadlessCaptioned(layout), checked_(layout.checked) {}
   void SetValue(bool checked) override { checked_ = checked; }
   [[nodiscard]] bool Value() const override { return checked_; }
 
  private:
-  bool checked_ = false;
+  bool checked_;
 };
 
 class HeadlessOptionGroup final : public HeadlessControl<OptionGroup> {
  public:
-  // There is no layout that tells the number of choices; as many as any group has.
-  [[nodiscard]] int Count() const override { return 32; }
+  explicit HeadlessOptionGroup(const ControlLayout& layout)
+      : HeadlessControl(layout),
+        captions_(layout.choices.begin(), layout.choices.end()),
+        value_(layout.chosen) {}
+  [[nodiscard]] int Count() const override { return static_cast<int>(captions_.size()); }
   void SetValue(int index) override { value_ = index; }
   [[nodiscard]] int Value() const override { return value_; }
   void SetChoiceEnabled(int index, bool enabled) override;
   [[nodiscard]] bool ChoiceEnabled(int index) const override { return !disabled_.contains(index); }
   void SetChoiceCaption(int index, const std::string& caption) override {
-    captions_[index] = caption;
+    captions_.at(static_cast<std::size_t>(index)) = caption;
   }
-  [[nodiscard]] std::string ChoiceCaption(int index) const override;
+  [[nodiscard]] std::string ChoiceCaption(int index) const override {
+    return captions_.at(static_cast<std::size_t>(index));
+  }
 
  private:
-  int value_ = -1;
+  std::vector<std::string> captions_;
   std::set<int> disabled_;
-  std::map<int, std::string> captions_;
+  int value_;
 };
 
 class HeadlessLabel final : public HeadlessControl<Label> {
  public:
+  explicit HeadlessLabel(const ControlLayout& layout)
+      : HeadlessControl(layout), text_(layout.text) {}
   void SetText(const std::string& text) override { text_ = text; }
   [[nodiscard]] std::string Text() const override { return text_; }
   void SetTone(Tone tone) override { tone_ = tone; }
@@ -124,6 +139,7 @@ class HeadlessLabel final : public HeadlessControl<Label> {
 
 class HeadlessDrawing final : public HeadlessControl<Drawing> {
  public:
+  using HeadlessControl::HeadlessControl;
   void SetShapes(double /*width*/, double /*height*/, std::vector<DrawingShape> shapes) override {
     shapes_ = std::move(shapes);
   }
@@ -136,6 +152,7 @@ class HeadlessDrawing final : public HeadlessControl<Drawing> {
 // A page for each section.
 class HeadlessPageView final : public HeadlessControl<PageView> {
  public:
+  using HeadlessControl::HeadlessControl;
   void Show(const PrintDocument& document, Paper /*paper*/) override {
     shown = document;
     page_ = 1;
@@ -161,6 +178,7 @@ class HeadlessPageView final : public HeadlessControl<PageView> {
 
 class HeadlessLamp final : public HeadlessControl<Lamp> {
  public:
+  using HeadlessControl::HeadlessControl;
   void SetTone(Tone tone) override { tone_ = tone; }
   [[nodiscard]] Tone LampTone() const override { return tone_; }
 
@@ -170,6 +188,7 @@ class HeadlessLamp final : public HeadlessControl<Lamp> {
 
 class HeadlessProgressBar final : public HeadlessControl<ProgressBar> {
  public:
+  using HeadlessControl::HeadlessControl;
   void SetProgress(int value, int maximum) override {
     maximum_ = maximum;
     value_ = value < maximum ? value : maximum;
@@ -184,7 +203,9 @@ class HeadlessProgressBar final : public HeadlessControl<ProgressBar> {
 
 class HeadlessTerminalScreen final : public HeadlessControl<TerminalScreen> {
  public:
-  HeadlessTerminalScreen() { Clear(); }
+  explicit HeadlessTerminalScreen(const ControlLayout& layout) : HeadlessControl(layout) {
+    Clear();
+  }
   [[nodiscard]] int Rows() const override { return 24; }
   [[nodiscard]] int Columns() const override { return 80; }
   [[nodiscard]] int CursorRow() const override { return row_; }
@@ -216,6 +237,7 @@ class HeadlessTerminalScreen final : public HeadlessControl<TerminalScreen> {
 
 class HeadlessTimeChart final : public HeadlessControl<TimeChart> {
  public:
+  using HeadlessControl::HeadlessControl;
   void Show(const TimeChartData& data, const std::string& /*emptyText*/) override {
     shown = data;
     ++shows;
@@ -229,6 +251,7 @@ class HeadlessTimeChart final : public HeadlessControl<TimeChart> {
 
 class HeadlessChart final : public HeadlessControl<Chart> {
  public:
+  using HeadlessControl::HeadlessControl;
   void Show(const ChartData& data, const std::string& emptyText) override {
     shown = data;
     shownEmptyText = emptyText;
@@ -240,6 +263,7 @@ class HeadlessChart final : public HeadlessControl<Chart> {
 
 class HeadlessGrid final : public HeadlessControl<Grid> {
  public:
+  using HeadlessControl::HeadlessControl;
   void Bind(GridSource* source) override;
   void Refresh() override;
   void RefreshRow(int) override {}
@@ -284,5 +308,23 @@ class HeadlessGrid final : public HeadlessControl<Grid> {
   std::set<int> hiddenColumns_;
   std::set<int> hiddenRows_;
 };
+
+class HeadlessCommand final : public Command {
+ public:
+  explicit HeadlessCommand(const CommandLayout& layout)
+      : enabled_(layout.enabled), visible_(layout.visible), checked_(layout.checked) {}
+  void SetEnabled(bool enabled) override { enabled_ = enabled; }
+  [[nodiscard]] bool Enabled() const override { return enabled_; }
+  void SetVisible(bool visible) override { visible_ = visible; }
+  [[nodiscard]] bool Visible() const override { return visible_; }
+  void SetChecked(bool checked) override { checked_ = checked; }
+  [[nodiscard]] bool Checked() const override { return checked_; }
+
+ private:
+  bool enabled_, visible_, checked_;
+};
+
+// The control as its layout has it.
+[[nodiscard]] std::unique_ptr<Control> MakeTwin(const ControlLayout& layout);
 
 }  // namespace velmoor::headless

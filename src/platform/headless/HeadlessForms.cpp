@@ -14,6 +14,23 @@ bool Blocks(FormMode mode) {
 
 }  // namespace
 
+HeadlessCommands::HeadlessCommands(const Layout& layout) : layout_(layout) {
+  for (const CommandLayout& command : layout.commands) commands_.emplace_back(command);
+}
+
+HeadlessCommand& HeadlessCommands::Named(const std::string& name) {
+  const auto found = std::ranges::find(layout_.commands, name, &CommandLayout::name);
+  if (found != layout_.commands.end()) {
+    return At(static_cast<std::size_t>(found - layout_.commands.begin()));
+  }
+  throw std::logic_error(std::string(layout_.name) + " has no command " + name);
+}
+
+HeadlessForm::HeadlessForm(HeadlessForms& forms, const Layout& layout)
+    : Form(layout), forms_(forms), caption_(layout.caption), commands_(layout) {
+  for (const ControlLayout& control : layout.controls) controls_.push_back(MakeTwin(control));
+}
+
 HeadlessForm::~HeadlessForm() {
   *alive_ = false;
   CloseNow();
@@ -31,10 +48,10 @@ void HeadlessForm::Show(FormMode mode) {
   if (!shown_) {
     shown_ = true;
     forms_.open_.push_back(this);
-    forms_.shownNames.push_back(name_);
+    forms_.shownNames.push_back(Name());
   }
   Activate();
-  HeadlessForms::Script script = forms_.TakeScript(name_);
+  HeadlessForms::Script script = forms_.TakeScript(Name());
   if (mode != FormMode::modal) {
     if (script) {
       forms_.events_.Post([this, alive, script] {
@@ -43,7 +60,7 @@ void HeadlessForm::Show(FormMode mode) {
     }
     return;
   }
-  const std::string name = name_;
+  const std::string name = Name();
   if (script) {
     script(*this);
   } else {
@@ -76,61 +93,11 @@ bool HeadlessForm::Unload() {
   return true;
 }
 
-template <typename Kind>
-Kind& HeadlessForm::Find(const std::string& name) {
-  std::unique_ptr<Control>& control = controls_[name];
-  if (!control) control = std::make_unique<Kind>();
-  auto* const found = dynamic_cast<Kind*>(control.get());
-  if (found == nullptr) throw std::logic_error(name_ + " has a control " + name + " of other kind");
-  return *found;
-}
-
-HeadlessButton& HeadlessForm::button(const std::string& name) {
-  return Find<HeadlessButton>(name);
-}
-HeadlessTextBox& HeadlessForm::textBox(const std::string& name) {
-  return Find<HeadlessTextBox>(name);
-}
-HeadlessComboBox& HeadlessForm::comboBox(const std::string& name) {
-  return Find<HeadlessComboBox>(name);
-}
-HeadlessCheckBox& HeadlessForm::checkBox(const std::string& name) {
-  return Find<HeadlessCheckBox>(name);
-}
-HeadlessOptionGroup& HeadlessForm::optionGroup(const std::string& name) {
-  return Find<HeadlessOptionGroup>(name);
-}
-HeadlessLabel& HeadlessForm::label(const std::string& name) {
-  return Find<HeadlessLabel>(name);
-}
-HeadlessLamp& HeadlessForm::lamp(const std::string& name) {
-  return Find<HeadlessLamp>(name);
-}
-HeadlessProgressBar& HeadlessForm::progressBar(const std::string& name) {
-  return Find<HeadlessProgressBar>(name);
-}
-HeadlessGrid& HeadlessForm::grid(const std::string& name) {
-  return Find<HeadlessGrid>(name);
-}
-HeadlessChart& HeadlessForm::chart(const std::string& name) {
-  return Find<HeadlessChart>(name);
-}
-HeadlessTimeChart& HeadlessForm::timeChart(const std::string& name) {
-  return Find<HeadlessTimeChart>(name);
-}
-HeadlessTerminalScreen& HeadlessForm::terminalScreen(const std::string& name) {
-  return Find<HeadlessTerminalScreen>(name);
-}
-HeadlessDrawing& HeadlessForm::drawing(const std::string& name) {
-  return Find<HeadlessDrawing>(name);
-}
-HeadlessPageView& HeadlessForm::pageView(const std::string& name) {
-  return Find<HeadlessPageView>(name);
-}
-Timer& HeadlessForm::timer(const std::string& name) {
-  std::unique_ptr<HeadlessTimer>& found = timers_[name];
-  if (!found) found = std::make_unique<HeadlessTimer>(forms_.events_);
-  return *found;
+Control& HeadlessForm::ControlNamed(const std::string& name) const {
+  const auto controls = GetLayout().controls;
+  const auto found = std::ranges::find(controls, name, &ControlLayout::name);
+  if (found == controls.end()) throw std::logic_error(Name() + " has no control " + name);
+  return *controls_[static_cast<std::size_t>(found - controls.begin())];
 }
 
 bool HeadlessForm::CanAct(const std::string& what) const {
@@ -139,16 +106,16 @@ bool HeadlessForm::CanAct(const std::string& what) const {
   if (forms_.boxes_.IsUp()) why = "a box is up";
   const auto above = std::find(forms_.open_.begin(), forms_.open_.end(), this);
   for (auto form = above; why.empty() && form != forms_.open_.end(); ++form) {
-    if (*form != this && Blocks((*form)->mode_)) why = (*form)->name_ + " is in front of it";
+    if (*form != this && Blocks((*form)->mode_)) why = (*form)->Name() + " is in front of it";
   }
-  if (!why.empty()) Fail("The user cannot reach " + what + " of " + name_ + ": " + why);
+  if (!why.empty()) Fail("The user cannot reach " + what + " of " + Name() + ": " + why);
   return why.empty();
 }
 
 bool HeadlessForm::Reach(const std::string& name, const Control& control) {
   if (!CanAct(name)) return false;
   if (control.Enabled() && control.Visible()) return true;
-  Fail("The user cannot reach " + name + " of " + name_ + ": it is disabled or hidden");
+  Fail("The user cannot reach " + name + " of " + Name() + ": it is disabled or hidden");
   return false;
 }
 
@@ -187,7 +154,7 @@ void HeadlessForm::Select(const std::string& name, const std::string& item) {
   if (!Reach(name, control)) return;
   const std::vector<std::string> items = control.Items();
   const auto at = std::find(items.begin(), items.end(), item);
-  if (at == items.end()) return Fail(name + " of " + name_ + " has no item " + item);
+  if (at == items.end()) return Fail(name + " of " + Name() + " has no item " + item);
   control.SetListIndex(static_cast<int>(at - items.begin()));
   control.Click.Raise();
 }
@@ -219,17 +186,23 @@ void HeadlessForm::PressKey(const std::string& name, KeyEvent key) {
 
 void HeadlessForm::ChooseCommand(const std::string& command) {
   if (!CanAct(command)) return;
-  const CommandState state = State(command);
-  if (!state.enabled || !state.visible) return Fail(command + " of " + name_ + " is disabled");
-  CommandChosen.Raise(command);
+  HeadlessCommand& chosen = commands_.Named(command);
+  if (!chosen.Enabled() || !chosen.Visible()) {
+    return Fail(command + " of " + Name() + " is disabled");
+  }
+  chosen.Chosen.Raise();
 }
 
-std::unique_ptr<Form> HeadlessForms::Load(const std::string& name) {
-  return std::make_unique<HeadlessForm>(*this, name);
+std::unique_ptr<Form> HeadlessForms::Load(const Layout& layout) {
+  return std::make_unique<HeadlessForm>(*this, layout);
 }
 
-std::unique_ptr<MainWindow> HeadlessForms::LoadMainWindow() {
-  auto window = std::make_unique<HeadlessMainWindow>(*this);
+std::unique_ptr<Timer> HeadlessForms::NewTimer() {
+  return std::make_unique<HeadlessTimer>(events_);
+}
+
+std::unique_ptr<MainWindow> HeadlessForms::LoadMainWindow(const Layout& layout) {
+  auto window = std::make_unique<HeadlessMainWindow>(*this, layout);
   main_ = window.get();
   return window;
 }
@@ -272,14 +245,14 @@ void HeadlessForms::Verify() {
 
 HeadlessForm& HeadlessForms::Get(const std::string& name) const {
   for (HeadlessForm* form : open_) {
-    if (form->name_ == name) return *form;
+    if (form->Name() == name) return *form;
   }
   throw std::logic_error("The form " + name + " is not on show");
 }
 
 bool HeadlessForms::IsOpen(const std::string& name) const {
   return std::any_of(open_.begin(), open_.end(),
-                     [&](const HeadlessForm* form) { return form->name_ == name; });
+                     [&](const HeadlessForm* form) { return form->Name() == name; });
 }
 
 HeadlessMainWindow& HeadlessForms::Main() const {

@@ -5,6 +5,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -16,49 +17,46 @@
 
 namespace velmoor::headless {
 
-// Command states by name; a name is known from its first use, enabled and visible.
-template <typename Port>
-class HeadlessCommands : public Port {
- public:
-  void SetCommandEnabled(const std::string& name, bool on) override { states_[name].enabled = on; }
-  [[nodiscard]] bool CommandEnabled(const std::string& name) const override {
-    return State(name).enabled;
-  }
-  void SetCommandVisible(const std::string& name, bool on) override { states_[name].visible = on; }
-  [[nodiscard]] bool CommandVisible(const std::string& name) const override {
-    return State(name).visible;
-  }
-  void SetCommandChecked(const std::string& name, bool on) override { states_[name].checked = on; }
-  [[nodiscard]] bool CommandChecked(const std::string& name) const override {
-    return State(name).checked;
-  }
-
- protected:
-  struct CommandState {
-    bool enabled = true;
-    bool visible = true;
-    bool checked = false;
-  };
-  [[nodiscard]] CommandState State(const std::string& name) const {
-    const auto at = states_.find(name);
-    return at == states_.end() ? CommandState() : at->second;
-  }
-
- private:
-  std::map<std::string, CommandState> states_;
-};
-
 class HeadlessForms;
 
-// Controls come to be when they are first asked for; asking for one under another kind is an error.
-class HeadlessForm final : public HeadlessCommands<Form> {
+// The kinds of controls that a twin has.
+struct Twins {
+  using Button = HeadlessButton;
+  using TextBox = HeadlessTextBox;
+  using ComboBox = HeadlessComboBox;
+  using CheckBox = HeadlessCheckBox;
+  using OptionGroup = HeadlessOptionGroup;
+  using Label = HeadlessLabel;
+  using Lamp = HeadlessLamp;
+  using ProgressBar = HeadlessProgressBar;
+  using Grid = HeadlessGrid;
+  using Chart = HeadlessChart;
+  using TimeChart = HeadlessTimeChart;
+  using TerminalScreen = HeadlessTerminalScreen;
+  using Drawing = HeadlessDrawing;
+  using PageView = HeadlessPageView;
+};
+
+// The commands of a layout. Throws std::logic_error for a name that it does not have.
+class HeadlessCommands {
  public:
-  HeadlessForm(HeadlessForms& forms, std::string name) : forms_(forms), name_(std::move(name)) {}
+  explicit HeadlessCommands(const Layout& layout);
+  [[nodiscard]] HeadlessCommand& At(std::size_t place) { return commands_.at(place); }
+  [[nodiscard]] HeadlessCommand& Named(const std::string& name);
+
+ private:
+  const Layout& layout_;
+  std::deque<HeadlessCommand> commands_;
+};
+
+// As its layout has it when it opens.
+class HeadlessForm final : public Form {
+ public:
+  HeadlessForm(HeadlessForms& forms, const Layout& layout);
   ~HeadlessForm() override;
   HeadlessForm(const HeadlessForm&) = delete;
   HeadlessForm& operator=(const HeadlessForm&) = delete;
 
-  [[nodiscard]] std::string Name() const override { return name_; }
   void SetCaption(const std::string& caption) override { caption_ = caption; }
   [[nodiscard]] std::string Caption() const override { return caption_; }
   void SetChanged(bool changed) override { changed_ = changed; }
@@ -68,21 +66,29 @@ class HeadlessForm final : public HeadlessCommands<Form> {
   void Activate() override;
   bool Unload() override;
 
-  HeadlessButton& button(const std::string& name) override;
-  HeadlessTextBox& textBox(const std::string& name) override;
-  HeadlessComboBox& comboBox(const std::string& name) override;
-  HeadlessCheckBox& checkBox(const std::string& name) override;
-  HeadlessOptionGroup& optionGroup(const std::string& name) override;
-  HeadlessLabel& label(const std::string& name) override;
-  HeadlessLamp& lamp(const std::string& name) override;
-  HeadlessProgressBar& progressBar(const std::string& name) override;
-  HeadlessGrid& grid(const std::string& name) override;
-  HeadlessChart& chart(const std::string& name) override;
-  HeadlessTimeChart& timeChart(const std::string& name) override;
-  HeadlessTerminalScreen& terminalScreen(const std::string& name) override;
-  HeadlessDrawing& drawing(const std::string& name) override;
-  HeadlessPageView& pageView(const std::string& name) override;
-  Timer& timer(const std::string& name) override;
+  // By name. Throws std::logic_error where the layout has none of that name and kind.
+  HeadlessButton& button(const std::string& name) { return Named<HeadlessButton>(name); }
+  HeadlessTextBox& textBox(const std::string& name) { return Named<HeadlessTextBox>(name); }
+  HeadlessComboBox& comboBox(const std::string& name) { return Named<HeadlessComboBox>(name); }
+  HeadlessCheckBox& checkBox(const std::string& name) { return Named<HeadlessCheckBox>(name); }
+  HeadlessOptionGroup& optionGroup(const std::string& name) {
+    return Named<HeadlessOptionGroup>(name);
+  }
+  HeadlessLabel& label(const std::string& name) { return Named<HeadlessLabel>(name); }
+  HeadlessLamp& lamp(const std::string& name) { return Named<HeadlessLamp>(name); }
+  HeadlessProgressBar& progressBar(const std::string& name) {
+    return Named<HeadlessProgressBar>(name);
+  }
+  HeadlessGrid& grid(const std::string& name) { return Named<HeadlessGrid>(name); }
+  HeadlessChart& chart(const std::string& name) { return Named<HeadlessChart>(name); }
+  HeadlessTimeChart& timeChart(const std::string& name) { return Named<HeadlessTimeChart>(name); }
+  HeadlessTerminalScreen& terminalScreen(const std::string& name) {
+    return Named<HeadlessTerminalScreen>(name);
+  }
+  HeadlessDrawing& drawing(const std::string& name) { return Named<HeadlessDrawing>(name); }
+  HeadlessPageView& pageView(const std::string& name) { return Named<HeadlessPageView>(name); }
+  // The same for a command.
+  HeadlessCommand& command(const std::string& name) { return commands_.Named(name); }
 
   // ---- as the user. What a user could not do (a disabled or hidden control, a form that is not on
   // show or lies under a modal one) is a failure.
@@ -100,28 +106,34 @@ class HeadlessForm final : public HeadlessCommands<Form> {
 
  private:
   friend class HeadlessForms;
+  Control& ControlAt(std::size_t place) override { return *controls_.at(place); }
+  Command& CommandAt(std::size_t place) override { return commands_.At(place); }
+  [[nodiscard]] Control& ControlNamed(const std::string& name) const;
   template <typename Kind>
-  Kind& Find(const std::string& name);
+  Kind& Named(const std::string& name) {
+    if (auto* const found = dynamic_cast<Kind*>(&ControlNamed(name))) return *found;
+    throw std::logic_error(Name() + " has a control " + name + " of another kind");
+  }
   // Reports a failure and returns false when a user could not reach the control.
   bool Reach(const std::string& name, const Control& control);
   bool CanAct(const std::string& what) const;
   void CloseNow();
 
   HeadlessForms& forms_;
-  std::string name_;
   std::string caption_;
   FormMode mode_ = FormMode::modeless;
   bool changed_ = false;
   bool shown_ = false;
   bool unloading_ = false;
-  std::map<std::string, std::unique_ptr<Control>> controls_;
-  std::map<std::string, std::unique_ptr<HeadlessTimer>> timers_;
+  std::vector<std::unique_ptr<Control>> controls_;  // in the order of the layout
+  HeadlessCommands commands_;
   std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
 };
 
-class HeadlessMainWindow final : public HeadlessCommands<MainWindow> {
+class HeadlessMainWindow final : public MainWindow {
  public:
-  explicit HeadlessMainWindow(HeadlessForms& forms) : forms_(forms) {}
+  HeadlessMainWindow(HeadlessForms& forms, const Layout& layout)
+      : MainWindow(layout), forms_(forms), commands_(layout) {}
   ~HeadlessMainWindow() override;
   HeadlessMainWindow(const HeadlessMainWindow&) = delete;
   HeadlessMainWindow& operator=(const HeadlessMainWindow&) = delete;
@@ -139,7 +151,6 @@ class HeadlessMainWindow final : public HeadlessCommands<MainWindow> {
   void SetToolBarVisible(ToolBar bar, bool on) override { toolBars[bar] = on; }
   void SetStatusBarVisible(bool on) override { statusBarVisible = on; }
   void Arrange(Arrangement arrangement) override { arrangements.push_back(arrangement); }
-  Timer& timer(const std::string& name) override;
   void Show() override { visible = true; }
   [[nodiscard]] bool IsVisible() const override { return visible; }
   [[nodiscard]] bool IsMinimised() const override { return minimised; }
@@ -148,6 +159,8 @@ class HeadlessMainWindow final : public HeadlessCommands<MainWindow> {
   void SetGeometry(std::optional<int> left, std::optional<int> top, std::optional<int> width,
                    std::optional<int> height) override;
   bool Close() override;
+
+  HeadlessCommand& command(const std::string& name) { return commands_.Named(name); }
 
   // ---- as the user
   void Choose(const std::string& command);
@@ -164,13 +177,16 @@ class HeadlessMainWindow final : public HeadlessCommands<MainWindow> {
   int activations = 0;
 
  private:
+  Control& ControlAt(std::size_t place) override;
+  Command& CommandAt(std::size_t place) override { return commands_.At(place); }
+
   HeadlessForms& forms_;
+  HeadlessCommands commands_;
   std::string caption_;
   bool changed_ = false;
   std::map<StatusPanel, std::string> panels_;
   Tone tone_ = Tone::normal;
   std::vector<std::string> recent_;
-  std::map<std::string, std::unique_ptr<HeadlessTimer>> timers_;
   bool closing_ = false;
 };
 
@@ -179,8 +195,9 @@ class HeadlessForms final : public Forms {
   HeadlessForms(HeadlessEvents& events, const HeadlessBoxes& boxes)
       : events_(events), boxes_(boxes) {}
 
-  [[nodiscard]] std::unique_ptr<Form> Load(const std::string& name) override;
-  [[nodiscard]] std::unique_ptr<MainWindow> LoadMainWindow() override;
+  [[nodiscard]] std::unique_ptr<Form> Load(const Layout& layout) override;
+  [[nodiscard]] std::unique_ptr<MainWindow> LoadMainWindow(const Layout& layout) override;
+  [[nodiscard]] std::unique_ptr<Timer> NewTimer() override;
   [[nodiscard]] std::vector<Form*> Shown() const override;
   [[nodiscard]] Form* Active() const override;
   [[nodiscard]] bool InputBlocked() const override;

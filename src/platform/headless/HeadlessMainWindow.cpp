@@ -17,10 +17,8 @@ std::string HeadlessMainWindow::Panel(StatusPanel panel) const {
   return at == panels_.end() ? std::string() : at->second;
 }
 
-Timer& HeadlessMainWindow::timer(const std::string& name) {
-  std::unique_ptr<HeadlessTimer>& found = timers_[name];
-  if (!found) found = std::make_unique<HeadlessTimer>(forms_.events_);
-  return *found;
+Control& HeadlessMainWindow::ControlAt(std::size_t /*place*/) {
+  throw std::logic_error("The main window has no controls");
 }
 
 void HeadlessMainWindow::Activate() {
@@ -49,10 +47,10 @@ bool HeadlessMainWindow::Close() {
 }
 
 void HeadlessMainWindow::Choose(const std::string& command) {
-  const CommandState state = State(command);
+  HeadlessCommand& chosen = commands_.Named(command);
   if (forms_.InputBlocked()) return Fail("The user cannot reach " + command + " now");
-  if (!state.enabled || !state.visible) return Fail(command + " is disabled or hidden");
-  CommandChosen.Raise(command);
+  if (!chosen.Enabled() || !chosen.Visible()) return Fail(command + " is disabled or hidden");
+  chosen.Chosen.Raise();
 }
 
 void HeadlessMainWindow::ChooseRecent(int place) {

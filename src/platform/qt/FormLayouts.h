@@ -1,4 +1,4 @@
-// The layouts of the windows, one a file of forms/, compiled in.
+// The layouts of the windows, one a file, compiled in.
 //
 // They are turned into code when the program is built: the loader that reads them at run time needs
 // a library more, and a damaged layout would only show when its window opens.

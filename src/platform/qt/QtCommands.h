@@ -1,53 +1,50 @@
-// Commands as the QActions of a window, by their object names; menus count as commands too.
+// The commands of a window's layout: its QActions, and the menus, by their object names.
 #pragma once
 
 #include <QAction>
 #include <QMenu>
 #include <QWidget>
-#include <stdexcept>
+#include <memory>
+#include <vector>
 
-#include "platform/Form.h"
+#include "platform/Layout.h"
 #include "platform/qt/QtText.h"
 
 namespace velmoor::qt {
 
-template <typename Port>
-class QtCommands : public Port {
+class QtCommand final : public Command {
  public:
-  // Connects every action of the window whose name begins with "mnu".
-  explicit QtCommands(QWidget& root) : root_(root) {
-    for (QAction* const action : root.findChildren<QAction*>()) {
-      const std::string name = FromQt(action->objectName());
-      if (!name.starts_with("mnu")) continue;
-      QObject::connect(action, &QAction::triggered, &context_,
-                       [this, name] { this->CommandChosen.Raise(name); });
-    }
+  explicit QtCommand(QAction& action) : action_(action) {
+    QObject::connect(&action, &QAction::triggered, &context_, [this] { Chosen.Raise(); });
   }
 
-  void SetCommandEnabled(const std::string& name, bool on) override { Action(name).setEnabled(on); }
-  [[nodiscard]] bool CommandEnabled(const std::string& name) const override {
-    return Action(name).isEnabled();
-  }
-  void SetCommandVisible(const std::string& name, bool on) override { Action(name).setVisible(on); }
-  [[nodiscard]] bool CommandVisible(const std::string& name) const override {
-    return Action(name).isVisible();
-  }
-  void SetCommandChecked(const std::string& name, bool on) override { Action(name).setChecked(on); }
-  [[nodiscard]] bool CommandChecked(const std::string& name) const override {
-    return Action(name).isChecked();
-  }
-
- protected:
-  [[nodiscard]] QAction& Action(const std::string& name) const {
-    if (auto* const action = root_.findChild<QAction*>(ToQt(name))) return *action;
-    if (auto* const menu = root_.findChild<QMenu*>(ToQt(name))) return *menu->menuAction();
-    throw std::logic_error("No command is named " + name);
-  }
-
-  QObject context_;  // ends the connections with the adapter
+  void SetEnabled(bool enabled) override { action_.setEnabled(enabled); }
+  [[nodiscard]] bool Enabled() const override { return action_.isEnabled(); }
+  void SetVisible(bool visible) override { action_.setVisible(visible); }
+  [[nodiscard]] bool Visible() const override { return action_.isVisible(); }
+  void SetChecked(bool checked) override { action_.setChecked(checked); }
+  [[nodiscard]] bool Checked() const override { return action_.isChecked(); }
 
  private:
-  QWidget& root_;
+  QAction& action_;
+  QObject context_;  // ends the connection with the adapter
+};
+
+class QtCommands {
+ public:
+  QtCommands(const QWidget& root, const Layout& layout) {
+    for (const CommandLayout& command : layout.commands) {
+      const QString name =
+          QString::fromUtf8(command.name.data(), static_cast<qsizetype>(command.name.size()));
+      auto* action = root.findChild<QAction*>(name);
+      if (action == nullptr) action = root.findChild<QMenu*>(name)->menuAction();
+      commands_.push_back(std::make_unique<QtCommand>(*action));
+    }
+  }
+  [[nodiscard]] Command& At(std::size_t place) const { return *commands_.at(place); }
+
+ private:
+  std::vector<std::unique_ptr<QtCommand>> commands_;
 };
 
 }  // namespace velmoor::qt

@@ -12,6 +12,7 @@
 #include <QShortcut>
 #include <QTableView>
 #include <algorithm>
+#include <map>
 
 #include "platform/qt/QtAppearance.h"
 #include "platform/qt/QtChart.h"
@@ -26,13 +27,68 @@
 #include "platform/qt/WindowSizes.h"
 
 namespace velmoor::qt {
+namespace {
 
-QtForm::QtForm(QtForms& forms, std::string name, QWidget* root)
-    : QtCommands(*root),
+template <typename Adapter, typename Widget>
+std::unique_ptr<Control> Make(QWidget& widget) {
+  return std::make_unique<Adapter>(dynamic_cast<Widget&>(widget));
+}
+
+std::unique_ptr<Control> MakeControl(ControlKind kind, QWidget& widget) {
+  switch (kind) {
+    case ControlKind::button:
+      return Make<QtButton, QAbstractButton>(widget);
+    case ControlKind::textBox:
+      return Make<QtTextBox, QLineEdit>(widget);
+    case ControlKind::comboBox:
+      return Make<QtComboBox, QComboBox>(widget);
+    case ControlKind::checkBox:
+      return Make<QtCheckBox, QCheckBox>(widget);
+    case ControlKind::optionGroup:
+      return Make<QtOptionGroup, QWidget>(widget);
+    case ControlKind::label:
+      return Make<QtLabel, QLabel>(widget);
+    case ControlKind::lamp:
+      return Make<QtLamp, LampWidget>(widget);
+    case ControlKind::progressBar:
+      return Make<QtProgressBar, QProgressBar>(widget);
+    case ControlKind::grid:
+      return Make<QtGrid, QTableView>(widget);
+    case ControlKind::chart:
+      return Make<QtChart, ChartWidget>(widget);
+    case ControlKind::timeChart:
+      return Make<QtTimeChart, TimeChartWidget>(widget);
+    case ControlKind::terminalScreen:
+      return Make<QtTerminalScreen, TerminalWidget>(widget);
+    case ControlKind::drawing:
+      return Make<QtDrawing, DrawingWidget>(widget);
+    case ControlKind::pageView:
+      break;
+  }
+  return Make<QtPageView, PageViewWidget>(widget);
+}
+
+std::vector<std::unique_ptr<Control>> MakeControls(const Layout& layout, const QWidget& root) {
+  std::map<std::string, QWidget*> widgets;
+  for (QWidget* const widget : root.findChildren<QWidget*>()) {
+    widgets.emplace(FromQt(widget->objectName()), widget);
+  }
+  std::vector<std::unique_ptr<Control>> controls;
+  for (const ControlLayout& control : layout.controls) {
+    controls.push_back(MakeControl(control.kind, *widgets.at(std::string(control.name))));
+  }
+  return controls;
+}
+
+}  // namespace
+
+QtForm::QtForm(QtForms& forms, const Layout& layout, QWidget* root)
+    : Form(layout),
       forms_(forms),
-      name_(std::move(name)),
       caption_(FromQt(root->windowTitle())),
-      root_(root) {
+      root_(root),
+      controls_(MakeControls(layout, *root)),
+      commands_(*root, layout) {
   watch_ = std::make_unique<EventWatch>(*root, [this](QEvent& event) { return LookAtRoot(event); });
   SetCaption(caption_);
   ApplyIcons(*root);
@@ -44,7 +100,6 @@ QtForm::~QtForm() {
   forms_.Forget(*this);
   watch_.reset();
   controls_.clear();
-  timers_.clear();
   // One of the widget's own events may be what ends the form.
   if (subWindow_) {
     subWindow_->hide();
@@ -151,14 +206,14 @@ void QtForm::ShowAsSplash() {
 }
 
 QSize QtForm::WantedSize() const {
-  const QSize size = StoredWindowSize(name_).value_or(root_->size());
+  const QSize size = StoredWindowSize(Name()).value_or(root_->size());
   return size.expandedTo(NeededSize(*root_, size.width()));
 }
 
 void QtForm::KeepSize() {
   const bool filled = subWindow_ && (subWindow_->isMaximized() || subWindow_->isMinimized());
   if (mode_ == FormMode::splash || filled || root_->size() == openedWith_) return;
-  StoreWindowSize(name_, root_->size());
+  StoreWindowSize(Name(), root_->size());
 }
 
 // The desktop looks for the next window itself, and may find none where a box and the dialog below
@@ -220,67 +275,6 @@ bool QtForm::TryToClose() {
   GiveKeyboardBack();
   Unloaded.Raise();
   return true;
-}
-
-template <typename Adapter, typename Widget>
-Adapter& QtForm::Find(const std::string& name) {
-  std::unique_ptr<Control>& control = controls_[name];
-  if (!control) {
-    auto* const widget = root_->findChild<Widget*>(ToQt(name));
-    if (widget == nullptr) {
-      throw std::logic_error("The layout " + name_ + " has no such control: " + name);
-    }
-    control = std::make_unique<Adapter>(*widget);
-  }
-  return dynamic_cast<Adapter&>(*control);
-}
-
-Button& QtForm::button(const std::string& name) {
-  return Find<QtButton, QAbstractButton>(name);
-}
-TextBox& QtForm::textBox(const std::string& name) {
-  return Find<QtTextBox, QLineEdit>(name);
-}
-ComboBox& QtForm::comboBox(const std::string& name) {
-  return Find<QtComboBox, QComboBox>(name);
-}
-CheckBox& QtForm::checkBox(const std::string& name) {
-  return Find<QtCheckBox, QCheckBox>(name);
-}
-OptionGroup& QtForm::optionGroup(const std::string& name) {
-  return Find<QtOptionGroup, QWidget>(name);
-}
-Label& QtForm::label(const std::string& name) {
-  return Find<QtLabel, QLabel>(name);
-}
-Lamp& QtForm::lamp(const std::string& name) {
-  return Find<QtLamp, LampWidget>(name);
-}
-ProgressBar& QtForm::progressBar(const std::string& name) {
-  return Find<QtProgressBar, QProgressBar>(name);
-}
-Grid& QtForm::grid(const std::string& name) {
-  return Find<QtGrid, QTableView>(name);
-}
-Chart& QtForm::chart(const std::string& name) {
-  return Find<QtChart, ChartWidget>(name);
-}
-TimeChart& QtForm::timeChart(const std::string& name) {
-  return Find<QtTimeChart, TimeChartWidget>(name);
-}
-TerminalScreen& QtForm::terminalScreen(const std::string& name) {
-  return Find<QtTerminalScreen, TerminalWidget>(name);
-}
-Drawing& QtForm::drawing(const std::string& name) {
-  return Find<QtDrawing, DrawingWidget>(name);
-}
-PageView& QtForm::pageView(const std::string& name) {
-  return Find<QtPageView, PageViewWidget>(name);
-}
-Timer& QtForm::timer(const std::string& name) {
-  std::unique_ptr<Timer>& timer = timers_[name];
-  if (!timer) timer = std::make_unique<QtTimer>();
-  return *timer;
 }
 
 }  // namespace velmoor::qt

@@ -1,9 +1,9 @@
-// A window from a layout, its controls found by their names.
+// A window from a layout, with an adapter for each of its controls.
 #pragma once
 
 #include <QPointer>
-#include <map>
 #include <memory>
+#include <vector>
 
 #include "platform/Form.h"
 #include "platform/qt/EventWatch.h"
@@ -16,15 +16,14 @@ namespace velmoor::qt {
 
 class QtForms;
 
-class QtForm final : public QtCommands<Form> {
+class QtForm final : public Form {
  public:
   // Takes `root` over.
-  QtForm(QtForms& forms, std::string name, QWidget* root);
+  QtForm(QtForms& forms, const Layout& layout, QWidget* root);
   ~QtForm() override;
   QtForm(const QtForm&) = delete;
   QtForm& operator=(const QtForm&) = delete;
 
-  [[nodiscard]] std::string Name() const override { return name_; }
   void SetCaption(const std::string& caption) override;
   [[nodiscard]] std::string Caption() const override { return caption_; }
   void SetChanged(bool changed) override;
@@ -33,29 +32,13 @@ class QtForm final : public QtCommands<Form> {
   void Activate() override;
   bool Unload() override;
 
-  Button& button(const std::string& name) override;
-  TextBox& textBox(const std::string& name) override;
-  ComboBox& comboBox(const std::string& name) override;
-  CheckBox& checkBox(const std::string& name) override;
-  OptionGroup& optionGroup(const std::string& name) override;
-  Label& label(const std::string& name) override;
-  Lamp& lamp(const std::string& name) override;
-  ProgressBar& progressBar(const std::string& name) override;
-  Grid& grid(const std::string& name) override;
-  Chart& chart(const std::string& name) override;
-  TimeChart& timeChart(const std::string& name) override;
-  TerminalScreen& terminalScreen(const std::string& name) override;
-  Drawing& drawing(const std::string& name) override;
-  PageView& pageView(const std::string& name) override;
-  Timer& timer(const std::string& name) override;
-
   [[nodiscard]] FormMode Mode() const { return mode_; }
   [[nodiscard]] QWidget& Root() const { return *root_; }
   [[nodiscard]] QMdiSubWindow* SubWindow() const { return subWindow_; }
 
  private:
-  template <typename Adapter, typename Widget>
-  Adapter& Find(const std::string& name);
+  Control& ControlAt(std::size_t place) override { return *controls_.at(place); }
+  Command& CommandAt(std::size_t place) override { return commands_.At(place); }
   void ShowAsChild();
   void ShowAsDialog();
   void ShowAsSplash();
@@ -72,7 +55,6 @@ class QtForm final : public QtCommands<Form> {
   void SetUpKey(Qt::Key key, QPushButton& button);
 
   QtForms& forms_;
-  std::string name_;
   std::string caption_;
   QPointer<QWidget> root_;
   QPointer<QMdiSubWindow> subWindow_;
@@ -80,9 +62,10 @@ class QtForm final : public QtCommands<Form> {
   FormMode mode_ = FormMode::modeless;
   QSize openedWith_;
   bool shown_ = false;
-  bool asking_ = false;  // within QueryUnload
-  std::map<std::string, std::unique_ptr<Control>> controls_;
-  std::map<std::string, std::unique_ptr<Timer>> timers_;
+  bool asking_ = false;                             // within QueryUnload
+  std::vector<std::unique_ptr<Control>> controls_;  // in the order of the layout
+  QtCommands commands_;
+  QObject context_;  // ends the connections with the form
   std::shared_ptr<bool> closed_ = std::make_shared<bool>(true);  // outlives the form in Show
 };
 

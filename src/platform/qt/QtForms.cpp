@@ -7,6 +7,7 @@
 
 #include "platform/qt/FormLayouts.h"
 #include "platform/qt/HelpWindow.h"
+#include "platform/qt/QtControls.h"
 #include "platform/qt/QtForm.h"
 #include "platform/qt/QtMainWindow.h"
 
@@ -27,13 +28,17 @@ bool QtForms::LookForHelpKey(QEvent& event) {
   return true;
 }
 
-std::unique_ptr<Form> QtForms::Load(const std::string& name) {
-  return std::make_unique<QtForm>(*this, name, MakeLayout(name));
+std::unique_ptr<Form> QtForms::Load(const Layout& layout) {
+  return std::make_unique<QtForm>(*this, layout, MakeLayout(std::string(layout.name)));
 }
 
-std::unique_ptr<MainWindow> QtForms::LoadMainWindow() {
-  auto* const root = qobject_cast<QMainWindow*>(MakeLayout("frmMain"));
-  auto window = std::make_unique<QtMainWindow>(*this, *root);
+std::unique_ptr<Timer> QtForms::NewTimer() {
+  return std::make_unique<QtTimer>();
+}
+
+std::unique_ptr<MainWindow> QtForms::LoadMainWindow(const Layout& layout) {
+  auto* const root = qobject_cast<QMainWindow*>(MakeLayout(std::string(layout.name)));
+  auto window = std::make_unique<QtMainWindow>(*this, layout, *root);
   area_ = &window->Area();
   return window;
 }

@@ -19,8 +19,9 @@ class QtForms final : public Forms {
   QtForms(const QtForms&) = delete;
   QtForms& operator=(const QtForms&) = delete;
 
-  [[nodiscard]] std::unique_ptr<Form> Load(const std::string& name) override;
-  [[nodiscard]] std::unique_ptr<MainWindow> LoadMainWindow() override;
+  [[nodiscard]] std::unique_ptr<Form> Load(const Layout& layout) override;
+  [[nodiscard]] std::unique_ptr<MainWindow> LoadMainWindow(const Layout& layout) override;
+  [[nodiscard]] std::unique_ptr<Timer> NewTimer() override;
   [[nodiscard]] std::vector<Form*> Shown() const override;
   [[nodiscard]] Form* Active() const override;
   [[nodiscard]] bool InputBlocked() const override;

@@ -12,7 +12,6 @@
 
 #include "platform/qt/LampWidget.h"
 #include "platform/qt/QtAppearance.h"
-#include "platform/qt/QtControls.h"
 #include "platform/qt/QtForms.h"
 #include "platform/qt/WindowSizes.h"
 
@@ -38,16 +37,18 @@ const char* const kToolBarNames[] = {"tbStandard", "tbModule"};
 
 }  // namespace
 
-QtMainWindow::QtMainWindow(QtForms& forms, QMainWindow& window)
-    : QtCommands(window),
+QtMainWindow::QtMainWindow(QtForms& forms, const Layout& layout, QMainWindow& window)
+    : MainWindow(layout),
       window_(window),
       area_(window.findChild<QMdiArea*>(QStringLiteral("mdiArea"))),
-      watch_(window, [this](QEvent& event) {
-        if (event.type() == QEvent::ApplicationPaletteChange) PaintArea();
-        if (event.type() != QEvent::Close || !window_.isVisible()) return false;
-        event.setAccepted(Close());
-        return true;
-      }) {
+      watch_(window,
+             [this](QEvent& event) {
+               if (event.type() == QEvent::ApplicationPaletteChange) PaintArea();
+               if (event.type() != QEvent::Close || !window_.isVisible()) return false;
+               event.setAccepted(Close());
+               return true;
+             }),
+      commands_(window, layout) {
   ApplyIcons(window);
   // Behind a window that closes comes the one that was in front before it.
   area_->setActivationOrder(QMdiArea::ActivationHistoryOrder);
@@ -209,10 +210,8 @@ void QtMainWindow::Tile(Qt::Orientation direction) {
   }
 }
 
-Timer& QtMainWindow::timer(const std::string& name) {
-  std::unique_ptr<Timer>& timer = timers_[name];
-  if (!timer) timer = std::make_unique<QtTimer>();
-  return *timer;
+Control& QtMainWindow::ControlAt(std::size_t /*place*/) {
+  throw std::logic_error("The main window has no controls");
 }
 
 void QtMainWindow::Show() {

@@ -17,10 +17,10 @@ namespace velmoor::qt {
 class LampWidget;
 class QtForms;
 
-class QtMainWindow final : public QtCommands<MainWindow> {
+class QtMainWindow final : public MainWindow {
  public:
   // Takes `window` over.
-  QtMainWindow(QtForms& forms, QMainWindow& window);
+  QtMainWindow(QtForms& forms, const Layout& layout, QMainWindow& window);
   ~QtMainWindow() override;
   QtMainWindow(const QtMainWindow&) = delete;
   QtMainWindow& operator=(const QtMainWindow&) = delete;
@@ -37,7 +37,6 @@ class QtMainWindow final : public QtCommands<MainWindow> {
   void SetToolBarVisible(ToolBar bar, bool visible) override;
   void SetStatusBarVisible(bool visible) override;
   void Arrange(Arrangement arrangement) override;
-  Timer& timer(const std::string& name) override;
   void Show() override;
   [[nodiscard]] bool IsVisible() const override;
   [[nodiscard]] bool IsMinimised() const override;
@@ -51,6 +50,9 @@ class QtMainWindow final : public QtCommands<MainWindow> {
   [[nodiscard]] QMainWindow& Window() const { return window_; }
 
  private:
+  // The layout has a menu and tools, and no control.
+  Control& ControlAt(std::size_t place) override;
+  Command& CommandAt(std::size_t place) override { return commands_.At(place); }
   void SetUpStatusBar();
   void SetUpRecentEntries();
   // The windows one below or beside the other, each no smaller than it can be read.
@@ -67,7 +69,8 @@ class QtMainWindow final : public QtCommands<MainWindow> {
   std::unique_ptr<EventWatch> lineClicks_;
   LampWidget* lamp_ = nullptr;
   std::vector<std::string> recent_;
-  std::map<std::string, std::unique_ptr<Timer>> timers_;
+  QtCommands commands_;
+  QObject context_;  // ends the connections with the window
   bool closing_ = false;
 };
 
