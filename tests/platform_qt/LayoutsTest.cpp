@@ -10,15 +10,16 @@
 #include <QMenu>
 #include <QMenuBar>
 
+#include "layouts/AllLayouts.h"
 #include "platform/World.h"
 #include "platform/qt/FormLayouts.h"
 
 namespace velmoor::qt {
 namespace {
 
-class LayoutsTest : public testing::TestWithParam<std::string> {
+class LayoutsTest : public testing::TestWithParam<const Layout*> {
  protected:
-  LayoutsTest() : root_(MakeLayout(GetParam())) {}
+  LayoutsTest() : root_(MakeLayout(std::string(GetParam()->name))) {}
   std::unique_ptr<QWidget> root_;
 };
 
@@ -105,8 +106,8 @@ TEST_P(LayoutsTest, TheWindowFitsAnEnlargedScreen) {
   EXPECT_LE(least.height(), 660);
 }
 
-INSTANTIATE_TEST_SUITE_P(All, LayoutsTest, testing::ValuesIn(LayoutNames()),
-                         [](const auto& layout) { return layout.param; });
+INSTANTIATE_TEST_SUITE_P(All, LayoutsTest, testing::ValuesIn(layouts::kAll),
+                         [](const auto& layout) { return std::string(layout.param->name); });
 
 }  // namespace
 }  // namespace velmoor::qt

@@ -3,7 +3,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMainWindow>
-#include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTemporaryDir>
@@ -26,27 +25,8 @@ class QtMainWindowTest : public testing::Test {
   QtMainWindowTest() : main_(world().forms->LoadMainWindow(layouts::frmMain::kLayout)) {
     main_->Show();
   }
-  using Id = layouts::frmMain::Id;
   std::unique_ptr<MainWindow> main_;
-  layouts::frmMain ui_{*main_};
 };
-
-TEST_F(QtMainWindowTest, ChosenCommandsCarryTheNameOfTheirMenuEntry) {
-  std::vector<std::string> chosen;
-  const Connections held =
-      ui_.commands.OnChosen([&](Id id) { chosen.push_back(ui_.commands.NameOf(id)); });
-  Widget<QAction>("mnuFileOpen").trigger();
-  ui_.commands[Id::mnuFileNew].SetEnabled(false);
-  Widget<QAction>("mnuFileNew").trigger();
-  ui_.commands[Id::mnuModuleTuning].SetChecked(true);
-  EXPECT_EQ(chosen, std::vector<std::string>{"mnuFileOpen"});
-}
-
-TEST_F(QtMainWindowTest, AMenuIsACommandToo) {
-  ui_.commands[Id::mnuTools].SetVisible(false);
-  EXPECT_FALSE(Widget<QMenu>("mnuTools").menuAction()->isVisible());
-  EXPECT_TRUE(ui_.commands[Id::mnuFile].Visible());
-}
 
 TEST_F(QtMainWindowTest, RecentEntriesHideEmptyPlacesAndTheirSeparator) {
   main_->SetRecentEntries({"&1 /a.spj", "", "&3 /c.spj"});

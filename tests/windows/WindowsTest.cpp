@@ -6,7 +6,7 @@
 #include <QTableView>
 
 #include "ScreenSession.h"
-#include "platform/qt/FormLayouts.h"
+#include "layouts/AllLayouts.h"
 #include "platform/qt/QtMessageBoxes.h"
 #include "platform_qt/QtTestUser.h"
 #include "support/DoubtfulProject.h"
@@ -125,7 +125,9 @@ TEST_F(Windows, ShowAllOfThemselves) {
   data.dialogs.answers.push_back(DoubtfulProject());
   data.boxes.Expect("has not been saved yet.", BoxAnswer::no);
   Choose("mnuFileOpen", nothing);
-  for (const std::string& name : LayoutNames()) EXPECT_TRUE(seen.contains(name)) << name;
+  for (const Layout* const layout : layouts::kAll) {
+    EXPECT_TRUE(seen.contains(std::string(layout->name))) << layout->name;
+  }
 }
 
 }  // namespace

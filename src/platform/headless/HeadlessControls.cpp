@@ -1,8 +1,17 @@
 #include "platform/headless/HeadlessControls.h"
 
 #include <algorithm>
+#include <array>
 
 namespace velmoor::headless {
+namespace {
+
+template <typename Twin>
+std::unique_ptr<Control> Make(const ControlLayout& layout) {
+  return std::make_unique<Twin>(layout);
+}
+
+}  // namespace
 
 void HeadlessButton::SetEnabled(bool enabled) {
   HeadlessControl::SetEnabled(enabled);
@@ -192,37 +201,14 @@ std::string HeadlessGrid::TipAt(int row, int column) const {
 }
 
 std::unique_ptr<Control> MakeTwin(const ControlLayout& layout) {
-  switch (layout.kind) {
-    case ControlKind::button:
-      return std::make_unique<HeadlessButton>(layout);
-    case ControlKind::textBox:
-      return std::make_unique<HeadlessTextBox>(layout);
-    case ControlKind::comboBox:
-      return std::make_unique<HeadlessComboBox>(layout);
-    case ControlKind::checkBox:
-      return std::make_unique<HeadlessCheckBox>(layout);
-    case ControlKind::optionGroup:
-      return std::make_unique<HeadlessOptionGroup>(layout);
-    case ControlKind::label:
-      return std::make_unique<HeadlessLabel>(layout);
-    case ControlKind::lamp:
-      return std::make_unique<HeadlessLamp>(layout);
-    case ControlKind::progressBar:
-      return std::make_unique<HeadlessProgressBar>(layout);
-    case ControlKind::grid:
-      return std::make_unique<HeadlessGrid>(layout);
-    case ControlKind::chart:
-      return std::make_unique<HeadlessChart>(layout);
-    case ControlKind::timeChart:
-      return std::make_unique<HeadlessTimeChart>(layout);
-    case ControlKind::terminalScreen:
-      return std::make_unique<HeadlessTerminalScreen>(layout);
-    case ControlKind::drawing:
-      return std::make_unique<HeadlessDrawing>(layout);
-    case ControlKind::pageView:
-      break;
-  }
-  return std::make_unique<HeadlessPageView>(layout);
+  // In the order of ControlKind.
+  static constexpr std::array kMakers{
+      Make<HeadlessButton>,   Make<HeadlessTextBox>,     Make<HeadlessComboBox>,
+      Make<HeadlessCheckBox>, Make<HeadlessOptionGroup>, Make<HeadlessLabel>,
+      Make<HeadlessLamp>,     Make<HeadlessProgressBar>, Make<HeadlessGrid>,
+      Make<HeadlessChart>,    Make<HeadlessTimeChart>,   Make<HeadlessTerminalScreen>,
+      Make<HeadlessDrawing>,  Make<HeadlessPageView>};
+  return kMakers.at(static_cast<std::size_t>(layout.kind))(layout);
 }
 
 }  // namespace velmoor::headless

@@ -2,6 +2,7 @@
 // would do with them goes through HeadlessForm, which refuses what a user could not do.
 #pragma once
 
+#include <algorithm>
 #include <memory>
 #include <optional>
 #include <set>
@@ -191,7 +192,7 @@ class HeadlessProgressBar final : public HeadlessControl<ProgressBar> {
   using HeadlessControl::HeadlessControl;
   void SetProgress(int value, int maximum) override {
     maximum_ = maximum;
-    value_ = value < maximum ? value : maximum;
+    value_ = std::clamp(value, 0, std::max(maximum, 0));
   }
   [[nodiscard]] int Value() const override { return value_; }
   [[nodiscard]] int Maximum() const override { return maximum_; }

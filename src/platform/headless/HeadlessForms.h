@@ -19,24 +19,6 @@ namespace velmoor::headless {
 
 class HeadlessForms;
 
-// The kinds of controls that a twin has.
-struct Twins {
-  using Button = HeadlessButton;
-  using TextBox = HeadlessTextBox;
-  using ComboBox = HeadlessComboBox;
-  using CheckBox = HeadlessCheckBox;
-  using OptionGroup = HeadlessOptionGroup;
-  using Label = HeadlessLabel;
-  using Lamp = HeadlessLamp;
-  using ProgressBar = HeadlessProgressBar;
-  using Grid = HeadlessGrid;
-  using Chart = HeadlessChart;
-  using TimeChart = HeadlessTimeChart;
-  using TerminalScreen = HeadlessTerminalScreen;
-  using Drawing = HeadlessDrawing;
-  using PageView = HeadlessPageView;
-};
-
 // The commands of a layout. Throws std::logic_error for a name that it does not have.
 class HeadlessCommands {
  public:

@@ -33,10 +33,4 @@ QWidget* MakeLayout(const std::string& name) {
   return maker->second();
 }
 
-std::vector<std::string> LayoutNames() {
-  std::vector<std::string> names;
-  for (const auto& [name, maker] : Makers()) names.push_back(name);
-  return names;
-}
-
 }  // namespace velmoor::qt

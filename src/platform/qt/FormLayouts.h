@@ -6,15 +6,11 @@
 
 #include <QWidget>
 #include <string>
-#include <vector>
 
 namespace velmoor::qt {
 
 // A new, hidden window of that layout without a parent. Throws std::logic_error where none has the
 // name.
 [[nodiscard]] QWidget* MakeLayout(const std::string& name);
-
-// Of all layouts, in the order of the alphabet.
-[[nodiscard]] std::vector<std::string> LayoutNames();
 
 }  // namespace velmoor::qt

@@ -12,6 +12,7 @@
 #include <QShortcut>
 #include <QTableView>
 #include <algorithm>
+#include <array>
 #include <map>
 
 #include "platform/qt/QtAppearance.h"
@@ -34,39 +35,15 @@ std::unique_ptr<Control> Make(QWidget& widget) {
   return std::make_unique<Adapter>(dynamic_cast<Widget&>(widget));
 }
 
-std::unique_ptr<Control> MakeControl(ControlKind kind, QWidget& widget) {
-  switch (kind) {
-    case ControlKind::button:
-      return Make<QtButton, QAbstractButton>(widget);
-    case ControlKind::textBox:
-      return Make<QtTextBox, QLineEdit>(widget);
-    case ControlKind::comboBox:
-      return Make<QtComboBox, QComboBox>(widget);
-    case ControlKind::checkBox:
-      return Make<QtCheckBox, QCheckBox>(widget);
-    case ControlKind::optionGroup:
-      return Make<QtOptionGroup, QWidget>(widget);
-    case ControlKind::label:
-      return Make<QtLabel, QLabel>(widget);
-    case ControlKind::lamp:
-      return Make<QtLamp, LampWidget>(widget);
-    case ControlKind::progressBar:
-      return Make<QtProgressBar, QProgressBar>(widget);
-    case ControlKind::grid:
-      return Make<QtGrid, QTableView>(widget);
-    case ControlKind::chart:
-      return Make<QtChart, ChartWidget>(widget);
-    case ControlKind::timeChart:
-      return Make<QtTimeChart, TimeChartWidget>(widget);
-    case ControlKind::terminalScreen:
-      return Make<QtTerminalScreen, TerminalWidget>(widget);
-    case ControlKind::drawing:
-      return Make<QtDrawing, DrawingWidget>(widget);
-    case ControlKind::pageView:
-      break;
-  }
-  return Make<QtPageView, PageViewWidget>(widget);
-}
+// In the order of ControlKind.
+constexpr std::array kMakers{
+    Make<QtButton, QAbstractButton>,    Make<QtTextBox, QLineEdit>,
+    Make<QtComboBox, QComboBox>,        Make<QtCheckBox, QCheckBox>,
+    Make<QtOptionGroup, QWidget>,       Make<QtLabel, QLabel>,
+    Make<QtLamp, LampWidget>,           Make<QtProgressBar, QProgressBar>,
+    Make<QtGrid, QTableView>,           Make<QtChart, ChartWidget>,
+    Make<QtTimeChart, TimeChartWidget>, Make<QtTerminalScreen, TerminalWidget>,
+    Make<QtDrawing, DrawingWidget>,     Make<QtPageView, PageViewWidget>};
 
 std::vector<std::unique_ptr<Control>> MakeControls(const Layout& layout, const QWidget& root) {
   std::map<std::string, QWidget*> widgets;
@@ -75,7 +52,8 @@ std::vector<std::unique_ptr<Control>> MakeControls(const Layout& layout, const Q
   }
   std::vector<std::unique_ptr<Control>> controls;
   for (const ControlLayout& control : layout.controls) {
-    controls.push_back(MakeControl(control.kind, *widgets.at(std::string(control.name))));
+    QWidget& widget = *widgets.at(std::string(control.name));
+    controls.push_back(kMakers.at(static_cast<std::size_t>(control.kind))(widget));
   }
   return controls;
 }
