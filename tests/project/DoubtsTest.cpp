@@ -245,6 +245,19 @@ TEST_F(Doubts, AValueThatIsTypedEndsTheDoubt) {
                         "Pn100, Speed loop gain: 65000 lies outside of the limits, 1 to 2000 Hz"});
 }
 
+TEST_F(Doubts, AChangeOfAnotherValueSettlesNone) {
+  Tamper(Parameters::kTable, Parameters::kPn, "Pn81D",
+         {{Parameters::kValue, "0.000"}, {Parameters::kControllerValue, "-2147483648"}});
+  const std::vector<std::string> told = Told();
+  ASSERT_EQ(told.size(), 1U);
+  project().Editor().EditValue(project().Editor().FindRow("Pn100"), "400");
+  ASSERT_TRUE(project().Editor().AcceptEdits());
+  project().Save();
+  session.Close();
+  ASSERT_EQ(session.Open(path), "");
+  EXPECT_EQ(Told(), told);
+}
+
 // ---- from the amplifier
 
 TEST_F(Doubts, AnUploadKeepsWhatItFindsTellsItAndSendsItNotBackUnasked) {

@@ -185,8 +185,10 @@ ParameterChanges ParameterStore::Completed(ParameterChanges changes) const {
     if (parameter.form != ValueForm::units || parameter.blank) continue;
     const MeantValue meant = ValueMeant(parameter, parameter.text, after);
     if (meant.valid && !meant.limited && meant.controller == parameter.controller) continue;
-    changes[parameter.Pn()] = {parameter.controller,
-                               ShownText(parameter, parameter.controller, after)};
+    std::string text = ShownText(parameter, parameter.controller, after);
+    // What the file has in its place is in doubt, and stays so.
+    if (text == parameter.text) continue;
+    changes[parameter.Pn()] = {parameter.controller, std::move(text)};
   }
   return changes;
 }
