@@ -11,9 +11,16 @@
 
 namespace velmoor {
 
+// Whose values stand in the two columns.
+struct CompareHeads {
+  std::string caption = "Project and Hardware";
+  std::string first = "Project";
+  std::string second = "Hardware";
+};
+
 class frmCompare final : public WindowOf<layouts::frmCompare>, private ReadOnlyGridSource {
  public:
-  explicit frmCompare(const std::vector<PartComparison>& parts);
+  explicit frmCompare(const std::vector<PartComparison>& parts, CompareHeads heads = {});
 
  protected:
   void FormLoad() override;
@@ -25,6 +32,7 @@ class frmCompare final : public WindowOf<layouts::frmCompare>, private ReadOnlyG
 
   std::vector<ProjectDifference> rows_;
   std::string strSummary_;
+  CompareHeads heads_;
 };
 
 }  // namespace velmoor

@@ -67,6 +67,7 @@ void frmMain::MDIForm_Load() {
   LineChanged(LineState::offline);
   UpdateStatusText("Offline");
   window_->SetCaption("Velmoor");
+  UpdatePages();
   Trapped("frmMain.MDIForm_Load: ", [this] {
     instance_.Listen([this](const std::string& bytes) { ReceiveMessage(bytes); },
                      [this] { return window_->IsVisible(); }, [this] { window_->Activate(); });
@@ -76,13 +77,14 @@ void frmMain::MDIForm_Load() {
 
 void frmMain::ConnectWindow() {
   commandConnections_ = ui_.commands.OnChosen([this](MainCommand command) { OnCommand(command); });
-  connections_ += window_->RecentChosen.Connect([this](int place) {
-    RunCommand("frmMain.mnuFileMRU_Click: ", [this, place] {
-      mnuFileMRU_Click(place);
-      return true;
-    });
+  connections_ += window_->RecentChosen.Connect([this](int place) { OpenRecent(place); });
+  connections_ +=
+      window_->FileDropped.Connect([this](const std::string& path) { OnFileDropped(path); });
+  connections_ += world().forms->HelpAsked.Connect([this](const Form* form) {
+    const Form* const page =
+        projectPage_.Shown() != nullptr ? projectPage_.Shown() : startPage_.Shown();
+    ShowHelpFor(form != nullptr ? form : page);
   });
-  connections_ += world().forms->HelpAsked.Connect([](const Form* form) { ShowHelpFor(form); });
   connections_ += window_->PanelChosen.Connect([this](StatusPanel) {
     if (operations_.connection.State() == LineState::alarm)
       OnCommand(MainCommand::mnuToolsMonitoring);
@@ -112,6 +114,9 @@ const std::vector<frmMain::CommandEntry>& frmMain::Commands() {
   using enum MainCommand;
   static const std::vector<CommandEntry> commands{
       {mnuFileNew, &Handle<&frmMain::mnuFileNew_Click>},
+      {mnuFileReadAmplifier, &Handle<&frmMain::mnuFileReadAmplifier_Click>},
+      {mnuToolsSimulated, &Handle<&frmMain::mnuToolsSimulated_Click>},
+      {mnuFileClose, &Handle<&frmMain::mnuFileClose_Click>},
       {mnuFileOpen, &Handle<&frmMain::mnuFileOpen_Click>},
       {mnuFileSave, &Handle<&frmMain::mnuFileSave_Click>},
       {mnuFileSaveAs, &Handle<&frmMain::mnuFileSaveAs_Click>},
@@ -254,6 +259,7 @@ void frmMain::RefreshWindow() {
   EnableByState();
   UpdatePanels();
   UpdateEditIconToolButtons();
+  UpdatePages();
 }
 
 void frmMain::UpdatePanels() {
@@ -295,7 +301,7 @@ void frmMain::MDIForm_Unload(bool& Cancel) {
 }
 
 void frmMain::LeaveForGood() {
-  if (!blnHelix7CommExists || !clsProject) return;
+  if (!blnHelix7CommExists) return;
   WaitForMonitoring();
   operations_.connection.Leave();
 }

@@ -16,7 +16,9 @@
 #include <optional>
 #include <string>
 
+#include "app/ProjectPage.h"
 #include "app/RecentFiles.h"
+#include "app/StartPage.h"
 #include "app/ToolWindows.h"
 #include "app/clsHX7Procedure.h"
 #include "app/frmCommunications.h"
@@ -138,9 +140,21 @@ class frmMain final : public SessionState, private Desk {
   void WriteToRegistryWindowSettings();
   void WriteToRegistryActiveBarSettings() {}  // there is nothing to keep
 
+  // ---- what stands where no window is open, and what is dropped there (frmMainPages.cpp)
+  void UpdatePages();
+  [[nodiscard]] RoadFacts FactsOfRoad() const;
+  void OnFileDropped(const std::string& path);
+  void ImportDropped(const std::string& path);
+  // Connects, and makes a project of what the amplifier holds.
+  void mnuFileReadAmplifier_Click();
+  void mnuToolsSimulated_Click();
+
   // ---- project files (frmMainProject.cpp)
   void mnuFileNew_Click();
+  // False: the user chose no file, or it was refused, of which the user was told.
+  bool MakeNewProject(const std::string& proposedName);
   void mnuFileOpen_Click();
+  void mnuFileClose_Click();
   void mnuFileSave_Click();
   // False: the file is not as this session knows it, and the user keeps it as it is.
   bool SaveProject();
@@ -148,12 +162,14 @@ class frmMain final : public SessionState, private Desk {
   void mnuFilePageSetup_Click() {}  // carries no behaviour
   void mnuFilePrint_Click();
   void mnuFileExit_Click();
+  void OpenRecent(int place);
   void mnuFileMRU_Click(int Index);
   // True: the open failed. A Cancel or a refusal is no failure.
   bool FileInput(const std::string& fname);
   bool RemoveActiveProject();
   // Closes the present project, with the questions. False: refused.
   bool CloseForAnother(const std::string& strFileName, bool askIfSame);
+  void DropProject();
   void MakeProject();
   // Opens `strFileName` in the place of what is open, once it is known to be a project; `reason` as
   // OpenInNewProject has it. False: the user keeps what is open.
@@ -162,7 +178,12 @@ class frmMain final : public SessionState, private Desk {
   // Opens `strFileName` in a new project, one of a newer version for reading alone if the user
   // wishes. Nothing: it is open. Else the reason for a box, empty where the user would not.
   std::optional<std::string> OpenInNewProject(const std::string& strFileName);
-  std::optional<std::string> TryToOpen(const std::string& strFileName, NewerProject newer);
+  std::optional<std::string> TryToOpen(const std::string& strFileName, NewerProject newer,
+                                       const std::string& unsaved = {});
+  // Asks what becomes of work that a killed program had not saved; gives what TryToOpen does.
+  std::optional<std::string> SettleUnsaved(const std::string& strFileName, NewerProject newer);
+  // The connected motor and the values in doubt of a project that was just opened.
+  void TellOfOpened();
   // Puts `boxLead` before the title; that of a new project begins with a blank.
   static void TellNotOpened(const std::string& reason, const std::string& boxLead,
                             const std::string& strFileName);
@@ -280,6 +301,11 @@ class frmMain final : public SessionState, private Desk {
   bool closeWhenStarted_ = false;
   bool searchShown_ = false;   // the progress dialog is that of a search
   bool projectShown_ = false;  // the menus and tools of an open project are offered
+  bool ready_ = false;         // the session is built
+  std::optional<std::vector<PartComparison>> compared_;  // the latest, until something is sent
+  ProjectPage projectPage_{[this](MainCommand command) { OnCommand(command); }};
+  StartPage startPage_{{.choose = [this](MainCommand command) { OnCommand(command); },
+                        .open = [this](int place) { OpenRecent(place); }}};
   Operations operations_{*this, *this};
   Connections connections_;
   Connections commandConnections_;

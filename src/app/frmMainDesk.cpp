@@ -17,6 +17,8 @@ constexpr const char* kSearchCaption = "Searching for the Amplifier";
 }  // namespace
 
 void frmMain::WorkBegins(const std::string& caption, int steps, bool items) {
+  // It may change what the amplifier holds.
+  compared_.reset();
   clsProcedure = std::make_unique<clsHX7Procedure>();
   clsProcedure->Steps = steps;
   clsProcedure->Show_Procedure(caption, items);

@@ -13,21 +13,48 @@ namespace {
 
 // Menus, and entries of the menus that are always there, that need an open project.
 constexpr MainCommand kProjectCommands[] = {
-    MainCommand::mnuEdit,          MainCommand::mnuModule,    MainCommand::mnuTools,
-    MainCommand::mnuWindow,        MainCommand::mnuFileSave,  MainCommand::mnuFileSaveAs,
-    MainCommand::mnuFilePageSetup, MainCommand::mnuFilePrint,
+    MainCommand::mnuEdit,
+    MainCommand::mnuModule,
+    MainCommand::mnuWindow,
+    MainCommand::mnuFileClose,
+    MainCommand::mnuFileSave,
+    MainCommand::mnuFileSaveAs,
+    MainCommand::mnuFilePageSetup,
+    MainCommand::mnuFilePrint,
+    MainCommand::mnuToolsIndexer,
+    MainCommand::mnuToolsMechanicalSystem,
+    MainCommand::mnuToolsTuning,
+    MainCommand::mnuToolsEditor,
+    MainCommand::mnuToolsServoJog,
+    MainCommand::mnuToolsMonitoring,
+    MainCommand::mnuToolsTerminal,
+    MainCommand::mnuToolsInertiaRatio,
+    MainCommand::mnuToolsHomePosition,
+    MainCommand::mnuToolsUpload,
+    MainCommand::mnuToolsDownload,
+    MainCommand::mnuToolsCompare,
+    MainCommand::mnuToolsReset,
 };
 // Entries of those menus that are tools of the standard tool bar too.
 constexpr MainCommand kProjectTools[] = {
-    MainCommand::mnuEditCut,          MainCommand::mnuEditCopy,
-    MainCommand::mnuEditPaste,        MainCommand::mnuEditUndo,
-    MainCommand::mnuEditRedo,         MainCommand::mnuToolsOnline,
-    MainCommand::mnuToolsOffline,     MainCommand::mnuToolsCommunicationsSettings,
-    MainCommand::mnuToolsDownloadNew, MainCommand::mnuToolsUploadAll,
+    MainCommand::mnuEditCut,        MainCommand::mnuEditCopy, MainCommand::mnuEditPaste,
+    MainCommand::mnuEditUndo,       MainCommand::mnuEditRedo, MainCommand::mnuToolsDownloadNew,
+    MainCommand::mnuToolsUploadAll,
 };
-constexpr MainCommand kInitialCommands[] = {MainCommand::mnuFile,    MainCommand::mnuView,
-                                            MainCommand::mnuHelp,    MainCommand::mnuFileOpen,
-                                            MainCommand::mnuFileNew, MainCommand::mnuFileExit};
+// What a session offers without a project, once it is built.
+constexpr MainCommand kInitialCommands[] = {
+    MainCommand::mnuFile,
+    MainCommand::mnuView,
+    MainCommand::mnuTools,
+    MainCommand::mnuHelp,
+    MainCommand::mnuFileOpen,
+    MainCommand::mnuFileNew,
+    MainCommand::mnuFileReadAmplifier,
+    MainCommand::mnuFileExit,
+    MainCommand::mnuToolsCommunicationsSettings,
+    MainCommand::mnuToolsSimulated,
+    MainCommand::mnuToolsProductInformation,
+};
 // Entries that need a connected amplifier; the transfers connect by themselves.
 constexpr MainCommand kOnlineCommands[] = {
     MainCommand::mnuToolsResetDefaultsAll, MainCommand::mnuToolsResetParametersAll,
@@ -40,13 +67,18 @@ constexpr MainCommand kOnlineCommands[] = {
 // ---- what is offered
 
 void frmMain::EnableByState() {
-  ui_.commands[MainCommand::mnuToolsOnline].SetEnabled(!blnIsOnline);
+  ui_.commands[MainCommand::mnuToolsOnline].SetEnabled(ready_ && !blnIsOnline);
   ui_.commands[MainCommand::mnuToolsOffline].SetEnabled(blnIsOnline);
   for (const MainCommand command : kOnlineCommands) ui_.commands[command].SetEnabled(blnIsOnline);
 }
 
 void frmMain::EnableInitialMenuOptions(bool bState) {
+  ready_ = bState;
   for (const MainCommand command : kInitialCommands) ui_.commands[command].SetEnabled(bState);
+  EnableByState();
+  // The look for a motor is over.
+  if (bState) ShowStatusText(operations_.connection.StateText());
+  UpdatePages();
 }
 
 void frmMain::DisplayFullMenuBar(bool bState) {

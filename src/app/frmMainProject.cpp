@@ -1,6 +1,7 @@
 // Project files: new, open, save, the recent files, and a project's coming and going.
 
 #include "app/frmMain.h"
+#include "app/frmRecovery.h"
 #include "platform/Events.h"
 #include "platform/Files.h"
 #include "platform/Form.h"
@@ -8,6 +9,7 @@
 #include "platform/Numbers.h"
 #include "platform/Trapped.h"
 #include "platform/World.h"
+#include "project/ProjectCompare.h"
 #include "project/WorkingName.h"
 
 namespace velmoor {
@@ -30,18 +32,23 @@ std::string Quoted(const std::string& text) {
 // ---- commands
 
 void frmMain::mnuFileNew_Click() {
-  Trapped("New Project File Error: ", [this] {
-    const auto chosen =
-        world().dialogs->SaveFile(ProjectDialog("New Project", initialDirectory_), false);
-    if (!chosen) return true;
+  (void)MakeNewProject("");
+}
+
+bool frmMain::MakeNewProject(const std::string& proposedName) {
+  return Trapped("New Project File Error: ", [this, &proposedName] {
+    FileDialogRequest request = ProjectDialog("New Project", initialDirectory_);
+    request.initialName = proposedName;
+    const auto chosen = world().dialogs->SaveFile(request, false);
+    if (!chosen) return false;
     if (world().files->Exists(*chosen)) {
       ShowExclamation("Project name already exists!  Cannot create new project!");
-      return true;
+      return false;
     }
     // The new file is there before the old project closes, and stays when that is refused.
     world().files->ReplaceDurably(JoinPath(world().appDirectory, "Velmoor.spt"), *chosen);
     OpenChosenProject(*chosen, " Project ", false);
-    return true;
+    return projectShown_ && clsProject->FileName() == *chosen;
   });
 }
 
@@ -51,6 +58,14 @@ void frmMain::mnuFileOpen_Click() {
     if (chosen) OpenChosenProject(*chosen, "Project ", true);
     return true;
   });
+}
+
+void frmMain::mnuFileClose_Click() {
+  if (!projectShown_) return;
+  const std::string title = clsProject->Title();
+  if (!RemoveActiveProject()) return;
+  DropProject();
+  UpdateStatusText("Project " + Quoted(title) + " closed.");
 }
 
 void frmMain::mnuFileSave_Click() {
@@ -94,6 +109,13 @@ void frmMain::mnuFileExit_Click() {
   world().events->Post([this] { window_->Close(); });
 }
 
+void frmMain::OpenRecent(int place) {
+  RunCommand("frmMain.mnuFileMRU_Click: ", [this, place] {
+    mnuFileMRU_Click(place);
+    return true;
+  });
+}
+
 void frmMain::mnuFileMRU_Click(int Index) {
   const std::string path = RecentFile.At(static_cast<std::size_t>(Index));
   if (FileInput(path)) RemoveRecentFile(Index);
@@ -131,7 +153,8 @@ bool frmMain::FileInput(const std::string& fname) {
   if (reason) {
     UpdateStatusText("Project " + Quoted(title) + " cannot be opened.");
     TellNotOpened(*reason, "Project ", fname);
-    return !reason->empty();
+    // One that is merely in use can be opened another time.
+    return !reason->empty() && *reason != InUseWords(title);
   }
   AddRecentFile(fname);
   world().files->ChangeDirectory(GetFileDirectory(clsProject->FileName()));
@@ -177,11 +200,16 @@ bool frmMain::CloseForAnother(const std::string& strFileName, bool askIfSame) {
   return true;
 }
 
-void frmMain::MakeProject() {
-  // The old project's end deletes its working file, which the new one may bear the name of.
+void frmMain::DropProject() {
   projectConnections_.Clear();
   operations_.ForgetProject();
+  compared_.reset();
   clsProject.reset();
+}
+
+void frmMain::MakeProject() {
+  // The old project's end deletes its working file, which the new one may bear the name of.
+  DropProject();
   DisplayFullModuleToolBar(false);
   clsProject = std::make_unique<clsHX7Project>();
   ConnectProject();
@@ -209,18 +237,52 @@ std::optional<std::string> frmMain::OpenInNewProject(const std::string& strFileN
   return reads ? TryToOpen(strFileName, NewerProject::readOnly) : std::string();
 }
 
-std::optional<std::string> frmMain::TryToOpen(const std::string& strFileName, NewerProject newer) {
+std::optional<std::string> frmMain::TryToOpen(const std::string& strFileName, NewerProject newer,
+                                              const std::string& unsaved) {
   std::string strError;
   {
     const BusyPointer busy;
     MakeProject();
     const std::string strTitle = GetFileTitle(strFileName);
     clsProject->SetWorkingDirectory(DropRight(strFileName, strTitle.size() + 1));
+    clsProject->LeaveUnsavedToCaller();
+    clsProject->TakeUnsaved(unsaved);
     if (!clsProject->OpenProject(strFileName, strTitle, strError, newer)) return strError;
   }
+  if (!clsProject->KeptWork().empty()) return SettleUnsaved(strFileName, newer);
+  TellOfOpened();
+  return std::nullopt;
+}
+
+// The work lies in a file of its own by now, which is what stays where nobody decides.
+std::optional<std::string> frmMain::SettleUnsaved(const std::string& strFileName,
+                                                  NewerProject newer) {
+  const std::string kept = clsProject->KeptWork();
+  std::vector<PartComparison> differences;
+  Trapped("frmMain.SettleUnsaved: ", [&] {
+    differences = CompareProjects(strFileName, kept);
+    return true;
+  });
+  switch (frmRecovery(clsProject->FileTitle(), std::move(differences)).Ask()) {
+    case frmRecovery::Choice::recover: {
+      auto reason = TryToOpen(strFileName, newer, kept);
+      if (!reason) world().files->Remove(kept);
+      return reason;
+    }
+    case frmRecovery::Choice::discard:
+      world().files->Remove(kept);
+      break;
+    case frmRecovery::Choice::later:
+      clsProject->TellOfKeptWork();
+      break;
+  }
+  TellOfOpened();
+  return std::nullopt;
+}
+
+void frmMain::TellOfOpened() {
   operations_.connection.Motor().Tell();
   if (!clsProject->Doubts().empty()) DoubtsFound(*clsProject);
-  return std::nullopt;
 }
 
 void frmMain::TellNotOpened(const std::string& reason, const std::string& boxLead,

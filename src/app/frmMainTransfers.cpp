@@ -76,6 +76,7 @@ void frmMain::mnuToolsCompare_Click() {
   Trapped("Compare with Hardware failed!\r", [this] {
     const auto parts = operations_.compare.Run();
     if (!parts) return false;
+    compared_ = parts;
     if (Differs(*parts)) {
       (void)frmCompare(*parts).Show(FormMode::modal);
     } else {

@@ -2,8 +2,11 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <stdexcept>
 #include <string>
+
+#include "platform/Events.h"
 
 namespace velmoor {
 
@@ -36,6 +39,8 @@ class Files {
   // Tells one file from another of the same name: it survives a rename and differs after a
   // replacement. Empty where there is no file.
   [[nodiscard]] virtual std::string Identity(const std::string& path) const = 0;
+  // When its contents were written last, in local time; nothing where there is no file.
+  [[nodiscard]] virtual std::optional<WallTime> ChangedAt(const std::string& path) const = 0;
   [[nodiscard]] virtual bool IsWritableDirectory(const std::string& directory) const = 0;
   // An absolute form of `path`, taken from the current directory.
   [[nodiscard]] virtual std::string Absolute(const std::string& path) const = 0;

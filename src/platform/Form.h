@@ -17,7 +17,9 @@ enum class FormMode {
   modeless,  // a child of the main window; Show returns at once
   modal,     // Show returns when the form has closed; no other window takes input meanwhile
   blocking,  // no other window takes input, but Show returns at once
-  splash     // takes no input, counts nowhere; Show returns at once
+  splash,    // takes no input, counts nowhere; Show returns at once
+  page       // fills the main window while no modeless form is on show; counts nowhere and is never
+             // the active one. There is one at a time; Show returns at once
 };
 
 class Form : public LaidOut {
@@ -54,7 +56,7 @@ class Forms {
   [[nodiscard]] virtual std::unique_ptr<Form> Load(const Layout& layout) = 0;
   [[nodiscard]] virtual std::unique_ptr<MainWindow> LoadMainWindow(const Layout& layout) = 0;
   [[nodiscard]] virtual std::unique_ptr<Timer> NewTimer() = 0;
-  // The forms on show, oldest first, without splashes and the main window.
+  // The forms on show, oldest first, without splashes, pages and the main window.
   [[nodiscard]] virtual std::vector<Form*> Shown() const = 0;
   // The one that takes the keyboard, or null.
   [[nodiscard]] virtual Form* Active() const = 0;

@@ -20,6 +20,8 @@ struct CellTraits {
   bool locked = false;   // not the user's to change now, and shown so
   bool changed = false;  // differs from the last transfer
   bool button = false;   // bears "...", which raises CellButton
+  bool action = false;   // its text is the caption of a button, which raises CellButton
+  Tone tone = Tone::normal;
   // Choices of a drop-down; empty: a plain text. `comboOpen` lets the user type other texts too.
   std::vector<std::string> comboItems;
   bool comboOpen = false;
@@ -112,6 +114,7 @@ class Grid : public Control {
   Event<KeyEvent&> KeyDown;           // in the grid and in an open edit
   Event<int, int> CellButton;         // row, column
   Event<int> HeadingClick;            // column
+  Event<int> RowChosen;               // by Enter or a double click, in a cell that nobody edits
   Event<int, int, std::string&> Tip;  // row, column under the pointer, the tip to fill
 };
 

@@ -45,6 +45,9 @@ class MainWindow : public LaidOut {
   [[nodiscard]] virtual std::vector<std::string> RecentEntries() const = 0;
   Event<int> RecentChosen;  // place from 0
 
+  // The user has let a file go over the window: its absolute path.
+  Event<const std::string&> FileDropped;
+
   virtual void SetToolBarVisible(ToolBar bar, bool visible) = 0;
   virtual void SetStatusBarVisible(bool visible) = 0;
   virtual void Arrange(Arrangement arrangement) = 0;

@@ -150,14 +150,20 @@ void clsHX7Project::DropUpload() {
   parameters_.DropAllStaged();
   for (MotionTable* const table : Tables()) table->DropUpload();
   machineUnread_ = false;
+  readParts_.clear();
 }
 
 bool clsHX7Project::UploadPart(Tool part) {
+  const bool read = ReadPart(part);
+  if (read) readParts_.push_back(part);
+  return read;
+}
+
+bool clsHX7Project::ReadPart(Tool part) {
   if (MotionTable* const table = TableOf(part)) return table->Upload();
   if (ParameterToolBase* const tool = ParameterToolOf(part)) return tool->Upload();
-  const bool read = clsMechanicalSystem_.Upload();
-  machineUnread_ = !read;
-  return read;
+  machineUnread_ = !clsMechanicalSystem_.Upload();
+  return !machineUnread_;
 }
 
 bool clsHX7Project::UploadParts(const std::vector<Tool>& parts) {
@@ -191,6 +197,7 @@ bool clsHX7Project::CommitUpload() {
     Commit(PlanUpload(), true);
     return true;
   });
+  if (stored) NoteRead();
   DropUpload();
   return stored;
 }

@@ -8,6 +8,7 @@
 #include "platform/Numbers.h"
 #include "platform/ScopedFlag.h"
 #include "platform/World.h"
+#include "project/TransferRecord.h"
 #include "project/clsHX7Project.h"
 #include "project/data/Schema.h"
 
@@ -94,11 +95,9 @@ bool PutMotorSize(Database& database, const std::string& watts) {
 void clsHX7Project::MarkPart(Tool part) {
   if (MotionTable* const table = TableOf(part)) return table->Mark(AllRows(*table));
   std::vector<std::string> names;
-  const ParameterToolBase* const tool = ParameterToolOf(part);
   for (int place = 0; place < parameters_.Count(); ++place) {
     const std::string& strPn = parameters_.At(place).Pn();
-    const bool concerned = tool != nullptr ? tool->FindRow(strPn) > 0 : IsMechSystemPn(strPn);
-    if (concerned) names.push_back(strPn);
+    if (Shows(part, strPn)) names.push_back(strPn);
   }
   parameters_.Mark(names, part);
 }
@@ -176,6 +175,9 @@ void clsHX7Project::SaveMarks() {
       changed = MergeTable(*database, *table) || changed;
     }
     if (motorNoted_) changed = PutMotorSize(*database, motorSize_) || changed;
+    for (const Tool tool : sent_) {
+      changed = PutTransfer(*database, tool, transfers_.at(tool)) || changed;
+    }
     database->Commit();
   } catch (...) {
     world().databases->Release(copy);
@@ -191,6 +193,11 @@ void clsHX7Project::SaveMarks() {
   } catch (...) {
     files.Remove(copy);
     throw;
+  }
+  if (!sent_.empty()) {
+    const auto working = OpenForWriting(strProjectDatabasePath_);
+    for (const Tool tool : sent_) (void)PutTransfer(*working, tool, transfers_.at(tool));
+    working->Commit();
   }
   // What another program has changed in the file stays unknown.
   if (changed && known) KnowProjectFile(copy);

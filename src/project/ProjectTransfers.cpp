@@ -97,8 +97,10 @@ bool clsHX7Project::RunDownload(const std::function<void()>& mark,
   }
   if (!MayDownload()) return false;
   mark();
+  const std::vector<Tool> marked = MarkedTools();
   if (!BeginDownload()) return false;
   const bool done = send();
+  NoteSent(marked);
   EndDownload();
   return done;
 }

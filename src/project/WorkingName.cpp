@@ -102,6 +102,10 @@ WorkingName ChooseWorkingName(const std::string& directory, const std::string& t
                      GetFileTitle(other) + "."};
 }
 
+std::string InUseWords(const std::string& title) {
+  return "Project " + title + " is in use by another program!";
+}
+
 std::string WhyNoProject(const std::string& path) {
   if (!world().files->Exists(path)) {
     return "Project file " + GetFileTitle(path) + " cannot be found at " + path + "!";

@@ -29,6 +29,9 @@ struct WorkingPlace {
 [[nodiscard]] WorkingName ChooseWorkingName(const std::string& directory, const std::string& title,
                                             const std::string& project);
 
+// What an opening is refused with where another program has the project.
+[[nodiscard]] std::string InUseWords(const std::string& title);
+
 // Why the file is no project that could be opened, in the words of a refused opening; empty: it may
 // be one. Changes nothing, neither the file nor what is open.
 [[nodiscard]] std::string WhyNoProject(const std::string& path);

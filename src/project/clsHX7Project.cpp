@@ -51,7 +51,6 @@ bool clsHX7Project::OpenProject(const std::string& strFileName, const std::strin
   const std::string cannotCreate =
       "Cannot create temporary project file for project " + sFileTitle_ + "!";
   WorkingName working;
-  std::string kept;
   try {
     const WorkingPlace place = WorkingPlaceOf(sWorkingDirectory_, sFileTitle_);
     savedElsewhere_ = place.elsewhere;
@@ -60,13 +59,14 @@ bool clsHX7Project::OpenProject(const std::string& strFileName, const std::strin
     if (files.IsSameFile(working.path, sFileName_)) return refuse(cannotCreate);
     workingFileLock_ = files.Lock(working.path);
     if (!workingFileLock_ || !TakeProjectFile()) {
-      return refuse("Project " + sFileTitle_ + " is in use by another program!");
+      return refuse(InUseWords(sFileTitle_));
     }
     strProjectDatabasePath_ = working.path;
     world().databases->Release(working.path);
-    kept = KeepUnsavedWork(working.path, sFileName_);
+    keptWork_ = KeepUnsavedWork(working.path, sFileName_);
     files.LayWorkingCopy(sFileName_, working.path);
     KnowProjectFile(working.path);
+    if (!recovered_.empty()) files.LayWorkingCopy(recovered_, working.path);
   } catch (const FileError& error) {
     return refuse(cannotCreate + "\r" + error.what());
   }
@@ -77,20 +77,23 @@ bool clsHX7Project::OpenProject(const std::string& strFileName, const std::strin
   SetDatabasePaths();
   blnOpen_ = true;
   strError.clear();
-  blnNeedsSaving_ = !laidAnew_.empty();
+  blnNeedsSaving_ = !laidAnew_.empty() || !recovered_.empty();
   ProjectOpened.Raise();
   if (!laidAnew_.empty()) {
     ShowInformation(
         "Project " + sFileTitle_ +
         " lacked records, which are as in a new project now and marked to download:" + laidAnew_);
   }
-  if (!kept.empty()) {
-    ShowInformation("Velmoor ended last without saving project " + sFileTitle_ +
-                    ".\rWhat was not saved is kept as " + kept +
-                    ", a project that can be opened and compared.");
-  }
+  if (tellsOfUnsaved_) TellOfKeptWork();
   TellOfPlace(working.remark);
   return true;
+}
+
+void clsHX7Project::TellOfKeptWork() const {
+  if (keptWork_.empty()) return;
+  ShowInformation("Velmoor ended last without saving project " + sFileTitle_ +
+                  ".\rWhat was not saved is kept as " + keptWork_ +
+                  ", a project that can be opened and compared.");
 }
 
 // A program that was killed may have left it. Where something else has its name, a download tells
@@ -144,6 +147,7 @@ std::string clsHX7Project::ReadFile(NewerProject newer) {
   try {
     FitFormat(newer);
     ReadMotorSize();
+    ReadTransfers();
     parameters_.Open({strTHDatabasePath_, gMainForm->ParametersTable(), gMainForm->NibbleTable(),
                       strProjectDatabasePath_, LimitsOfMotor(motorSize_)},
                      gMainForm->ComboList());
@@ -205,11 +209,11 @@ void clsHX7Project::SaveAs(const std::string& strFile) {
   if (moves) {
     // Whoever works on the other file keeps it.
     const auto lock = files.Lock(workingFile);
-    if (!lock) throw FileError("Project " + title + " is in use by another program!");
+    if (!lock) throw FileError(InUseWords(title));
   }
   if (files.Exists(strFile) && !files.IsSameFile(strFile, sFileName_)) {
     const auto lock = files.LockPresent(strFile);
-    if (!lock) throw FileError("Project " + title + " is in use by another program!");
+    if (!lock) throw FileError(InUseWords(title));
   }
   files.SaveDurably(strProjectDatabasePath_, strFile, sFileName_);
   if (moves) {

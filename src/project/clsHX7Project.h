@@ -8,7 +8,9 @@
 
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -37,6 +39,12 @@ namespace velmoor {
 
 struct PartComparison;
 
+// When the amplifier and the project were last brought to hold the same of a tool.
+struct LastTransfer {
+  bool sent = true;    // to the amplifier; else read from it
+  std::string moment;  // "2026-03-01 14:05:09"
+};
+
 // What became of the restart that ends a download.
 enum class RestartOutcome : std::uint8_t { none, sent, failed };
 
@@ -55,6 +63,15 @@ class clsHX7Project final : public Project {
   // alone.
   bool OpenProject(const std::string& strFileName, const std::string& strFileTitle,
                    std::string& strError, NewerProject newer = NewerProject::refuse);
+  // Before OpenProject: the working copy takes the contents of that file, which is work that was
+  // not saved; the project needs saving then.
+  void TakeUnsaved(const std::string& kept) { recovered_ = kept; }
+  // Before OpenProject: whoever opens settles what becomes of such work, and the user is not told.
+  void LeaveUnsavedToCaller() { tellsOfUnsaved_ = false; }
+  // Where the opening has kept work that a killed program had not saved; empty: there was none.
+  [[nodiscard]] const std::string& KeptWork() const { return keptWork_; }
+  // Tells the user of it.
+  void TellOfKeptWork() const;
   // Deletes the working file and lets go of its lock; nothing but the destructor may follow. A
   // folder that became read-only keeps the file.
   void RemoveWorkingFile();
@@ -109,6 +126,15 @@ class clsHX7Project final : public Project {
   // The tools with changes that the hardware does not have, "All parameters, Jog table"; empty:
   // none.
   [[nodiscard]] std::string WhatIsDirty();
+  // The parameter is one that the tool shows.
+  [[nodiscard]] bool Shows(Tool tool, const std::string& strPn);
+  // Values and rows of the tool that are marked to be sent.
+  [[nodiscard]] int MarkedOf(Tool tool);
+  // The tool's values are those of a new project. Throws DatabaseError where the template cannot be
+  // read.
+  [[nodiscard]] bool IsAsNew(Tool tool);
+  // Nothing: not known.
+  [[nodiscard]] std::optional<LastTransfer> TransferOf(Tool tool) const;
   // Marks everything that a download of everything sends, in the working file.
   void MarkEverything();
   // What the amplifier does not hold though it said so.
@@ -221,6 +247,8 @@ class clsHX7Project final : public Project {
   clsHX7Monitoring& Monitoring() { return clsMonitoring_; }
   clsHX7Terminal& Terminal() { return clsTerminal_; }
   [[nodiscard]] std::vector<ParameterToolBase*> ParameterTools();
+  // Null for a tool that is no table.
+  [[nodiscard]] MotionTable* TableOf(Tool tool);
   // Null for a tool that holds no parameters of this kind.
   [[nodiscard]] ParameterToolBase* ParameterToolOf(Tool tool);
 
@@ -290,7 +318,6 @@ class clsHX7Project final : public Project {
   void ConnectBaudRate();
   void RemoveMarksFile();
   void TellOfPlace(const std::string& remark) const;
-  [[nodiscard]] MotionTable* TableOf(Tool tool);
   [[nodiscard]] std::vector<MotionTable*> Tables();
   [[nodiscard]] std::vector<const MotionTable*> Tables() const;
   [[nodiscard]] bool IsDirty(Tool tool);
@@ -315,6 +342,12 @@ class clsHX7Project final : public Project {
   bool BeginDownload();
   void EndDownload();
   void MarkPart(Tool part);
+  [[nodiscard]] std::vector<Tool> MarkedTools();
+  // Those of `marked` of which nothing is marked any more were sent.
+  void NoteSent(const std::vector<Tool>& marked);
+  [[nodiscard]] bool ReadPart(Tool part);
+  void NoteRead();
+  void ReadTransfers();
   // Whatever is marked counts as not held by the amplifier.
   void DoubtMarked();
   // Restarts the hardware; true when it acknowledged that.
@@ -327,13 +360,20 @@ class clsHX7Project final : public Project {
   std::string strTHDatabasePath_;
   bool blnOpen_ = false;
   bool isNewer_ = false;
+  bool tellsOfUnsaved_ = true;
+  std::string keptWork_;
+  std::string recovered_;
   std::string laidAnew_;  // what the opened file lacked, in words
   bool blnNeedsSaving_ = false;
   std::string motorSize_;
   bool motorNoted_ = false;  // the project's own file is to learn it with the marks
   // The amplifier holds no machine that can be used; that of the project has stayed.
   bool machineUnread_ = false;
+  std::vector<Tool> readParts_;  // whole, into what is held apart
   RestartOutcome latestRestart_ = RestartOutcome::none;
+  std::map<Tool, LastTransfer> transfers_;
+  std::vector<Tool> sent_;  // in this session, to be kept in the project's own file
+  std::map<std::string, std::string> newValues_;  // of the template's parameters; empty: not read
   std::function<bool()> writtenCheck_;
   std::string sWorkingDirectory_;
   std::string sFileName_;

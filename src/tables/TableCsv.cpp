@@ -149,6 +149,19 @@ class Import {
 
 }  // namespace
 
+std::optional<Tool> TableOfCsv(std::string_view text) {
+  const std::vector<CsvRow> rows = ParseCsv(text.substr(0, text.find('\n')));
+  const auto heads = [&rows](std::string_view name) {
+    return !rows.empty() && std::ranges::any_of(rows.front(), [name](const std::string& field) {
+      return LowerCase(Trim(field)) == name;
+    });
+  };
+  if (heads("position")) return Tool::position;
+  if (heads("lower")) return Tool::zone;
+  if (heads("speed")) return Tool::jog;
+  return std::nullopt;
+}
+
 std::vector<CsvRow> CsvRowsOf(const MotionTable& table) {
   const TableShape shape = ShapeOf(table);
   CsvRow header{std::string(shape.numberColumn)};

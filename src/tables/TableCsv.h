@@ -4,12 +4,14 @@
 // zone,lower,upper,dirty with zones from 0. Jog: jog,speed,dirty with rows from 0.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "platform/Csv.h"
 #include "session/Project.h"
+#include "session/Tools.h"
 
 namespace velmoor {
 
@@ -21,6 +23,9 @@ class MotionTable;
 // The names of the columns, then a row for each of the table.
 [[nodiscard]] std::vector<CsvRow> CsvRowsOf(const MotionTable& table);
 [[nodiscard]] std::string ExportCsv(const MotionTable& table);
+
+// The table that a text is of, by its heading; nothing: of none.
+[[nodiscard]] std::optional<Tool> TableOfCsv(std::string_view text);
 
 // Puts the text's rows into the table and marks the rows that changed. With a column for the row's
 // number the rows named are replaced and the others stay; without one the text is the whole table.

@@ -290,7 +290,11 @@ void TableWindow::FindNext() {
 void TableWindow::ImportFile() {
   const auto path =
       world().dialogs->OpenFile({"Import " + info_.caption, kCsvFilter, "csv", "", ""});
-  if (path && Accepted(ImportText(world().files->ReadAll(*path)))) EditDone();
+  if (path) Import(world().files->ReadAll(*path));
+}
+
+void TableWindow::Import(const std::string& text) {
+  if (grid().FinishEdit() && Accepted(ImportText(text))) EditDone();
 }
 
 void TableWindow::ExportFile() {

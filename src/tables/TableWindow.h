@@ -38,6 +38,9 @@ class TableWindow : public GridWindow, public EditTarget {
   // What was edited has been stored: undo begins anew.
   void EditsApplied();
 
+  // Takes a text of comma-separated values as an edit of the window, which must be on show.
+  void Import(const std::string& text);
+
   // ---- the Edit menu
   [[nodiscard]] bool CanCopy() const override;
   [[nodiscard]] bool CanCut() const override;

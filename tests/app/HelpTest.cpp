@@ -90,7 +90,7 @@ TEST_F(Help, TheMenuTheKeyAndTheButtonOpenThePlaceOfTheirWindow) {
   ASSERT_TRUE(Start(data.MakeProject("line1.spj")));
   data.forms.PressHelpKey();
   Main().Choose("mnuHelpContents");
-  EXPECT_EQ(Shown(), (Texts{"index.md#", "index.md#"}));
+  EXPECT_EQ(Shown(), (Texts{"start.md#the-road-of-a-project", "index.md#"}));
   Main().Choose("mnuToolsIndexerZone");
   data.forms.Get("frmZone").Press("cmdHelp");
   Main().Choose("mnuToolsIndexerJog");

@@ -50,8 +50,10 @@ TEST_F(AppSession, AStartWithoutANameOffersTheOpenDialogInTheLastDirectory) {
   EXPECT_EQ(data.dialogs.shown.at(0).request.title, "Open Project");
   EXPECT_EQ(data.dialogs.shown.at(0).request.initialDirectory, "/srv/projects");
   EXPECT_EQ(Main().Caption(), "Velmoor");
-  EXPECT_FALSE(Main().command("mnuTools").Visible());
-  EXPECT_FALSE(Main().command("mnuFileSave").Visible());
+  for (const char* const name : {"mnuModule", "mnuToolsMechanicalSystem", "mnuToolsUpload",
+                                 "mnuToolsDownload", "mnuToolsReset", "mnuFileSave"}) {
+    EXPECT_FALSE(Main().command(name).Visible()) << name;
+  }
 }
 
 TEST_F(AppSession, AMissingCatalogueEndsTheStartBeforeAnyWindow) {
@@ -65,12 +67,13 @@ TEST_F(AppSession, AMissingCatalogueEndsTheStartBeforeAnyWindow) {
 
 TEST_F(AppSession, TheMenusAreOfferedOnlyAfterTheSessionIsBuilt) {
   path = data.MakeProject("line1.spj");
-  bool during = true;
-  DuringStart([&] { during = Main().command("mnuFileOpen").Enabled(); });
+  constexpr std::array kNames{"mnuFile", "mnuFileOpen", "mnuToolsOnline", "mnuToolsSimulated"};
+  DuringStart([&] {
+    for (const char* const name : kNames) EXPECT_FALSE(Main().command(name).Enabled()) << name;
+    EXPECT_FALSE(data.forms.Get("frmStart").button("cmdOpen").Enabled());
+  });
   ASSERT_TRUE(Start(path));
-  EXPECT_FALSE(during);
-  EXPECT_TRUE(Main().command("mnuFileOpen").Enabled());
-  EXPECT_TRUE(Main().command("mnuFile").Enabled());
+  for (const char* const name : kNames) EXPECT_TRUE(Main().command(name).Enabled()) << name;
 }
 
 TEST_F(AppSession, StoredSettingsAreTakenAndBadOnesReplaced) {

@@ -3,6 +3,7 @@
 #include <QAction>
 #include <QMdiSubWindow>
 #include <QPushButton>
+#include <QScrollArea>
 
 #include "Examination.h"
 #include "platform/World.h"
@@ -127,6 +128,8 @@ void ScreenSession::Look() {
     for (const QMdiSubWindow* const child : window->findChildren<QMdiSubWindow*>()) {
       if (child->isVisible()) Examine(*child->widget());
     }
+    const auto* const page = window->findChild<QScrollArea*>(QStringLiteral("page"));
+    if (page != nullptr && page->isVisible() && page->widget() != nullptr) Examine(*page->widget());
   }
 }
 

@@ -57,6 +57,7 @@ bool Flag(const Element& element, const char* name, bool other) {
 QString KindOf(const Element& widget) {
   static const QHash<QString, QString> kKinds{
       {"QPushButton", "Button"},
+      {"QCommandLinkButton", "Button"},
       {"QToolButton", "Button"},
       {"QLineEdit", "TextBox"},
       {"QComboBox", "ComboBox"},

@@ -48,7 +48,7 @@ void HeadlessForm::Show(FormMode mode) {
   if (!shown_) {
     shown_ = true;
     forms_.open_.push_back(this);
-    forms_.shownNames.push_back(Name());
+    if (mode != FormMode::page) forms_.shownNames.push_back(Name());
   }
   Activate();
   HeadlessForms::Script script = forms_.TakeScript(Name());
@@ -74,6 +74,7 @@ void HeadlessForm::Show(FormMode mode) {
 }
 
 void HeadlessForm::Activate() {
+  if (mode_ == FormMode::page) return;
   if (mode_ != FormMode::splash) forms_.active_ = this;
   Activated.Raise();
 }
@@ -108,6 +109,7 @@ bool HeadlessForm::CanAct(const std::string& what) const {
   for (auto form = above; why.empty() && form != forms_.open_.end(); ++form) {
     if (*form != this && Blocks((*form)->mode_)) why = (*form)->Name() + " is in front of it";
   }
+  if (why.empty() && mode_ == FormMode::page && !forms_.Shown().empty()) why = "it is covered";
   if (!why.empty()) Fail("The user cannot reach " + what + " of " + Name() + ": " + why);
   return why.empty();
 }
@@ -210,7 +212,7 @@ std::unique_ptr<MainWindow> HeadlessForms::LoadMainWindow(const Layout& layout) 
 std::vector<Form*> HeadlessForms::Shown() const {
   std::vector<Form*> shown;
   for (HeadlessForm* form : open_) {
-    if (form->mode_ != FormMode::splash) shown.push_back(form);
+    if (form->mode_ != FormMode::splash && form->mode_ != FormMode::page) shown.push_back(form);
   }
   return shown;
 }

@@ -197,7 +197,7 @@ class HeadlessForms final : public Forms {
   [[nodiscard]] HeadlessForm& Get(const std::string& name) const;
   [[nodiscard]] bool IsOpen(const std::string& name) const;
   [[nodiscard]] HeadlessMainWindow& Main() const;
-  // Names in the order of showing, splashes included.
+  // Names in the order of showing, splashes included and pages not.
   std::vector<std::string> shownNames;
 
  private:

@@ -21,14 +21,18 @@ double PosixClock::SecondsSinceMidnight() const {
          static_cast<double>(now.tv_nsec) / 1e9;
 }
 
-WallTime PosixClock::Now() const {
-  const std::tm local = LocalTime(std::time(nullptr));
+WallTime LocalMoment(std::time_t time) {
+  const std::tm local = LocalTime(time);
   return {.year = local.tm_year + 1900,
           .month = local.tm_mon + 1,
           .day = local.tm_mday,
           .hour = local.tm_hour,
           .minute = local.tm_min,
           .second = local.tm_sec};
+}
+
+WallTime PosixClock::Now() const {
+  return LocalMoment(std::time(nullptr));
 }
 
 std::chrono::milliseconds PosixClock::Monotonic() const {

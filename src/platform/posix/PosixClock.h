@@ -1,9 +1,14 @@
 // The system's clocks.
 #pragma once
 
+#include <ctime>
+
 #include "platform/Events.h"
 
 namespace velmoor::posix {
+
+// A moment of the system in local time.
+[[nodiscard]] WallTime LocalMoment(std::time_t time);
 
 class PosixClock final : public Clock {
  public:

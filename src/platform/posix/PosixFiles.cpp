@@ -20,6 +20,7 @@
 #include "platform/Bounds.h"
 #include "platform/posix/FileDescriptor.h"
 #include "platform/posix/HeldFolder.h"
+#include "platform/posix/PosixClock.h"
 #include "platform/posix/Successor.h"
 
 namespace velmoor::posix {
@@ -136,6 +137,12 @@ std::string PosixFiles::Identity(const std::string& path) const {
   struct stat status {};
   if (!Status(path, status)) return {};
   return std::to_string(status.st_dev) + "/" + std::to_string(status.st_ino);
+}
+
+std::optional<WallTime> PosixFiles::ChangedAt(const std::string& path) const {
+  struct stat status {};
+  if (!Status(path, status)) return std::nullopt;
+  return LocalMoment(status.st_mtime);
 }
 
 bool PosixFiles::IsWritableDirectory(const std::string& directory) const {

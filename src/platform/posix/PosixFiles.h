@@ -14,6 +14,7 @@ class PosixFiles final : public Files {
   [[nodiscard]] bool Exists(const std::string& path) const override;
   [[nodiscard]] bool IsSameFile(const std::string& a, const std::string& b) const override;
   [[nodiscard]] std::string Identity(const std::string& path) const override;
+  [[nodiscard]] std::optional<WallTime> ChangedAt(const std::string& path) const override;
   [[nodiscard]] bool IsWritableDirectory(const std::string& directory) const override;
   [[nodiscard]] std::string Absolute(const std::string& path) const override;
 

@@ -18,13 +18,23 @@ namespace {
 constexpr int kMark = 3;  // width of the stripe of a changed cell
 constexpr int kButtonWidth = 22;
 
-void DrawButton(QPainter& painter, const QStyleOptionViewItem& option) {
+void DrawButton(QPainter& painter, const QStyleOptionViewItem& option, const QRect& place,
+                const QString& caption) {
   QStyleOptionButton button;
-  button.rect = GridDelegate::ButtonRect(option.rect);
+  button.rect = place;
   button.palette = option.palette;
   button.state = QStyle::State_Enabled | QStyle::State_Raised;
-  button.text = QStringLiteral("...");
+  const bool current = option.state.testFlag(QStyle::State_HasFocus);
+  if (current) button.state |= QStyle::State_HasFocus | QStyle::State_KeyboardFocusChange;
+  button.text = caption;
   QApplication::style()->drawControl(QStyle::CE_PushButton, &button, &painter);
+}
+
+// A cell that bears no caption offers nothing.
+void DrawAction(QPainter& painter, const QStyleOptionViewItem& option, const QString& caption) {
+  if (caption.isEmpty()) return;
+  constexpr int kEdge = 2;
+  DrawButton(painter, option, option.rect.adjusted(kEdge, 1, -kEdge, -1), caption);
 }
 
 void DrawLamp(QPainter& painter, const QStyleOptionViewItem& option, bool on) {
@@ -60,6 +70,10 @@ void GridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     painter->fillRect(option.rect, option.palette.color(QPalette::Midlight));
     cell.palette.setColor(QPalette::Text, TextColor(Tone::faint, option.palette));
   }
+  if (traits.tone != Tone::normal) {
+    cell.palette.setColor(QPalette::Text, TextColor(traits.tone, option.palette));
+  }
+  if (traits.action) return DrawAction(*painter, option, index.data().toString());
   if (traits.changed) cell.font.setBold(true);
   // The text ends before the button.
   if (traits.button) cell.rect.setRight(ButtonRect(option.rect).left() - 1);
@@ -68,7 +82,9 @@ void GridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     const QRect mark(option.rect.left(), option.rect.top(), kMark, option.rect.height() - 1);
     painter->fillRect(mark, LampColor(Tone::busy, option.palette));
   }
-  if (traits.button) DrawButton(*painter, option);
+  if (traits.button) {
+    DrawButton(*painter, option, ButtonRect(option.rect), QStringLiteral("..."));
+  }
   if (traits.lamp != CellLamp::none) DrawLamp(*painter, option, traits.lamp == CellLamp::on);
 }
 

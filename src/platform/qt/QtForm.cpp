@@ -74,6 +74,7 @@ QtForm::QtForm(QtForms& forms, const Layout& layout, QWidget* root)
 }
 
 QtForm::~QtForm() {
+  if (shown_ && mode_ == FormMode::page) forms_.ShowPage(nullptr);
   *closed_ = true;
   forms_.Forget(*this);
   watch_.reset();
@@ -131,6 +132,9 @@ void QtForm::Show(FormMode mode) {
     case FormMode::splash:
       ShowAsSplash();
       break;
+    case FormMode::page:
+      forms_.ShowPage(root_);
+      return;
     case FormMode::modal:
     case FormMode::blocking:
       ShowAsDialog();
@@ -210,6 +214,7 @@ void QtForm::WaitUntilClosed() {
 }
 
 void QtForm::Activate() {
+  if (mode_ == FormMode::page) return;
   if (subWindow_) {
     if (subWindow_->isMinimized()) subWindow_->showNormal();
     forms_.ActivateChild(*subWindow_);
@@ -221,14 +226,24 @@ void QtForm::Activate() {
 
 bool QtForm::Unload() {
   if (!shown_) return true;
+  if (mode_ == FormMode::page) return LeavePage();
   const std::shared_ptr<bool> closed = closed_;
   QWidget* const window = subWindow_ ? static_cast<QWidget*>(subWindow_.data()) : root_.data();
   window->close();
   return *closed;
 }
 
+bool QtForm::LeavePage() {
+  shown_ = false;
+  *closed_ = true;
+  forms_.Forget(*this);
+  forms_.ShowPage(nullptr);
+  Unloaded.Raise();
+  return true;
+}
+
 bool QtForm::LookAtRoot(QEvent& event) {
-  if (event.type() == QEvent::WindowActivate && mode_ != FormMode::splash && !subWindow_) {
+  if (event.type() == QEvent::WindowActivate && CountsAsShown() && !subWindow_) {
     forms_.NoteActive(this);
   }
   if (event.type() != QEvent::Close || !shown_) return false;

@@ -33,6 +33,9 @@ class QtForm final : public Form {
   bool Unload() override;
 
   [[nodiscard]] FormMode Mode() const { return mode_; }
+  [[nodiscard]] bool CountsAsShown() const {
+    return mode_ != FormMode::splash && mode_ != FormMode::page;
+  }
   [[nodiscard]] QWidget& Root() const { return *root_; }
   [[nodiscard]] QMdiSubWindow* SubWindow() const { return subWindow_; }
 
@@ -42,6 +45,7 @@ class QtForm final : public Form {
   void ShowAsChild();
   void ShowAsDialog();
   void ShowAsSplash();
+  bool LeavePage();
   void WaitUntilClosed();
   bool LookAtRoot(QEvent& event);
   // The size that the user gave it before, or the one that it has.

@@ -40,13 +40,14 @@ std::unique_ptr<MainWindow> QtForms::LoadMainWindow(const Layout& layout) {
   auto* const root = qobject_cast<QMainWindow*>(MakeLayout(std::string(layout.name)));
   auto window = std::make_unique<QtMainWindow>(*this, layout, *root);
   area_ = &window->Area();
+  main_ = window.get();
   return window;
 }
 
 std::vector<Form*> QtForms::Shown() const {
   std::vector<Form*> shown;
   for (QtForm* const form : open_) {
-    if (form->Mode() != FormMode::splash) shown.push_back(form);
+    if (form->CountsAsShown()) shown.push_back(form);
   }
   return shown;
 }
@@ -63,8 +64,22 @@ void QtForms::Add(QtForm& form) {
   open_.push_back(&form);
 }
 
+void QtForms::ShowPage(QWidget* page) {
+  if (main_ == nullptr) return;
+  main_->SetPage(page);
+  CoverPage();
+}
+
+void QtForms::CoverPage() {
+  if (main_ == nullptr) return;
+  main_->CoverPage(std::any_of(open_.begin(), open_.end(), [](const QtForm* form) {
+    return form->Mode() == FormMode::modeless;
+  }));
+}
+
 void QtForms::Forget(QtForm& form) {
   std::erase(open_, &form);
+  CoverPage();
   if (active_ != &form) return;
   // The window below a dialog was never told that it lost the keyboard.
   const QMdiSubWindow* const child = area_ != nullptr ? area_->activeSubWindow() : nullptr;
@@ -93,6 +108,7 @@ void QtForms::NoteActiveChild(const QMdiSubWindow* child) {
 
 QMdiSubWindow* QtForms::AddChild(QWidget& content) {
   if (area_ == nullptr) throw std::logic_error("There is no main window for a child window");
+  CoverPage();
   QMdiSubWindow* const child = area_->addSubWindow(&content);
   child->setAttribute(Qt::WA_DeleteOnClose, false);
   child->setWindowIcon(QApplication::windowIcon());

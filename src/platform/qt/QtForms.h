@@ -38,6 +38,10 @@ class QtForms final : public Forms {
   void NoteActive(QtForm* form);
   void NoteActiveChild(const QMdiSubWindow* child);
   QMdiSubWindow* AddChild(QWidget& content);
+  // The page of the main window, which every modeless form covers; null: none.
+  void ShowPage(QWidget* page);
+  void CoverPage();
+  void ForgetMain() { main_ = nullptr; }
   void ActivateChild(QMdiSubWindow& child);
   // Over which window a dialog of `form` lies; null before the main window is on show.
   [[nodiscard]] QWidget* DialogParent(const QtForm& form) const;
@@ -45,6 +49,7 @@ class QtForms final : public Forms {
   std::vector<QtForm*> open_;
   QtForm* active_ = nullptr;
   QPointer<QMdiArea> area_;
+  QtMainWindow* main_ = nullptr;
   EventWatch helpKey_;
 };
 

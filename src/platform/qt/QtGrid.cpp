@@ -35,6 +35,8 @@ QtGrid::QtGrid(QTableView& view)
                    [this] { CurrentMoved(); });
   QObject::connect(&view, &QTableView::clicked, &context_,
                    [this](const QModelIndex& index) { CellClicked(index); });
+  QObject::connect(&view, &QTableView::doubleClicked, &context_,
+                   [this](const QModelIndex& index) { ChooseRow(index); });
   QObject::connect(view.horizontalHeader(), &QHeaderView::sectionClicked, &context_,
                    [this](int column) { HeadingClick.Raise(column); });
 }
@@ -54,7 +56,7 @@ void QtGrid::SetUpView() {
   view_.setWordWrap(false);
   view_.setAlternatingRowColors(true);
   view_.verticalHeader()->hide();
-  view_.verticalHeader()->setDefaultSectionSize(view_.fontMetrics().height() + 8);
+  FitRows();
   view_.horizontalHeader()->setStretchLastSection(true);
   view_.horizontalHeader()->setHighlightSections(false);
 }
@@ -122,9 +124,18 @@ void QtGrid::SetSortMark(int column, bool descending) {
   heading.setSortIndicator(column, descending ? Qt::DescendingOrder : Qt::AscendingOrder);
 }
 
+// Rows that bear buttons are as high as these want to be.
+void QtGrid::FitRows() {
+  constexpr int kAction = 14, kPlain = 8;
+  const QModelIndex last = model_->index(0, model_->columnCount() - 1);
+  const int room = last.isValid() && model_->Traits(last).action ? kAction : kPlain;
+  view_.verticalHeader()->setDefaultSectionSize(view_.fontMetrics().height() + room);
+}
+
 void QtGrid::FitColumns() {
   constexpr int kWidest = 320;
   constexpr int kRoom = 16;
+  FitRows();
   const int character = view_.fontMetrics().averageCharWidth();
   for (int column = 0; column < model_->columnCount(); ++column) {
     const auto at = static_cast<std::size_t>(column);
@@ -225,7 +236,15 @@ void QtGrid::CellClicked(const QModelIndex& index) {
 bool QtGrid::LookAtKey(const QKeyEvent& event) {
   KeyEvent key = ToKeyEvent(event);
   KeyDown.Raise(key);
+  const bool enters = key.code == keys::kEnter && !key.AnyShift() && !IsEditing();
+  if (!key.handled && enters) ChooseRow(view_.currentIndex());
   return key.handled;
+}
+
+void QtGrid::ChooseRow(const QModelIndex& index) {
+  const CellTraits traits = model_->Traits(index);
+  // A button of the cell has had the click already.
+  if (index.isValid() && !traits.editable && !traits.action) RowChosen.Raise(index.row() + 1);
 }
 
 bool QtGrid::LookAtViewport(QEvent& event) {
@@ -240,8 +259,10 @@ bool QtGrid::LookAtViewport(QEvent& event) {
   if (event.type() == QEvent::MouseButtonRelease) {
     const auto& mouse = static_cast<const QMouseEvent&>(event);
     const QModelIndex index = view_.indexAt(mouse.pos());
-    const bool hit = index.isValid() && model_->Traits(index).button &&
-                     GridDelegate::ButtonRect(view_.visualRect(index)).contains(mouse.pos());
+    const CellTraits traits = model_->Traits(index);
+    const bool hit =
+        traits.action ||
+        (traits.button && GridDelegate::ButtonRect(view_.visualRect(index)).contains(mouse.pos()));
     if (hit) CellButton.Raise(index.row() + 1, index.column());
   }
   return false;

@@ -42,9 +42,11 @@ class QtGrid final : public QtControl<Grid> {
   void Commit(GridEdit edit);
   void CurrentMoved();
   void CellClicked(const QModelIndex& index);
+  void ChooseRow(const QModelIndex& index);
   void EditorClosed();
   bool LookAtKey(const QKeyEvent& event);
   bool LookAtViewport(QEvent& event);
+  void FitRows();
   void FitColumns();
 
   QTableView& view_;

@@ -1,13 +1,20 @@
 #include "platform/qt/QtMainWindow.h"
 
 #include <QApplication>
+#include <QDropEvent>
 #include <QGuiApplication>
 #include <QLabel>
 #include <QMdiSubWindow>
+#include <QMenu>
+#include <QMimeData>
 #include <QScreen>
+#include <QScrollArea>
+#include <QStackedWidget>
 #include <QStatusBar>
 #include <QStyle>
+#include <QTimer>
 #include <QToolBar>
+#include <QUrl>
 #include <algorithm>
 
 #include "platform/qt/LampWidget.h"
@@ -33,36 +40,111 @@ constexpr PanelLook kPanels[] = {
     {StatusPanel::baudRate, "Speed of the serial line in bits per second"},
 };
 
+// The first "&" marks the key; those of the file's name are of the name.
+QString MenuText(const std::string& caption) {
+  if (caption.empty()) return {};
+  QString text = ToQt(caption);
+  return text.replace(QLatin1Char('&'), QLatin1String("&&")).replace(0, 2, QLatin1String("&"));
+}
+
 const char* const kToolBarNames[] = {"tbStandard", "tbModule"};
 
 }  // namespace
 
 QtMainWindow::QtMainWindow(QtForms& forms, const Layout& layout, QMainWindow& window)
     : MainWindow(layout),
+      forms_(forms),
       window_(window),
       area_(window.findChild<QMdiArea*>(QStringLiteral("mdiArea"))),
-      watch_(window,
-             [this](QEvent& event) {
-               if (event.type() == QEvent::ApplicationPaletteChange) PaintArea();
-               if (event.type() != QEvent::Close || !window_.isVisible()) return false;
-               event.setAccepted(Close());
-               return true;
-             }),
+      watch_(window, [this](QEvent& event) { return LookAtWindow(event); }),
       commands_(window, layout) {
   ApplyIcons(window);
   // Behind a window that closes comes the one that was in front before it.
   area_->setActivationOrder(QMdiArea::ActivationHistoryOrder);
+  SetUpPages();
   SetUpStatusBar();
   SetUpRecentEntries();
+  SetUpWindowList();
   SetUpTheme();
   PaintArea();
+  window_.setAcceptDrops(true);
   QObject::connect(area_, &QMdiArea::subWindowActivated, &context_,
                    [&forms](const QMdiSubWindow* child) { forms.NoteActiveChild(child); });
 }
 
 QtMainWindow::~QtMainWindow() {
+  forms_.ForgetMain();
   window_.hide();
   window_.deleteLater();
+}
+
+bool QtMainWindow::LookAtWindow(QEvent& event) {
+  switch (event.type()) {
+    case QEvent::ApplicationPaletteChange:
+      PaintArea();
+      return false;
+    case QEvent::DragEnter:
+    case QEvent::Drop:
+      return LookAtDrag(static_cast<QDropEvent&>(event));
+    case QEvent::Close:
+      if (!window_.isVisible()) return false;
+      event.setAccepted(Close());
+      return true;
+    default:
+      return false;
+  }
+}
+
+bool QtMainWindow::LookAtDrag(QDropEvent& event) {
+  QStringList files;
+  for (const QUrl& url : event.mimeData()->urls()) {
+    if (url.isLocalFile()) files << url.toLocalFile();
+  }
+  if (files.isEmpty()) return false;
+  event.acceptProposedAction();
+  if (event.type() != QEvent::Drop) return true;
+  // Whoever the files come from waits for the drop to end.
+  for (const QString& file : files) {
+    QTimer::singleShot(0, &context_, [this, file] { FileDropped.Raise(FromQt(file)); });
+  }
+  return true;
+}
+
+// ---- the page
+
+void QtMainWindow::SetUpPages() {
+  stack_ = new QStackedWidget(&window_);
+  page_ = new QScrollArea(stack_);
+  page_->setObjectName(QStringLiteral("page"));
+  page_->setWidgetResizable(true);
+  page_->setFrameShape(QFrame::NoFrame);
+  page_->setFocusPolicy(Qt::NoFocus);
+  window_.takeCentralWidget();
+  stack_->addWidget(area_);
+  stack_->addWidget(page_);
+  window_.setCentralWidget(stack_);
+  area_->show();
+}
+
+void QtMainWindow::SetPage(QWidget* page) {
+  if (QWidget* const before = page_->takeWidget()) {
+    before->hide();
+    before->setParent(nullptr);
+  }
+  if (page != nullptr) page_->setWidget(page);
+}
+
+void QtMainWindow::CoverPage(bool covered) {
+  QWidget* const page = page_->widget();
+  QWidget* const front = covered || page == nullptr ? static_cast<QWidget*>(area_) : page_;
+  if (stack_->currentWidget() == front) return;
+  // A window that comes next looks at once how much room there is.
+  front->setGeometry(stack_->contentsRect());
+  stack_->setCurrentWidget(front);
+  if (front != page_) return;
+  QWidget* const last = page->focusWidget();
+  QWidget* const next = last != nullptr ? last : page->nextInFocusChain();
+  next->setFocus();
 }
 
 void QtMainWindow::SetUpStatusBar() {
@@ -110,6 +192,31 @@ void QtMainWindow::SetUpRecentEntries() {
   SetRecentEntries({});
 }
 
+// The windows that are open, below the entries of the menu's layout.
+void QtMainWindow::SetUpWindowList() {
+  auto* const menu = window_.findChild<QMenu*>(QStringLiteral("mnuWindow"));
+  QObject::connect(menu, &QMenu::aboutToShow, &context_, [this, menu] {
+    qDeleteAll(windowEntries_);
+    windowEntries_.clear();
+    QList<QMdiSubWindow*> children = area_->subWindowList();
+    children.removeIf([](const QMdiSubWindow* child) { return child->isHidden(); });
+    if (!children.isEmpty()) windowEntries_ << menu->addSeparator();
+    for (QMdiSubWindow* const child : children) {
+      QString title = child->windowTitle().remove(QLatin1String("[*]"));
+      title.replace(QLatin1Char('&'), QLatin1String("&&"));
+      auto* const entry =
+          menu->addAction(QStringLiteral("&%1 %2").arg(windowEntries_.size()).arg(title));
+      entry->setCheckable(true);
+      entry->setChecked(child == area_->activeSubWindow());
+      QObject::connect(entry, &QAction::triggered, child, [this, child] {
+        if (child->isMinimized()) child->showNormal();
+        area_->setActiveSubWindow(child);
+      });
+      windowEntries_ << entry;
+    }
+  });
+}
+
 void QtMainWindow::SetUpTheme() {
   auto* const dark = window_.findChild<QAction*>(QStringLiteral("viewDark"));
   dark->setChecked(IsDark());
@@ -153,7 +260,7 @@ void QtMainWindow::SetRecentEntries(const std::vector<std::string>& captions) {
     auto* const action = window_.findChild<QAction*>(QStringLiteral("recentFile_%1").arg(place));
     if (action == nullptr) break;
     const std::string caption = place < captions.size() ? captions[place] : std::string();
-    action->setText(ToQt(caption));
+    action->setText(MenuText(caption));
     action->setVisible(!caption.empty());
     any = any || !caption.empty();
   }

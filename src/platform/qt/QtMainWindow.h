@@ -10,7 +10,10 @@
 #include "platform/qt/EventWatch.h"
 #include "platform/qt/QtCommands.h"
 
+class QDropEvent;
 class QLabel;
+class QScrollArea;
+class QStackedWidget;
 
 namespace velmoor::qt {
 
@@ -47,6 +50,9 @@ class QtMainWindow final : public MainWindow {
   bool Close() override;
 
   [[nodiscard]] QMdiArea& Area() const { return *area_; }
+  // What fills the window while nothing covers it; null: nothing. The caller keeps `page`.
+  void SetPage(QWidget* page);
+  void CoverPage(bool covered);
   [[nodiscard]] QMainWindow& Window() const { return window_; }
 
  private:
@@ -57,18 +63,27 @@ class QtMainWindow final : public MainWindow {
   void SetUpRecentEntries();
   // The windows one below or beside the other, each no smaller than it can be read.
   void Tile(Qt::Orientation direction);
+  void SetUpWindowList();
   void SetUpTheme();
   void PaintArea();
+  void SetUpPages();
+  bool LookAtWindow(QEvent& event);
+  // Files alone, and those of this computer.
+  bool LookAtDrag(QDropEvent& event);
   void MoveOntoScreen();
 
+  QtForms& forms_;
   QMainWindow& window_;
   QMdiArea* area_;
+  QStackedWidget* stack_ = nullptr;  // the area, or the page in its stead
+  QScrollArea* page_ = nullptr;
   EventWatch watch_;
   std::string caption_;
   std::map<StatusPanel, QLabel*> panels_;
   std::unique_ptr<EventWatch> lineClicks_;
   LampWidget* lamp_ = nullptr;
   std::vector<std::string> recent_;
+  QList<QAction*> windowEntries_;
   QtCommands commands_;
   QObject context_;  // ends the connections with the window
   bool closing_ = false;

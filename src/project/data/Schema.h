@@ -39,6 +39,9 @@ struct Misc {
   static constexpr std::string_view kHomingOffset = "homing offset";
   static constexpr std::string_view kFormat = "format";         // the file's version
   static constexpr std::string_view kMotorSize = "motor size";  // watts; absent: not known
+  // Behind it the word of a tool, "transfer index": "sent 2026-03-01 14:05:09", or "read" and the
+  // moment.
+  static constexpr std::string_view kTransfer = "transfer ";
 };
 
 // The motion programme; always walked in the order of kId.
