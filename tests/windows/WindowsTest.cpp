@@ -31,6 +31,7 @@ class Windows : public ScreenSession {
   }
   void PositionDialogs();
   std::string DoubtfulProject();
+  std::string ProjectBehindAKill();
   // In the machine's window, up to what it would rescale.
   static void ChangeResolution();
 };
@@ -69,6 +70,13 @@ std::string Windows::DoubtfulProject() {
   }
   data.databases.Release(path);
   return path;
+}
+
+// Whose working file holds what was not saved.
+std::string Windows::ProjectBehindAKill() {
+  const std::string left = data.files.ReadAll(DoubtfulProject());
+  data.files.WriteDurably(data.folder.At("killed.tmp"), left);
+  return data.MakeProject("killed.spj");
 }
 
 TEST_F(Windows, ShowAllOfThemselves) {
@@ -122,8 +130,10 @@ TEST_F(Windows, ShowAllOfThemselves) {
     }
     (void)windows.boxes->Show(BoxKind::exclamation, BoxButtons::yesNoCancel, lines, "", nullptr);
   });
-  data.dialogs.answers.push_back(DoubtfulProject());
+  data.dialogs.answers.push_back(ProjectBehindAKill());
   data.boxes.Expect("has not been saved yet.", BoxAnswer::no);
+  Choose("mnuFileOpen", nothing);
+  data.dialogs.answers.push_back(DoubtfulProject());
   Choose("mnuFileOpen", nothing);
   for (const Layout* const layout : layouts::kAll) {
     EXPECT_TRUE(seen.contains(std::string(layout->name))) << layout->name;
