@@ -9,10 +9,13 @@
 #include "console/CommandContext.h"
 #include "console/ConsoleBoxes.h"
 #include "console/HardwareCommands.h"
+#include "console/LineCommands.h"
+#include "console/MonitorCommand.h"
 #include "console/OnlineCommands.h"
 #include "console/ParameterCommands.h"
 #include "console/RehearseCommand.h"
 #include "console/ReportCommand.h"
+#include "console/SetCommand.h"
 #include "console/SystemCommand.h"
 #include "console/TableOut.h"
 #include "console/TextCommands.h"
@@ -87,57 +90,6 @@ bool Import(const Context& context) {
   return work.Save();
 }
 
-// ---- values
-
-bool SetParameterValues(const Context& context) {
-  context.program.boxes.Agree(context.line.Has("yes"));
-  Work work(context);
-  if (!work.Open(context.Argument(1))) return false;
-  const std::vector<std::string> faults =
-      SetParameters(work.project(), std::span(context.line.Arguments()).subspan(2));
-  TellFaults(context, faults);
-  if (!faults.empty()) return false;
-  return work.Save();
-}
-
-bool IsParameterAssignment(const std::string& word) {
-  return word.starts_with("Pn");
-}
-
-// The assignments to the machine. Throws UsageError.
-std::vector<Assignment> MachineAssignments(std::span<const std::string> words) {
-  std::vector<Assignment> assignments;
-  for (const std::string& word : words) {
-    const std::size_t equals = word.find('=');
-    if (equals == std::string::npos) throw UsageError("'" + word + "' is no assignment");
-    const std::string name = word.substr(0, equals);
-    if (!IsSystemKey(name)) {
-      throw UsageError("'" + name +
-                       "' cannot be set: it is no parameter such as Pn81B, and none of "
-                       "system, measure, n1, n2, resolution, units, time, encoder and motor");
-    }
-    if (std::ranges::find(assignments, name, &Assignment::first) != assignments.end()) {
-      throw UsageError("'" + word + "' assigns a second time");
-    }
-    assignments.emplace_back(name, word.substr(equals + 1));
-  }
-  return assignments;
-}
-
-// The machine or parameters; not both in one command, which could not keep one of them only.
-bool Set(const Context& context) {
-  const auto words = std::span(context.line.Arguments()).subspan(2);
-  const auto parameters = std::ranges::count_if(words, IsParameterAssignment);
-  if (parameters == std::ssize(words)) return SetParameterValues(context);
-  if (parameters > 0) throw UsageError("Set the machine and parameters by one command each");
-  const std::vector<Assignment> assignments = MachineAssignments(words);
-  context.program.boxes.Agree(context.line.Has("yes"));
-  Work work(context);
-  if (!work.Open(context.Argument(1))) return false;
-  if (!SetSystem(work.project(), assignments)) return false;
-  return work.Save();
-}
-
 // ---- files
 
 bool New(const Context& context) {
@@ -168,17 +120,6 @@ Commands ProjectCommands() {
         {file, OneOf("TABLE", {"index", "zone", "jog"}), {.value = {"CSV", Kind::file}}},
         {"motor-size", "yes"}},
        Import},
-      {{"set",
-        "change the machine (system, measure, n1, n2, resolution, units, time, encoder, motor) or "
-        "parameters (Pn81B=12.5) and save; all or nothing",
-        {file,
-         {.value = {"NAME=VALUE",
-                    Kind::words,
-                    {"system=", "measure=", "n1=", "n2=", "resolution=", "units=", "time=",
-                     "encoder=", "motor="}},
-          .many = true}},
-        {"motor-size", "yes"}},
-       Set},
       {{"check",
         "print the values in doubt; --keep settles those that show one value and send "
         "another, and saves",
@@ -192,8 +133,9 @@ Commands ProjectCommands() {
 const Commands& AllCommands() {
   static const Commands kCommands = [] {
     Commands all = ProjectCommands();
-    for (const Commands& group : {TextCommands(), ReportCommands(), RehearseCommands(),
-                                  HardwareCommands(), OnlineCommands()}) {
+    for (const Commands& group :
+         {SetCommands(), TextCommands(), ReportCommands(), RehearseCommands(), HardwareCommands(),
+          MonitorCommands(), OnlineCommands(), LineCommands()}) {
       all.insert(all.end(), group.begin(), group.end());
     }
     return all;
@@ -259,6 +201,9 @@ std::vector<OptionEntry> Options() {
        {"LIST", Kind::words, FindingWords(), true}},
       {"read-only", "read a project of a newer version too, as far as this one knows it"},
       {"paper", "report on a4 or letter; a4 unless given", {"SIZE", Kind::words, {"a4", "letter"}}},
+      {"axes", "axes of the line, such as 0,3,A; all unless given", {"LIST"}},
+      {"from", "the axis whose set-up is copied", {"H"}},
+      {"to", "the axes that get it", {"LIST"}},
       {"json", "print JSON in the place of CSV: an array with an object a row"},
       {"yes",
        "agree to what would be asked: download, upload and reset overwrite data, report a file "

@@ -1,7 +1,6 @@
 #include "console/OnlineCommands.h"
 
 #include <algorithm>
-#include <bitset>
 #include <ostream>
 #include <string>
 #include <string_view>
@@ -11,7 +10,6 @@
 #include "link/DisplayError.h"
 #include "link/clsHX7Helix7.h"
 #include "online/AlarmReadings.h"
-#include "online/MonitoredItems.h"
 #include "online/TerminalScript.h"
 #include "platform/Events.h"
 #include "platform/Files.h"
@@ -22,9 +20,6 @@
 
 namespace velmoor {
 namespace {
-
-constexpr std::string_view kDefaultItems = "PUN,PER,NFB,TREF,STS";
-constexpr std::int64_t kMostPasses = 100'000'000;
 
 // ---- lines
 
@@ -112,87 +107,10 @@ bool Alarms(const Context& context) {
   return past >= 0;
 }
 
-// ---- values
-
-std::vector<MonitoredItem> ItemsOf(std::string_view list) {
-  std::vector<MonitoredItem> items;
-  for (std::size_t begin = 0; begin <= list.size();) {
-    const std::size_t end = std::min(list.find(',', begin), list.size());
-    const std::string word = UpperCase(list.substr(begin, end - begin));
-    const auto all = MonitoredItems();
-    const auto found = std::ranges::find_if(
-        all, [&word](const MonitoredItem& item) { return WordOf(item.command) == word; });
-    if (found == all.end()) {
-      std::string refusal = "'" + word + "' is none of";
-      for (const MonitoredItem& item : all) refusal.append(" ").append(WordOf(item.command));
-      throw UsageError(refusal);
-    }
-    items.push_back(*found);
-    begin = end + 1;
-  }
-  return items;
-}
-
-// Lines as their bits, the highest first; other values as they come.
-std::string ValueText(const MonitoredItem& item, std::int32_t value) {
-  if (item.kind != ValueKind::bits) return NumberText(value);
-  const std::string bits = std::bitset<32>(static_cast<std::uint32_t>(value)).to_string();
-  return Right(bits, static_cast<std::size_t>(item.bits));
-}
-
-// One line of values. False: one of them could not be read.
-bool PrintPass(TableOut& table, clsHX7Helix7& helix, const std::vector<MonitoredItem>& items,
-               std::chrono::milliseconds since) {
-  constexpr double kMillisecondsInSecond = 1000;
-  std::vector<std::string> cells{
-      MomentText(world().clock->Now()),
-      FixedText(static_cast<double>(since.count()) / kMillisecondsInSecond, 3)};
-  for (const MonitoredItem& item : items) {
-    std::int32_t value = 0;
-    const ResultCode result = helix.GetHelixValue(static_cast<std::int32_t>(item.command), value);
-    if (result != kSuccess) {
-      DisplayError(result, std::string(WordOf(item.command)) + " cannot be read!");
-      return false;
-    }
-    cells.push_back(ValueText(item, value));
-  }
-  table.Row(cells);
-  return true;
-}
-
-bool Monitor(const Context& context) {
-  (void)context.line.Required("port");
-  const std::vector<MonitoredItem> items =
-      ItemsOf(context.line.Value("items").value_or(std::string(kDefaultItems)));
-  const auto count = ParseWhole(context.line.Required("count"));
-  if (!count || *count < 1 || *count > kMostPasses) {
-    throw UsageError("--count takes a number of passes from 1");
-  }
-  Work work(context);
-  if (!work.Connect()) return false;
-  using Kind = JsonField::Kind;
-  std::vector<TableOut::Column> columns{{"time", Kind::text}, {"seconds", Kind::number}};
-  for (const MonitoredItem& item : items) {
-    columns.push_back({std::string(WordOf(item.command)),
-                       item.kind == ValueKind::bits ? Kind::text : Kind::number});
-  }
-  TableOut table(context, columns);
-  const std::chrono::milliseconds start = world().clock->Monotonic();
-  for (std::int64_t pass = 0; pass < *count; ++pass) {
-    if (work.session().StopProcedure()) return false;
-    const std::chrono::milliseconds since = world().clock->Monotonic() - start;
-    if (!PrintPass(table, *work.session().Helix7(), items, since) || !context.program.out)
-      return false;
-  }
-  return true;
-}
-
 }  // namespace
 
 Commands OnlineCommands() {
   return {
-      {{"monitor", "print values over time", {}, {"port", "axis", "items", "count", "json"}},
-       Monitor},
       {{"alarms", "print the alarm and the alarm history", {}, {"port", "axis", "json"}}, Alarms},
       {{"send",
         "send a line such as \"0PRM800\" and print the answer",

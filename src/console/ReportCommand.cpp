@@ -76,21 +76,25 @@ std::optional<WallTime> MomentOfEnvironment() {
 
 bool Report(const Context& context) {
   const std::string path = world().files->Absolute(context.line.Required("out"));
-  const PrintItems sections = ChosenSections(context.line.Value("sections"));
-  const Paper paper = ChosenPaper(context.line);
-  const auto moment = MomentOfEnvironment();
+  (void)ChosenSections(context.line.Value("sections"));
+  (void)ChosenPaper(context.line);
+  (void)MomentOfEnvironment();
   Work work(context);
-  if (!work.Open(context.Argument(1))) return false;
+  return work.Open(context.Argument(1)) && WriteReport(context, work, path);
+}
+
+}  // namespace
+
+bool WriteReport(const Context& context, Work& work, const std::string& path) {
   if (world().files->Exists(path)) RequireAgreement(context);
+  const PrintItems sections = ChosenSections(context.line.Value("sections"));
   rptHX7Main report;
   report.SetProject(work.project());
   report.SetPrintReportItems(sections);
   report.SetPrintCount(static_cast<std::int16_t>(std::ranges::count(sections, true)));
-  if (moment) report.SetMoment(*moment);
-  return WritePdf(work.project(), report.Run(), paper, path);
+  if (const auto moment = MomentOfEnvironment()) report.SetMoment(*moment);
+  return WritePdf(work.project(), report.Run(), ChosenPaper(context.line), path);
 }
-
-}  // namespace
 
 Commands ReportCommands() {
   return {{{"report",

@@ -122,7 +122,29 @@ HardwareConnection::Outcome HardwareConnection::GoOnline() {
   return Outcome::failed;
 }
 
+bool HardwareConnection::ReachFixed(const std::string& failure) {
+  clsHX7Helix7& helix = *session_.Helix7();
+  if (session_.IsOnline() && helix.Answers()) return true;
+  const std::string words = TryTwice(*fixed_);
+  if (words.empty()) {
+    TellOnline();
+    bool acknowledges = true;
+    // As a search does: what is written counts only with its acknowledge.
+    if (helix.AskAcknowledges(acknowledges) == kSuccess && !acknowledges) {
+      (void)helix.MakeItAcknowledge();
+    }
+    ForgetFailures();
+    return true;
+  }
+  const std::string lead = "Cannot go online!" + (failure.empty() ? "" : "  " + failure);
+  const std::string told = FailureText(lead + "\r" + words);
+  Leave();
+  ShowExclamation(told);
+  return false;
+}
+
 bool HardwareConnection::GoOnlineFor(const std::string& failure) {
+  if (fixed_) return ReachFixed(failure);
   const ResultCode result = Search([this] { return session_.Helix7()->GoOnline(false); });
   if (result == kSuccess) {
     if (!session_.IsOnline()) TellOnline();
@@ -216,11 +238,7 @@ bool HardwareConnection::MayLeaveForChange() {
 bool HardwareConnection::ConnectBy(const LineSettings& settings,
                                    const std::function<bool()>& prepare) {
   if (!MayLeaveForChange() || !prepare()) return false;
-  clsHX7Helix7& helix = *session_.Helix7();
-  helix.SetTimeOut(kSearchTimeOut);
-  std::string words = TryBy(settings);
-  for (int attempt = 1; attempt < kAttempts && !words.empty(); ++attempt) words = TryBy(settings);
-  helix.SetTimeOut(kTimeOut);
+  const std::string words = TryTwice(settings);
   if (!words.empty()) {
     TellOffline();
     ShowExclamation(
@@ -232,6 +250,15 @@ bool HardwareConnection::ConnectBy(const LineSettings& settings,
   motor_.Tell();
   ShowInformation("Settings changed and communications established successfully!");
   return true;
+}
+
+std::string HardwareConnection::TryTwice(const LineSettings& settings) {
+  clsHX7Helix7& helix = *session_.Helix7();
+  helix.SetTimeOut(kSearchTimeOut);
+  std::string words = TryBy(settings);
+  for (int attempt = 1; attempt < kAttempts && !words.empty(); ++attempt) words = TryBy(settings);
+  helix.SetTimeOut(kTimeOut);
+  return words;
 }
 
 std::string HardwareConnection::TryBy(const LineSettings& settings) {

@@ -51,6 +51,9 @@ class HardwareConnection {
   // For an operation: asks once where the session is online, and searches otherwise. False: nobody
   // was found, of which the user was told behind "Cannot go online!" and `failure`.
   [[nodiscard]] bool GoOnlineFor(const std::string& failure);
+  // From now on that is by these settings alone, without a search: on a line of many axes the
+  // time-outs of a search at other speeds would be spent on each of them.
+  void StayOn(const LineSettings& settings) { fixed_ = settings; }
   // The amplifier was told to restart: finds it again, at `rate` where that was changed. False: it
   // was not found, or not at that speed; the user was told.
   bool AwaitRestart(std::optional<std::int32_t> rate);
@@ -88,6 +91,9 @@ class HardwareConnection {
   void TellOnline();
   void TellOffline();
   [[nodiscard]] bool MayLeaveForChange();
+  [[nodiscard]] bool ReachFixed(const std::string& failure);
+  // The same twice.
+  [[nodiscard]] std::string TryTwice(const LineSettings& settings);
   // The words of the failure, empty when it is connected.
   [[nodiscard]] std::string TryBy(const LineSettings& settings);
   [[nodiscard]] bool Take(const LineSettings& settings);
@@ -100,6 +106,7 @@ class HardwareConnection {
   AlarmReading alarm_;  // while the state is that of an alarm
   bool suspect_ = false;
   int tries_ = 0;  // of the search under way
+  std::optional<LineSettings> fixed_;
   MotorMatch motor_{session_, desk_};
   Connections device_, project_;
 };
