@@ -8,24 +8,15 @@ namespace velmoor {
 namespace {
 
 constexpr std::pair<std::string_view, FaultKind> kNames[] = {
-    {"silence", FaultKind::silence},
-    {"no-answer", FaultKind::noAnswer},
-    {"late", FaultKind::lateAnswer},
-    {"altered-echo", FaultKind::alteredEcho},
-    {"no-delimiter", FaultKind::noDelimiter},
-    {"ng", FaultKind::notGood},
-    {"alarm-answer", FaultKind::alarmAnswer},
-    {"junk-error", FaultKind::junkError},
-    {"zero-error", FaultKind::zeroError},
-    {"device-error", FaultKind::deviceError},
-    {"wrong-answer", FaultKind::wrongAnswer},
-    {"no-line-end", FaultKind::noLineEnd},
-    {"half-line", FaultKind::halfLine},
-    {"garbage", FaultKind::garbage},
-    {"value-answer", FaultKind::valueAnswer},
-    {"unkept", FaultKind::unkept},
-    {"restart", FaultKind::restart},
-    {"hang-up", FaultKind::hangUp}};
+    {"silence", FaultKind::silence},          {"no-answer", FaultKind::noAnswer},
+    {"late", FaultKind::lateAnswer},          {"altered-echo", FaultKind::alteredEcho},
+    {"no-delimiter", FaultKind::noDelimiter}, {"ng", FaultKind::notGood},
+    {"alarm-answer", FaultKind::alarmAnswer}, {"junk-error", FaultKind::junkError},
+    {"zero-error", FaultKind::zeroError},     {"device-error", FaultKind::deviceError},
+    {"wrong-answer", FaultKind::wrongAnswer}, {"no-line-end", FaultKind::noLineEnd},
+    {"half-line", FaultKind::halfLine},       {"garbage", FaultKind::garbage},
+    {"value-answer", FaultKind::valueAnswer}, {"unkept", FaultKind::unkept},
+    {"restart", FaultKind::restart},          {"hang-up", FaultKind::hangUp}};
 
 constexpr int kSpent = -1;  // in place of a count
 

@@ -237,7 +237,8 @@ const ProgramTable& ConsoleTable() {
 int RunCommand(const CommandLine& line, const ConsoleProgram& program) {
   const std::string& name = line.Arguments().front();
   const auto command = std::ranges::find_if(
-      AllCommands(), [&name](const ConsoleCommand& candidate) { return candidate.entry.name == name; });
+      AllCommands(),
+      [&name](const ConsoleCommand& candidate) { return candidate.entry.name == name; });
   const bool done = command->run({line, program});
   return done && program.boxes.Failures() == 0 ? kDone : kFailed;
 }

@@ -220,9 +220,9 @@ TEST_F(ProjectText, CarriesWhatNobodyCouldHaveTyped) {
   EXPECT_EQ(Exported(other), text);
   EXPECT_EQ(Run({"check", other}), 1);
   EXPECT_EQ(out.str(),
-            "row,field,doubt,shown,sent,meaning\n"
-            "Index Table step 1,Event,unknown,,SEL9T1,SEL9T1\n"
-            "Pn100,,outside,,5000,5000\n");
+            "row,field,doubt,shown,sent,meaning,limits\n"
+            "Index Table step 1,Event,unknown,,SEL9T1,SEL9T1,\n"
+            "Pn100,Speed loop gain,outside,,5000,5000,1 to 2000 Hz\n");
 }
 
 }  // namespace

@@ -12,6 +12,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScreen>
+#include <QScrollArea>
 #include <QScrollBar>
 #include <QSizeGrip>
 #include <QStyleOptionComboBox>
@@ -41,7 +42,14 @@ QString NameOf(const QWidget& widget) {
 
 // ---- the window
 
+// The page behind the windows scrolls as a whole where it has no room.
+bool Scrolls(const QWidget& page) {
+  const QWidget* const view = page.parentWidget();
+  return view != nullptr && qobject_cast<const QScrollArea*>(view->parentWidget()) != nullptr;
+}
+
 QString ScreenFault(const QWidget& window) {
+  if (Scrolls(window)) return {};
   const QRect room = window.screen()->availableGeometry();
   const QSize needed = window.size() + kFrame;
   if (needed.width() > room.width() || needed.height() > room.height()) {
