@@ -1,6 +1,8 @@
 // The communications window with ports to choose from: what stands behind each, adapters, the
 // simulated amplifier, and a search while offline.
 
+#include <algorithm>
+
 #include "AppSession.h"
 #include "FakeSerialPorts.h"
 #include "platform/Numbers.h"
@@ -19,9 +21,9 @@ class Communications : public AppSession {
   ~Communications() override { data.world.serialPorts = nullptr; }
   // The user is done with `user` and cancels, where the window did not close before.
   void Open(const std::function<void(headless::HeadlessForm&)>& user) {
-    data.forms.OnShow("frmCommunications", [user](headless::HeadlessForm& form) {
+    data.forms.OnShow("frmCommunications", [this, user](headless::HeadlessForm& form) {
       user(form);
-      if (form.IsShown()) form.Press("cmdCancel");
+      if (std::ranges::count(data.forms.Shown(), &form) > 0) form.Press("cmdCancel");
     });
     Main().Choose("mnuToolsCommunicationsSettings");
   }

@@ -1,4 +1,6 @@
 // The window of the index table with a user at it.
+#include <algorithm>
+
 #include <gmock/gmock.h>
 
 #include "TableSession.h"
@@ -271,9 +273,10 @@ class IndexDialogs : public IndexWindow {
   void F9(int row, int column, const std::string& dialog,
           const std::function<void(HeadlessForm&)>& work) {
     Grid().GoTo(row, column);
-    data.forms.OnShow(dialog, [work](HeadlessForm& shown) {
+    data.forms.OnShow(dialog, [this, work](HeadlessForm& shown) {
       work(shown);
-      if (shown.IsShown()) shown.Press("cmdOK");
+      // One that has closed is gone.
+      if (std::ranges::count(data.forms.Shown(), &shown) > 0) shown.Press("cmdOK");
     });
     form->PressKey("vsFG", {.code = keys::kF9});
   }
