@@ -1,5 +1,7 @@
 #include "console/CommandContext.h"
 
+#include <algorithm>
+
 #include <ostream>
 
 #include "console/ConsoleBoxes.h"
@@ -47,6 +49,16 @@ bool Work::Save() {
   }
   project().Save();
   return true;
+}
+
+std::vector<std::string> SplitAtCommas(std::string_view list) {
+  std::vector<std::string> items;
+  for (std::size_t begin = 0; begin <= list.size();) {
+    const std::size_t end = std::min(list.find(',', begin), list.size());
+    items.emplace_back(list.substr(begin, end - begin));
+    begin = end + 1;
+  }
+  return items;
 }
 
 std::string DecimalHint(const std::string& value) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "console/Commands.h"
@@ -63,6 +64,9 @@ class Work {
   std::string givenSize_;  // of the motor, by --motor-size; empty: as the project says
   bool started_ = false;
 };
+
+// The items of a list such as "index,zone", blanks around them and empty ones included.
+[[nodiscard]] std::vector<std::string> SplitAtCommas(std::string_view list);
 
 // What to say besides where `value` was refused: for a number with a comma before its decimals that
 // a point is meant, else nothing.

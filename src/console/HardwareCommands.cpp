@@ -28,16 +28,13 @@ namespace {
 // The items of "index,zone" in the order of an upload.
 std::vector<Tool> ItemsNamed(const std::string& list) {
   std::vector<Tool> wanted;
-  for (std::size_t begin = 0; begin <= list.size();) {
-    const std::size_t end = std::min(list.find(',', begin), list.size());
-    const std::string name = list.substr(begin, end - begin);
+  for (const std::string& name : SplitAtCommas(list)) {
     const auto* const item = std::ranges::find_if(
         kUploadOrder, [&name](Tool tool) { return InfoOf(tool).word == name; });
     if (item == kUploadOrder.end()) {
       throw UsageError("'" + name + "' is none of index, zone, jog, parameters and system");
     }
     wanted.push_back(*item);
-    begin = end + 1;
   }
   std::vector<Tool> tools;
   for (const Tool tool : kUploadOrder) {

@@ -15,13 +15,11 @@ namespace velmoor {
 
 std::vector<LineAxis> AxesNamed(const LineFile& line, const std::string& list) {
   std::vector<LineAxis> axes;
-  for (std::size_t begin = 0; begin <= list.size();) {
-    const std::size_t end = std::min(list.find(',', begin), list.size());
-    const std::string address = UpperCase(Trim(list.substr(begin, end - begin)));
+  for (const std::string& item : SplitAtCommas(list)) {
+    const std::string address = UpperCase(Trim(item));
     const auto axis = std::ranges::find(line.axes, address, &LineAxis::address);
     if (axis == line.axes.end()) throw UsageError("The line has no axis '" + address + "'");
     if (std::ranges::find(axes, address, &LineAxis::address) == axes.end()) axes.push_back(*axis);
-    begin = end + 1;
   }
   return axes;
 }

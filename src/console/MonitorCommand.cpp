@@ -20,9 +20,8 @@ constexpr std::int64_t kMostPasses = 100'000'000;
 
 std::vector<MonitoredItem> ItemsOf(std::string_view list) {
   std::vector<MonitoredItem> items;
-  for (std::size_t begin = 0; begin <= list.size();) {
-    const std::size_t end = std::min(list.find(',', begin), list.size());
-    const std::string word = UpperCase(list.substr(begin, end - begin));
+  for (const std::string& name : SplitAtCommas(list)) {
+    const std::string word = UpperCase(name);
     const auto all = MonitoredItems();
     const auto found = std::ranges::find_if(
         all, [&word](const MonitoredItem& item) { return WordOf(item.command) == word; });
@@ -32,7 +31,6 @@ std::vector<MonitoredItem> ItemsOf(std::string_view list) {
       throw UsageError(refusal);
     }
     items.push_back(*found);
-    begin = end + 1;
   }
   return items;
 }

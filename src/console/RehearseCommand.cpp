@@ -21,16 +21,16 @@ constexpr std::int64_t kMostPasses = 1000;
 // The kinds of a list such as "dwell,speed". Throws UsageError.
 std::set<std::string> IgnoredKinds(const Context& context) {
   std::set<std::string> ignored;
-  const std::string list = context.line.Value("ignore").value_or("");
-  for (std::size_t begin = 0; begin < list.size();) {
-    const std::size_t end = std::min(list.find(',', begin), list.size());
-    const std::string word = LowerCase(Trim(std::string_view(list).substr(begin, end - begin)));
-    const std::vector<std::string> known = FindingWords();
+  const std::vector<std::string> known = FindingWords();
+  std::vector<std::string> items = SplitAtCommas(context.line.Value("ignore").value_or(""));
+  // An empty list names none, and a comma may end one.
+  if (items.back().empty()) items.pop_back();
+  for (const std::string& item : items) {
+    const std::string word = LowerCase(Trim(item));
     if (std::ranges::find(known, word) == known.end()) {
       throw UsageError("'" + word + "' is no kind of finding");
     }
     ignored.insert(word);
-    begin = end + 1;
   }
   return ignored;
 }

@@ -31,16 +31,14 @@ PrintItems ChosenSections(const std::optional<std::string>& list) {
     chosen.fill(true);
     return chosen;
   }
-  for (std::size_t begin = 0; begin <= list->size();) {
-    const std::size_t end = std::min(list->find(',', begin), list->size());
-    const std::string word = LowerCase(Trim(std::string_view(*list).substr(begin, end - begin)));
+  for (const std::string& name : SplitAtCommas(*list)) {
+    const std::string word = LowerCase(Trim(name));
     const auto items = ReportItems();
     const auto found = std::ranges::find(items, word, &ReportItem::word);
     if (found == items.end()) {
       throw UsageError("'" + word + "' is no section: --sections takes " + SectionWords());
     }
     chosen[static_cast<std::size_t>(found - items.begin())] = true;
-    begin = end + 1;
   }
   return chosen;
 }
