@@ -72,11 +72,13 @@ void CheckReadable(const std::string& workingFile, const std::string& templatePa
 
 std::vector<LaidAnew> BringUpToDate(const std::string& workingFile,
                                     const std::string& templatePath) {
-  if (VersionOf(*OpenForWriting(workingFile)) < schema::kFormatVersion) {
-    AddMissingColumns(workingFile, templatePath);
-  }
-  const auto project = OpenForWriting(workingFile);
+  auto project = OpenForWriting(workingFile);
   const std::int64_t version = VersionOf(*project);
+  if (version < schema::kFormatVersion) {
+    project.reset();
+    AddMissingColumns(workingFile, templatePath);
+    project = OpenForWriting(workingFile);
+  }
   try {
     for (std::int64_t from = version; from < schema::kFormatVersion; ++from) {
       kSteps[from - kFirst](*project);
