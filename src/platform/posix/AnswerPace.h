@@ -2,8 +2,8 @@
 //
 // Waking for every character is most of the cost of an exchange. This class knows the line that was
 // written, whether lines are echoed, and the shortest answer that each kind of command ever got,
-// and so how many characters must still come. It judges only; a wrong guess delays one answer by a
-// few characters and harms nothing.
+// the repeated row apart, and so how many characters must still come. It judges only; a wrong guess
+// delays one answer by a few characters and harms nothing.
 #pragma once
 
 #include <cstddef>
@@ -26,9 +26,9 @@ class AnswerPace {
   // The command without axis, digits and value: what decides the form of its answer.
   static std::string KindOf(std::string_view line);
 
-  std::map<std::string, std::size_t, std::less<>> shortestAnswers_;
-  std::string written_;       // until its answer is in
-  std::size_t shortest_ = 0;  // expected of that answer
+  std::map<std::string, std::size_t, std::less<>> shortestAnswers_;  // without the repeated digits
+  std::string written_;                                              // until its answer is in
+  std::size_t shortest_ = 0;                                         // expected of that answer
   bool awaitsEcho_ = false;
   bool echoes_ = false;  // the last line was echoed
 };
