@@ -24,7 +24,7 @@ frmDialogStop::frmDialogStop(const clsHX7Procedure& procedure, std::string strCa
     : procedure_(procedure),
       strCaption_(std::move(strCaption)),
       blnShowCurrent_(blnShowCurrent),
-      start_(world().clock->Monotonic()) {}
+      start_(WorkTime()) {}
 
 void frmDialogStop::FormLoad() {
   form().SetCaption(strCaption_);
@@ -49,7 +49,7 @@ void frmDialogStop::UpdateProgress() {
 }
 
 void frmDialogStop::UpdateTimes() {
-  const std::chrono::milliseconds elapsed = world().clock->Monotonic() - start_;
+  const std::chrono::milliseconds elapsed = WorkTime() - start_;
   std::string text = "Elapsed: " + MinutesText(elapsed);
   const int left = procedure_.Steps - procedure_.Finished;
   if (procedure_.Finished >= kStepsForEstimate && left > 0) {

@@ -4,6 +4,7 @@
 #include <array>
 #include <vector>
 
+#include "app/ConnectionMenu.h"
 #include "app/frmMain.h"
 #include "link/AxisScan.h"
 #include "link/BaudRates.h"
@@ -18,8 +19,11 @@ namespace {
 
 constexpr int kImplementedProtocol = 1;
 constexpr std::array<int, 5> kEchoProtocols{1, 3, 4, 6, 7};
-constexpr std::size_t kLongestName = 16;  // of a device, in the choice of its port
 constexpr const char* kNoAdapter = "No adapter found";
+
+std::size_t Place(int row) {
+  return static_cast<std::size_t>(row) - 1;
+}
 
 std::vector<std::string> AllAxes() {
   std::vector<std::string> axes;
@@ -27,25 +31,9 @@ std::vector<std::string> AllAxes() {
   return axes;
 }
 
-const char* StateWord(PortState state) {
-  switch (state) {
-    case PortState::free:
-      return "free";
-    case PortState::missing:
-      return "absent";
-    case PortState::busy:
-      return "in use";
-    default:
-      return "no access";
-  }
-}
-
-// "COM1: ttyUSB0, free"
-std::string PortCaption(std::int16_t com, const PortLook& look) {
-  std::string name = look.name;
-  if (name.size() > kLongestName) name = name.substr(0, kLongestName - 3) + "...";
-  return "COM" + std::to_string(com + 1) + ": " + name + ", " + StateWord(look.state);
-}
+enum Column { kPort, kDevice, kState, kColumns };
+constexpr std::array<const char*, kColumns> kHeadings{"Port", "Device", "State"};
+constexpr std::array<int, kColumns> kWidths{22, 26, 12};
 
 }  // namespace
 
@@ -55,7 +43,14 @@ void frmCommunications::FormLoad() {
   iIndexCOM = main_.COM();
   iIndexBaudRate = static_cast<std::int16_t>(GetBaudRateIndex(main_.BaudRate()));
   ui().optProtocol.SetValue(iIndexProtocol);
-  ui().optComPort.SetValue(iIndexCOM);
+  Grid& ports = ui().vsPorts;
+  ports.Bind(this);
+  for (int column = 0; column < kColumns; ++column) {
+    ports.SetColumnWidth(column, kWidths.at(static_cast<std::size_t>(column)));
+  }
+  ports.SetColumnShare(kDevice);
+  ports.SetRowsInSight(Rows() - 1);
+  ports.SetCurrent(iIndexCOM + 1, kPort);
   ui().optBaudRate.SetValue(iIndexBaudRate);
   ComboBox& cmbAxes = ui().cmbAxes;
   cmbAxes.SetItems(AllAxes());
@@ -64,12 +59,24 @@ void frmCommunications::FormLoad() {
   ui().lblQuery.SetText("");
   ShowPorts();
   Connect();
+  if (searchAtOnce_) tmrSearch_->SetEnabled(true);
 }
 
 void frmCommunications::Connect() {
-  connections_ += ui().optComPort.Click.Connect([this](int index) {
-    iIndexCOM = static_cast<std::int16_t>(index);
+  connections_ += ui().vsPorts.RowColChange.Connect([this] {
+    if (ui().vsPorts.Row() < 1) return;
+    iIndexCOM = static_cast<std::int16_t>(ui().vsPorts.Row() - 1);
     ShowChosenPort();
+  });
+  connections_ += ui().vsPorts.RowChosen.Connect([this](int) { cmdConnect_Click(); });
+  connections_ += ui().vsPorts.Tip.Connect([this](int row, int, std::string& tip) {
+    if (row >= 1 && row <= static_cast<int>(looks_.size())) tip = looks_[Place(row)].device;
+  });
+  tmrSearch_ = world().forms->NewTimer();
+  tmrSearch_->SetInterval(std::chrono::milliseconds(1));
+  connections_ += tmrSearch_->Tick.Connect([this] {
+    tmrSearch_->SetEnabled(false);
+    cmdGetAxes_Click();
   });
   connections_ += ui().optBaudRate.Click.Connect(
       [this](int index) { iIndexBaudRate = static_cast<std::int16_t>(index); });
@@ -93,12 +100,11 @@ void frmCommunications::DisableUnimplementedOptions() {
 
 void frmCommunications::ShowPorts() {
   SerialPorts* const ports = world().serialPorts;
-  OptionGroup& choices = ui().optComPort;
-  choices.SetChoiceEnabled(kSimulatedPort, ports != nullptr);
+  ui().vsPorts.SetRowHidden(kSimulatedPort + 1, ports == nullptr);
   if (ports == nullptr) return;
-  for (std::int16_t com = 0; com < kSerialPorts; ++com) {
-    choices.SetChoiceCaption(com, PortCaption(com, ports->Look(com)));
-  }
+  looks_.clear();
+  for (std::int16_t com = 0; com < kSerialPorts; ++com) looks_.push_back(ports->Look(com));
+  ui().vsPorts.Refresh();
   adapters_ = ports->Adapters();
   std::vector<std::string> names;
   for (const SerialAdapter& adapter : adapters_) {
@@ -110,6 +116,30 @@ void frmCommunications::ShowPorts() {
   cmbAdapters.SetItems(names);
   cmbAdapters.SetListIndex(0);
   ShowChosenPort();
+}
+
+int frmCommunications::Columns() const {
+  return kColumns;
+}
+
+std::string frmCommunications::Text(int row, int column) const {
+  if (row == 0) return kHeadings.at(static_cast<std::size_t>(column));
+  const bool simulated = row == kSimulatedPort + 1;
+  if (column == kPort) return simulated ? "Simulated amplifier" : "COM" + std::to_string(row);
+  if (simulated) return column == kDevice ? "of this program" : "free";
+  if (looks_.empty()) return {};
+  const PortLook& look = looks_[Place(row)];
+  return column == kDevice ? DeviceName(look) : StateWord(look.state);
+}
+
+CellTraits frmCommunications::Traits(int row, int column) const {
+  CellTraits traits;
+  if (column != kState || row > static_cast<int>(looks_.size())) return traits;
+  const PortState state = looks_[Place(row)].state;
+  traits.tone = state == PortState::free      ? Tone::good
+                : state == PortState::missing ? Tone::faint
+                                              : Tone::alarm;
+  return traits;
 }
 
 void frmCommunications::ShowChosenPort() {
@@ -151,11 +181,7 @@ LineSettings frmCommunications::Chosen() const {
 }
 
 bool frmCommunications::StartSimulatorIfChosen() {
-  if (iIndexCOM != kSimulatedPort || world().serialPorts == nullptr) return true;
-  const BusyPointer busy;
-  const std::string reason = world().serialPorts->StartSimulator(GetBaudRate(iIndexBaudRate));
-  if (!reason.empty()) ShowExclamation(reason);
-  return reason.empty();
+  return frmMain::StartSimulatorBehind(iIndexCOM, GetBaudRate(iIndexBaudRate));
 }
 
 void frmCommunications::cmdGetAxes_Click() {
@@ -196,6 +222,7 @@ std::optional<std::vector<std::string>> frmCommunications::Search() {
 }
 
 void frmCommunications::EnableBesideSearch(bool bState) {
+  ui().vsPorts.SetEnabled(bState);
   for (Button* const button :
        {&ui().cmdGetAxes, &ui().cmdConnect, &ui().cmdRefresh, &ui().cmdBind}) {
     button->SetEnabled(bState);

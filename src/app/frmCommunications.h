@@ -12,6 +12,7 @@
 
 #include "layouts/frmCommunications.h"
 #include "operations/HardwareConnection.h"
+#include "platform/Grid.h"
 #include "platform/SerialPorts.h"
 #include "windows/Window.h"
 
@@ -19,10 +20,12 @@ namespace velmoor {
 
 class frmMain;
 
-class frmCommunications final : public WindowOf<layouts::frmCommunications> {
+class frmCommunications final : public WindowOf<layouts::frmCommunications>,
+                                private ReadOnlyGridSource {
  public:
-  // `main` must outlive the window.
-  explicit frmCommunications(frmMain& main) : main_(main) {}
+  // `main` must outlive the window;
+  // `search`: for axes, as soon as the window is there.
+  frmCommunications(frmMain& main, bool search) : main_(main), searchAtOnce_(search) {}
 
  protected:
   void FormLoad() override;
@@ -37,6 +40,11 @@ class frmCommunications final : public WindowOf<layouts::frmCommunications> {
   std::optional<std::vector<std::string>> Search();
   // False after an exclamation.
   bool StartSimulatorIfChosen();
+  // The list of the ports: a row each, the simulated one last.
+  [[nodiscard]] int Rows() const override { return kSimulatedPort + 2; }
+  [[nodiscard]] int Columns() const override;
+  [[nodiscard]] std::string Text(int row, int column) const override;
+  [[nodiscard]] CellTraits Traits(int row, int column) const override;
   void ShowPorts();
   void ShowChosenPort();
   void cmdBind_Click();
@@ -55,6 +63,9 @@ class frmCommunications final : public WindowOf<layouts::frmCommunications> {
   std::int16_t iIndexProtocol = 1;
   std::string sAxis;
   std::vector<SerialAdapter> adapters_;
+  std::vector<PortLook> looks_;  // of the ports that devices stand behind
+  std::unique_ptr<Timer> tmrSearch_;
+  bool searchAtOnce_ = false;
   bool searching_ = false;
   bool stopSearch_ = false;
 };

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "app/ConnectionMenu.h"
 #include "app/HelpTopics.h"
 #include "platform/Events.h"
 #include "platform/Form.h"
@@ -76,7 +77,17 @@ void frmMain::MDIForm_Load() {
 }
 
 void frmMain::ConnectWindow() {
-  commandConnections_ = ui_.commands.OnChosen([this](MainCommand command) { OnCommand(command); });
+  commandConnections_ = ui_.commands.OnChosen([this](MainCommand command) {
+    switch (command) {
+      case MainCommand::mnuConnectionCancel:
+        // While the search runs, which is a command itself.
+        return SetStopProcedure(true);
+      case MainCommand::mnuToolsConnection:
+        return ShowConnectionMenu(ui_, intCOM, lngBaudRate);
+      default:
+        OnCommand(command);
+    }
+  });
   connections_ += window_->RecentChosen.Connect([this](int place) { OpenRecent(place); });
   connections_ +=
       window_->FileDropped.Connect([this](const std::string& path) { OnFileDropped(path); });
@@ -133,7 +144,8 @@ const std::vector<frmMain::CommandEntry>& frmMain::Commands() {
       {mnuModuleEditor, &Handle<&frmMain::mnuModuleEditor_Click>},
       {mnuToolsOnline, &Handle<&frmMain::mnuToolsOnline_Click>},
       {mnuToolsOffline, [](frmMain& window) { window.operations_.connection.GoOffline(); }},
-      {mnuToolsCommunicationsSettings, &Handle<&frmMain::CommunicationsSettingsOpen>},
+      {mnuToolsCommunicationsSettings,
+       [](frmMain& window) { window.CommunicationsSettingsOpen(); }},
       {mnuToolsMonitoring, &Handle<&frmMain::mnuToolsMonitoring_Click>},
       {mnuToolsTerminal, &Handle<&frmMain::mnuToolsTerminal_Click>},
       {mnuToolsServoJog, &Handle<&frmMain::mnuToolsServoJog_Click>},
@@ -197,7 +209,7 @@ void frmMain::OnCommand(MainCommand command) {
   const auto& commands = Commands();
   const auto entry = std::ranges::find(commands, command, &CommandEntry::command);
   RunCommand(TrapPrefix(command), [this, command, &commands, entry] {
-    if (entry == commands.end()) return RunToolCommand(command);
+    if (entry == commands.end()) return RunConnectionCommand(command) || RunToolCommand(command);
     entry->run(*this);
     return true;
   });

@@ -95,6 +95,10 @@ class frmMain final : public SessionState, private Desk {
   // A command line from another process, with or without quotes around it.
   void ParseCommand(const std::string& sCommand);
 
+  // Starts the simulated amplifier where the port is its own. False: it did not start, of which the
+  // user was told.
+  [[nodiscard]] static bool StartSimulatorBehind(std::int16_t com, std::int32_t bitsPerSecond);
+
   // The operations on the amplifier, which the window drives.
   [[nodiscard]] Operations& Hardware() { return operations_; }
 
@@ -207,6 +211,7 @@ class frmMain final : public SessionState, private Desk {
   void SearchEnds() override;
   void StatusTold(const std::string& text) override { UpdateStatusText(text); }
   void LineChanged(LineState state) override;
+  void ShowLine();
   void DifferencesFound(const std::vector<PartComparison>& parts) override;
   void DoubtsFound(clsHX7Project& project) override;
   [[nodiscard]] bool IsAttended() const override { return true; }
@@ -215,7 +220,11 @@ class frmMain final : public SessionState, private Desk {
   void WatchWhileIdle();
   void ReadFromRegistryWatchSettings();
   void mnuToolsIdleWatch_Click();
-  void CommunicationsSettingsOpen();
+  void ConnectByHandIf(HardwareConnection::Outcome outcome);
+  // Ports and speeds of the menu of the connection. False: no such command.
+  bool RunConnectionCommand(MainCommand command);
+  // `search`: for axes, at once.
+  void CommunicationsSettingsOpen(bool search = false);
   void clsProject_ResolutionDataInvalidated(const std::string& strItems);
 
   // ---- transfers, comparing (frmMainTransfers.cpp)

@@ -1,9 +1,12 @@
 // What operations tell: the progress dialog, the status bar, and the windows that follow them.
 
+#include "app/ConnectionMenu.h"
 #include "app/frmCompare.h"
 #include "app/frmDoubts.h"
 #include "app/frmMain.h"
+#include "platform/Events.h"
 #include "platform/MessageBoxes.h"
+#include "platform/SerialPorts.h"
 #include "platform/Settings.h"
 #include "platform/Trapped.h"
 #include "platform/World.h"
@@ -46,6 +49,7 @@ void frmMain::SearchGoesOn(std::int32_t bitsPerSecond, const std::string& axis, 
   // The start looks for a motor, and is offline all the while.
   if (!started_) return;
   window_->SetPanel(StatusPanel::line, text);
+  window_->SetPanel(StatusPanel::connection, "Trying " + std::to_string(bitsPerSecond));
   if (tries < 2) return;
   if (!clsProcedure) {
     clsProcedure = std::make_unique<clsHX7Procedure>();
@@ -58,14 +62,19 @@ void frmMain::SearchGoesOn(std::int32_t bitsPerSecond, const std::string& axis, 
 void frmMain::SearchEnds() {
   if (searchShown_) clsProcedure.reset();
   searchShown_ = false;
+  ShowLine();
+}
+
+void frmMain::ShowLine() {
   window_->SetPanel(StatusPanel::line, operations_.connection.StateText());
+  window_->SetPanel(StatusPanel::connection, operations_.connection.ConnectionText());
 }
 
 void frmMain::LineChanged(LineState state) {
   static constexpr std::array<Tone, 5> kTones{Tone::faint, Tone::busy, Tone::good, Tone::alarm,
                                               Tone::faint};
   window_->SetStatusTone(kTones[static_cast<std::size_t>(state)]);
-  window_->SetPanel(StatusPanel::line, operations_.connection.StateText());
+  ShowLine();
   const bool known = state == LineState::online || state == LineState::alarm;
   if (state != LineState::searching) {
     window_->SetPanel(StatusPanel::model, known ? clsHelix7->ServoModel() : std::string());
@@ -87,10 +96,43 @@ void frmMain::StartHelix7() {
   operations_.FollowDevice();
 }
 
-void frmMain::CommunicationsSettingsOpen() {
-  OpenModalTool(ToolWindow::communicationsSettings, "Main.CommunicationsSettingsOpen: ", [this] {
-    (void)frmCommunications(*this).Show(FormMode::modal);
-  });
+// ---- the user's choice of a connection
+
+bool frmMain::StartSimulatorBehind(std::int16_t com, std::int32_t bitsPerSecond) {
+  if (com != kSimulatedPort || world().serialPorts == nullptr) return true;
+  const BusyPointer busy;
+  const std::string reason = world().serialPorts->StartSimulator(bitsPerSecond);
+  if (!reason.empty()) ShowExclamation(reason);
+  return reason.empty();
+}
+
+void frmMain::CommunicationsSettingsOpen(bool search) {
+  OpenModalTool(ToolWindow::communicationsSettings, "Main.CommunicationsSettingsOpen: ",
+                [this, search] { (void)frmCommunications(*this, search).Show(FormMode::modal); });
+}
+
+void frmMain::ConnectByHandIf(HardwareConnection::Outcome outcome) {
+  if (outcome == HardwareConnection::Outcome::byHand) CommunicationsSettingsOpen();
+}
+
+void frmMain::mnuToolsOnline_Click() {
+  ConnectByHandIf(operations_.connection.GoOnline());
+}
+
+bool frmMain::RunConnectionCommand(MainCommand command) {
+  if (const auto com = PortOfCommand(command)) {
+    ConnectByHandIf(operations_.connection.GoOnlineAt(*com));
+    return true;
+  }
+  if (const auto rate = RateOfCommand(command)) {
+    const LineSettings settings{.com = COM(), .bitsPerSecond = *rate, .axis = Axis()};
+    (void)operations_.connection.ConnectBy(
+        settings, [this, &rate] { return StartSimulatorBehind(COM(), *rate); });
+    return true;
+  }
+  if (command != MainCommand::mnuConnectionAxes) return false;
+  CommunicationsSettingsOpen(true);
+  return true;
 }
 
 // ---- the idle line
@@ -116,12 +158,6 @@ void frmMain::mnuToolsIdleWatch_Click() {
     world().settings->Write(kWatchSetting, on ? "1" : "0");
     return true;
   });
-}
-
-void frmMain::mnuToolsOnline_Click() {
-  if (operations_.connection.GoOnline() == HardwareConnection::Outcome::byHand) {
-    CommunicationsSettingsOpen();
-  }
 }
 
 void frmMain::clsProject_ResolutionDataInvalidated(const std::string& strItems) {

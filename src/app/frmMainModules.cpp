@@ -1,5 +1,6 @@
 // Modules, tool windows, and which menus and tools are offered.
 
+#include "app/ConnectionMenu.h"
 #include "app/HelpTopics.h"
 #include "app/frmAbout.h"
 #include "app/frmMain.h"
@@ -70,6 +71,7 @@ void frmMain::EnableByState() {
   ui_.commands[MainCommand::mnuToolsOnline].SetEnabled(ready_ && !blnIsOnline);
   ui_.commands[MainCommand::mnuToolsOffline].SetEnabled(blnIsOnline);
   for (const MainCommand command : kOnlineCommands) ui_.commands[command].SetEnabled(blnIsOnline);
+  EnableConnectionMenu(ui_, ready_, operations_.connection.State() == LineState::searching);
 }
 
 void frmMain::EnableInitialMenuOptions(bool bState) {

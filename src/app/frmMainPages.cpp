@@ -46,12 +46,8 @@ void frmMain::mnuFileReadAmplifier_Click() {
 void frmMain::mnuToolsSimulated_Click() {
   const LineSettings settings{.com = kSimulatedPort,
                               .bitsPerSecond = lngBaudRate > 0 ? lngBaudRate : 9600};
-  const bool connected = operations_.connection.ConnectBy(settings, [&settings] {
-    const BusyPointer busy;
-    const std::string reason = world().serialPorts->StartSimulator(settings.bitsPerSecond);
-    if (!reason.empty()) ShowExclamation(reason);
-    return reason.empty();
-  });
+  const bool connected = operations_.connection.ConnectBy(
+      settings, [&settings] { return StartSimulatorBehind(settings.com, settings.bitsPerSecond); });
   if (connected && !projectShown_) (void)MakeNewProject("simulated");
 }
 

@@ -15,18 +15,32 @@ std::string ResultText(ResultCode lngResult) {
   return name.empty() ? "Error " + number + ", which has no definition." : name;
 }
 
-void DisplayError(ResultCode lngResult, const std::string& strMsg) {
+namespace {
+
+std::string TextOf(const LinkFailure& failure, const std::string& words) {
+  std::string text = words + "\r" + ResultText(failure.code);
+  const std::string cause = CauseOf(failure, *gMainForm->Alarm());
+  return cause.empty() ? text : text + "\r\r" + cause;
+}
+
+}  // namespace
+
+std::string ErrorText(ResultCode result, const std::string& words) {
   const LinkFailure& latest = gMainForm->Helix7()->LatestFailure();
-  if (latest.code == lngResult) return DisplayError(latest, strMsg);
-  DisplayError(LinkFailure{.code = lngResult}, strMsg);
+  return TextOf(latest.code == result ? latest : LinkFailure{.code = result}, words);
+}
+
+void DisplayError(ResultCode lngResult, const std::string& strMsg) {
+  Trapped("MainModule.DisplayError: ", [&] {
+    ShowExclamation(ErrorText(lngResult, strMsg));
+    return true;
+  });
 }
 
 void DisplayError(const LinkFailure& failure, const std::string& strMsg,
                   const std::string& strAfter) {
   Trapped("MainModule.DisplayError: ", [&] {
-    std::string text = strMsg + "\r" + ResultText(failure.code);
-    const std::string cause = CauseOf(failure, *gMainForm->Alarm());
-    if (!cause.empty()) text += "\r\r" + cause;
+    std::string text = TextOf(failure, strMsg);
     if (!strAfter.empty()) text += "\r\r" + strAfter;
     ShowExclamation(text);
     return true;

@@ -12,8 +12,11 @@ namespace velmoor {
 // has no name. Reads the session through gMainForm.
 [[nodiscard]] std::string ResultText(ResultCode lngResult);
 
-// Shows an exclamation box with `strMsg`, a line break and the text of `lngResult`. Behind it,
-// where the device object's latest failure is this one, what was asked and why it failed.
+// `words`, a line break and the text of `result`. Behind it, where the device object's latest
+// failure is this one, what was asked and why it failed.
+[[nodiscard]] std::string ErrorText(ResultCode result, const std::string& words);
+
+// Shows an exclamation box with the ErrorText of the two.
 void DisplayError(ResultCode lngResult, const std::string& strMsg);
 // The same of a failure that was kept, since others came behind it; `strAfter` are lines at the
 // end.

@@ -24,6 +24,11 @@ inline constexpr ResultCode kBusy = -8;             // an exchange is under way
 inline constexpr ResultCode kNoAcknowledge = -9;  // "NG", or a value: it was not done
 inline constexpr ResultCode kNoAnswerForm = -10;  // noise: whether it was done is not known
 
+// The amplifier has said that it did not do it.
+[[nodiscard]] constexpr bool IsRefusal(ResultCode result) {
+  return result > kSuccess || result == kNoAcknowledge;
+}
+
 // Identity failures; clsHX7Helix7::IsRX900AndVKLM alone returns them, and they have no message.
 inline constexpr ResultCode kNotRX900 = -900;
 inline constexpr ResultCode kNotVKLM = -999;

@@ -8,6 +8,7 @@
 #include "platform/Events.h"
 #include "platform/MessageBoxes.h"
 #include "platform/Numbers.h"
+#include "platform/SerialPorts.h"
 #include "platform/World.h"
 
 namespace velmoor {
@@ -19,6 +20,7 @@ constexpr const char* kCannotModifyRate = "Error modifying communications baud r
 constexpr std::int32_t kSearchTimeOut = 500;  // milliseconds
 constexpr std::int32_t kTimeOut = 5000;
 constexpr int kAttempts = 2;
+constexpr std::size_t kHourInMoment = 11;
 constexpr const char* kNotReady =
     "Hardware is not ready, or communication\rprocess settings are not set correctly.";
 
@@ -58,12 +60,19 @@ std::string HardwareConnection::StateText() const {
     case LineState::online:
       return "Online";
     case LineState::lost:
-      return "Line lost";
+      return "Lost " + MomentText(lost_).substr(kHourInMoment, 5);
     case LineState::alarm:
       break;
   }
   const std::string lead = IsWarning(alarm_) ? "Warning " : "In alarm ";
   return lead + alarm_.display + (alarm_.name.empty() ? "" : ": " + alarm_.name);
+}
+
+std::string HardwareConnection::ConnectionText() const {
+  if (!session_.IsOnline()) return StateText();
+  const bool simulated = session_.COM() == kSimulatedPort;
+  return StateText() + ", axis " + session_.Axis() + ", " + NumberText(session_.BaudRate()) + ", " +
+         (simulated ? "simulated" : "COM" + NumberText(session_.COM() + 1));
 }
 
 void HardwareConnection::NoteAlarm(const AlarmReading& reading) {
@@ -122,6 +131,13 @@ HardwareConnection::Outcome HardwareConnection::GoOnline() {
   return Outcome::failed;
 }
 
+HardwareConnection::Outcome HardwareConnection::GoOnlineAt(std::int16_t com) {
+  if (!MayLeaveForChange()) return Outcome::failed;
+  session_.Helix7()->SetCOMPort(static_cast<std::int16_t>(com + 1));
+  session_.SetCOM(com);
+  return GoOnline();
+}
+
 bool HardwareConnection::ReachFixed(const std::string& failure) {
   clsHX7Helix7& helix = *session_.Helix7();
   if (session_.IsOnline() && helix.Answers()) return true;
@@ -168,29 +184,30 @@ void HardwareConnection::TellOnline() {
   desk_.StatusTold("Online");
 }
 
-bool HardwareConnection::AwaitRestart(std::optional<std::int32_t> rate) {
-  if (rate == 0) ShowExclamation(kCannotModifyRate);
-  const bool changed = rate && *rate != 0 && *rate != session_.BaudRate();
+Restarted HardwareConnection::AwaitRestart(std::optional<std::int32_t> rate) {
+  const std::int32_t before = session_.BaudRate();
+  const bool changed = rate && *rate != 0 && *rate != before;
   if (changed) session_.SetBaudRate(*rate);
-  const std::string failed =
-      changed ? kCannotModifyRate : "The amplifier was not found after its restart!";
   Show(LineState::searching);
   desk_.StatusTold("Waiting for the restart...");
   const ResultCode result = Search([this] { return session_.Helix7()->GoOnlineAfterRestart(); });
   if (result != kSuccess) {
+    const std::string words = ErrorText(
+        result, changed ? kCannotModifyRate : "The amplifier was not found after its restart!");
     Leave();
-    DisplayError(result, failed);
-    return false;
+    return {.words = words};
   }
   TellOnline();
-  if (!changed) return true;
-  if (session_.BaudRate() == *rate) {
-    ShowInformation("Communications baud rate has been modified.");
-    return true;
+  if (rate == 0) return {.words = kCannotModifyRate};
+  if (!changed) return {.found = true};
+  const std::int32_t now = session_.BaudRate();
+  if (now != *rate) {
+    return {.words = std::string(kCannotModifyRate) + "\rThe amplifier answers at " +
+                     NumberText(now) + " bit/s."};
   }
-  ShowExclamation(std::string(kCannotModifyRate) + "\rThe amplifier answers at " +
-                  NumberText(session_.BaudRate()) + " bit/s.");
-  return false;
+  return {.found = true,
+          .words = "Communications baud rate has been modified.\rIt was " + NumberText(before) +
+                   " bit/s and is " + NumberText(now) + " bit/s now."};
 }
 
 // A search has made the amplifier acknowledge already.
@@ -371,6 +388,7 @@ void HardwareConnection::WatchLine() {
 
 void HardwareConnection::TellLost(const std::string& reason) {
   Leave();
+  lost_ = world().clock->Now();
   Show(LineState::lost);
   const bool again = AskYesNo("The connection to the hardware was lost!\r" + reason +
                               "\rThe project is unchanged.\r\rDo you wish to try again?");

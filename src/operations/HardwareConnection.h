@@ -15,9 +15,16 @@
 #include "operations/Desk.h"
 #include "operations/MotorMatch.h"
 #include "platform/Event.h"
+#include "platform/Events.h"
 #include "project/SessionState.h"
 
 namespace velmoor {
+
+// What became of a restart.
+struct Restarted {
+  bool found = false;   // and at the speed that was wanted
+  std::string words{};  // for the user, where there is more to tell than that it was found
+};
 
 // Where and how the user wants the amplifier to be talked to.
 struct LineSettings {
@@ -40,23 +47,28 @@ class HardwareConnection {
   void ForgetProject() { project_.Clear(); }
 
   [[nodiscard]] LineState State() const { return state_; }
-  // "Offline", "Online", "In alarm A.10: Overload".
+  // "Offline", "Online", "In alarm A.10: Overload", "Lost 09:12".
   [[nodiscard]] std::string StateText() const;
+  // The same, and where it is connected: "Online, axis 0, 38400, COM1".
+  [[nodiscard]] std::string ConnectionText() const;
   // The motor at its end.
   [[nodiscard]] MotorMatch& Motor() { return motor_; }
 
   // The user's command: searches, and tells what became of it. `byHand`: the user wants to connect
   // by hand.
   Outcome GoOnline();
+  // The user's choice of another port, from 0: searches there, an online session after its
+  // question.
+  Outcome GoOnlineAt(std::int16_t com);
   // For an operation: asks once where the session is online, and searches otherwise. False: nobody
   // was found, of which the user was told behind "Cannot go online!" and `failure`.
   [[nodiscard]] bool GoOnlineFor(const std::string& failure);
   // From now on that is by these settings alone, without a search: on a line of many axes the
   // time-outs of a search at other speeds would be spent on each of them.
   void StayOn(const LineSettings& settings) { fixed_ = settings; }
-  // The amplifier was told to restart: finds it again, at `rate` where that was changed. False: it
-  // was not found, or not at that speed; the user was told.
-  bool AwaitRestart(std::optional<std::int32_t> rate);
+  // The amplifier was told to restart: finds it again, at `rate` where that was changed; 0 is none
+  // that a line can have.
+  [[nodiscard]] Restarted AwaitRestart(std::optional<std::int32_t> rate);
   // The user's command.
   void GoOffline();
   // Without a word.
@@ -104,6 +116,7 @@ class HardwareConnection {
   Desk& desk_;
   LineState state_ = LineState::offline;
   AlarmReading alarm_;  // while the state is that of an alarm
+  WallTime lost_;       // when it was, while it is
   bool suspect_ = false;
   int tries_ = 0;  // of the search under way
   std::optional<LineSettings> fixed_;

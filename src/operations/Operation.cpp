@@ -3,7 +3,6 @@
 #include "platform/Events.h"
 #include "platform/Log.h"
 #include "platform/Numbers.h"
-#include "platform/World.h"
 
 namespace velmoor {
 
@@ -12,7 +11,7 @@ Operation::~Operation() {
 }
 
 void Operation::Begin(int steps, bool items) {
-  start_ = world().clock->Monotonic();
+  start_ = WorkTime();
   steps_ = steps;
   runs_ = true;
   desk_.WorkBegins(name_, steps, items);
@@ -53,10 +52,16 @@ void Operation::End(const std::string& outcome) {
   if (!runs_) return;
   runs_ = false;
   desk_.WorkEnds();
-  const auto took = world().clock->Monotonic() - start_;
+  took_ = WorkTime() - start_;
   LogInformation("operation", name_ + ": " + outcome + ", " + NumberText(finished_) + " of " +
-                                  NumberText(steps_) + " items in " + std::to_string(took.count()) +
-                                  " ms");
+                                  NumberText(steps_) + " items in " +
+                                  std::to_string(took_.count()) + " ms");
+}
+
+std::string Operation::Figures(const std::string& verb) const {
+  constexpr double kSecond = 1000;
+  return NumberText(finished_) + (finished_ == 1 ? " item " : " items ") + verb + " in " +
+         FixedText(static_cast<double>(took_.count()) / kSecond, 1) + " s";
 }
 
 }  // namespace velmoor

@@ -62,8 +62,7 @@ bool Resets::ResetOne(const Step& step) {
   failure_ = session_.Helix7()->LatestFailure();
   // The latest failure may be of a search that found the amplifier in the end.
   failure_.code = result;
-  const bool refused = result > kSuccess || result == kNoAcknowledge;
-  if (!refused) MarkLost(step);
+  if (!IsRefusal(result)) MarkLost(step);
   if (result != kSuccess) connection_.Suspect();
   return result == kSuccess;
 }

@@ -17,6 +17,7 @@ constexpr const char* kDownloadFailed = "Error downloading data to controller!";
 // What a download of everything sends: the editor has the parameters of the other tools.
 const std::vector<Tool> kEverything{Tool::editor, Tool::mechanicalSystem, Tool::position, Tool::jog,
                                     Tool::zone};
+constexpr const char* kAtNextStart = "The parameters that were sent take effect at its next start.";
 constexpr const char* kUnchanged = "The project is unchanged.";
 
 // The rows that the project tells of are those of this run.
@@ -122,7 +123,7 @@ bool Transfers::Send(const std::string& name, int steps, const std::function<boo
   if (!send()) return TellUnsent(name, run);
   run.End(check_ ? "complete and verified" : "complete");
   run_ = nullptr;
-  return Finish(name);
+  return Finish(name, run);
 }
 
 // The amplifier holds behind its restart what it had stored.
@@ -146,25 +147,33 @@ bool Transfers::TellUnsent(const std::string& name, Operation& run) {
   return false;
 }
 
-// The last word is that of what was sent: the amplifier has it, whatever became of its restart.
-bool Transfers::Finish(const std::string& name) {
-  bool found = true;
-  switch (project().LatestRestart()) {
-    case RestartOutcome::none:
-      break;
-    case RestartOutcome::failed:
-      found = false;
-      ShowExclamation(FailureText("The amplifier did not restart!",
-                                  "The parameters that were sent take effect at its next start."));
-      break;
-    case RestartOutcome::sent:
-      found = connection_.AwaitRestart(newRate_);
-      if (found && !IsStoredAsSent()) return false;
-      break;
+// One box for all: what was sent the amplifier has, whatever became of its restart.
+bool Transfers::Finish(const std::string& name, const Operation& run) {
+  std::string words = name + " complete!\r" + run.Figures("sent") + " and stored.";
+  const RestartOutcome restart = project().LatestRestart();
+  bool good = true;
+  if (restart == RestartOutcome::refused) {
+    good = false;
+    words = FailureText(words + "\rThe amplifier did not restart!", kAtNextStart);
+  } else if (restart != RestartOutcome::none) {
+    const std::string doubt =
+        FailureText(words + "\rWhether the amplifier has restarted is not known!", kAtNextStart);
+    const Restarted restarted = connection_.AwaitRestart(newRate_);
+    // A speed that changed shows that it has.
+    const bool sure =
+        restart == RestartOutcome::sent || (restarted.found && !restarted.words.empty());
+    good = restarted.found && sure;
+    if (good && !IsStoredAsSent()) return false;
+    words = good ? words + "  The amplifier has restarted." : sure ? words : doubt;
+    if (!restarted.words.empty()) words += "\r" + restarted.words;
   }
-  if (gainsChanged_ && found) OfferGains();
-  ShowInformation(name + " complete!");
-  return found;
+  if (gainsChanged_ && good) OfferGains();
+  if (good) {
+    ShowInformation(words);
+  } else {
+    ShowExclamation(words);
+  }
+  return good;
 }
 
 // Before anything is asked and before the line is opened.

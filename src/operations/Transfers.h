@@ -53,7 +53,7 @@ class Transfers {
                                    bool all);
   // Runs `send` as the download `name`, "Download Jog Table", to its last words.
   bool Send(const std::string& name, int steps, const std::function<bool()>& send);
-  bool Finish(const std::string& name);
+  bool Finish(const std::string& name, const Operation& run);
   [[nodiscard]] bool ReadBack();
   [[nodiscard]] bool IsStoredAsSent();
   bool TellUnsent(const std::string& name, Operation& run);

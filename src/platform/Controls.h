@@ -127,8 +127,10 @@ class Command {
   [[nodiscard]] virtual bool Visible() const = 0;
   virtual void SetChecked(bool checked) = 0;
   [[nodiscard]] virtual bool Checked() const = 0;
+  virtual void SetText(const std::string& text) = 0;
+  [[nodiscard]] virtual std::string Text() const = 0;
 
-  Event<> Chosen;
+  Event<> Chosen;  // of a menu: it is about to show
 };
 
 // Made by Forms; its ticks end with it. Starts disabled.

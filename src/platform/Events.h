@@ -41,6 +41,10 @@ class Clock {
 // Lets pending events run: the one way in which a procedure yields.
 void YieldEvents();
 
+// The monotonic clock, which stands still while a box waits for its answer: how long the program's
+// own work takes.
+[[nodiscard]] std::chrono::milliseconds WorkTime();
+
 // Waits `seconds` while events run, at most 10 ms between two looks at the clock. Passing midnight,
 // when the clock falls below its start, is allowed for.
 void PauseInSec(float seconds);

@@ -9,8 +9,9 @@
 
 namespace velmoor {
 
-// Fields of the status bar.
-enum class StatusPanel { line, status, module, model, axis, port, baudRate, pending };
+// Fields of the status bar; `connection` is the button in the toolbar under which the menu of the
+// connection lies.
+enum class StatusPanel { line, status, module, model, axis, port, baudRate, pending, connection };
 enum class Arrangement { cascade, tileHorizontal, tileVertical };
 enum class ToolBar { standard, module };
 

@@ -1,6 +1,8 @@
 #include "platform/World.h"
 
 #include <algorithm>
+#include <chrono>
+#include <optional>
 #include <stdexcept>
 #include <utility>
 
@@ -17,6 +19,27 @@ namespace {
 
 World* gWorld = nullptr;
 
+// How long boxes have kept the work waiting, those of the past and the outermost that stands now.
+std::chrono::milliseconds gWaited{0};
+std::optional<std::chrono::milliseconds> gWaitsSince;
+
+class Waiting {
+ public:
+  Waiting() : outermost_(!gWaitsSince && world().clock != nullptr) {
+    if (outermost_) gWaitsSince = world().clock->Monotonic();
+  }
+  ~Waiting() {
+    if (!outermost_) return;
+    gWaited += world().clock->Monotonic() - *gWaitsSince;
+    gWaitsSince.reset();
+  }
+  Waiting(const Waiting&) = delete;
+  Waiting& operator=(const Waiting&) = delete;
+
+ private:
+  bool outermost_;
+};
+
 BoxAnswer Show(BoxKind kind, BoxButtons buttons, const std::string& text,
                const std::string& title = {}, BoxTick* tick = nullptr) {
   constexpr const char* kAnswers[] = {"OK", "Cancel", "Yes", "No"};  // in the order of BoxAnswer
@@ -25,7 +48,11 @@ BoxAnswer Show(BoxKind kind, BoxButtons buttons, const std::string& text,
   } else {
     LogInformation("box", text);
   }
-  const BoxAnswer answer = world().boxes->Show(kind, buttons, text, title, tick);
+  BoxAnswer answer{};
+  {
+    const Waiting waiting;
+    answer = world().boxes->Show(kind, buttons, text, title, tick);
+  }
   if (buttons != BoxButtons::ok) {
     const std::string ticked = tick != nullptr && tick->on ? ", ticked: " + tick->caption : "";
     LogInformation("box",
@@ -96,6 +123,10 @@ std::string MomentText(const WallTime& time) {
 
 void YieldEvents() {
   world().events->Yield();
+}
+
+std::chrono::milliseconds WorkTime() {
+  return gWaitsSince.value_or(world().clock->Monotonic()) - gWaited;
 }
 
 void PauseInSec(float seconds) {

@@ -76,9 +76,11 @@ std::vector<clsHX7Project::DirtyTool> clsHX7Project::DownloadOrder() {
 }
 
 bool clsHX7Project::Restart() {
-  const bool sent = gMainForm->Helix7()->ResetHardware() == kSuccess;
-  latestRestart_ = sent ? RestartOutcome::sent : RestartOutcome::failed;
-  return sent;
+  const ResultCode result = gMainForm->Helix7()->ResetHardware();
+  latestRestart_ = result == kSuccess  ? RestartOutcome::sent
+                   : IsRefusal(result) ? RestartOutcome::refused
+                                       : RestartOutcome::unknown;
+  return result == kSuccess;
 }
 
 void clsHX7Project::MarkAfterStrayWrite() {

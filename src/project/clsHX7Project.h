@@ -46,7 +46,7 @@ struct LastTransfer {
 };
 
 // What became of the restart that ends a download.
-enum class RestartOutcome : std::uint8_t { none, sent, failed };
+enum class RestartOutcome : std::uint8_t { none, sent, refused, unknown };
 
 class clsHX7Project final : public Project {
  public:

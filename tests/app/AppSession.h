@@ -85,6 +85,11 @@ class AppSession : public testing::Test {
   SimulatedAmplifier& Amplifier() { return *line.Amplifier('0'); }
   std::vector<std::string> Boxes() { return data.boxes.TakeTexts(); }
   using Texts = std::vector<std::string>;
+  // The first line of the latest box: behind it stand figures, or causes.
+  std::string LastHead() {
+    const std::string& text = data.boxes.shown.back().text;
+    return text.substr(0, text.find('\r'));
+  }
 
   std::filesystem::path startDirectory = std::filesystem::current_path();
   DataWorld data;

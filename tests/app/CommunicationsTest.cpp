@@ -28,24 +28,33 @@ class Communications : public AppSession {
     Main().Choose("mnuToolsCommunicationsSettings");
   }
 
+  // From 0.
+  static void ChoosePort(headless::HeadlessForm& form, int com) {
+    EXPECT_TRUE(form.grid("vsPorts").GoTo(com + 1, 0));
+  }
+  static std::string PortRow(headless::HeadlessForm& form, int row) {
+    const GridSource& list = *form.grid("vsPorts").Source();
+    return list.Text(row, 0) + "|" + list.Text(row, 1) + "|" + list.Text(row, 2);
+  }
+
   FakeSerialPorts ports;
 };
 
 TEST_F(Communications, EachPortTellsWhatStandsBehindIt) {
   ports.looks[1] = {"/dev/ttyUSB4", "ttyUSB4", PortState::busy, "Close that program."};
   ports.looks[2] = {"/dev/ttyS2", "ttyS2", PortState::forbidden, "Join the group."};
-  ports.looks[3] = {"/x", "a-name-of-20-letters", PortState::missing, "Plug the adapter in."};
+  ports.looks[3] = {"/x", "a-name-of-28-letters--------", PortState::missing,
+                    "Plug the adapter in."};
   Open([](headless::HeadlessForm& form) {
-    const auto& choices = form.optionGroup("optComPort");
-    EXPECT_EQ(choices.ChoiceCaption(0), "COM1: ttyUSB3, free");
-    EXPECT_EQ(choices.ChoiceCaption(1), "COM2: ttyUSB4, in use");
-    EXPECT_EQ(choices.ChoiceCaption(2), "COM3: ttyS2, no access");
-    EXPECT_EQ(choices.ChoiceCaption(3), "COM4: a-name-of-20-..., absent");
+    const char* const rows[] = {"COM1|ttyUSB3|free", "COM2|ttyUSB4|in use", "COM3|ttyS2|no access",
+                                "COM4|a-name-of-28-letters-...|absent"};
+    for (int row = 1; row <= 4; ++row) EXPECT_EQ(PortRow(form, row), rows[row - 1]);
+    EXPECT_EQ(PortRow(form, 9), "Simulated amplifier|of this program|free");
     EXPECT_EQ(form.label("lblPort").Text(), "/dev/ttyUSB3 can be used.");
     const std::pair<int, const char*> words[] = {
         {1, "Close that program."}, {2, "Join the group."}, {3, "Plug the adapter in."}};
     for (const auto& [com, text] : words) {
-      form.Choose("optComPort", com);
+      ChoosePort(form, com);
       EXPECT_EQ(form.label("lblPort").Text(), text);
     }
   });
@@ -58,10 +67,10 @@ TEST_F(Communications, AnAdapterThatWasPluggedInIsFoundAndAssigned) {
     ports.adapters = {{"/dev/ttyUSB0", "USB Serial Converter"}};
     form.Press("cmdRefresh");
     EXPECT_EQ(form.comboBox("cmbAdapters").Items(), Texts{"/dev/ttyUSB0  USB Serial Converter"});
-    form.Choose("optComPort", 4);
+    ChoosePort(form, 4);
     EXPECT_EQ(form.button("cmdBind").Caption(), "&Assign to COM5");
     form.Press("cmdBind");
-    EXPECT_EQ(form.optionGroup("optComPort").ChoiceCaption(4), "COM5: ttyUSB0, free");
+    EXPECT_EQ(PortRow(form, 5), "COM5|ttyUSB0|free");
     EXPECT_EQ(form.label("lblPort").Text(), "/dev/ttyUSB0 can be used.");
     ports.bindFails = true;
     form.Press("cmdBind");
@@ -71,7 +80,7 @@ TEST_F(Communications, AnAdapterThatWasPluggedInIsFoundAndAssigned) {
 
 TEST_F(Communications, TheSimulatedAmplifierIsStartedAtTheChosenSpeed) {
   Open([](headless::HeadlessForm& form) {
-    form.Choose("optComPort", 8);
+    ChoosePort(form, 8);
     EXPECT_FALSE(form.button("cmdBind").Enabled());
     form.Press("cmdConnect");
   });
@@ -87,7 +96,7 @@ TEST_F(Communications, TheSimulatedAmplifierIsStartedAtTheChosenSpeed) {
 TEST_F(Communications, ASimulatedAmplifierThatDoesNotStartIsToldAndNothingChanges) {
   ports.simulatorFailure = "The simulated amplifier could not be started.";
   Open([](headless::HeadlessForm& form) {
-    form.Choose("optComPort", 8);
+    ChoosePort(form, 8);
     form.Press("cmdConnect");
     form.Press("cmdGetAxes");
     EXPECT_TRUE(form.IsShown());
@@ -125,6 +134,56 @@ TEST_F(Communications, CancelEndsASearchAndLeavesTheWindow) {
     EXPECT_EQ(form.label("lblQuery").Text(), "4 of 16 Axes Queried");
     EXPECT_EQ(form.comboBox("cmbAxes").Items(), Texts{"0"});
   });
+}
+
+// ---- the menu of the connection
+
+TEST_F(Communications, TheMenuOffersPortsSpeedsAndTheSearchForAxes) {
+  ports.looks[1] = {"/dev/ttyUSB4", "ttyUSB4", PortState::busy, "Close that program."};
+  Main().Choose("mnuToolsConnection");
+  EXPECT_EQ(Main().command("mnuConnectionPort_1").Text(), "COM&2: ttyUSB4, in use");
+  EXPECT_TRUE(Main().command("mnuConnectionPort_0").Checked());
+  EXPECT_TRUE(Main().command("mnuConnectionRate_0").Checked());
+  EXPECT_FALSE(Main().command("mnuConnectionCancel").Enabled());
+  EXPECT_EQ(Main().Panel(StatusPanel::connection), "Offline");
+  Main().Choose("mnuConnectionPort_1");
+  EXPECT_EQ(Main().Panel(StatusPanel::connection), "Online, axis 0, 9600, COM2");
+  EXPECT_EQ(port.PortName(), "COM2");
+  EXPECT_EQ(Boxes(), Texts{});
+  // Whatever the status bar tells meanwhile.
+  Main().Choose("mnuToolsOffline");
+  Form().UpdateStatusText("Index Table Download Complete");
+  EXPECT_EQ(Main().Panel(StatusPanel::connection), "Offline");
+  line.Amplifier('0')->State().settings.baudRate = 9600;
+  Main().Choose("mnuConnectionRate_0");
+  EXPECT_EQ(Boxes(), Texts{"Settings changed and communications established successfully!"});
+  // An online session is asked about, and a No keeps it.
+  data.boxes.Expect("Velmoor is currently online!", BoxAnswer::cancel);
+  Main().Choose("mnuConnectionPort_3");
+  EXPECT_EQ(Main().Panel(StatusPanel::connection), "Online, axis 0, 9600, COM2");
+  Texts found;
+  data.forms.OnShow("frmCommunications", [&](headless::HeadlessForm& form) {
+    data.clock.Advance(std::chrono::milliseconds(1));
+    found = form.comboBox("cmbAxes").Items();
+    form.Press("cmdCancel");
+  });
+  Main().Choose("mnuConnectionAxes");
+  EXPECT_EQ(found, Texts{"0"});
+}
+
+TEST_F(Communications, CancelEndsTheSearchThatIsUnderWay) {
+  line.faults.Add({.kind = FaultKind::silence, .count = 0});
+  data.boxes.Expect("Error autoconnecting with hardware!", BoxAnswer::no);
+  std::string trying;
+  data.events.AtYield(1, [&] {
+    trying = Main().Panel(StatusPanel::connection);
+    Main().Choose("mnuConnectionCancel");
+  });
+  Main().Choose("mnuToolsOnline");
+  EXPECT_TRUE(trying.empty() || trying.starts_with("Trying ")) << trying;
+  EXPECT_NE(data.boxes.shown.front().text.find("The search was stopped."), std::string::npos)
+      << data.boxes.shown.front().text;
+  EXPECT_EQ(Main().Panel(StatusPanel::connection), "Offline");
 }
 
 // An amplifier that does not talk as Velmoor needs it is told at connect and set right by one

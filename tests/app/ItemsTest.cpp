@@ -35,7 +35,7 @@ TEST_F(Items, OneTableGoesOutWholeAndIsStored) {
       "Jog Table of the project will be downloaded to the controller.\rDo you wish to proceed?",
       BoxAnswer::ok);
   Main().Choose("mnuToolsDownloadTableJog");
-  EXPECT_EQ(data.boxes.shown.back().text, "Download Jog Table complete!");
+  EXPECT_EQ(LastHead(), "Download Jog Table complete!");
   EXPECT_EQ(Amplifier().Asked("JSPDT="), 16);
   EXPECT_EQ(Amplifier().Asked("JSPDSTORE"), 1);
   EXPECT_EQ(Amplifier().Asked("RES"), 0);
@@ -52,7 +52,7 @@ TEST_F(Items, GroupsGoOutInOrderAndParametersRestart) {
   Amplifier().ForgetWhatWasAsked();
   data.boxes.Expect("All Parameters of the project will be downloaded", BoxAnswer::ok);
   Main().Choose("mnuToolsDownloadParametersAll");
-  EXPECT_EQ(data.boxes.shown.back().text, "Download All Parameters complete!");
+  EXPECT_EQ(LastHead(), "Download All Parameters complete!");
   EXPECT_EQ(Amplifier().Asked("PRM="), Project().Parameters().Count() - 10 + 2)
       << "two of them are of searches";
   EXPECT_EQ(Amplifier().Asked("RES"), 1);
@@ -69,7 +69,49 @@ TEST_F(Items, AnotherBaudRateInTheInterfaceAloneIsFollowed) {
   EXPECT_EQ(Form().BaudRate(), 38400);
   EXPECT_TRUE(Form().IsOnline());
   const Texts told = Boxes();
-  EXPECT_EQ(std::ranges::count(told, "Communications baud rate has been modified."), 1);
+  ASSERT_EQ(told.size(), 2u) << "the question, and one answer";
+  EXPECT_TRUE(told.back().starts_with("Download Interface Parameters complete!\r"));
+  EXPECT_TRUE(
+      told.back().ends_with("and stored.  The amplifier has restarted.\r"
+                            "Communications baud rate has been modified.\r"
+                            "It was 9600 bit/s and is 38400 bit/s now."))
+      << told.back();
+}
+
+// What was sent is in the amplifier, whatever became of its restart: one box tells both.
+TEST_F(Items, ARestartThatWasNotConfirmedIsToldInTheSameBox) {
+  struct Case {
+    FaultKind kind;
+    const char* words;
+    const char* cause;
+    const char* rate;  // that Pn801 gets; shows that it has restarted
+    bool good;
+  };
+  const Case cases[] = {
+      {FaultKind::notGood, "The amplifier did not restart!", "Restart (0RES)", "", false},
+      {FaultKind::noAnswer, "Whether the amplifier has restarted is not known!",
+       "Restart (0RES): no answer within 10 s", "", false},
+      {FaultKind::noAnswer, "The amplifier has restarted.", "", "38400", true},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.words);
+    clsHX7Editor& editor = Project().Editor();
+    editor.EditValue(editor.FindRow("Pn100"), c.good ? "70" : "60");
+    if (*c.rate != 0) editor.EditValue(editor.FindRow("Pn801"), c.rate);
+    ASSERT_TRUE(editor.AcceptEdits());
+    data.boxes.Expect("The following items have been modified:", BoxAnswer::ok);
+    line.faults.Add({.kind = c.kind, .match = "RES"});
+    Main().Choose("mnuToolsDownloadNew");
+    const Texts told = Boxes();
+    ASSERT_EQ(told.size(), 2u);
+    EXPECT_TRUE(told.back().starts_with("Download New complete!\r")) << told.back();
+    for (const char* const part : {c.words, c.cause}) {
+      EXPECT_NE(told.back().find(part), std::string::npos) << told.back();
+    }
+    EXPECT_EQ(told.back().find("take effect at its next start") == std::string::npos, c.good);
+    EXPECT_TRUE(Form().IsOnline());
+    line.faults.Clear();
+  }
 }
 
 TEST_F(Items, AnUploadOfOneTableIsCommittedOrPutBack) {
@@ -167,7 +209,7 @@ TEST_F(Items, NoClickStartsASecondTransferOrTouchesTheProjectUnderOne) {
   });
   Main().Choose("mnuToolsDownloadAll");
   EXPECT_EQ(data.boxes.shown.size(), 2u);
-  EXPECT_EQ(data.boxes.shown.back().text, "Download All complete!");
+  EXPECT_EQ(LastHead(), "Download All complete!");
   EXPECT_EQ(Amplifier().Asked("POST="), 128);
   EXPECT_EQ(&Project(), before);
   EXPECT_EQ(Project().Position().Cells(), rows);

@@ -33,7 +33,9 @@ TEST_F(SessionLog, TellsBoxesAnswersAndTransfersInTheirOrder) {
           "session: Mechanical System Parameters Download Complete", "session: Download Complete",
           "operation: Download All: complete, 346 of 346 items in 0 ms",
           "session: Waiting for the restart...", "link: 0PRM800: No response error.",
-          "session: Online", "box: Download All complete!"}));
+          "session: Online",
+          "box: Download All complete! 346 items sent in 0.0 s and stored.  The amplifier has "
+          "restarted."}));
 }
 
 TEST_F(SessionLog, IsShownByTheDesktopOrNamedInABox) {

@@ -65,7 +65,7 @@ TEST_F(Motor, YesTakesItsEncoderWithTheGearRatioToTheFileAndToTheAmplifier) {
   EXPECT_TRUE(Project().NeedsSaving());
   data.boxes.Expect("The following items have been modified:", BoxAnswer::ok);
   Main().Choose("mnuToolsDownloadNew");
-  EXPECT_EQ(data.boxes.shown.back().text, "Download New complete!");
+  EXPECT_EQ(LastHead(), "Download New complete!");
   EXPECT_EQ(Amplifier().State().memory.parameters.Value(0x202), 16384);
   EXPECT_EQ(Amplifier().State().memory.parameters.Value(0x203), 625);
   EXPECT_EQ(Amplifier().State().memory.parameters.Read(0x82E), "00002001");

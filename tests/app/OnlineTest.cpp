@@ -60,14 +60,14 @@ TEST_F(Online, TheWindowShowsTheSessionAndOneProtocol) {
   Form().SetBaudRate(19200);
   OpenCommunications([this](headless::HeadlessForm& form) {
     EXPECT_TRUE(Form().ToolOpened(ToolWindow::communicationsSettings));
-    EXPECT_EQ(form.optionGroup("optComPort").Value(), 2);
+    EXPECT_EQ(form.grid("vsPorts").Row(), 3);
     EXPECT_EQ(form.optionGroup("optBaudRate").Value(), 1);
     EXPECT_EQ(form.optionGroup("optProtocol").Value(), 1);
     EXPECT_FALSE(form.optionGroup("optProtocol").ChoiceEnabled(0));
     EXPECT_TRUE(form.optionGroup("optProtocol").ChoiceEnabled(1));
     EXPECT_EQ(form.comboBox("cmbAxes").Items().size(), 16u);
     EXPECT_EQ(form.comboBox("cmbAxes").Text(), "A");
-    form.Choose("optComPort", 5);
+    form.grid("vsPorts").GoTo(6, 0);
     form.Select("cmbAxes", "3");
     form.Press("cmdCancel");
   });
@@ -108,7 +108,7 @@ TEST_F(Online, ConnectTakesTheChoicesAndCloses) {
   settings.axis = 'A';
   line.AddAmplifier(settings);
   OpenCommunications([](headless::HeadlessForm& form) {
-    form.Choose("optComPort", 3);
+    form.grid("vsPorts").GoTo(4, 0);
     form.Select("cmbAxes", "A");
     form.Press("cmdConnect");
   });

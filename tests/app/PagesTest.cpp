@@ -49,7 +49,7 @@ class Pages : public AppSession {
   void Download() {
     data.boxes.Expect("Do you wish to proceed?", BoxAnswer::ok);
     Choose("Download");
-    EXPECT_EQ(Boxes().back(), "Download New complete!");
+    EXPECT_EQ(LastHead(), "Download New complete!");
   }
 };
 

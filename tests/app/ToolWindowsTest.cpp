@@ -142,7 +142,7 @@ TEST_F(ToolWindows, TheTuningWindowSendsWhatItShowsAndTheRigidityLast) {
     data.boxes.Expect("Rigidity setting has been changed.", BoxAnswer::ok);
     data.boxes.Expect("Rigidity setting changed successfully.", BoxAnswer::yes);
     form.Press("cmdDownload");
-    EXPECT_EQ(data.boxes.shown.back().text, "Download Tuning Parameters complete!");
+    EXPECT_EQ(LastHead(), "Download Tuning Parameters complete!");
     EXPECT_EQ(form.label("lblRigidity").Text(), "8");
     EXPECT_EQ(Exchanges("0PRM"), 24) << "twelve writes, and twelve reads after the rigidity";
     // The Yes has taken the amplifier's new gains into the project.
@@ -189,7 +189,7 @@ TEST_F(SingleDownloads, EachToolSendsItsRowsAndNoOthersAndRestartsWhereNeeded) {
     Amplifier().ForgetWhatWasAsked();
     data.boxes.Expect("Do you wish to proceed?", BoxAnswer::ok);
     Main().Choose(tool.command);
-    EXPECT_EQ(data.boxes.shown.back().text, "Download " + std::string(tool.name) + " complete!");
+    EXPECT_EQ(LastHead(), "Download " + std::string(tool.name) + " complete!");
     // Asking it again, and finding it behind a restart, writes Pn802.
     EXPECT_EQ(Writes() - 1 - tool.restarts, tool.rows) << tool.name;
     EXPECT_EQ(Amplifier().Asked("RES"), tool.restarts) << tool.name;
@@ -266,7 +266,7 @@ TEST_F(SingleDownloads, TheEditorsButtonsMoveAllParametersWithinTheWindow) {
     Edit(form, Project().Editor(), "Pn100", "41");
     data.boxes.Expect("All Parameters of the project will be downloaded", BoxAnswer::ok);
     form.Press("cmdDownload");
-    EXPECT_EQ(data.boxes.shown.back().text, "Download All Parameters complete!");
+    EXPECT_EQ(LastHead(), "Download All Parameters complete!");
     EXPECT_FALSE(form.button("cmdApply").Enabled());
     PauseInSec(1);
     ASSERT_TRUE(Amplifier().State().memory.parameters.Write(0x100, "77"));

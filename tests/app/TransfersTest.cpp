@@ -50,7 +50,7 @@ TEST_F(Transfers, DownloadNewNamesWhatIsNewAndClearsIt) {
       "New data will be downloaded to the controller.\rDo you wish to proceed?",
       BoxAnswer::ok);
   Main().Choose("mnuToolsDownloadNew");
-  EXPECT_EQ(data.boxes.shown.back().text, "Download New complete!");
+  EXPECT_EQ(LastHead(), "Download New complete!");
   EXPECT_EQ(Main().Panel(StatusPanel::pending), "");
   EXPECT_EQ(data.forms.shownNames.back(), "frmDialogStop");
   EXPECT_FALSE(data.forms.IsOpen("frmDialogStop"));
@@ -94,7 +94,7 @@ TEST_F(Transfers, AStopAtTheVeryEndDoesNotKillTheNextTransfer) {
   Form().SetStopProcedure(true);
   data.boxes.Expect(kDownloadAll, BoxAnswer::ok);
   Main().Choose("mnuToolsDownloadAll");
-  EXPECT_EQ(data.boxes.shown.back().text, "Download All complete!");
+  EXPECT_EQ(LastHead(), "Download All complete!");
 }
 
 TEST_F(Transfers, ProgressIsShownInTheBarAndTheDialog) {
@@ -132,7 +132,7 @@ TEST_F(Transfers, TheTotalReachesItsEndAndNotBefore) {
   held += Project().ToolUploading.Connect(look);
   data.boxes.Expect(kDownloadAll, BoxAnswer::ok);
   Main().Choose("mnuToolsDownloadAll");
-  EXPECT_EQ(data.boxes.shown.back().text, "Download All complete!");
+  EXPECT_EQ(LastHead(), "Download All complete!");
   EXPECT_EQ(finished, steps);
   Main().Choose("mnuToolsCompare");
   const auto counted = [](const std::string& entry) {

@@ -39,7 +39,7 @@ TEST_F(Verify, ReadsEverythingBeforeItIsStoredAndASampleBehindTheRestart) {
   Amplifier().ForgetWhatWasAsked();
   Agree("All parameter and table data will be downloaded");
   Main().Choose("mnuToolsDownloadAll");
-  EXPECT_EQ(Boxes().back(), "Download All complete!");
+  EXPECT_EQ(LastHead(), "Download All complete!");
   EXPECT_EQ(caption, "&Verify: read back what was sent before it is stored (about 37 s more)");
   for (const char* const word : {"POST5", "NEXTT127", "EVENTT64"}) {
     const int read = Place(std::string("0") + word);
@@ -104,7 +104,7 @@ TEST_F(Verify, AParameterThatIsHeldOtherwiseStaysOnOffer) {
   EXPECT_EQ(Place("0RES"), -1);
   data.boxes.Expect("The following items have been modified:", BoxAnswer::ok);
   Main().Choose("mnuToolsDownloadNew");
-  EXPECT_EQ(Boxes().back(), "Download New complete!");
+  EXPECT_EQ(LastHead(), "Download New complete!");
   EXPECT_EQ(Amplifier().State().memory.parameters.Value(0x100), 40);
 }
 

@@ -318,7 +318,8 @@ TEST_F(Velmoorctl, AnotherMotorIsNotedBeforeTheTransferAndComparedByInfo) {
   EXPECT_EQ(err.str(), "The connected motor is not what project a describes!\n\n" + difference +
                            "\nTo take it over: velmoorctl set " + project +
                            " encoder=32768\nJog Table of the project will be downloaded to the "
-                           "controller.\nDo you wish to proceed?\nDownload Jog Table complete!\n");
+                           "controller.\nDo you wish to proceed?\nDownload Jog Table complete!\n"
+                           "16 items sent in 0.0 s and stored.\n");
   ASSERT_EQ(Run({"set", project, "encoder=32768"}), 0) << err.str();
   EXPECT_EQ(Run({"download", project, "--port", "x", "--yes", "--new"}), 0);
   EXPECT_EQ(err.str().find("Encoder:"), std::string::npos) << err.str();

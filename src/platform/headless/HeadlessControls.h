@@ -313,16 +313,22 @@ class HeadlessGrid final : public HeadlessControl<Grid> {
 class HeadlessCommand final : public Command {
  public:
   explicit HeadlessCommand(const CommandLayout& layout)
-      : enabled_(layout.enabled), visible_(layout.visible), checked_(layout.checked) {}
+      : enabled_(layout.enabled),
+        visible_(layout.visible),
+        checked_(layout.checked),
+        text_(layout.text) {}
   void SetEnabled(bool enabled) override { enabled_ = enabled; }
   [[nodiscard]] bool Enabled() const override { return enabled_; }
   void SetVisible(bool visible) override { visible_ = visible; }
   [[nodiscard]] bool Visible() const override { return visible_; }
   void SetChecked(bool checked) override { checked_ = checked; }
   [[nodiscard]] bool Checked() const override { return checked_; }
+  void SetText(const std::string& text) override { text_ = text; }
+  [[nodiscard]] std::string Text() const override { return text_; }
 
  private:
   bool enabled_, visible_, checked_;
+  std::string text_;
 };
 
 // The control as its layout has it.

@@ -16,6 +16,9 @@ class QtCommand final : public Command {
  public:
   explicit QtCommand(QAction& action) : action_(action) {
     QObject::connect(&action, &QAction::triggered, &context_, [this] { Chosen.Raise(); });
+    if (const QMenu* const menu = action.menu()) {
+      QObject::connect(menu, &QMenu::aboutToShow, &context_, [this] { Chosen.Raise(); });
+    }
   }
 
   void SetEnabled(bool enabled) override { action_.setEnabled(enabled); }
@@ -24,6 +27,8 @@ class QtCommand final : public Command {
   [[nodiscard]] bool Visible() const override { return action_.isVisible(); }
   void SetChecked(bool checked) override { action_.setChecked(checked); }
   [[nodiscard]] bool Checked() const override { return action_.isChecked(); }
+  void SetText(const std::string& text) override { action_.setText(ToQt(text)); }
+  [[nodiscard]] std::string Text() const override { return FromQt(action_.text()); }
 
  private:
   QAction& action_;

@@ -14,6 +14,7 @@
 #include <QStyle>
 #include <QTimer>
 #include <QToolBar>
+#include <QToolButton>
 #include <QUrl>
 #include <algorithm>
 
@@ -63,6 +64,7 @@ QtMainWindow::QtMainWindow(QtForms& forms, const Layout& layout, QMainWindow& wi
   area_->setActivationOrder(QMdiArea::ActivationHistoryOrder);
   SetUpPages();
   SetUpStatusBar();
+  SetUpConnection();
   SetUpRecentEntries();
   SetUpWindowList();
   SetUpTheme();
@@ -178,6 +180,19 @@ void QtMainWindow::SetUpStatusBar() {
   }
 }
 
+// The tools of the bar are icons, this one is its words.
+void QtMainWindow::SetUpConnection() {
+  connection_ = new QToolButton(&window_);
+  connection_->setObjectName(QStringLiteral("connection"));
+  connection_->setMenu(window_.findChild<QMenu*>(QStringLiteral("mnuToolsConnection")));
+  connection_->setPopupMode(QToolButton::InstantPopup);
+  connection_->setToolButtonStyle(Qt::ToolButtonTextOnly);
+  connection_->setFocusPolicy(Qt::TabFocus);
+  connection_->setToolTip(
+      QStringLiteral("State of the connection; a click offers ports and speeds"));
+  window_.findChild<QToolBar*>(QStringLiteral("tbStandard"))->addWidget(connection_);
+}
+
 void QtMainWindow::PaintArea() {
   area_->setBackground(QApplication::palette().midlight());
 }
@@ -236,12 +251,14 @@ void QtMainWindow::SetChanged(bool changed) {
 }
 
 void QtMainWindow::SetPanel(StatusPanel panel, const std::string& text) {
+  if (panel == StatusPanel::connection) return connection_->setText(ToQt(text));
   QLabel& label = *panels_.at(panel);
   label.setText(ToQt(text));
   if (panel != StatusPanel::status) label.setVisible(!text.empty());
 }
 
 std::string QtMainWindow::Panel(StatusPanel panel) const {
+  if (panel == StatusPanel::connection) return FromQt(connection_->text());
   return FromQt(panels_.at(panel)->text());
 }
 

@@ -14,6 +14,7 @@ class QDropEvent;
 class QLabel;
 class QScrollArea;
 class QStackedWidget;
+class QToolButton;
 
 namespace velmoor::qt {
 
@@ -60,6 +61,7 @@ class QtMainWindow final : public MainWindow {
   Control& ControlAt(std::size_t place) override;
   Command& CommandAt(std::size_t place) override { return commands_.At(place); }
   void SetUpStatusBar();
+  void SetUpConnection();
   void SetUpRecentEntries();
   // The windows one below or beside the other, each no smaller than it can be read.
   void Tile(Qt::Orientation direction);
@@ -81,6 +83,7 @@ class QtMainWindow final : public MainWindow {
   std::string caption_;
   std::map<StatusPanel, QLabel*> panels_;
   std::unique_ptr<EventWatch> lineClicks_;
+  QToolButton* connection_ = nullptr;
   LampWidget* lamp_ = nullptr;
   std::vector<std::string> recent_;
   QList<QAction*> windowEntries_;
