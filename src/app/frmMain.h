@@ -22,6 +22,7 @@
 #include "app/ToolWindows.h"
 #include "app/clsHX7Procedure.h"
 #include "app/frmCommunications.h"
+#include "app/frmLog.h"
 #include "layouts/frmMain.h"
 #include "operations/Operations.h"
 #include "platform/FileDialogs.h"
@@ -315,6 +316,7 @@ class frmMain final : public SessionState, private Desk {
   ProjectPage projectPage_{[this](MainCommand command) { OnCommand(command); }};
   StartPage startPage_{{.choose = [this](MainCommand command) { OnCommand(command); },
                         .open = [this](int place) { OpenRecent(place); }}};
+  frmLog log_;
   Operations operations_{*this, *this};
   Connections connections_;
   Connections commandConnections_;

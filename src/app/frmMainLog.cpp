@@ -2,9 +2,7 @@
 
 #include "app/frmMain.h"
 #include "platform/Log.h"
-#include "platform/MessageBoxes.h"
 #include "platform/Settings.h"
-#include "platform/TextViewer.h"
 #include "platform/Trapped.h"
 #include "platform/World.h"
 
@@ -25,10 +23,8 @@ void frmMain::ReadFromRegistryLogSettings() {
 }
 
 void frmMain::mnuHelpLog_Click() {
-  const std::string path = CurrentLog()->Path();
-  TextViewer* const viewer = world().textViewer;
-  const bool shown = viewer != nullptr && viewer->IsAvailable() && viewer->Open(path);
-  if (!shown) ShowExclamation("The log could not be shown!\rIt lies in\r" + path);
+  if (log_.IsOpen()) return log_.BringToFront();
+  (void)log_.Show(FormMode::modeless);
 }
 
 // The choice holds for the next sessions too: what is looked for may happen at their start.

@@ -32,6 +32,10 @@ std::string GetState(bool bState) {
 // ---- ticks
 
 void frmMonitoring::Tick(int item, bool bState) {
+  if (item == kAlarmItem) {
+    blnUpdate_[static_cast<std::size_t>(item)] = bState;
+    return;
+  }
   std::string strError;
   const bool isLine = item > kStatusItem;
   const bool done =

@@ -5,6 +5,7 @@
 #include "platform/Events.h"
 #include "platform/MessageBoxes.h"
 #include "platform/Numbers.h"
+#include "platform/Settings.h"
 #include "platform/Trapped.h"
 #include "platform/World.h"
 #include "session/Project.h"
@@ -13,8 +14,14 @@
 namespace velmoor {
 namespace {
 
-constexpr int kDisplayColumn = 2;               // the last of the history
-constexpr std::chrono::milliseconds kIdle{10};  // a pass that reads nothing waits so long
+constexpr const char* kTicksSetting = "MonitoredItems";  // a bit each
+constexpr int kDisplayColumn = 2;                        // the last of the history
+constexpr std::chrono::milliseconds kIdle{10};           // a pass that reads nothing waits so long
+
+std::string TimeOfDay() {
+  constexpr std::size_t kTime = 11;  // in a moment
+  return MomentText(world().clock->Now()).substr(kTime);
+}
 
 }  // namespace
 
@@ -63,21 +70,10 @@ void frmMonitoring::FormLoad() {
   ui().vsHistory.Bind(historyGrid_.get());
   ui().vsHistory.SetColumnShare(kDisplayColumn);
   UpdateAlarmHistoryComment();
-  for (int item = 0; item <= kStatusItem; ++item) {
-    CheckBox& tick = ui().chkOption_[item];
+  for (int item = 0; item < kMonitoredItems; ++item) {
+    CheckBox& tick = TickOf(item);
     connections_ += tick.Click.Connect([this, item, &tick] { Tick(item, tick.Value()); });
   }
-  for (const auto& [ticks, first] :
-       {std::pair{&ui().chkInput_, 11}, std::pair{&ui().chkOutput_, 13}}) {
-    for (int hardware = 0; hardware < 2; ++hardware) {
-      CheckBox& tick = (*ticks)[hardware];
-      const int item = first + hardware;
-      connections_ += tick.Click.Connect([this, item, &tick] { Tick(item, tick.Value()); });
-    }
-  }
-  CheckBox& alarm = ui().chkAlarm;
-  connections_ += alarm.Click.Connect(
-      [this, &alarm] { blnUpdate_[static_cast<std::size_t>(kAlarmItem)] = alarm.Value(); });
   for (int i = 0; i < 3; ++i) {
     connections_ += ui().cmdAlarm_[i].Click.Connect([this, i] { cmdAlarm_Click(i); });
   }
@@ -92,11 +88,41 @@ void frmMonitoring::FormLoad() {
   connections_ += ui().cmdMonitoring.Click.Connect([this] { cmdMonitoring_Click(); });
   connections_ += ui().cmdExit.Click.Connect([this] { cmdExit_Click(); });
   ConnectChart();
+  RestoreChoices();
 }
 
 // A pass or loop that is under way ends without another look at this object.
 void frmMonitoring::FormUnload() {
+  KeepChoices();
   blnMonitor_ = blnNotDone_ = looping_ = false;
+}
+
+CheckBox& frmMonitoring::TickOf(int item) const {
+  if (item <= kStatusItem) return ui().chkOption_[item];
+  if (item == kAlarmItem) return ui().chkAlarm;
+  const int line = item - kStatusItem - 1;
+  return line < 2 ? ui().chkInput_[line] : ui().chkOutput_[line - 2];
+}
+
+// What was watched last time is ticked.
+void frmMonitoring::RestoreChoices() {
+  const auto ticked = static_cast<std::uint32_t>(world().settings->ReadNumber(kTicksSetting, 0));
+  for (int item = 0; item < kMonitoredItems; ++item) {
+    if (((ticked >> item) & 1U) == 0) continue;
+    TickOf(item).SetValue(true);
+    Tick(item, true);
+  }
+}
+
+void frmMonitoring::KeepChoices() {
+  std::uint32_t ticked = 0;
+  for (int item = 0; item < kMonitoredItems; ++item) {
+    if (blnUpdate_.at(static_cast<std::size_t>(item))) ticked |= 1U << item;
+  }
+  Trapped("frmMonitoring.KeepChoices: ", [ticked] {
+    world().settings->Write(kTicksSetting, NumberText(ticked));
+    return true;
+  });
 }
 
 void frmMonitoring::LoadUnits() {
@@ -150,6 +176,9 @@ void frmMonitoring::SetUnitsFields() {
 void frmMonitoring::ClearMonitoredList() {
   blnUpdate_.fill(false);
   raw_.fill(0);
+  readAt_.fill({});
+  latest_.clear();
+  ui().lblAge.SetText("");
   for (int item = 0; item < kMonitoredValues; ++item) {
     ui().lblValue_[item].SetText("0");
     EnableMonitorOption(item, false);
@@ -203,6 +232,7 @@ void frmMonitoring::ShowStandBy() {
   ui().cmdMonitoring.SetCaption("Begin &Monitor");
   EnableAlarmButtons(true);
   Status.Raise("Monitoring Stand By");
+  ShowAllStale();
   ShowChart(true);
 }
 
@@ -211,6 +241,7 @@ void frmMonitoring::ShowOffline() {
   ui().cmdMonitoring.SetCaption("Begin &Monitor");
   ui().cmdAlarm_[0].SetEnabled(true);
   Status.Raise("Offline");
+  ShowAllStale();
   ShowChart(true);
 }
 
@@ -249,6 +280,7 @@ bool frmMonitoring::UpdateItem(int item) {
     ShowValue(item, lngValue);
     return true;
   }
+  SetTones(item, false);
   LookWhetherLineIsLost(result);
   if (!token.expired() && gMainForm->IsOnline()) GetError();
   return !token.expired();
@@ -276,8 +308,11 @@ void frmMonitoring::LookWhetherLineIsLost(ResultCode result) {
 }
 
 void frmMonitoring::ShowValue(int item, std::int32_t raw) {
-  if (item >= kStatusItem) return DisplayLEDs(item, raw);
   raw_[static_cast<std::size_t>(item)] = raw;
+  latest_ = readAt_[static_cast<std::size_t>(item)] = TimeOfDay();
+  ui().lblAge.SetText("Live");
+  if (item >= kStatusItem) return DisplayLEDs(item, raw);
+  SetTones(item, true);
   chart_.Add(item, Seconds(), raw);
   const ValueKind kind = MonitoredItems()[static_cast<std::size_t>(item)].kind;
   ui().lblValue_[item].SetText(units_.Text(raw, kind));
@@ -293,12 +328,30 @@ void frmMonitoring::ShowValues() {
 }
 
 void frmMonitoring::DisplayLEDs(int eOption, std::int32_t lngValue) {
-  const MonitoredItem& item = MonitoredItems()[static_cast<std::size_t>(eOption)];
-  const auto bits = static_cast<std::uint32_t>(lngValue);
-  for (std::size_t bit = 0; bit < item.bits; ++bit) {
-    const bool isSet = ((bits >> bit) & 1U) != 0;
-    BitLamp(eOption, bit).SetTone(isSet ? Tone::good : Tone::normal);
+  raw_[static_cast<std::size_t>(eOption)] = lngValue;
+  SetTones(eOption, true);
+}
+
+// A lamp that was lit when it was read last is grey, one that was not stays dark.
+void frmMonitoring::SetTones(int item, bool live) {
+  const std::string& readAt = readAt_[static_cast<std::size_t>(item)];
+  const std::string tip = live || readAt.empty() ? "" : "As of " + readAt;
+  if (item < kStatusItem) {
+    ui().lblValue_[item].SetTone(live ? Tone::normal : Tone::faint);
+    ui().lblValue_[item].SetToolTip(tip);
+    return;
   }
+  const auto bits = static_cast<std::uint32_t>(raw_[static_cast<std::size_t>(item)]);
+  for (std::size_t bit = 0; bit < MonitoredItems()[static_cast<std::size_t>(item)].bits; ++bit) {
+    const bool isSet = ((bits >> bit) & 1U) != 0;
+    BitLamp(item, bit).SetTone(!isSet ? Tone::normal : live ? Tone::good : Tone::faint);
+    BitLamp(item, bit).SetToolTip(tip);
+  }
+}
+
+void frmMonitoring::ShowAllStale() {
+  for (int item = 0; item < kAlarmItem; ++item) SetTones(item, false);
+  if (!latest_.empty()) ui().lblAge.SetText("As of " + latest_);
 }
 
 void frmMonitoring::cmdExit_Click() {

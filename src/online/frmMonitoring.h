@@ -45,6 +45,9 @@ class frmMonitoring final : public WindowOf<layouts::frmMonitoring> {
 
   // ---- loading
   void LoadUnits();
+  [[nodiscard]] CheckBox& TickOf(int item) const;
+  void RestoreChoices();
+  void KeepChoices();
   void SetPinLabels();
   template <typename Kind>
   using Lines = ControlRow<Kind, 8>;
@@ -69,6 +72,9 @@ class frmMonitoring final : public WindowOf<layouts::frmMonitoring> {
   void ShowValue(int item, std::int32_t raw);
   void ShowValues();
   void DisplayLEDs(int eOption, std::int32_t lngValue);
+  // What is not live stays on show, grey, with the time when it was true.
+  void SetTones(int item, bool live);
+  void ShowAllStale();
   // A read failed: where nobody answers any more, monitoring has lost the line.
   void LookWhetherLineIsLost(ResultCode result);
   [[nodiscard]] bool IsAnythingTicked() const;
@@ -111,7 +117,9 @@ class frmMonitoring final : public WindowOf<layouts::frmMonitoring> {
   bool blnNotDone_ = false;
   bool looping_ = false;
   std::array<bool, kMonitoredItems> blnUpdate_{};
-  std::array<std::int32_t, kMonitoredValues> raw_{};
+  std::array<std::int32_t, kAlarmItem> raw_{};
+  std::array<std::string, kAlarmItem> readAt_{};  // "09:02:18"; empty: not read yet
+  std::string latest_;                            // of them
   std::vector<AlarmReading> history_;
   std::unique_ptr<HistoryGrid> historyGrid_;
   StripChart chart_;

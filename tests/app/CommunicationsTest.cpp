@@ -154,7 +154,6 @@ TEST_F(Communications, TheMenuOffersPortsSpeedsAndTheSearchForAxes) {
   Main().Choose("mnuToolsOffline");
   Form().UpdateStatusText("Index Table Download Complete");
   EXPECT_EQ(Main().Panel(StatusPanel::connection), "Offline");
-  line.Amplifier('0')->State().settings.baudRate = 9600;
   Main().Choose("mnuConnectionRate_0");
   EXPECT_EQ(Boxes(), Texts{"Settings changed and communications established successfully!"});
   // An online session is asked about, and a No keeps it.

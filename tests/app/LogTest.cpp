@@ -38,11 +38,30 @@ TEST_F(SessionLog, TellsBoxesAnswersAndTransfersInTheirOrder) {
           "restarted."}));
 }
 
-TEST_F(SessionLog, IsShownByTheDesktopOrNamedInABox) {
+TEST_F(SessionLog, IsShownInAWindowThatFollowsAndFilters) {
+  const std::string lead = "2026-03-01 14:05:09.123  ";
+  data.log.entries = {lead + "I  session   Online",
+                      lead + "W  link      0PRM800: No response error."};
   Main().Choose("mnuHelpLog");
+  headless::HeadlessForm& window = data.forms.Get("frmLog");
+  const GridSource& list = *window.grid("vsEntries").Source();
+  ASSERT_EQ(list.Rows(), 3);
+  EXPECT_EQ(list.Text(1, 0) + "|" + list.Text(1, 1), "2026-03-01 14:05:09.123|session   Online");
+  EXPECT_EQ(list.Text(2, 1), "Warning: link      0PRM800: No response error.");
+  EXPECT_EQ(window.grid("vsEntries").Row(), 2) << "the newest";
+  data.log.entries.push_back(lead + "I  session   Offline");
+  data.clock.Advance(std::chrono::seconds(1));
+  EXPECT_EQ(list.Rows(), 4);
+  EXPECT_EQ(window.grid("vsEntries").Row(), 3);
+  window.Type("txtFilter", "LINE");
+  EXPECT_EQ(list.Rows(), 3) << "Online and Offline";
+  window.Type("txtFilter", "");
+  window.Check("chkWarnings", true);
+  EXPECT_EQ(list.Rows(), 2);
+  window.Press("cmdFile");
   EXPECT_EQ(data.textViewer.opened, Texts{"/var/log/velmoor.log"});
   data.textViewer.available = false;
-  Main().Choose("mnuHelpLog");
+  window.Press("cmdFile");
   EXPECT_EQ(Boxes(), Texts{"The log could not be shown!\rIt lies in\r/var/log/velmoor.log"});
 }
 

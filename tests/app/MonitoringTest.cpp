@@ -24,7 +24,8 @@ class Monitoring : public AppSession {
     Window().Press("cmdMonitoring");
   }
   std::string Shown(const std::string& label) { return Window().label(label).Text(); }
-  bool IsLit(const std::string& lamp) { return Window().lamp(lamp).LampTone() == Tone::good; }
+  // Also when it is not live any more.
+  bool IsLit(const std::string& lamp) { return Window().lamp(lamp).LampTone() != Tone::normal; }
   SimulatedAxis& Axis() { return Amplifier().State().axis; }
 };
 
@@ -74,6 +75,46 @@ TEST_F(Monitoring, LightsTheLampsOfTheSetBits) {
   EXPECT_FALSE(IsLit("lmpVKLMInput_2"));
   EXPECT_EQ(Shown("lblRX900Input_3"), "/SEL0;/JOGN, Pin 9");
   EXPECT_EQ(Shown("lblVKLMInput_1"), "/SEL5, Pin 41");
+}
+
+// Nobody may take a value of yesterday for that of now.
+TEST_F(Monitoring, WhatIsNotLiveIsGreyAndTellsItsTime) {
+  Amplifier().SetValue("PUN", 40);
+  Amplifier().SetBit("IN2", 3, true);
+  Tick("chkOption_0");
+  Tick("chkOption_7");
+  Tick("chkInput_1");
+  EXPECT_EQ(Shown("lblAge"), "");
+  std::vector<Tone> live;
+  data.events.AtYield(4, [&] {
+    live = {Window().label("lblValue_0").TextTone(), Window().lamp("lmpRX900Input_3").LampTone()};
+    EXPECT_EQ(Shown("lblAge"), "Live");
+    line.faults.Add({.kind = FaultKind::deviceError, .match = "NFB", .count = 0});
+  });
+  Monitor(9);
+  EXPECT_EQ(live, (std::vector{Tone::normal, Tone::good}));
+  EXPECT_EQ(Shown("lblValue_0"), "40");
+  EXPECT_EQ(Window().label("lblValue_0").TextTone(), Tone::faint);
+  EXPECT_TRUE(Window().label("lblValue_0").ToolTip().starts_with("As of "));
+  EXPECT_EQ(Window().label("lblValue_7").TextTone(), Tone::faint) << "refused while others live";
+  EXPECT_EQ(Window().lamp("lmpRX900Input_3").LampTone(), Tone::faint);
+  EXPECT_EQ(Window().lamp("lmpRX900Input_2").LampTone(), Tone::normal);
+  EXPECT_TRUE(Shown("lblAge").starts_with("As of ")) << Shown("lblAge");
+}
+
+TEST_F(Monitoring, WhatWasWatchedIsTickedTheNextTime) {
+  for (const char* const tick : {"chkOption_7", "chkOutput_1", "chkAlarm"}) Tick(tick);
+  Window().Press("cmdExit");
+  Main().Choose("mnuToolsMonitoring");
+  for (const char* const tick : {"chkOption_7", "chkOutput_1", "chkAlarm"}) {
+    EXPECT_TRUE(Window().checkBox(tick).Value()) << tick;
+  }
+  EXPECT_FALSE(Window().checkBox("chkOption_0").Value());
+  Amplifier().ForgetWhatWasAsked();
+  Monitor(4);
+  EXPECT_GE(Amplifier().Asked("NFB"), 1);
+  EXPECT_GE(Amplifier().Asked("OUT2"), 1);
+  EXPECT_EQ(Amplifier().Asked("PUN"), 0);
 }
 
 TEST_F(Monitoring, OldFirmwareHasTwoLinesLess) {

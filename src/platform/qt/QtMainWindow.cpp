@@ -190,7 +190,9 @@ void QtMainWindow::SetUpConnection() {
   connection_->setFocusPolicy(Qt::TabFocus);
   connection_->setToolTip(
       QStringLiteral("State of the connection; a click offers ports and speeds"));
-  window_.findChild<QToolBar*>(QStringLiteral("tbStandard"))->addWidget(connection_);
+  auto* const bar = window_.findChild<QToolBar*>(QStringLiteral("tbStandard"));
+  bar->addSeparator();
+  bar->addWidget(connection_);
 }
 
 void QtMainWindow::PaintArea() {
