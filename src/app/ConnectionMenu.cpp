@@ -42,8 +42,9 @@ std::string DeviceName(const PortLook& look) {
   return look.name.substr(0, kLongestName - 3) + "...";
 }
 
-const char* StateWord(PortState state) {
-  switch (state) {
+const char* PortWord(const PortLook& look, std::int16_t com, const Session& session) {
+  if (session.IsOnline() && session.COM() == com) return "connected";
+  switch (look.state) {
     case PortState::free:
       return "free";
     case PortState::missing:
@@ -55,18 +56,18 @@ const char* StateWord(PortState state) {
   }
 }
 
-void ShowConnectionMenu(const layouts::frmMain& window, std::int16_t com, std::int32_t rate) {
+void ShowConnectionMenu(const layouts::frmMain& window, const Session& session) {
   const SerialPorts* const ports = world().serialPorts;
   for (std::int16_t port = 0; port < kSerialPorts; ++port) {
     Command& entry = window.commands[kPorts.at(static_cast<std::size_t>(port))];
-    entry.SetChecked(port == com);
+    entry.SetChecked(port == session.COM());
     if (ports == nullptr) continue;
     const PortLook look = ports->Look(port);
     entry.SetText("COM&" + NumberText(port + 1) + ": " + DeviceName(look) + ", " +
-                  StateWord(look.state));
+                  PortWord(look, port, session));
   }
   for (std::size_t place = 0; place < kRates.size(); ++place) {
-    window.commands[kRates.at(place)].SetChecked(kBaudRates.at(place) == rate);
+    window.commands[kRates.at(place)].SetChecked(kBaudRates.at(place) == session.BaudRate());
   }
 }
 

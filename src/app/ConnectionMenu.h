@@ -11,6 +11,7 @@
 
 #include "link/BaudRates.h"
 #include "platform/SerialPorts.h"
+#include "session/Session.h"
 #include "session/Tools.h"
 
 namespace velmoor {
@@ -21,13 +22,13 @@ namespace velmoor {
 [[nodiscard]] std::optional<std::int32_t> RateOfCommand(MainCommand command);
 
 // Shows what stands behind the ports now, and which port and speed are the session's.
-void ShowConnectionMenu(const layouts::frmMain& window, std::int16_t com, std::int32_t rate);
+void ShowConnectionMenu(const layouts::frmMain& window, const Session& session);
 // Offers ports and speeds, or the end of the search that is under way.
 void EnableConnectionMenu(const layouts::frmMain& window, bool ready, bool searching);
 
 // "ttyUSB0"; short enough for a list, "none" where nothing stands behind the port.
 [[nodiscard]] std::string DeviceName(const PortLook& look);
-// "free", "absent", "in use", "no access".
-[[nodiscard]] const char* StateWord(PortState state);
+// "free", "absent", "in use", "no access"; "connected" of the session's own port.
+[[nodiscard]] const char* PortWord(const PortLook& look, std::int16_t com, const Session& session);
 
 }  // namespace velmoor

@@ -126,10 +126,13 @@ std::string frmCommunications::Text(int row, int column) const {
   if (row == 0) return kHeadings.at(static_cast<std::size_t>(column));
   const bool simulated = row == kSimulatedPort + 1;
   if (column == kPort) return simulated ? "Simulated amplifier" : "COM" + std::to_string(row);
-  if (simulated) return column == kDevice ? "of this program" : "free";
+  if (simulated) {
+    return column == kDevice ? "of this program" : PortWord({}, kSimulatedPort, main_);
+  }
   if (looks_.empty()) return {};
   const PortLook& look = looks_[Place(row)];
-  return column == kDevice ? DeviceName(look) : StateWord(look.state);
+  return column == kDevice ? DeviceName(look)
+                           : PortWord(look, static_cast<std::int16_t>(row - 1), main_);
 }
 
 CellTraits frmCommunications::Traits(int row, int column) const {

@@ -11,7 +11,7 @@ namespace {
 
 enum Column { kTime, kText };
 constexpr std::chrono::milliseconds kLook{500};
-constexpr int kTimeWidth = 24;
+constexpr int kAsContents = 0;
 // "2026-03-01 14:05:09.123  W  link      0PRM800: No response error."
 constexpr std::size_t kTimeLength = 23;
 constexpr std::size_t kLevel = 25;
@@ -22,7 +22,7 @@ constexpr std::size_t kRest = 28;
 void frmLog::FormLoad() {
   Grid& grid = ui().vsEntries;
   grid.Bind(this);
-  grid.SetColumnWidth(kTime, kTimeWidth);
+  grid.SetColumnWidth(kTime, kAsContents);
   grid.SetColumnShare(kText);
   connections_ +=
       grid.Tip.Connect([this](int row, int, std::string& tip) { tip = Text(row, kText); });

@@ -83,7 +83,7 @@ void frmMain::ConnectWindow() {
         // While the search runs, which is a command itself.
         return SetStopProcedure(true);
       case MainCommand::mnuToolsConnection:
-        return ShowConnectionMenu(ui_, intCOM, lngBaudRate);
+        return ShowConnectionMenu(ui_, *this);
       default:
         OnCommand(command);
     }

@@ -149,6 +149,8 @@ TEST_F(Communications, TheMenuOffersPortsSpeedsAndTheSearchForAxes) {
   Main().Choose("mnuConnectionPort_1");
   EXPECT_EQ(Main().Panel(StatusPanel::connection), "Online, axis 0, 9600, COM2");
   EXPECT_EQ(port.PortName(), "COM2");
+  Main().Choose("mnuToolsConnection");
+  EXPECT_EQ(Main().command("mnuConnectionPort_1").Text(), "COM&2: ttyUSB4, connected");
   EXPECT_EQ(Boxes(), Texts{});
   // Whatever the status bar tells meanwhile.
   Main().Choose("mnuToolsOffline");
