@@ -60,7 +60,13 @@ std::string MainModule::CommandLineFile() const {
 }
 
 void MainModule::HandleExistingInstance() {
-  if (!instance_.FindRunning()) return;
+  const Running running = instance_.FindRunning();
+  if (running == Running::silent) {
+    ShowExclamation(
+        "Velmoor is already running, but does not answer!\r"
+        "Wait until it does, or end it, and start Velmoor again.");
+  }
+  if (running != Running::answers) return;
   const std::string file = CommandLineFile();
   const bool asks = !file.empty() || !instance_.IsRunningVisible();
   if (asks && AskOkCancel("Velmoor is already running!\rDo you wish to close any existing opened "

@@ -7,6 +7,10 @@
 
 namespace velmoor {
 
+// Of the instance that has the lock: it listens to nobody, as at its start and its end; it listens
+// and does not answer; it answers.
+enum class Running { nobody, silent, answers };
+
 class SingleInstance {
  public:
   virtual ~SingleInstance() = default;
@@ -23,8 +27,8 @@ class SingleInstance {
                       std::function<void()> onActivate) = 0;
   virtual void StopListening() = 0;
 
-  // On the second start's side. True when a running instance answers.
-  virtual bool FindRunning() = 0;
+  // On the second start's side.
+  virtual Running FindRunning() = 0;
   virtual bool IsRunningVisible() = 0;
   // Waits up to `limit` for the receipt; no retry, the answer is not examined.
   virtual void SendMessage(const std::string& bytes, std::chrono::milliseconds limit) = 0;

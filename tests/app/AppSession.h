@@ -27,7 +27,7 @@ class FakeInstance final : public SingleInstance {
     deliver = std::move(onMessage);
   }
   void StopListening() override { deliver = nullptr; }
-  bool FindRunning() override { return otherAnswers; }
+  Running FindRunning() override { return other; }
   bool IsRunningVisible() override { return otherVisible; }
   void SendMessage(const std::string& bytes, std::chrono::milliseconds limit) override {
     sent.push_back(bytes);
@@ -36,7 +36,7 @@ class FakeInstance final : public SingleInstance {
   void ActivateRunning() override { ++activations; }
 
   bool otherRuns = false;
-  bool otherAnswers = true;
+  Running other = Running::answers;
   bool otherVisible = true;
   bool claimed = false;
   std::function<void(std::string)> deliver;

@@ -125,11 +125,16 @@ TEST_F(AppSession, AHiddenInstanceIsSentASingleZeroByte) {
   EXPECT_EQ(instance.sent, Texts{std::string(1, '\0')});
 }
 
-TEST_F(AppSession, NobodyBehindTheLockEndsTheSecondStartSilently) {
+// Where nobody listens, the first one is just beginning or ending.
+TEST_F(AppSession, NobodyBehindTheLockEndsTheSecondStartSilentlyAndASilentOneIsTold) {
   instance.otherRuns = true;
-  instance.otherAnswers = false;
+  instance.other = Running::nobody;
   EXPECT_FALSE(Start("line1.spj"));
   EXPECT_EQ(Boxes(), Texts{});
+  instance.other = Running::silent;
+  EXPECT_FALSE(Start("line1.spj"));
+  EXPECT_EQ(Boxes(), Texts{"Velmoor is already running, but does not answer!\r"
+                           "Wait until it does, or end it, and start Velmoor again."});
   EXPECT_EQ(instance.activations, 0);
 }
 

@@ -97,7 +97,7 @@ TEST_F(PosixSingleInstanceTest, AMessageArrivesWholeWithZeroBytesToo) {
 
 TEST_F(PosixSingleInstanceTest, TheQuestionsOfASecondStartAreAnswered) {
   Listen();
-  EXPECT_TRUE(FromSecond([&] { return second_.FindRunning(); }));
+  EXPECT_TRUE(FromSecond([&] { return second_.FindRunning() == Running::answers; }));
   EXPECT_TRUE(FromSecond([&] { return second_.IsRunningVisible(); }));
   visible_ = false;
   EXPECT_FALSE(FromSecond([&] { return second_.IsRunningVisible(); }));
@@ -111,7 +111,13 @@ TEST_F(PosixSingleInstanceTest, TheQuestionsOfASecondStartAreAnswered) {
 TEST_F(PosixSingleInstanceTest, NobodyListensMeansNobodyRuns) {
   ASSERT_TRUE(owner_.Claim("bench"));
   ASSERT_FALSE(second_.Claim("bench"));
-  EXPECT_FALSE(second_.FindRunning());
+  EXPECT_EQ(second_.FindRunning(), Running::nobody);
+}
+
+// Nobody serves the events of the first one here.
+TEST_F(PosixSingleInstanceTest, OneThatListensAndDoesNotAnswerIsSilent) {
+  Listen();
+  EXPECT_EQ(second_.FindRunning(), Running::silent);
 }
 
 TEST_F(PosixSingleInstanceTest, ASocketLeftByACrashIsNoObstacle) {
@@ -123,7 +129,7 @@ TEST_F(PosixSingleInstanceTest, ASocketLeftByACrashIsNoObstacle) {
   (directory_ + "/bench.socket").copy(address.sun_path, sizeof(address.sun_path) - 1);
   ASSERT_EQ(::bind(stale.Get(), reinterpret_cast<sockaddr*>(&address), sizeof(address)), 0);
   owner_.Listen([](const std::string&) {}, [] { return true; }, [] {});
-  EXPECT_TRUE(FromSecond([&] { return second_.FindRunning(); }));
+  EXPECT_TRUE(FromSecond([&] { return second_.FindRunning() == Running::answers; }));
 }
 
 TEST_F(PosixSingleInstanceTest, TheChannelIsTheUsersOwn) {

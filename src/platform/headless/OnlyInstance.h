@@ -12,7 +12,7 @@ class OnlyInstance final : public SingleInstance {
   void Listen(std::function<void(std::string)> /*onMessage*/, std::function<bool()> /*isVisible*/,
               std::function<void()> /*onActivate*/) override {}
   void StopListening() override {}
-  bool FindRunning() override { return false; }
+  Running FindRunning() override { return Running::nobody; }
   bool IsRunningVisible() override { return false; }
   void SendMessage(const std::string& /*bytes*/, std::chrono::milliseconds /*limit*/) override {}
   void ActivateRunning() override {}

@@ -228,20 +228,27 @@ void PosixSingleInstance::Answer(int connection, const std::string& request) {
   if (letter == kMessage) onMessage_(request.substr(1));
 }
 
+FileDescriptor PosixSingleInstance::Connect() const {
+  FileDescriptor connection = MakeSocket();
+  const sockaddr_un address = Address(PathOf(".socket"));
+  if (::connect(connection.Get(), Generic(address), sizeof(address)) != 0) connection.Reset();
+  return connection;
+}
+
 std::optional<char> PosixSingleInstance::Ask(const std::string& request,
                                              std::chrono::milliseconds limit) const {
   const Deadline deadline = std::chrono::steady_clock::now() + limit;
-  const FileDescriptor connection = MakeSocket();
-  const sockaddr_un address = Address(PathOf(".socket"));
-  const bool connected =
-      connection.IsValid() && ::connect(connection.Get(), Generic(address), sizeof(address)) == 0;
-  if (!connected || !WriteBytes(connection.Get(), request, deadline)) return std::nullopt;
+  const FileDescriptor connection = Connect();
+  if (!connection.IsValid() || !WriteBytes(connection.Get(), request, deadline)) {
+    return std::nullopt;
+  }
   const auto answer = ReadBytes(connection.Get(), 1, deadline);
   return answer ? std::optional(answer->front()) : std::nullopt;
 }
 
-bool PosixSingleInstance::FindRunning() {
-  return Ask({kFind}, kAnswerLimit).has_value();
+Running PosixSingleInstance::FindRunning() {
+  if (Ask({kFind}, kAnswerLimit)) return Running::answers;
+  return Connect().IsValid() ? Running::silent : Running::nobody;
 }
 
 bool PosixSingleInstance::IsRunningVisible() {

@@ -33,7 +33,7 @@ class PosixSingleInstance final : public SingleInstance {
               std::function<void()> onActivate) override;
   void StopListening() override;
 
-  bool FindRunning() override;
+  Running FindRunning() override;
   bool IsRunningVisible() override;
   void SendMessage(const std::string& bytes, std::chrono::milliseconds limit) override;
   void ActivateRunning() override;
@@ -42,6 +42,8 @@ class PosixSingleInstance final : public SingleInstance {
   void Serve();
   void Answer(int connection, const std::string& request);
   // The answer to a request, or nothing within `limit`.
+  // To the instance that listens; invalid where none does.
+  [[nodiscard]] FileDescriptor Connect() const;
   [[nodiscard]] std::optional<char> Ask(const std::string& request,
                                         std::chrono::milliseconds limit) const;
   [[nodiscard]] std::string PathOf(const char* ending) const;
