@@ -4,6 +4,7 @@
 
 #include "link/BaudRates.h"
 #include "operations/FailureText.h"
+#include "operations/TransferTime.h"
 #include "operations/UploadFlow.h"
 #include "platform/MessageBoxes.h"
 #include "platform/Numbers.h"
@@ -83,14 +84,25 @@ bool Transfers::Reach() {
          connection_.Motor().MayGoOn();
 }
 
-bool Transfers::AskToDownload(const std::string& question, const std::vector<Tool>& parts,
-                              bool all) {
+int Transfers::ValuesOf(const std::vector<Tool>& parts, bool all) {
   int values = 0;
   for (const Tool part : parts) values += project().ValuesOf(part, all);
+  return values;
+}
+
+bool Transfers::AskToUpload(const std::string& question, const std::vector<Tool>& parts) {
+  return AskExclamationYesNo(question + "\r\r" +
+                             TransferCost(ValuesOf(parts, true), Way::read, session_.BaudRate()));
+}
+
+bool Transfers::AskToDownload(const std::string& question, const std::vector<Tool>& parts,
+                              bool all) {
+  const std::int32_t rate = session_.BaudRate();
+  const int values = ValuesOf(parts, all);
   BoxTick tick{"&Verify: read back what was sent before it is stored (about " +
-                   NumberText(WrittenCheck::Seconds(values, session_.BaudRate())) + " s more)",
+                   NumberText(TransferSeconds(values, Way::read, rate)) + " s more)",
                verify_};
-  const bool agreed = AskOkCancel(question, tick);
+  const bool agreed = AskOkCancel(question + "\r\r" + TransferCost(values, Way::write, rate), tick);
   verify_ = tick.on;
   return agreed;
 }
@@ -319,11 +331,11 @@ void Transfers::ShowUploadedDifferences() {
 bool Transfers::UploadAll() {
   return Trapped("Upload All failed!\r", [this] {
     if (!connection_.GoOnlineFor("Upload failed!")) return false;
-    if (!AskExclamationYesNo(
-            "All existing table data and parameter data will be overwritten with hardware "
-            "data\rconverted to units associated to the mechanical system definition!\r"
-            "Electronic gear ratio parameters may not match definition!\r"
-            "Do you wish to continue?")) {
+    if (!AskToUpload("All existing table data and parameter data will be overwritten with hardware "
+                     "data\rconverted to units associated to the mechanical system definition!\r"
+                     "Electronic gear ratio parameters may not match definition!\r"
+                     "Do you wish to continue?",
+                     kEverything)) {
       return false;
     }
     const int steps =
@@ -344,9 +356,9 @@ bool Transfers::UploadItem(const TransferItem& item) {
   const std::string& name = item.name;
   return Trapped("Upload " + name + " failed!\r", [&] {
     if (!connection_.GoOnlineFor("Upload failed!")) return false;
-    if (!AskExclamationYesNo(
-            "Existing " + name +
-            " will be overwritten with hardware data!\rDo you wish to continue?")) {
+    if (!AskToUpload("Existing " + name +
+                         " will be overwritten with hardware data!\rDo you wish to continue?",
+                     item.tools)) {
       return false;
     }
     if (!Read("Upload " + name, StepsOf(item.tools),

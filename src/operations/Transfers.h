@@ -48,6 +48,10 @@ class Transfers {
   [[nodiscard]] int StepsOfEverything();
   // Online, and the user wants this motor to get the project.
   [[nodiscard]] bool Reach();
+  // The values of those parts that travel.
+  [[nodiscard]] int ValuesOf(const std::vector<Tool>& parts, bool all);
+  // The question before an upload of those parts.
+  [[nodiscard]] bool AskToUpload(const std::string& question, const std::vector<Tool>& parts);
   // The question before a download of those parts, with the choice to read them back.
   [[nodiscard]] bool AskToDownload(const std::string& question, const std::vector<Tool>& parts,
                                    bool all);

@@ -12,8 +12,6 @@
 namespace velmoor {
 namespace {
 
-constexpr int kCharactersOfAnExchange = 25;
-constexpr int kBitsOfACharacter = 11;
 constexpr std::size_t kSample = 12;
 constexpr std::size_t kNamed = 8;  // differences; the others are counted
 
@@ -73,12 +71,6 @@ WrittenCheck::WrittenCheck(SessionState& session) : session_(session) {
 
 WrittenCheck::~WrittenCheck() {
   session_.Helix7()->KeepWritten(false);
-}
-
-int WrittenCheck::Seconds(int values, std::int32_t bitsPerSecond) {
-  const std::int64_t rate = std::max(1, bitsPerSecond);
-  const std::int64_t bits = std::int64_t{values} * kCharactersOfAnExchange * kBitsOfACharacter;
-  return static_cast<int>((bits + rate - 1) / rate);
 }
 
 bool WrittenCheck::ReadAll(const Progress& progress) {

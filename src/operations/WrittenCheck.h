@@ -24,10 +24,6 @@ class WrittenCheck {
   WrittenCheck(const WrittenCheck&) = delete;
   WrittenCheck& operator=(const WrittenCheck&) = delete;
 
-  // How long `values` take to be read at that speed, in seconds: an exchange has 25 characters of
-  // 11 bits.
-  [[nodiscard]] static int Seconds(int values, std::int32_t bitsPerSecond);
-
   // Reads back what was written since the last call. False: a value differs, or could not be read,
   // which is the latest failure of the link then, or `progress` ended it. The parameters that
   // differ are marked, in the project's file too; rows of tables are marked by whoever does not

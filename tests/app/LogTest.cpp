@@ -26,16 +26,18 @@ TEST_F(SessionLog, TellsBoxesAnswersAndTransfersInTheirOrder) {
   Main().Choose("mnuToolsDownloadAll");
   EXPECT_EQ(
       entries(),
-      (Texts{
-          "box: " + OneLine(question), "box: answer: OK", "session: Index Table Download Complete",
-          "session: Jog Table Download Complete", "session: Zone Table Download Complete",
-          "session: Hardware Parameters Download Complete",
-          "session: Mechanical System Parameters Download Complete", "session: Download Complete",
-          "operation: Download All: complete, 346 of 346 items in 0 ms",
-          "session: Waiting for the restart...", "link: 0PRM800: No response error.",
-          "session: Online",
-          "box: Download All complete! 346 items sent in 0.0 s and stored.  The amplifier has "
-          "restarted."}));
+      (Texts{"box: " + OneLine(question) +
+                 "  1292 exchanges, about 42 s at 9600 bit/s (11 s at 38400).",
+             "box: answer: OK", "session: Index Table Download Complete",
+             "session: Jog Table Download Complete", "session: Zone Table Download Complete",
+             "session: Hardware Parameters Download Complete",
+             "session: Mechanical System Parameters Download Complete",
+             "session: Download Complete",
+             "operation: Download All: complete, 346 of 346 items in 0 ms",
+             "session: Waiting for the restart...", "link: 0PRM800: No response error.",
+             "session: Online",
+             "box: Download All complete! 346 items sent in 0.0 s and stored.  The amplifier has "
+             "restarted."}));
 }
 
 TEST_F(SessionLog, IsShownInAWindowThatFollowsAndFilters) {

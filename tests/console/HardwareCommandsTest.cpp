@@ -315,11 +315,13 @@ TEST_F(Velmoorctl, AnotherMotorIsNotedBeforeTheTransferAndComparedByInfo) {
   EXPECT_TRUE(out.str().ends_with("\n" + difference)) << out.str();
   // --yes agrees to the download, and not to another machine.
   EXPECT_EQ(Run({"download", project, "--port", "x", "--yes", "--only", "jog"}), 0) << err.str();
-  EXPECT_EQ(err.str(), "The connected motor is not what project a describes!\n\n" + difference +
-                           "\nTo take it over: velmoorctl set " + project +
-                           " encoder=32768\nJog Table of the project will be downloaded to the "
-                           "controller.\nDo you wish to proceed?\nDownload Jog Table complete!\n"
-                           "16 items sent in 0.0 s and stored.\n");
+  EXPECT_EQ(err.str(),
+            "The connected motor is not what project a describes!\n\n" + difference +
+                "\nTo take it over: velmoorctl set " + project +
+                " encoder=32768\nJog Table of the project will be downloaded to the "
+                "controller.\nDo you wish to proceed?\n\n16 exchanges, about 1 s at 9600 bit/s "
+                "(1 s at 38400).\nDownload Jog Table complete!\n"
+                "16 items sent in 0.0 s and stored.\n");
   ASSERT_EQ(Run({"set", project, "encoder=32768"}), 0) << err.str();
   EXPECT_EQ(Run({"download", project, "--port", "x", "--yes", "--new"}), 0);
   EXPECT_EQ(err.str().find("Encoder:"), std::string::npos) << err.str();
