@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "platform/MessageBoxes.h"
+#include "platform/Numbers.h"
 #include "platform/Printing.h"
 #include "platform/Settings.h"
 #include "platform/Trapped.h"
@@ -14,7 +15,8 @@ namespace velmoor {
 namespace {
 
 constexpr const char* kPaperSetting = "PrintPaper";
-constexpr const char* kPapers[] = {"A4", "Letter"};  // in the order of Paper
+constexpr const char* kSectionsSetting = "PrintSections";  // a bit each
+constexpr const char* kPapers[] = {"A4", "Letter"};        // in the order of Paper
 
 }  // namespace
 
@@ -48,9 +50,28 @@ void frmPrint::Form_Load() {
   ShowPrinter();
   ui().cmdPrint.SetEnabled(blnCanPrint_);
   blnPrintToFile_ = false;
-  blnPrint_ = {};
-  iPrintBoxesChecked_ = 0;
-  EnablePrintAndPreview();
+  TickLatestChoice();
+}
+
+void frmPrint::TickLatestChoice() {
+  const auto sections =
+      static_cast<std::uint32_t>(world().settings->ReadNumber(kSectionsSetting, 0));
+  for (std::size_t i = 0; i < kReportItems; ++i) {
+    blnPrint_[i] = ((sections >> i) & 1U) != 0;
+    chkPrint(i).SetValue(blnPrint_[i]);
+  }
+  CountTicks();
+}
+
+void frmPrint::FormUnload() {
+  std::uint32_t sections = 0;
+  for (std::size_t i = 0; i < kReportItems; ++i) {
+    if (blnPrint_[i]) sections |= 1U << i;
+  }
+  Trapped("frmPrint.FormUnload: ", [sections] {
+    world().settings->Write(kSectionsSetting, NumberText(sections));
+    return true;
+  });
 }
 
 void frmPrint::BindButtons() {

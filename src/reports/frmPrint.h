@@ -26,9 +26,11 @@ class frmPrint final : public WindowOf<layouts::frmPrint> {
 
  protected:
   void FormLoad() override;
+  void FormUnload() override;
 
  private:
   void Form_Load();
+  void TickLatestChoice();
   void BindButtons();
   void chkPrint_Click(std::size_t Index);
   void TickAll(bool checked);

@@ -94,6 +94,15 @@ TEST_F(PrintTest, WhatIsTickedIsPrintedInTheOrderOfTheBoxes) {
   EXPECT_EQ(Titles(data.printing.printed[0]), (Texts{"Communications Settings", "Jog Table"}));
   EXPECT_FALSE(data.printing.printed[0].sections[0].newPage);
   EXPECT_TRUE(data.printing.printed[0].sections[1].newPage);
+  // The next time the choice is there already.
+  InDialog([](HeadlessForm& form) {
+    EXPECT_EQ(Offered(form), "111");
+    EXPECT_TRUE(form.checkBox("chkPrint_9").Value());
+    EXPECT_FALSE(form.checkBox("chkPrint_1").Value());
+    form.Press("cmdPrint");
+  });
+  ASSERT_EQ(data.printing.printed.size(), 2U);
+  EXPECT_EQ(Titles(data.printing.printed[1]), (Texts{"Communications Settings", "Jog Table"}));
 }
 
 TEST_F(PrintTest, ThePreviewPagesAndZooms) {
