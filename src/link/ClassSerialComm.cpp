@@ -252,6 +252,11 @@ ResultCode ClassSerialComm::Failed(const std::string& command, ResultCode result
   return result;
 }
 
+void ClassSerialComm::SendLine(const std::string& command) {
+  m_saxComm->WriteLine(command);
+  if (const auto work = std::exchange(m_meanwhile, nullptr)) work();
+}
+
 std::string ClassSerialComm::ReadAnswer() {
   m_exchange.answer = m_saxComm->ReadLine();
   m_exchange.form = AnswerFormOf(m_exchange.answer, m_exchange.line.substr(0, 1));
@@ -293,7 +298,7 @@ ResultCode ClassSerialComm::executeWriteCommand(const std::string& command) {
   if (m_busy) return Failed(command, kBusy);
   return Guarded(command, AfterExchange::resetTimeOut, [&]() -> ResultCode {
     if (m_saxComm->WaitingBytes() > 0) m_saxComm->DiscardInput();
-    m_saxComm->WriteLine(command);
+    SendLine(command);
     const ResultCode echo = ReadEcho(bareCommand);
     if (echo != kSuccess) return echo;
     const std::string answer = ReadAnswer();
@@ -344,7 +349,7 @@ ResultCode ClassSerialComm::executeReadCommand(const std::string& command, std::
   if (m_busy) return Failed(command, kBusy);
   // Unlike a write, a read throws no waiting bytes away and leaves the time-out as it is.
   return Guarded(command, AfterExchange::keepTimeOut, [&]() -> ResultCode {
-    m_saxComm->WriteLine(command);
+    SendLine(command);
     const ResultCode echo = ReadEcho(WithoutAxis(command));
     if (echo != kSuccess) return echo;
     const std::string answer = ReadAnswer();
@@ -370,7 +375,7 @@ ResultCode ClassSerialComm::writeToSerial(const std::string& command, RawRespons
   if (m_busy) return Failed(command, kBusy);
   if (m_saxComm == nullptr) return Failed(command, kPortNotOpen);
   return Guarded(command, AfterExchange::resetTimeOut, [&]() -> ResultCode {
-    m_saxComm->WriteLine(command);
+    SendLine(command);
     response[0] = m_saxComm->ReadLine();
     if (response[0].empty()) return kNoResponse;
     if (!m_echoBack) return kSuccess;
@@ -385,7 +390,7 @@ ResultCode ClassSerialComm::sendAndListen(const std::string& command, std::int32
   if (m_busy) return Failed(command, kBusy);
   m_saxComm->SetReadTimeOut(milliseconds);
   return Guarded(command, AfterExchange::resetTimeOut, [&]() -> ResultCode {
-    m_saxComm->WriteLine(command);
+    SendLine(command);
     std::string line = m_saxComm->ReadLine();
     while (!line.empty() && heard(line)) line = m_saxComm->ReadLine();
     return kSuccess;

@@ -73,6 +73,9 @@ class ClassSerialComm {
   // Without one the results stand as told.
   using WriteCheck = std::function<ResultCode(const std::string& line, ResultCode result)>;
   void setWriteCheck(WriteCheck check) { m_writeCheck = std::move(check); }
+  // Runs once, while the next line is on its way: what would otherwise keep the line waiting. It
+  // neither exchanges nor throws. Nothing: not any more.
+  void whileNextIsOnItsWay(std::function<void()> work) { m_meanwhile = std::move(work); }
   // Told the speed that a search tries next; false ends the search.
   using SearchWatch = std::function<bool(std::int32_t bitsPerSecond)>;
   void setSearchWatch(SearchWatch watch) { m_searchWatch = std::move(watch); }
@@ -168,6 +171,7 @@ class ClassSerialComm {
   // Makes it the latest failure and tells the log; gives `result`.
   ResultCode Failed(const std::string& command, ResultCode result);
   void LogFailure(const std::string& command, ResultCode result) const;
+  void SendLine(const std::string& command);
   [[nodiscard]] std::string ReadAnswer();
   ResultCode Checked(const std::string& command, ResultCode result);
   ResultCode WriteWord(const std::string& command);
@@ -191,6 +195,7 @@ class ClassSerialComm {
   LinkExchange m_exchange;
   LinkFailure m_failure;
   WriteCheck m_writeCheck;
+  std::function<void()> m_meanwhile;
   SearchWatch m_searchWatch;
   bool m_searchStopped = false;
   bool m_strayWrite = false;

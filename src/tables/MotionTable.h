@@ -248,8 +248,8 @@ class MotionTable {
   void frm_ChangeAccepted();
   void ShowInWindow();
   bool DownloadRecords(Database& database, RowSet& records, std::int16_t total);
-  void Acknowledged(int row, const std::vector<std::string>& sent, Database& database,
-                    RowSet& records);
+  // Sends the marked rows, and tells of each one that was acknowledged as it is stored.
+  bool SendRows(std::int16_t total, const std::function<void(int row)>& acknowledged);
 
   TableLayout layout_;
   std::vector<StoredRow> stored_;

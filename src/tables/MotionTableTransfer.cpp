@@ -1,5 +1,9 @@
 // The motion tables on their way to the amplifier and back.
 
+#include <exception>
+#include <functional>
+#include <utility>
+
 #include "link/clsHX7Helix7.h"
 #include "platform/Events.h"
 #include "platform/Numbers.h"
@@ -13,6 +17,39 @@ namespace velmoor {
 namespace {
 
 constexpr std::string_view kDirty = schema::Position::kDirty;
+
+// Work that is done while the next line is on its way, so that the line never waits for it.
+class LaterWork {
+ public:
+  LaterWork() = default;
+  ~LaterWork() { Link().whileNextIsOnItsWay(nullptr); }
+  LaterWork(const LaterWork&) = delete;
+  LaterWork& operator=(const LaterWork&) = delete;
+
+  void Order(std::function<void()> work) {
+    work_ = std::move(work);
+    Link().whileNextIsOnItsWay([this] { Run(); });
+  }
+  // What was ordered is done. Throws what it has thrown.
+  void Settle() {
+    Run();
+    if (failed_) std::rethrow_exception(std::exchange(failed_, nullptr));
+  }
+
+ private:
+  static ClassSerialComm& Link() { return gMainForm->Helix7()->SerialComm(); }
+  void Run() {
+    const auto work = std::exchange(work_, nullptr);
+    try {
+      if (work) work();
+    } catch (...) {
+      failed_ = std::current_exception();
+    }
+  }
+
+  std::function<void()> work_;
+  std::exception_ptr failed_;
+};
 
 }  // namespace
 
@@ -68,11 +105,33 @@ bool MotionTable::Download(bool blnOverRide) {
   return downloaded;
 }
 
+// That a row was acknowledged is committed while the line of the next one is on its way: a program
+// that is killed before that offers the one row again.
 bool MotionTable::DownloadRecords(Database& database, RowSet& records, std::int16_t total) {
+  records.MoveFirst();
+  int at = 1;
+  const auto clear = [&](int row) {
+    // It may have been stored anew meanwhile.
+    if (stored_[Index(row)].marked) return;
+    for (; at < row; ++at) records.MoveNext();
+    records.Edit();
+    records.Set(kDirty, "0");
+    records.Update();
+    // What the amplifier has acknowledged is not sent again, whatever happens next.
+    database.Commit();
+  };
+  LaterWork later;
+  const bool done = SendRows(total, [&](int row) {
+    later.Settle();
+    later.Order([&clear, row] { clear(row); });
+  });
+  later.Settle();
+  return done;
+}
+
+bool MotionTable::SendRows(std::int16_t total, const std::function<void(int row)>& acknowledged) {
   std::int16_t count = 0;
-  int row = 0;
-  for (records.MoveFirst(); !records.AtEnd() && row < layout_.rows; records.MoveNext()) {
-    ++row;
+  for (int row = 1; row <= layout_.rows; ++row) {
     if (!stored_[Index(row)].marked) continue;
     if (gMainForm->StopProcedure()) {
       Status.Raise("Download Terminated");
@@ -86,24 +145,15 @@ bool MotionTable::DownloadRecords(Database& database, RowSet& records, std::int1
       Status.Raise("Download Failed");
       return false;
     }
-    Acknowledged(row, controller, database, records);
+    acknowledged_[row] = controller;
+    StoredRow& stored = stored_[Index(row)];
+    // A row that was stored anew while its line was under way keeps its mark.
+    if (stored.controller != controller) continue;
+    stored.marked = false;
+    if (cells_[Index(row)] == stored.cells) marks_[Index(row)] = false;
+    acknowledged(row);
   }
   return true;
-}
-
-// A row that was stored anew while its line was under way keeps its mark.
-void MotionTable::Acknowledged(int row, const std::vector<std::string>& sent, Database& database,
-                               RowSet& records) {
-  acknowledged_[row] = sent;
-  StoredRow& stored = stored_[Index(row)];
-  if (stored.controller != sent) return;
-  records.Edit();
-  records.Set(kDirty, "0");
-  records.Update();
-  // What the amplifier has acknowledged is never sent again, whatever happens next.
-  database.Commit();
-  stored.marked = false;
-  if (cells_[Index(row)] == stored.cells) marks_[Index(row)] = false;
 }
 
 void MotionTable::AboutToSendMarked() {
