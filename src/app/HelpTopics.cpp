@@ -39,6 +39,7 @@ constexpr std::array kOthers{
     HelpTopic{"frmTerminalOptions", "", "terminal.md", "terminal-options"},
     HelpTopic{"frmPrint", "", "reports.md", "printing"},
     HelpTopic{"frmPreview", "", "reports.md", "preview"},
+    HelpTopic{"frmLog", "", "messages.md", "the-log"},
     HelpTopic{"frmError", "", "messages.md", "an-unexpected-error"},
 };
 
