@@ -3,6 +3,7 @@
 #include <set>
 #include <utility>
 
+#include "compiler/Checks.h"
 #include "compiler/Outputs.h"
 #include "platform/Numbers.h"
 #include "project/data/CatalogueSource.h"
@@ -67,11 +68,11 @@ std::string Size(const Limits& limits) {
 
 TableImage ParameterTable(const Catalogue& catalogue) {
   using P = source::Parameters;
-  TableImage table{
-      Str(P::kTable),
-      {Column(P::kPn), Column(P::kMin), Column(P::kMax), Column(P::kInitial), Key(P::kList),
-       Key(P::kDigits), Key(P::kEditType), Column(P::kFixed), Column(P::kCategory), Key(P::kSize)},
-      {}};
+  TableImage table{Str(P::kTable),
+                   {Column(P::kPn), Column(P::kMin), Column(P::kMax), Column(P::kInitial),
+                    Key(P::kList), Key(P::kDigits), Key(P::kEditType), Column(P::kFixed),
+                    Column(P::kCategory), Column(P::kGroup), Key(P::kSize)},
+                   {}};
   for (const Parameter& parameter : catalogue.parameters) {
     const bool digits = parameter.kind == Kind::digits;
     const Limits limits = TableLimits(catalogue, parameter);
@@ -80,7 +81,7 @@ TableImage ParameterTable(const Catalogue& catalogue) {
          digits ? parameter.digits : NumberText(limits.initial),
          NumberText(parameter.kind == Kind::list ? ListKey(catalogue, parameter.choice) : 0),
          NumberText(digits ? DigitsKey(catalogue, parameter.choice) : 0), EditType(parameter),
-         parameter.fixed, parameter.category, Size(limits)});
+         parameter.fixed, parameter.category, parameter.group, Size(limits)});
   }
   return table;
 }
@@ -138,6 +139,7 @@ class TextTable {
                   const std::string& text) {
     if (text.empty()) return;
     keys_[{Str(kind), name}] = key;
+    english_[{Str(kind), name}] = text;
     table_.rows.push_back({NumberText(source::kEnglish), Str(kind), key, text});
   }
   // A text that must stay as it is.
@@ -154,6 +156,9 @@ class TextTable {
         problems.Add(text.place, text.key + " is literal and has no translation");
       } else if (text.text.find('|') != std::string::npos && text.kind == Texts::kItem) {
         problems.Add(text.place, "an item holds \"|\"");
+      } else if (text.kind == Texts::kChoices &&
+                 CountOfChoices(text.text) != CountOfChoices(english_[name])) {
+        problems.Add(text.place, "another number of choices than in English");
       } else {
         table_.rows.push_back({NumberText(language.number), text.kind, key->second, text.text});
       }
@@ -163,7 +168,7 @@ class TextTable {
 
  private:
   TableImage table_;
-  std::map<std::pair<std::string, std::string>, std::string> keys_;
+  std::map<std::pair<std::string, std::string>, std::string> keys_, english_;
   std::set<std::pair<std::string, std::string>> literal_;
 };
 
@@ -193,6 +198,8 @@ void AddTexts(const Catalogue& catalogue, TextTable& texts) {
       const std::string place = "." + NumberText(digit);
       texts.AddEnglish(Texts::kDigitName, digits.name + place, NumberText(i + 1) + place,
                        digits.names[digit]);
+      texts.AddEnglish(Texts::kChoices, digits.name + place, NumberText(i + 1) + place,
+                       digits.choices[digit]);
     }
   }
   for (std::size_t i = 0; i < catalogue.alarms.size(); ++i) {

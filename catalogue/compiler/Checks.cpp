@@ -118,6 +118,7 @@ void CheckWords(const Parameter& parameter, Problems& problems) {
   }
   if (parameter.name.size() > kLongestName) problems.Add(parameter.place, "the name is too long");
   if (parameter.category.empty()) problems.Add(parameter.place, "no category");
+  if (parameter.group.empty()) problems.Add(parameter.place, "no group");
   if (!parameter.help.ends_with('.') || parameter.help.size() > kLongestHelp) {
     problems.Add(parameter.place, "the help is no sentence or two");
   }
@@ -211,8 +212,16 @@ void CheckDigits(const Catalogue& catalogue, Problems& problems) {
       if (count > 0 && digits.names[digit].empty()) {
         problems.Add(digits.place, "digit " + NumberText(digit) + " tells no meaning");
       }
+      if (!address && CountOfChoices(digits.choices[digit]) != count) {
+        problems.Add(digits.place, "digit " + NumberText(digit) + " needs " + NumberText(count) +
+                                       " choices, one for each value");
+      }
     }
   }
+}
+
+int CountOfChoices(std::string_view choices) {
+  return choices.empty() ? 0 : static_cast<int>(std::ranges::count(choices, '|')) + 1;
 }
 
 void CheckAlarms(const Catalogue& catalogue, Problems& problems) {

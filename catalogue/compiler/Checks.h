@@ -1,6 +1,8 @@
 // Refuses a catalogue that is inconsistent, or that the program could not work with.
 #pragma once
 
+#include <string_view>
+
 #include "compiler/Model.h"
 
 namespace velmoor::catalogue {
@@ -18,6 +20,8 @@ void CheckRequirements(const Catalogue& catalogue, Problems& problems);
 // The template's machine and values.
 void CheckTemplate(const Catalogue& catalogue, Problems& problems);
 
+// Of meanings that are joined by "|".
+[[nodiscard]] int CountOfChoices(std::string_view choices);
 // A text in which the link would read a device error: "E" and a digit.
 [[nodiscard]] bool LooksLikeError(const std::string& text);
 

@@ -56,6 +56,21 @@ std::optional<std::uint32_t> ReadCode(const Place& place, const std::string& tex
   return code;
 }
 
+Choices ReadChoices(const Field& field, Problems& problems) {
+  const Split place = SplitFirst(field.value);
+  Choices choices{ReadDigitNumber(field, place.first, problems), {}};
+  std::string_view rest = place.rest;
+  for (;;) {
+    const std::size_t end = rest.find('|');
+    const std::string_view meaning = Trim(rest.substr(0, end));
+    if (meaning.empty()) problems.Add(field.place, "a value has no meaning");
+    choices.meanings += meaning;
+    if (end == std::string_view::npos) return choices;
+    choices.meanings += '|';
+    rest.remove_prefix(end + 1);
+  }
+}
+
 void AppendText(std::string& text, const std::string& line) {
   if (!text.empty()) text += ' ';
   text += line;

@@ -27,6 +27,12 @@ void ReadFields(const Record& record, const FieldHandlers& handlers, Problems& p
 // A device error's code, four hexadecimal digits.
 [[nodiscard]] std::optional<std::uint32_t> ReadCode(const Place& place, const std::string& text,
                                                     Problems& problems);
+// "N first | second": a digit's place, and the meanings of its values as one text, joined by "|".
+struct Choices {
+  std::size_t digit = 0;
+  std::string meanings;
+};
+[[nodiscard]] Choices ReadChoices(const Field& field, Problems& problems);
 // Adds a further line of a running text.
 void AppendText(std::string& text, const std::string& line);
 

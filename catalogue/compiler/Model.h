@@ -29,6 +29,7 @@ struct Parameter {
   std::string pn;  // "Pn100"
   std::string name;
   std::string category;
+  std::string group;  // "Gains > First set"
   std::string unit;
   std::string help;
   std::optional<Kind> kind;
@@ -53,6 +54,7 @@ struct Digits {
   std::string name;
   std::array<int, 4> counts{};
   std::array<std::string, 4> names;
+  std::array<std::string, 4> choices;  // the meaning of each value, joined by "|"
   std::optional<std::size_t> address;  // the digit that holds the axis address
   Place place;
 };

@@ -10,12 +10,13 @@
 namespace velmoor::catalogue {
 namespace {
 
-void ReadParameter(const Record& record, const std::string& category, Catalogue& catalogue,
-                   Problems& problems) {
+void ReadParameter(const Record& record, const std::string& category, const std::string& group,
+                   Catalogue& catalogue, Problems& problems) {
   Parameter& parameter = catalogue.parameters.emplace_back();
   parameter.pn = record.name;
   parameter.name = record.value;
   parameter.category = category;
+  parameter.group = group;
   parameter.place = record.place;
   const auto choose = [&](Kind kind, const Field& field) {
     if (parameter.kind) problems.Add(field.place, "a second kind");
@@ -62,11 +63,14 @@ void ReadParameter(const Record& record, const std::string& category, Catalogue&
 
 void ReadParameters(const std::vector<Record>& records, Catalogue& catalogue, Problems& problems) {
   std::string category;
+  std::string group;
   for (const Record& record : records) {
     if (record.name == "category") {
       category = record.value;
+    } else if (record.name == "group") {
+      group = record.value;
     } else {
-      ReadParameter(record, category, catalogue, problems);
+      ReadParameter(record, category, group, catalogue, problems);
     }
   }
 }
@@ -98,6 +102,11 @@ void ReadDigits(const std::vector<Record>& records, Catalogue& catalogue, Proble
                    digits.counts[digit] =
                        static_cast<int>(ReadNumber(field, count.first, problems));
                    digits.names[digit] = count.rest;
+                 }},
+                {"choices",
+                 [&](const Field& field) {
+                   const Choices choices = ReadChoices(field, problems);
+                   digits.choices[choices.digit] = choices.meanings;
                  }},
                 {"address",
                  [&](const Field& field) {
@@ -195,6 +204,12 @@ void ReadTranslation(const Record& record, Language& language, Problems& problem
         [&](const Field& field) {
           const Split digit = SplitFirst(field.value);
           add("digit", split.first + "." + digit.first, digit.rest, field.place);
+        }},
+       {"choices",
+        [&](const Field& field) {
+          const Choices choices = ReadChoices(field, problems);
+          add("choices", split.first + "." + std::to_string(choices.digit), choices.meanings,
+              field.place);
         }}},
       problems);
   if (!help.empty()) add("help", split.first, help, record.place);

@@ -161,6 +161,8 @@ class frmMain final : public SessionState, private Desk {
   void mnuFileOpen_Click();
   void mnuFileClose_Click();
   void mnuFileSave_Click();
+  // Offers to apply what was edited in windows (frmMainEdit.cpp). False: nothing shall be saved.
+  bool ApplyPending();
   // False: the file is not as this session knows it, and the user keeps it as it is.
   bool SaveProject();
   void mnuFileSaveAs_Click();
@@ -232,12 +234,15 @@ class frmMain final : public SessionState, private Desk {
   // The commands that move one tool or one group. False: no such command.
   bool RunItemCommand(MainCommand command);
   void UploadItem(const TransferItem& item);
-  // The buttons of a parameter window. What is sent is what the window shows.
+  // The buttons of a tool's window. What is sent is what the window shows.
+  void RunRequest(Tool tool, WindowRequest what);
   void UploadFromWindow(Tool tool);
   void DownloadFromWindow(Tool tool);
   void RunWindowCommand(MainCommand command, const std::function<void()>& work);
   void LaunchUploadedToolWindows(const std::vector<Tool>& tools);
   void mnuToolsCompare_Click();
+  // Reads the amplifier. False: stopped or failed.
+  bool Compare();
 
   // ---- modules, tool windows, display (frmMainModules.cpp, frmMainTools.cpp)
   void mnuModuleTestRun_Click() { ChooseModule(Module::testRun); }

@@ -1,10 +1,12 @@
 // The Edit menu, which acts on the active window.
 
+#include <algorithm>
 #include <initializer_list>
 #include <iterator>
 
 #include "app/frmMain.h"
 #include "platform/Form.h"
+#include "platform/MessageBoxes.h"
 #include "platform/World.h"
 #include "tables/TableWindow.h"
 #include "tools/ParameterGridWindow.h"
@@ -49,6 +51,24 @@ void frmMain::UpdateEditIconToolButtons() {
   for (std::size_t i = 0; i < std::size(kEditCommands); ++i) {
     ui_.commands[kEditCommands[i]].SetEnabled(states[i]);
   }
+}
+
+bool frmMain::ApplyPending() {
+  std::vector<GridWindow*> pending;
+  std::string names;
+  for (const ToolInfo& info : Tools()) {
+    GridWindow& window = clsProject->WindowOf(info.tool);
+    if (!window.EndEdit()) return false;
+    if (!window.IsOpen() || !window.NotCommitted()) continue;
+    pending.push_back(&window);
+    names += "\r" + std::string(info.item);
+  }
+  if (pending.empty()) return true;
+  const BoxAnswer answer =
+      AskYesNoCancel("What was edited in these windows was not applied yet:" + names +
+                     "\r\rDo you wish to apply and save it?  No saves the project without it.");
+  if (answer != BoxAnswer::yes) return answer == BoxAnswer::no;
+  return std::ranges::all_of(pending, [](GridWindow* window) { return window->CommitPending(); });
 }
 
 void frmMain::mnuEditCut_Click() {

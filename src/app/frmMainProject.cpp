@@ -71,7 +71,7 @@ void frmMain::mnuFileClose_Click() {
 void frmMain::mnuFileSave_Click() {
   if (!clsProject) return;
   clsProject->RefuseSaving();
-  if (!clsProject->NeedsSaving()) return;
+  if (!ApplyPending() || !clsProject->NeedsSaving()) return;
   if (!SaveProject()) return;
   UpdateStatusText("Project " + Quoted(clsProject->Title()) + " saved.");
 }
@@ -308,9 +308,8 @@ void frmMain::ConnectProject() {
   held += clsProject->ProjectSavedAs.Connect([this] { clsProject_ProjectSavedAs(); });
   held += clsProject->ResolutionDataInvalidated.Connect(
       [this](const std::string& items) { clsProject_ResolutionDataInvalidated(items); });
-  held += clsProject->ToolUploadRequested.Connect([this](Tool tool) { UploadFromWindow(tool); });
-  held +=
-      clsProject->ToolDownloadRequested.Connect([this](Tool tool) { DownloadFromWindow(tool); });
+  held += clsProject->ToolRequested.Connect(
+      [this](Tool tool, WindowRequest what) { RunRequest(tool, what); });
   operations_.FollowProject();
   ConnectEditMenu();
   ConnectOnlineTools();

@@ -42,6 +42,19 @@ void frmMain::RunWindowCommand(MainCommand command, const std::function<void()>&
   });
 }
 
+void frmMain::RunRequest(Tool tool, WindowRequest what) {
+  switch (what) {
+    case WindowRequest::upload:
+      return UploadFromWindow(tool);
+    case WindowRequest::download:
+      return DownloadFromWindow(tool);
+    case WindowRequest::save:
+      return RunWindowCommand(MainCommand::mnuFileSave, [this] { mnuFileSave_Click(); });
+    case WindowRequest::compare:
+      return RunWindowCommand(MainCommand::mnuToolsCompare, [this] { (void)Compare(); });
+  }
+}
+
 void frmMain::UploadFromWindow(Tool tool) {
   const TransferItem& item = ItemOf(UploadItemsOfMenu(), tool);
   RunWindowCommand(item.command.value(), [this, &item] { UploadItem(item); });
@@ -56,7 +69,7 @@ void frmMain::DownloadFromWindow(Tool tool) {
       return;
     }
     operations_.transfers.DownloadItem(
-        item, [this, tool] { return clsProject->ParameterToolOf(tool)->Window().CommitPending(); });
+        item, [this, tool] { return clsProject->WindowOf(tool).CommitPending(); });
   });
 }
 
@@ -71,19 +84,21 @@ void frmMain::LaunchUploadedToolWindows(const std::vector<Tool>& tools) {
 
 // ---- comparing
 
-void frmMain::mnuToolsCompare_Click() {
-  if (!clsProject) return;
-  Trapped("Compare with Hardware failed!\r", [this] {
+bool frmMain::Compare() {
+  return Trapped("Compare with Hardware failed!\r", [this] {
     const auto parts = operations_.compare.Run();
-    if (!parts) return false;
-    compared_ = parts;
-    if (Differs(*parts)) {
-      (void)frmCompare(*parts).Show(FormMode::modal);
-    } else {
-      ShowInformation("The hardware holds what the project holds.");
-    }
-    return true;
+    if (parts) compared_ = parts;
+    return parts.has_value();
   });
+}
+
+void frmMain::mnuToolsCompare_Click() {
+  if (!clsProject || !Compare()) return;
+  if (Differs(*compared_)) {
+    (void)frmCompare(*compared_).Show(FormMode::modal);
+  } else {
+    ShowInformation("The hardware holds what the project holds.");
+  }
 }
 
 }  // namespace velmoor

@@ -30,8 +30,8 @@ void clsHX7MechanicalSystem::Unload_MechanicalSystem() {
   frm_->Unload();
 }
 
-bool clsHX7MechanicalSystem::IsShown() const {
-  return frm_->IsOpen();
+GridWindow& clsHX7MechanicalSystem::Window() {
+  return *frm_;
 }
 
 std::int16_t clsHX7MechanicalSystem::RowsInArray() const {

@@ -13,6 +13,7 @@
 
 namespace velmoor {
 
+class GridWindow;
 class frmMechanicalSystem;
 
 class clsHX7MechanicalSystem final : public MechanicalSystemTool {
@@ -43,7 +44,7 @@ class clsHX7MechanicalSystem final : public MechanicalSystemTool {
   // Returns when it has closed.
   bool Show_MechanicalSystem();
   void Unload_MechanicalSystem();
-  [[nodiscard]] bool IsShown() const;
+  [[nodiscard]] GridWindow& Window();
 
   // ---- the amplifier
   // Marked parameters of the description.

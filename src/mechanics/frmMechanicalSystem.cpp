@@ -96,7 +96,10 @@ CellTraits frmMechanicalSystem::Traits(int row, int column) const {
   CellTraits traits;
   if (row == 0) return traits;
   const std::string name = NameAt(row);
-  traits.changed = edit_->IsMarked(shown_.at(static_cast<std::size_t>(row) - 1));
+  if (edit_->IsMarked(shown_.at(static_cast<std::size_t>(row) - 1))) {
+    traits.bold = true;
+    traits.mark = CellMark::stripe;
+  }
   traits.locked = column == value && (name == "Pn202" || name == "Pn203");
   traits.editable = column == value && !traits.locked;
   if (traits.editable && name == "Pn82E.1") SetComboList(traits, "seconds|minutes");

@@ -31,6 +31,7 @@ class frmMechanicalSystem final : public WindowOf<layouts::frmMechanicalSystem, 
   void FormLoad() override;
   bool MayCommit() override;
   [[nodiscard]] bool MayApply() const override;
+  [[nodiscard]] const GridSource& Cells() const override { return *this; }
 
  private:
   // ---- GridSource

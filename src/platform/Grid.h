@@ -14,13 +14,18 @@ namespace velmoor {
 // A lamp in the place of a cell's text.
 enum class CellLamp { none, off, on };
 
+// What a cell stands out by: a stripe, which its row may share; or a corner, for itself alone.
+enum class CellMark { none, stripe, corner };
+
 // What a cell is, beside its text. The adapter chooses how that looks.
 struct CellTraits {
   bool editable = false;
-  bool locked = false;   // not the user's to change now, and shown so
-  bool changed = false;  // differs from the last transfer
-  bool button = false;   // bears "...", which raises CellButton
-  bool action = false;   // its text is the caption of a button, which raises CellButton
+  bool locked = false;  // not the user's to change now, and shown so
+  bool bold = false;
+  CellMark mark = CellMark::none;
+  int decimals = -1;    // of a number: how many the column has room for behind the point
+  bool button = false;  // bears "...", which raises CellButton
+  bool action = false;  // its text is the caption of a button, which raises CellButton
   Tone tone = Tone::normal;
   // Choices of a drop-down; empty: a plain text. `comboOpen` lets the user type other texts too.
   std::vector<std::string> comboItems;
@@ -68,6 +73,9 @@ struct GridEdit {
   std::string text;     // as edited; a handler may replace it
   int comboIndex = -1;  // place of `text` in the cell's drop-down, from 0; -1 where it has none
   bool cancel = false;  // set by a handler: the old text stays, nothing is written
+  // Set by a handler beside it: the text stays under edit with this at the cell, until it is taken
+  // or given up.
+  std::string hint{};
 };
 
 class Grid : public Control {
@@ -101,7 +109,7 @@ class Grid : public Control {
   // Selects the block and makes its first cell current.
   virtual void Select(const GridBlock& block) = 0;
   [[nodiscard]] virtual bool IsEditing() const = 0;
-  // Opens the current cell for editing where its traits allow it.
+  // Opens the current cell for editing where its traits allow it; a locked one raises EditDenied.
   virtual void BeginEdit() = 0;
   // Ends an open edit as leaving the cell does. False: ValidateEdit refused it.
   virtual bool FinishEdit() = 0;
@@ -115,6 +123,7 @@ class Grid : public Control {
   Event<int, int> CellButton;         // row, column
   Event<int> HeadingClick;            // column
   Event<int> RowChosen;               // by Enter or a double click, in a cell that nobody edits
+  Event<int> EditDenied;              // row: the user has tried to edit a locked cell
   Event<int, int, std::string&> Tip;  // row, column under the pointer, the tip to fill
 };
 

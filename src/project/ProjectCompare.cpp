@@ -86,11 +86,6 @@ std::string ComparedPart(const std::string& strPn) {
   return IsNeverSent(strPn) ? kNotSentPart : "Parameters";
 }
 
-std::string ComparedForm(const std::string& strPn, std::string controller) {
-  if (strPn == "Pn000" && controller.size() == 4) controller[1] = 'x';
-  return controller;
-}
-
 bool Differs(const std::vector<PartComparison>& parts) {
   return std::ranges::any_of(
       parts, [](const PartComparison& part) { return part.counts && !part.differences.empty(); });

@@ -28,8 +28,6 @@ struct PartComparison {
 
 // The part that a parameter is told in.
 [[nodiscard]] std::string ComparedPart(const std::string& strPn);
-// What of its value counts: the axis digit of Pn000 comes from the connection.
-[[nodiscard]] std::string ComparedForm(const std::string& strPn, std::string controller);
 inline constexpr const char* kNotSentPart = "Not sent by Velmoor";
 
 // Compares the controller's form of the three tables and of all parameters, as it is compared with

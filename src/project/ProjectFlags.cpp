@@ -1,10 +1,12 @@
 // The project's tools, its flags, and the events of its tools on their way up.
 
 #include "link/clsHX7Helix7.h"
+#include "mechanics/frmMechanicalSystem.h"
 #include "platform/Events.h"
 #include "platform/Numbers.h"
 #include "project/clsHX7Project.h"
 #include "session/Session.h"
+#include "tables/TableWindow.h"
 
 namespace velmoor {
 
@@ -96,17 +98,10 @@ bool clsHX7Project::Show(Tool tool) {
   return false;
 }
 
-void clsHX7Project::BringToFront(Tool tool) {
-  if (MotionTable* const table = TableOf(tool)) table->BringToFront();
-  if (ParameterToolBase* const parameters = ParameterToolOf(tool)) parameters->BringToFront();
-}
-
-bool clsHX7Project::IsShown(Tool tool) {
-  if (const MotionTable* const table = TableOf(tool)) return table->IsShown();
-  if (const ParameterToolBase* const parameters = ParameterToolOf(tool)) {
-    return parameters->IsShown();
-  }
-  return clsMechanicalSystem_.IsShown();
+GridWindow& clsHX7Project::WindowOf(Tool tool) {
+  if (MotionTable* const table = TableOf(tool)) return table->Window();
+  if (ParameterToolBase* const parameters = ParameterToolOf(tool)) return parameters->Window();
+  return clsMechanicalSystem_.Window();
 }
 
 float clsHX7Project::GetReferenceSpeedFactor() const {
@@ -162,8 +157,10 @@ void clsHX7Project::ConnectTools() {
   for (const Tool id : kParameterTools) {
     ParameterToolBase& tool = *ParameterToolOf(id);
     connections_ += tool.EditStateChanged.Connect([this, id] { EditStateChanged.Raise(id); });
-    connections_ += tool.UploadRequested.Connect([this, id] { ToolUploadRequested.Raise(id); });
-    connections_ += tool.DownloadRequested.Connect([this, id] { ToolDownloadRequested.Raise(id); });
+  }
+  for (const ToolInfo& info : velmoor::Tools()) {
+    connections_ += WindowOf(info.tool).Requested.Connect(
+        [this, id = info.tool](WindowRequest what) { ToolRequested.Raise(id, what); });
   }
   connections_ += clsTuning_.RigidityChanged.Connect([this] { RigidityChanged.Raise(); });
   connections_ += clsServoJog_.ServoJogClosed.Connect([this] { ServoJogClosed.Raise(); });

@@ -256,8 +256,9 @@ class clsHX7Project final : public Project {
   // The tool's window. False when it cannot be had, of which the user was told; one that blocks has
   // closed when the call returns.
   bool Show(Tool tool);
-  void BringToFront(Tool tool);
-  [[nodiscard]] bool IsShown(Tool tool);
+  [[nodiscard]] GridWindow& WindowOf(Tool tool);
+  void BringToFront(Tool tool) { WindowOf(tool).BringToFront(); }
+  [[nodiscard]] bool IsShown(Tool tool) { return WindowOf(tool).IsOpen(); }
 
   EditorTool& EditorService() override { return clsEditor_; }
   SisterTool& FlexibleIOSister() override { return clsFlexibleIO_; }
@@ -282,9 +283,8 @@ class clsHX7Project final : public Project {
   Event<> MechanicalSystemZeroSystem;
   // The tools' own, passed on: one event for each kind, with the tool in front.
   Event<Tool> ToolClosed;
-  Event<Tool> EditStateChanged;     // of its window: what the Edit menu may offer
-  Event<Tool> ToolUploadRequested;  // by the buttons of a parameter tool's window
-  Event<Tool> ToolDownloadRequested;
+  Event<Tool> EditStateChanged;              // of its window: what the Edit menu may offer
+  Event<Tool, WindowRequest> ToolRequested;  // by the buttons of the tool's window
   Event<> ServoJogClosed;
   Event<> MonitoringClosed;
   Event<const std::string&> OnlineStatus;  // "Monitoring Stand By" and the like

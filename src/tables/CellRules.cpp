@@ -97,9 +97,11 @@ CellCheck CheckMove(const Project& project, const std::string& text) {
   if (IsMoveWord(text)) return CellCheck::Accept(text);
   const std::string kind = Left(text, 1);
   if (kind != "I" && kind != "A") {
+    const std::string distance = FixedText("100", project.Resolution());
     return CellCheck::Refuse(
         "Position must be a relative (I) or absolute (A) distance, +INFINITE, -INFINITE, STOP or "
-        "-!");
+        "-!\rFor example: A+" +
+        distance + " or I-" + distance + ".");
   }
   const std::string distance = text.substr(1);
   if (distance.empty()) {

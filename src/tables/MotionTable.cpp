@@ -122,14 +122,6 @@ void MotionTable::Unload() {
   DropEdits();
 }
 
-void MotionTable::BringToFront() {
-  frm_->BringToFront();
-}
-
-bool MotionTable::IsShown() const {
-  return frm_->IsOpen();
-}
-
 void MotionTable::UpdateUnitsDisplayed() {
   frm_->UpdateUnitsInHeader();
 }

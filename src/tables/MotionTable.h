@@ -85,8 +85,6 @@ class MotionTable {
   // False when the window cannot be had, of which the user was told.
   bool Show();
   void Unload();
-  void BringToFront();
-  [[nodiscard]] bool IsShown() const;
   [[nodiscard]] TableWindow& Window() { return *frm_; }
   // The project's units changed their words.
   void UpdateUnitsDisplayed();

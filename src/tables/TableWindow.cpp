@@ -10,6 +10,7 @@
 #include "platform/Trapped.h"
 #include "platform/World.h"
 #include "session/Session.h"
+#include "tables/CellRules.h"
 
 namespace velmoor {
 namespace {
@@ -33,7 +34,6 @@ void TableWindow::FormLoad() {
   connections_ += grid().ValidateEdit.Connect([this](GridEdit& edit) { vsFG_ValidateEdit(edit); });
   connections_ += grid().AfterEdit.Connect([this](int, int) { EditDone(); });
   connections_ += grid().RowColChange.Connect([this] { EditStateChanged.Raise(); });
-  connections_ += grid().KeyDown.Connect([this](KeyEvent& key) { OnKey(key); });
   history_.Reset(HistoryRows());
   LayOutColumns();
   grid().SetCurrent(1, 1);
@@ -83,6 +83,9 @@ void TableWindow::vsFG_ValidateEdit(GridEdit& edit) {
     if (!check.accepted) {
       if (!check.words.empty()) ShowExclamation(check.words);
       edit.cancel = true;
+      // A text that was typed stays for the user to correct.
+      if (source_.Traits(edit.row, edit.column).comboItems.empty())
+        edit.hint = OneLine(FaultAlone(check.words));
       return true;
     }
     edit.text = check.text;
@@ -260,11 +263,9 @@ void TableWindow::ClearSelection() {
 // ---- commands
 
 void TableWindow::OnKey(KeyEvent& key) {
-  if (key.AnyShift() || IsEditing()) return;
-  if (key.code == keys::kDelete) {
-    ClearSelection();
-    key.handled = true;
-  }
+  if (key.code != keys::kDelete || key.AnyShift() || IsEditing()) return GridWindow::OnKey(key);
+  ClearSelection();
+  key.handled = true;
 }
 
 void TableWindow::Run(const std::string& command, const std::function<void()>& work) {

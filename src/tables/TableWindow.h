@@ -87,8 +87,8 @@ class TableWindow : public GridWindow, public EditTarget {
   virtual void FollowEdits(const MotionTable::Rows& /*before*/) {}
   // The rows that are shown may be others.
   virtual void RowsShown() {}
-  // A key outside an edit.
-  virtual void OnKey(KeyEvent& key);
+  void OnKey(KeyEvent& key) override;
+  [[nodiscard]] const GridSource& Cells() const override { return source_; }
 
   // ---- the buffer of a single selection; true where it did the work
   virtual void CopyIntoBuffer(int row, int column) = 0;

@@ -1,6 +1,7 @@
 #include "tables/frmPosition.h"
 
 #include "platform/MessageBoxes.h"
+#include "platform/Numbers.h"
 #include "session/Session.h"
 #include "tables/CellRules.h"
 #include "tables/ProgrammeEdits.h"
@@ -36,8 +37,12 @@ void frmPosition::SetTraits(int, int column, CellTraits& traits) const {
   if (column == Position::next) SetComboList(traits, GetNewNextComboList(position_));
 }
 
+// A number alone is a move of the kind that the cell has.
 CellCheck frmPosition::Check(int row, int column, const std::string& text) const {
-  return CheckIndexCell(OpenedProject(), position_, row, column, text);
+  const std::string kind = Left(position_.Text(row, column), 1);
+  const bool keeps = column == Position::position && (kind == "A" || kind == "I");
+  return CheckIndexCell(OpenedProject(), position_, row, column,
+                        keeps && ParseFloat(text) ? kind + text : text);
 }
 
 std::string frmPosition::ExportText() const {

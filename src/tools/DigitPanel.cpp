@@ -6,10 +6,10 @@
 namespace velmoor {
 namespace {
 
-std::vector<std::string> Choices(int count) {
+std::vector<std::string> Choices(const NibbleDigit& digit) {
   std::vector<std::string> choices;
-  for (int value = 0; value < std::max(count, 1); ++value) {
-    choices.push_back(HexText(static_cast<std::uint32_t>(value)));
+  for (int value = 0; value < std::max(digit.use_bit, 1); ++value) {
+    choices.push_back(DigitInWords(digit, value));
   }
   return choices;
 }
@@ -43,7 +43,7 @@ void DigitPanel::Show(const ParameterRow& row, bool locked) {
     const bool used = definition.use_bit > 0;
     const bool fixed = row.fixedDigits.at(place) == '1';
     ComboBox& combo = (*lists_)[digit];
-    combo.SetItems(Choices(definition.use_bit));
+    combo.SetItems(Choices(definition));
     combo.SetListIndex(static_cast<int>(HexDigitValue(digits_.substr(place, 1))));
     combo.SetEnabled(used && !fixed && !locked);
     combo.SetVisible(true);
@@ -57,7 +57,8 @@ void DigitPanel::Show(const ParameterRow& row, bool locked) {
 
 void DigitPanel::Choose(std::size_t digit) {
   std::string next = digits_;
-  next[kDigits - 1 - digit] = (*lists_)[digit].Text().at(0);
+  next[kDigits - 1 - digit] =
+      HexText(static_cast<std::uint32_t>((*lists_)[digit].ListIndex())).at(0);
   chosen_(next);
 }
 

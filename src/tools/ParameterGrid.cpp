@@ -45,8 +45,8 @@ std::string ParameterGrid::LockedBecause(int toolRow) const {
 }
 
 std::string ParameterGrid::Text(int row, int column) const {
-  static constexpr std::array<const char*, 4> kHeadings{"Category", "Parameter", "Description",
-                                                        "Value"};
+  static constexpr std::array<const char*, 8> kHeadings{
+      "Category", "Parameter", "Description", "Value", "Unit", "Default", "Range", "Notes"};
   if (row == 0) return kHeadings.at(static_cast<std::size_t>(column));
   return ToolText(ToolRow(row), column);
 }
@@ -60,9 +60,49 @@ std::string ParameterGrid::ToolText(int toolRow, int column) const {
     case kDescription:
       return DescriptionInUnits(OpenedProject(), tool_.Text(toolRow, Column::description),
                                 tool_.Text(toolRow, Column::unit));
+    case kUnit:
+      return UnitsInWords(OpenedProject(), tool_.Text(toolRow, Column::unit));
+    case kDefault:
+      return tool_.DefaultText(toolRow);
+    case kRange:
+      return tool_.ParameterOf(toolRow).list.empty() ? RangeText(toolRow) : "a list";
+    case kNotes:
+      return NotesOf(toolRow);
     default:
       return tool_.Text(toolRow, Column::value);
   }
+}
+
+std::string ParameterGrid::RangeText(int toolRow) const {
+  try {
+    return RangeInWords(OpenedProject(), tool_.Describe(toolRow));
+  } catch (const NumberError&) {
+    return {};
+  }
+}
+
+std::string ParameterGrid::NotesOf(int toolRow) const {
+  std::string notes;
+  const auto add = [&notes](const std::string& words) {
+    if (!words.empty()) notes += (notes.empty() ? "" : "; ") + words;
+  };
+  if (locked_.contains(toolRow)) add(LockedInShort(tool_.Text(toolRow, Column::name)));
+  if (tool_.EditOf(toolRow)) {
+    add("changed");
+  } else if (tool_.IsMarked(toolRow)) {
+    add("to download");
+  }
+  if (const auto other = tool_.OtherInAmplifier(toolRow)) add("amplifier has " + *other);
+  if (!tool_.IsDefault(toolRow)) add("not default");
+  add(DigitsInWords(tool_.Describe(toolRow)));
+  return notes;
+}
+
+// Texts of lists and digits are none.
+int ParameterGrid::DecimalsOf(int toolRow) const {
+  const ValueForm form = tool_.ParameterOf(toolRow).form;
+  const bool number = form == ValueForm::number || form == ValueForm::units;
+  return number ? OpenedProject().Resolution() : -1;
 }
 
 void ParameterGrid::SetText(int row, int column, const std::string& text) {
@@ -71,11 +111,15 @@ void ParameterGrid::SetText(int row, int column, const std::string& text) {
 
 CellTraits ParameterGrid::Traits(int row, int column) const {
   CellTraits traits;
-  if (row == 0 || column != kValue) return traits;
+  if (row == 0 || (column != kValue && column != kDefault)) return traits;
   const int toolRow = ToolRow(row);
+  traits.decimals = DecimalsOf(toolRow);
+  if (column == kDefault) return traits;
   traits.locked = locked_.contains(toolRow);
   traits.editable = !traits.locked;
-  traits.changed = tool_.IsMarked(toolRow);
+  traits.bold = !tool_.IsDefault(toolRow);
+  if (tool_.IsMarked(toolRow)) traits.mark = CellMark::stripe;
+  if (tool_.EditOf(toolRow)) traits.mark = CellMark::corner;
   SetComboList(traits, tool_.ParameterOf(toolRow).list);
   return traits;
 }

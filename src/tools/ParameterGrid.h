@@ -19,6 +19,10 @@ class ParameterGrid final : public GridSource {
   static constexpr int kParameter = 1;
   static constexpr int kDescription = 2;
   static constexpr int kValue = 3;
+  static constexpr int kUnit = 4;
+  static constexpr int kDefault = 5;
+  static constexpr int kRange = 6;
+  static constexpr int kNotes = 7;  // what marks and digits mean, in words
 
   // The tool must outlive the grid.
   explicit ParameterGrid(ParameterToolBase& tool) : tool_(tool) {}
@@ -34,15 +38,19 @@ class ParameterGrid final : public GridSource {
   void SetLocked(int toolRow, const std::string& reason);
   // Empty for an open row.
   [[nodiscard]] std::string LockedBecause(int toolRow) const;
+  // What the row's value may be; empty for a list.
+  [[nodiscard]] std::string RangeText(int toolRow) const;
 
   [[nodiscard]] int Rows() const override { return tool_.RowsInArray() + 1; }
-  [[nodiscard]] int Columns() const override { return kValue + 1; }
+  [[nodiscard]] int Columns() const override { return kNotes + 1; }
   [[nodiscard]] std::string Text(int row, int column) const override;
   void SetText(int row, int column, const std::string& text) override;
   [[nodiscard]] CellTraits Traits(int row, int column) const override;
 
  private:
   [[nodiscard]] std::string ToolText(int toolRow, int column) const;
+  [[nodiscard]] std::string NotesOf(int toolRow) const;
+  [[nodiscard]] int DecimalsOf(int toolRow) const;
 
   ParameterToolBase& tool_;
   std::map<int, std::string> locked_;

@@ -1,5 +1,6 @@
 #include "tools/ParameterGridWindow.h"
 
+#include <set>
 #include <utility>
 
 #include "platform/Clipboard.h"
@@ -11,7 +12,6 @@
 namespace velmoor {
 namespace {
 
-constexpr int kValueWidth = 22;  // the last column takes what room there is beyond
 constexpr const char* kEdited = "1";
 
 }  // namespace
@@ -29,13 +29,32 @@ void ParameterGridWindow::FormLoad() {
   connections_ +=
       vsFG.AfterEdit.Connect([this](int row, int) { vsFG_AfterEdit(source_.ToolRow(row)); });
   connections_ += vsFG.RowColChange.Connect([this] { vsFG_RowColChange(); });
-  connections_ += vsFG.KeyDown.Connect([this](KeyEvent& key) { vsFG_KeyDown(key); });
+  connections_ += vsFG.EditDenied.Connect([this](int row) { TellWhyLocked(source_.ToolRow(row)); });
   connections_ += vsFG.Tip.Connect(
       [this](int row, int, std::string& tip) { vsFG_MouseMove(source_.ToolRow(row), tip); });
-  vsFG.SetColumnWidth(ParameterGrid::kValue, kValueWidth);
+  ShowColumns();
   vsFG.SetCurrent(1, ParameterGrid::kValue);
   vsFG.SetFocus();
   CurrentRowChanged(CurrentRow());
+}
+
+void ParameterGridWindow::ShowColumns() {
+  constexpr int kValueWidth = 22, kValueBeside = 18;
+  struct Width {
+    int column, characters;
+  };
+  constexpr Width kFurther[] = {{ParameterGrid::kUnit, 9},
+                                {ParameterGrid::kDefault, 11},
+                                {ParameterGrid::kRange, 24},
+                                {ParameterGrid::kNotes, 16}};
+  // The last column takes what room there is beyond.
+  const bool all = rules_ == ParameterWindow::editor;
+  grid().SetColumnWidth(ParameterGrid::kValue, all ? kValueBeside : kValueWidth);
+  grid().SetColumnHidden(ParameterGrid::kCategory, !all);
+  for (const Width& width : kFurther) {
+    grid().SetColumnHidden(width.column, !all);
+    grid().SetColumnWidth(width.column, width.characters);
+  }
 }
 
 void ParameterGridWindow::StoreChanged() {
@@ -52,23 +71,20 @@ void ParameterGridWindow::EditsChanged() {
   EditStateChanged.Raise();
 }
 
-bool ParameterGridWindow::CommitPending() {
-  if (!IsOpen()) return true;
-  // An access key presses a button while a cell is still under edit.
-  return grid().FinishEdit() && (NotCommitted() ? Commit() : MayCommit());
+CellCheck ParameterGridWindow::Check(int row, const std::string& text) const {
+  return CheckParameter(OpenedProject(), rules_, tool_.Describe(row), text);
 }
 
 bool ParameterGridWindow::Accept(int row, std::string& text) {
   return Trapped(FormName() + ".vsFG_ValidateEdit: ", [&] {
-    const ParameterRow described = tool_.Describe(row);
-    const CellCheck check = CheckParameter(OpenedProject(), rules_, described, text);
+    const CellCheck check = Check(row, text);
     if (!check.accepted) {
       if (!check.words.empty()) ShowExclamation(check.words);
       return false;
     }
     text = check.text;
     BeforeEdit();
-    if (text != described.value) MarkEdited();
+    if (text != tool_.Text(row, Column::value)) MarkEdited();
     return true;
   });
 }
@@ -81,8 +97,39 @@ bool ParameterGridWindow::PutValue(int row, std::string text) {
   return true;
 }
 
+void ParameterGridWindow::PutValues(const std::vector<std::pair<int, std::string>>& values) {
+  Trapped(FormName() + ".PutValues: ", [&] {
+    std::string refused;
+    BeforeEdit();
+    for (const auto& [row, text] : values) {
+      const CellCheck check = Check(row, text);
+      if (check.accepted) {
+        tool_.EditValue(row, check.text);
+        AfterEdit(row);
+      } else {
+        refused += (refused.empty() ? "" : "\r\r") + check.words;
+      }
+    }
+    EditDone();
+    RefreshGrid();
+    CurrentRowChanged(CurrentRow());
+    if (!refused.empty()) ShowExclamation(refused);
+    return true;
+  });
+}
+
+// A text that was typed stays for the user to correct; a choice of a list goes.
 void ParameterGridWindow::vsFG_ValidateEdit(GridEdit& edit) {
-  edit.cancel = !Accept(source_.ToolRow(edit.row), edit.text);
+  const int row = source_.ToolRow(edit.row);
+  edit.cancel = !Accept(row, edit.text);
+  const std::string range = source_.RangeText(row);
+  if (edit.cancel && !edit.text.empty() && edit.comboIndex < 0 && !range.empty()) {
+    edit.hint = "Range: " + range;
+  }
+}
+
+void ParameterGridWindow::TellWhyLocked(int row) const {
+  ShowInformation(source_.LockedBecause(row));
 }
 
 void ParameterGridWindow::vsFG_AfterEdit(int row) {
@@ -156,11 +203,16 @@ void ParameterGridWindow::Redo() {
 }
 
 void ParameterGridWindow::PutBack(const std::vector<EditHistory::Assignment>& cells) {
-  const auto place = cells.front().row;
-  const int row = static_cast<int>(place) + 1;
-  tool_.PutBackEdit(row, RememberedEdit(place));
-  // A sister that follows edits of the row follows this one too.
-  AfterEdit(row);
+  const int row = static_cast<int>(cells.front().row) + 1;
+  std::set<std::size_t> places;
+  for (const EditHistory::Assignment& cell : cells) places.insert(cell.row);
+  for (const std::size_t place : places) {
+    const int each = static_cast<int>(place) + 1;
+    tool_.PutBackEdit(each, RememberedEdit(place));
+    // A sister that follows edits of the row follows this one too.
+    AfterEdit(each);
+    ShowRow(each);
+  }
   SetNotCommitted(tool_.HoldsEdits() || HoldsMore());
   ShowRow(row);
   RefreshGrid();
@@ -175,14 +227,10 @@ void ParameterGridWindow::ShowRow(int row) {
 
 // ---- keys
 
-void ParameterGridWindow::vsFG_KeyDown(KeyEvent& key) {
-  if (key.code == keys::kTab && key.shift) {
-    key.handled = true;
-    GoUp();
-    return;
-  }
+void ParameterGridWindow::OnKey(KeyEvent& key) {
   // The other keys belong to an open edit.
   if (!grid().IsEditing()) key.handled = RunKey(key);
+  if (!key.handled) GridWindow::OnKey(key);
 }
 
 bool ParameterGridWindow::RunKey(const KeyEvent& key) {
@@ -202,16 +250,6 @@ bool ParameterGridWindow::RunKey(const KeyEvent& key) {
     return false;
   }
   return true;
-}
-
-void ParameterGridWindow::GoUp() {
-  if (!grid().FinishEdit()) return;
-  int row = grid().Row() - 1;
-  while (row >= 1 && grid().RowHidden(row)) --row;
-  if (row < 1) return;
-  grid().SetCurrent(row, ParameterGrid::kValue);
-  RefreshGrid();
-  CurrentRowChanged(CurrentRow());
 }
 
 bool ParameterGridWindow::CanCopy() const {

@@ -22,8 +22,6 @@ class ParameterGridWindow : public GridWindow, public EditTarget {
   virtual void StoreChanged();
   // Edits came into the tool's rows from elsewhere, or went.
   void EditsChanged();
-  // Accepts what was not accepted yet, as Apply does. False: refused; the window stays as it was.
-  bool CommitPending();
 
   // ---- the Edit menu: values are copied and put back, and never emptied
   [[nodiscard]] bool CanCopy() const override;
@@ -38,22 +36,17 @@ class ParameterGridWindow : public GridWindow, public EditTarget {
   void Redo() override;
 
   Event<> EditStateChanged;
-  Event<> UploadRequested;
-  Event<> DownloadRequested;
 
  protected:
   // `tool` owns the window.
   ParameterGridWindow(const Layout& layout, ParameterToolBase& tool, ParameterWindow rules);
 
-  // The layouts have the texts about the current row and the buttons of the transfers beside what
-  // GridWindow needs.
+  // The layouts have the texts about the current row beside what GridWindow needs.
   template <typename Ui>
   void Take(const Ui& ui) {
     GridWindow::Take(ui);
     lblHelp_ = &ui.lblHelp;
     lblLimits_ = &ui.lblLimits;
-    connections_ += ui.cmdUpload.Click.Connect([this] { UploadRequested.Raise(); });
-    connections_ += ui.cmdDownload.Click.Connect([this] { cmdDownload_Click(); });
   }
 
   void FormLoad() override;
@@ -62,7 +55,6 @@ class ParameterGridWindow : public GridWindow, public EditTarget {
   virtual void CurrentRowChanged(int row);
   // An edit of the row was written.
   virtual void AfterEdit(int /*row*/) {}
-  virtual void cmdDownload_Click() { DownloadRequested.Raise(); }
   // The window holds changes beside its rows that were not accepted yet.
   [[nodiscard]] virtual bool HoldsMore() const { return false; }
   // Brings a row that was changed into sight.
@@ -70,6 +62,8 @@ class ParameterGridWindow : public GridWindow, public EditTarget {
 
   // The row under the cursor; below 1: none.
   [[nodiscard]] int CurrentRow() { return source_.ToolRow(grid().Row()); }
+  [[nodiscard]] const GridSource& Cells() const override { return source_; }
+  void OnKey(KeyEvent& key) override;
   void RefreshRow(int row) { grid().RefreshRow(source_.GridRow(row)); }
   // Before and after an edit of a row: what lies between is one step that can be undone.
   void BeforeEdit();
@@ -80,6 +74,9 @@ class ParameterGridWindow : public GridWindow, public EditTarget {
   bool Accept(int row, std::string& text);
   // Puts a text into the row as the user's edit does. False: refused, of which the user was told.
   bool PutValue(int row, std::string text);
+  // The same for several rows, as one step that can be undone. The refused ones stay as they are
+  // and are told in one box.
+  void PutValues(const std::vector<std::pair<int, std::string>>& values);
   [[nodiscard]] ParameterToolBase& tool() { return tool_; }
   [[nodiscard]] ParameterGrid& source() { return source_; }
 
@@ -87,9 +84,10 @@ class ParameterGridWindow : public GridWindow, public EditTarget {
   void vsFG_ValidateEdit(GridEdit& edit);
   void vsFG_AfterEdit(int row);
   void vsFG_RowColChange();
-  void vsFG_KeyDown(KeyEvent& key);
   bool RunKey(const KeyEvent& key);
-  void GoUp();
+  void ShowColumns();
+  [[nodiscard]] CellCheck Check(int row, const std::string& text) const;
+  void TellWhyLocked(int row) const;
   [[nodiscard]] EditHistory::Rows HistoryRows() const;
   [[nodiscard]] std::optional<std::string> RememberedEdit(std::size_t place) const;
   void PutBack(const std::vector<EditHistory::Assignment>& cells);

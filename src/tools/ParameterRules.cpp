@@ -174,6 +174,31 @@ std::string MaximumText(const Project& project, const ParameterRow& row) {
   return LimitText(project, row, row.maximum);
 }
 
+std::string RangeInWords(const Project& project, const ParameterRow& row) {
+  if (!row.list.empty() || row.minimum.empty() || row.maximum.empty()) return {};
+  return MinimumText(project, row) + " to " + MaximumText(project, row);
+}
+
+std::string DigitInWords(const NibbleDigit& digit, int value) {
+  const std::string number = HexText(static_cast<std::uint32_t>(value));
+  if (digit.choices.empty()) return number;
+  return number + ": " + ComboListItem(digit.choices, value);
+}
+
+std::string DigitsInWords(const ParameterRow& row) {
+  std::string words;
+  const std::string value = PadToDigits(row.value, kNibbleDigits);
+  if (row.nibble == nullptr || value.size() != kNibbleDigits || !IsHexText(value)) return words;
+  for (std::size_t digit = 0; digit < kNibbleDigits; ++digit) {
+    const NibbleDigit& definition = row.nibble->digits[digit];
+    if (definition.use_bit == 0) continue;
+    const auto number = static_cast<int>(HexDigitValue(value.substr(kNibbleDigits - 1 - digit, 1)));
+    words += (words.empty() ? "" : ", ") + definition.digit_name + " " +
+             DigitInWords(definition, number);
+  }
+  return words;
+}
+
 std::string LimitsInWords(const Project& project, const ParameterRow& row) {
   if (!row.list.empty()) return {};
   return "Minimum value is " + MinimumText(project, row) + "; Maximum value is " +
@@ -190,8 +215,18 @@ std::string LimitsWithUnit(const Project& project, const ParameterRow& row) {
 
 std::string ParameterTip(const Project& project, const ParameterRow& row) {
   const std::string limits = LimitsInWords(project, row);
-  return limits.empty() ? row.description : row.description + ": " + limits;
+  const std::string digits = DigitsInWords(row);
+  return row.description + (limits.empty() ? "" : ": " + limits) +
+         (digits.empty() ? "" : "\n" + digits);
 }
+
+namespace {
+
+bool IsSetElsewhere(const std::string& strPn) {
+  return strPn == "Pn202" || strPn == "Pn203";
+}
+
+}  // namespace
 
 std::string LockedReason(const std::string& strPn) {
   static constexpr std::array<std::string_view, 12> kLocked{"Pn104", "Pn50A", "Pn200", "Pn207",
@@ -201,11 +236,16 @@ std::string LockedReason(const std::string& strPn) {
   if (std::find(kLocked.begin(), kLocked.end(), strPn) != kLocked.end()) {
     return head + "not be modified by Velmoor!";
   }
-  if (strPn == "Pn202" || strPn == "Pn203") {
+  if (IsSetElsewhere(strPn)) {
     return head + " only be modified by changing values within the 'Mechanical System' window!";
   }
   if (strPn == "Pn408") return head + " only be modified with 'Gain Tuning' window!";
   return {};
+}
+
+std::string LockedInShort(const std::string& strPn) {
+  if (strPn == "Pn408") return "locked, see Gain Tuning";
+  return IsSetElsewhere(strPn) ? "locked, see Mechanical System" : "locked, never modified";
 }
 
 }  // namespace velmoor

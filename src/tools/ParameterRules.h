@@ -51,11 +51,20 @@ enum class ParameterWindow {
 // The same for below the grid, behind the unit where the description does not tell it: "Unit: 0.01
 // ms. Minimum value is ...".
 [[nodiscard]] std::string LimitsWithUnit(const Project& project, const ParameterRow& row);
+// "1 to 2000", "0000 to 0FB1"; empty for a list row.
+[[nodiscard]] std::string RangeInWords(const Project& project, const ParameterRow& row);
+// What each digit of the row's value means, from digit 0 on: "Direction 1: clockwise is forward,
+// Control method 0: speed by analog input"; empty for a row that is not coded in digits.
+[[nodiscard]] std::string DigitsInWords(const ParameterRow& row);
+// The meaning of one value of a digit: "1: clockwise is forward", or the value alone.
+[[nodiscard]] std::string DigitInWords(const NibbleDigit& digit, int value);
 // "In Position Window: Minimum value is ...; Maximum value is ...", or the description of a list
 // row.
 [[nodiscard]] std::string ParameterTip(const Project& project, const ParameterRow& row);
 
 // Why the direct editor does not let the user change the row; empty where it does.
 [[nodiscard]] std::string LockedReason(const std::string& strPn);
+// The same for a narrow cell: "locked, see Gain Tuning".
+[[nodiscard]] std::string LockedInShort(const std::string& strPn);
 
 }  // namespace velmoor

@@ -94,6 +94,34 @@ ParameterRow ParameterToolBase::Describe(int row) const {
   return result;
 }
 
+std::string ParameterToolBase::DefaultText(int row) const {
+  const Parameter& parameter = ParameterOf(row);
+  try {
+    return ShownText(parameter, PlainController(parameter, parameter.definition.initial_value),
+                     store_.PresentUnits());
+  } catch (const NumberError&) {
+    return {};
+  }
+}
+
+bool ParameterToolBase::IsDefault(int row) const {
+  const Parameter& parameter = ParameterOf(row);
+  if (parameter.blank && !edits_.contains(row)) return true;
+  return ComparedForm(parameter.Pn(), Text(row, Column::value)) ==
+         ComparedForm(parameter.Pn(), DefaultText(row));
+}
+
+std::optional<std::string> ParameterToolBase::OtherInAmplifier(int row) const {
+  const Parameter& parameter = ParameterOf(row);
+  const auto compared = [&](const std::string& controller) {
+    return ComparedForm(parameter.Pn(), controller);
+  };
+  if (!parameter.seen || compared(*parameter.seen) == compared(parameter.controller)) {
+    return std::nullopt;
+  }
+  return ShownText(parameter, *parameter.seen, store_.PresentUnits());
+}
+
 const std::string& ParameterToolBase::Help(int row) const {
   return ParameterOf(row).definition.help;
 }
@@ -202,20 +230,10 @@ void ParameterToolBase::AttachWindow(ParameterGridWindow& frm) {
   connections_ += frm.ChangeCanceled.Connect([this] { frm_PropertiesChangeCanceled(); });
   connections_ += frm.Closed.Connect([this] { Closed.Raise(); });
   connections_ += frm.EditStateChanged.Connect([this] { EditStateChanged.Raise(); });
-  connections_ += frm.UploadRequested.Connect([this] { UploadRequested.Raise(); });
-  connections_ += frm.DownloadRequested.Connect([this] { DownloadRequested.Raise(); });
 }
 
 bool ParameterToolBase::ShowWindow(const std::string& caption, FormMode mode) {
   return frm_->Show(caption, mode);
-}
-
-void ParameterToolBase::BringToFront() {
-  if (frm_ != nullptr) frm_->BringToFront();
-}
-
-bool ParameterToolBase::IsShown() const {
-  return frm_ != nullptr && frm_->IsOpen();
 }
 
 void ParameterToolBase::UnloadWindow() {

@@ -43,6 +43,13 @@ class ParameterToolBase : public SisterTool {
   [[nodiscard]] bool IsMarked(int row) const;
   // Everything that checks, tips and reports need to know of a row.
   [[nodiscard]] virtual ParameterRow Describe(int row) const;
+  // The initial value of the amplifier, as the row would show it; empty where the catalogue has
+  // none.
+  [[nodiscard]] std::string DefaultText(int row) const;
+  [[nodiscard]] bool IsDefault(int row) const;
+  // What the amplifier held when it was asked last, as the row would show it; nothing where that is
+  // what the project holds, or it was not asked.
+  [[nodiscard]] std::optional<std::string> OtherInAmplifier(int row) const;
   // The catalogue's sentence or two about the row's parameter.
   [[nodiscard]] const std::string& Help(int row) const;
 
@@ -72,8 +79,6 @@ class ParameterToolBase : public SisterTool {
 
   // ---- the tool's window
   [[nodiscard]] ParameterGridWindow& Window() { return *frm_; }
-  void BringToFront();
-  [[nodiscard]] bool IsShown() const;
   // Closes the window without a question.
   void UnloadWindow();
 
@@ -91,8 +96,6 @@ class ParameterToolBase : public SisterTool {
   Event<std::int16_t, std::int16_t> Downloading;  // count, total; before each parameter sent
   Event<std::int16_t, std::int16_t> Uploading;    // row, total; before each parameter read
   Event<> EditStateChanged;                       // what the Edit menu may offer has changed
-  Event<> UploadRequested;                        // by the window's buttons
-  Event<> DownloadRequested;
 
  protected:
   // `className` heads the boxes about trapped errors: "clsFlexibleIO". The store must outlive the

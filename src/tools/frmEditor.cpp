@@ -8,7 +8,8 @@
 namespace velmoor {
 namespace {
 
-constexpr const char* kAllCategories = "All categories";
+// The choices of cmbShow, in its order.
+enum class Wanted { all, changed, notDefault, toDownload, differs };
 
 }  // namespace
 
@@ -19,14 +20,21 @@ void frmEditor::FormLoad() {
     // A refused digit goes back to what the row holds.
     if (row > 0 && !PutValue(row, text)) CurrentRowChanged(row);
   });
-  FillCategories();
+  MakeTree();
   ParameterGridWindow::FormLoad();
   grid().SetSortMark(sortedBy_, descending_);
   connections_ += grid().HeadingClick.Connect([this](int column) { SortBy(column); });
-  connections_ += grid().RowColChange.Connect([this] { TellWhyLocked(); });
   connections_ += ui().txtFilter.Change.Connect([this] { ApplyFilter(); });
-  connections_ += ui().chkChangedOnly.Click.Connect([this] { ApplyFilter(); });
-  connections_ += ui().cmbCategory.Click.Connect([this] { ApplyFilter(); });
+  connections_ += ui().cmbShow.Click.Connect([this] { ApplyFilter(); });
+  connections_ += ui().cmdDefault.Click.Connect([this] { ResetRow(); });
+  connections_ += ui().cmdDefaultGroup.Click.Connect([this] { ResetGroup(); });
+  connections_ += ui().cmdCompare.Click.Connect([this] {
+    Requested.Raise(WindowRequest::compare);
+    if (!IsOpen()) return;
+    RefreshGrid();
+    ApplyFilter();
+  });
+  ApplyFilter();
 }
 
 void frmEditor::DisableCells() {
@@ -35,24 +43,33 @@ void frmEditor::DisableCells() {
   }
 }
 
-void frmEditor::FillCategories() {
-  std::vector<std::string> categories{kAllCategories};
+void frmEditor::MakeTree() {
+  std::vector<std::string> groups;
   for (int row = 1; row <= tool().RowsInArray(); ++row) {
-    const std::string category = tool().Text(row, Column::category);
-    if (std::find(categories.begin(), categories.end(), category) == categories.end()) {
-      categories.push_back(category);
-    }
+    groups.push_back(tool().ParameterOf(row).definition.group);
   }
-  ComboBox& combo = ui().cmbCategory;
-  combo.SetItems(categories);
-  combo.SetListIndex(0);
+  groups_.emplace(groups);
+  groups_->Bind(ui().vsGroups, connections_, [this] { ApplyFilter(); });
 }
 
 // ---- what of the list is shown
 
-bool frmEditor::IsWanted(int row, const std::string& filter, const std::string& category) {
-  if (ui().chkChangedOnly.Value() && !tool().IsMarked(row)) return false;
-  if (!category.empty() && tool().Text(row, Column::category) != category) return false;
+bool frmEditor::IsWanted(int row) {
+  switch (static_cast<Wanted>(ui().cmbShow.ListIndex())) {
+    case Wanted::changed:
+      return tool().EditOf(row).has_value();
+    case Wanted::notDefault:
+      return !tool().IsDefault(row);
+    case Wanted::toDownload:
+      return tool().ParameterOf(row).IsMarked();
+    case Wanted::differs:
+      return tool().OtherInAmplifier(row).has_value();
+    default:
+      return true;
+  }
+}
+
+bool frmEditor::IsFound(int row, const std::string& filter) {
   const auto holds = [&](int column) {
     return LowerCase(source().Text(source().GridRow(row), column)).find(filter) !=
            std::string::npos;
@@ -62,14 +79,31 @@ bool frmEditor::IsWanted(int row, const std::string& filter, const std::string& 
 
 void frmEditor::ApplyFilter() {
   const std::string filter = LowerCase(Trim(ui().txtFilter.Text()));
-  const ComboBox& combo = ui().cmbCategory;
-  const std::string category = combo.ListIndex() > 0 ? combo.Text() : std::string();
+  std::vector<std::string> groups;
   for (int row = 1; row <= tool().RowsInArray(); ++row) {
-    const bool hidden = !IsWanted(row, filter, category);
+    const bool wanted = IsWanted(row) && IsFound(row, filter);
+    const std::string& group = tool().ParameterOf(row).definition.group;
+    if (wanted) groups.push_back(group);
+    const bool hidden = !wanted || !groups_->Holds(group);
     const int gridRow = source().GridRow(row);
     if (hidden != grid().RowHidden(gridRow)) grid().SetRowHidden(gridRow, hidden);
   }
+  groups_->Count(groups);
+  TellCompared();
   LeaveHiddenRow();
+}
+
+void frmEditor::TellCompared() {
+  int seen = 0, different = 0;
+  for (int row = 1; row <= tool().RowsInArray(); ++row) {
+    if (tool().ParameterOf(row).seen) ++seen;
+    if (tool().OtherInAmplifier(row)) ++different;
+  }
+  std::string words = "Not compared with the amplifier yet";
+  if (seen > 0) {
+    words = NumberText(different) + " of " + NumberText(seen) + " read from the amplifier differ";
+  }
+  ui().lblCompared.SetText(words);
 }
 
 // The cursor goes to the first row in sight where its own was hidden.
@@ -106,7 +140,9 @@ void frmEditor::StoreChanged() {
 void frmEditor::CurrentRowChanged(int row) {
   ParameterGridWindow::CurrentRowChanged(row);
   if (row < 1 || row > tool().RowsInArray()) return;
-  digits_.Show(tool().Describe(row), !source().LockedBecause(row).empty());
+  const bool locked = !source().LockedBecause(row).empty();
+  digits_.Show(tool().Describe(row), locked);
+  ui().cmdDefault.SetEnabled(!locked && !tool().IsDefault(row));
 }
 
 // An edited row stays in sight although the filter would hide it: nothing is looked for anew.
@@ -119,9 +155,32 @@ void frmEditor::ShowRow(int row) {
   ParameterGridWindow::ShowRow(row);
 }
 
-void frmEditor::TellWhyLocked() {
-  const std::string reason = source().LockedBecause(CurrentRow());
-  if (!reason.empty()) ShowInformation(reason);
+// ---- back to the defaults
+
+void frmEditor::ResetRow() {
+  const int row = CurrentRow();
+  if (row > 0 && grid().FinishEdit()) PutValues({{row, tool().DefaultText(row)}});
+}
+
+// Of the whole branch, whatever else the filters hide of it.
+void frmEditor::ResetGroup() {
+  if (!grid().FinishEdit()) return;
+  std::vector<std::pair<int, std::string>> values;
+  for (int row = 1; row <= tool().RowsInArray(); ++row) {
+    const bool open = source().LockedBecause(row).empty() && !tool().IsDefault(row);
+    if (!open || !groups_->Holds(tool().ParameterOf(row).definition.group)) continue;
+    values.emplace_back(row, tool().DefaultText(row));
+  }
+  const std::string group =
+      groups_->Chosen().empty() ? "all parameters" : "'" + groups_->Chosen() + "'";
+  if (values.empty()) {
+    ShowInformation("What can be changed of " + group + " has its default value.");
+    return;
+  }
+  if (AskGraveYesNo(NumberText(values.size()) + " values of " + group +
+                    " will be set to their defaults.\rDo you wish to proceed?")) {
+    PutValues(values);
+  }
 }
 
 }  // namespace velmoor

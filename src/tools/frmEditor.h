@@ -1,11 +1,13 @@
-// The window of the direct parameter editor: every parameter, with a filter and the digits of the
-// current one.
+// The window of the direct parameter editor: every parameter, with the tree of its groups, filters
+// and the digits of the current one.
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "layouts/frmEditor.h"
 #include "tools/DigitPanel.h"
+#include "tools/GroupTree.h"
 #include "tools/ParameterGridWindow.h"
 
 namespace velmoor {
@@ -24,15 +26,20 @@ class frmEditor final : public WindowOf<layouts::frmEditor, ParameterGridWindow>
 
  private:
   void DisableCells();
-  void FillCategories();
+  void MakeTree();
   void ApplyFilter();
   void LeaveHiddenRow();
   void SortBy(int column);
-  [[nodiscard]] bool IsWanted(int row, const std::string& filter, const std::string& category);
-  void TellWhyLocked();
+  [[nodiscard]] bool IsWanted(int row);
+  [[nodiscard]] bool IsFound(int row, const std::string& filter);
+  void ResetRow();
+  void ResetGroup();
+  // What the amplifier was seen to hold, and how to see it.
+  void TellCompared();
 
   DigitPanel digits_;
-  int sortedBy_ = -1;  // the column; -1: as the catalogue has the rows
+  std::optional<GroupTree> groups_;  // while the window is open
+  int sortedBy_ = -1;                // the column; -1: as the catalogue has the rows
   bool descending_ = false;
 };
 

@@ -35,7 +35,6 @@ bool frmProperties::IsType(const char* lowerCase) const {
 
 void frmProperties::FormLoad() {
   ParameterGridWindow::FormLoad();
-  grid().SetColumnHidden(ParameterGrid::kCategory, true);
   grid().SetRowsInSight(std::min<int>(tool().RowsInArray(), kMostRowsInSight));
   connections_ +=
       grid().ChangeEdit.Connect([this](const GridEdit& edit) { vsFG_ChangeEdit(edit); });

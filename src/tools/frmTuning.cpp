@@ -27,7 +27,6 @@ void frmTuning::FormLoad() {
     if (row > 0 && !PutValue(row, text)) CurrentRowChanged(row);
   });
   ParameterGridWindow::FormLoad();
-  grid().SetColumnHidden(ParameterGrid::kCategory, true);
   HideRows();
   ShowNotchFilter();
   ui().cmbRigidity.SetItems(RigidityTexts());
@@ -171,7 +170,7 @@ void frmTuning::cmdDownload_Click() {
   }
   // What is sent is what the window shows.
   if (!CommitPending()) return;
-  DownloadRequested.Raise();
+  Requested.Raise(WindowRequest::download);
   changedBefore_ = blnChangedRigidity_;
   UpdateRigidity();
 }

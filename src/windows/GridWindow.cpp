@@ -14,6 +14,7 @@ void GridWindow::FormLoad() {
   connections_ += cmdApply_->Click.Connect([this] { (void)Commit(); });
   connections_ += cmdOK_->Click.Connect([this] { cmdOK_Click(); });
   connections_ += cmdCancel_->Click.Connect([this] { form().Unload(); });
+  connections_ += grid().KeyDown.Connect([this](KeyEvent& key) { OnKey(key); });
 }
 
 void GridWindow::Unload() {
@@ -42,7 +43,57 @@ void GridWindow::RefreshGrid() {
   if (IsOpen()) grid().Refresh();
 }
 
+// ---- keys
+
+void GridWindow::OnKey(KeyEvent& key) {
+  if (key.code == 'S' && key.ctrl && !key.shift && !key.alt) {
+    key.handled = true;
+    Requested.Raise(WindowRequest::save);
+    return;
+  }
+  if ((key.code != keys::kEnter && key.code != keys::kTab) || key.ctrl || key.alt) return;
+  key.handled = true;
+  if (!grid().FinishEdit()) return;
+  const int by = key.shift ? -1 : 1;
+  if (key.code == keys::kEnter) {
+    GoDown(by);
+  } else {
+    GoOn(by);
+  }
+}
+
+void GridWindow::GoTo(int row, int column) {
+  grid().SetCurrent(row, column);
+  grid().RowColChange.Raise();
+}
+
+void GridWindow::GoDown(int by) {
+  int row = grid().Row() + by;
+  while (row >= 1 && row < Cells().Rows() && grid().RowHidden(row)) row += by;
+  if (row >= 1 && row < Cells().Rows()) GoTo(row, grid().Column());
+}
+
+// To the end of the row, and on in the next one. A locked cell is passed as little as an open one:
+// the user shall see it.
+void GridWindow::GoOn(int by) {
+  const int columns = Cells().Columns();
+  int place = grid().Row() * columns + grid().Column() + by;
+  for (; place >= columns && place < Cells().Rows() * columns; place += by) {
+    const int row = place / columns;
+    const int column = place % columns;
+    if (grid().RowHidden(row) || grid().ColumnHidden(column)) continue;
+    const CellTraits traits = Cells().Traits(row, column);
+    if (traits.editable || traits.locked) return GoTo(row, column);
+  }
+}
+
 // ---- leaving
+
+bool GridWindow::CommitPending() {
+  if (!IsOpen()) return true;
+  // An access key presses a button while a cell is still under edit.
+  return grid().FinishEdit() && (NotCommitted() ? Commit() : MayCommit());
+}
 
 bool GridWindow::Commit() {
   // An open edit is part of what is committed; a refused one keeps the window as it is.

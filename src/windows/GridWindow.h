@@ -11,6 +11,9 @@
 
 namespace velmoor {
 
+// What a window's buttons ask of the session above it.
+enum class WindowRequest { upload, download, compare, save };
+
 class GridWindow : public Window {
  public:
   // Opens the window under `caption`. Modal ones return when they have closed. False when the form
@@ -27,6 +30,10 @@ class GridWindow : public Window {
   void SetNotCommitted(bool notCommitted);
 
   virtual void RefreshGrid();
+  // Accepts what was not accepted yet, as Apply does. False: refused; the window stays as it was.
+  bool CommitPending();
+  // Ends an open edit. False: it was refused.
+  bool EndEdit() { return !IsOpen() || grid().FinishEdit(); }
 
   // Told by a handler of ChangeAccepted that could not store: the window stays as it was, open and
   // not committed.
@@ -34,6 +41,7 @@ class GridWindow : public Window {
 
   Event<> ChangeAccepted;  // Apply or OK
   Event<> ChangeCanceled;
+  Event<WindowRequest> Requested;
 
  protected:
   using Window::Window;
@@ -50,22 +58,38 @@ class GridWindow : public Window {
   bool Commit();
   // An edit changed a value.
   void MarkEdited();
+  // What the grid shows.
+  [[nodiscard]] virtual const GridSource& Cells() const = 0;
+  // A key in the grid. Enter goes down and Tab to the next cell that can be edited, with Shift
+  // back, behind the end of an open edit. Ctrl+S saves the project from a window that blocks the
+  // menu too.
+  virtual void OnKey(KeyEvent& key);
+  virtual void cmdDownload_Click() { Requested.Raise(WindowRequest::download); }
   [[nodiscard]] Grid& grid() const {
     (void)form();  // a window that has closed has none
     return *grid_;
   }
-  // The layouts have vsFG, cmdApply, cmdOK and cmdCancel.
+  // The layouts have vsFG, cmdApply, cmdOK and cmdCancel, and those of tools that are transferred
+  // by themselves cmdUpload and cmdDownload.
   template <typename Ui>
   void Take(const Ui& ui) {
     grid_ = &ui.vsFG;
     cmdApply_ = &ui.cmdApply;
     cmdOK_ = &ui.cmdOK;
     cmdCancel_ = &ui.cmdCancel;
+    if constexpr (requires { ui.cmdUpload; }) {
+      connections_ +=
+          ui.cmdUpload.Click.Connect([this] { Requested.Raise(WindowRequest::upload); });
+      connections_ += ui.cmdDownload.Click.Connect([this] { cmdDownload_Click(); });
+    }
   }
 
  private:
   void cmdOK_Click();
   void SetApplyButton();
+  void GoTo(int row, int column);
+  void GoDown(int by);
+  void GoOn(int by);
 
   std::string caption_;
   Grid* grid_ = nullptr;  // as the buttons, of the open form

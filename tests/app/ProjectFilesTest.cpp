@@ -3,6 +3,7 @@
 #include "AppSession.h"
 #include "app/RecentFiles.h"
 #include "platform/sqlcipher/Engine.h"
+#include "tools/ParameterGrid.h"
 
 namespace velmoor {
 namespace {
@@ -188,6 +189,42 @@ TEST_F(ProjectFiles, SaveWorksOnlyOnChangesAndClearsTheMark) {
   Main().Choose("mnuFileSave");
   EXPECT_EQ(Status(), "System Status: Project 'line1' saved.");
   EXPECT_FALSE(Main().Changed());
+}
+
+// An edit of a parameter that waits for Apply, and a text that is still being typed in another
+// window.
+TEST_F(ProjectFiles, SaveOffersWhatWasEditedAndNotApplied) {
+  const struct {
+    BoxAnswer answer;
+    const char* limit;  // what the file has afterwards
+    bool saved;
+  } kCases[] = {{BoxAnswer::cancel, "99999.999", false},
+                {BoxAnswer::no, "99999.999", false},
+                {BoxAnswer::yes, "5.000", true}};
+  Main().Choose("mnuToolsIndexerOverTravel");
+  Main().Choose("mnuToolsIndexerJog");
+  clsHX7OverTravel& tool = Project().OverTravel();
+  headless::HeadlessGrid& limits = data.forms.Get("frmProperties").grid("vsFG");
+  ASSERT_TRUE(limits.EditCell(tool.FindRow("Pn81B"), ParameterGrid::kValue, "5"));
+  headless::HeadlessGrid& speeds = data.forms.Get("frmJog").grid("vsFG");
+  ASSERT_TRUE(speeds.GoTo(1, 1) && speeds.TypeInCell("7"));
+  const std::string words =
+      "What was edited in these windows was not applied yet:\rOver Travel Parameters\rJog "
+      "Table\r\rDo you wish to apply and save it?  No saves the project without it.";
+  for (const auto& entry : kCases) {
+    SCOPED_TRACE(entry.limit);
+    data.boxes.Expect(words, entry.answer);
+    Main().Choose("mnuFileSave");
+    EXPECT_EQ(Project().Parameters().Get("Pn81B").text, entry.limit);
+    EXPECT_EQ(Project().Jog().Stored(1).cells[0], entry.saved ? "7.000" : "");
+    EXPECT_EQ(Status() == "System Status: Project 'line1' saved.", entry.saved);
+  }
+  (void)Boxes();
+  ASSERT_TRUE(speeds.GoTo(1, 1) && speeds.TypeInCell("fast"));
+  Project().SetNeedsSaving(true);
+  Main().Choose("mnuFileSave");
+  EXPECT_EQ(Boxes().size(), 1U);
+  EXPECT_TRUE(Project().NeedsSaving()) << "nothing is saved beside a text that is refused";
 }
 
 TEST_F(ProjectFiles, SaveAsGoesOnUnderTheNewNameAndStaysUnsaved) {

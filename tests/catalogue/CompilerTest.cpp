@@ -114,6 +114,13 @@ constexpr Case kCases[] = {
     {"lists.txt", "  item Reverse", "  item For|ward", "empty or holds \"|\""},
     {"lists.txt", "  item Reverse", "  item Forward", "item \"Forward\" comes twice"},
     {"digits.txt", "digit 1 12 Control", "digit 1 15 Control", "digit 1 has 0 to 14 values"},
+    {"digits.txt", "  choices 0 released | held\n", "  choices 0 released\n",
+     "digit 0 needs 2 choices"},
+    {"digits.txt", "  choices 0 released | held\n", "  choices 0 released |\n",
+     "a value has no meaning"},
+    {"parameters-vklm.txt", "group Basic", "group", "no group"},
+    {"language-german.txt", "choices 1 Sekunden | Minuten", "choices 1 Sekunden",
+     "another number of choices"},
     {"digits.txt", "digits panel_switches", "digits panel", "\"panel\" is used by no parameter"},
     // what the program relies on
     {"parameters-rx900.txt", "  unit    acceleration", "  unit    speed", "another kind or unit"},

@@ -377,6 +377,29 @@ TYPED_TEST(GridContract, AnEditGoesThroughTheCheckIntoTheSource) {
   EXPECT_THAT(this->seen, testing::Contains("5.00").Times(1));
 }
 
+TYPED_TEST(GridContract, ARefusedTextWithAHintStaysUnderEditUntilItIsTakenOrGivenUp) {
+  this->held += this->grid.ValidateEdit.Connect(
+      [](GridEdit& edit) { edit.hint = edit.cancel ? "1 to 9" : ""; });
+  this->grid.SetCurrent(1, 1);
+  EXPECT_TRUE(this->Type("bad"));
+  EXPECT_TRUE(this->grid.IsEditing());
+  EXPECT_FALSE(this->grid.FinishEdit()) << "it is as bad as before";
+  this->stage.Wait(std::chrono::milliseconds(1));
+  EXPECT_TRUE(this->grid.IsEditing());
+  EXPECT_EQ(this->rows.texts[1][1], "100");
+}
+
+TYPED_TEST(GridContract, TryingToEditALockedCellIsToldAndGoingThereIsNot) {
+  std::vector<int> denied;
+  this->held += this->grid.EditDenied.Connect([&](int row) { denied.push_back(row); });
+  this->grid.SetCurrent(2, 1);
+  this->stage.GoDown("vsFG");
+  EXPECT_TRUE(denied.empty());
+  EXPECT_FALSE(this->Type("5"));
+  this->grid.BeginEdit();
+  EXPECT_THAT(denied, ElementsAre(3, 3));
+}
+
 TYPED_TEST(GridContract, OnlyWhatMayBeEditedOpens) {
   for (const auto& [row, column, opens] :
        {std::tuple{1, 1, true}, {1, 0, false}, {3, 1, false}, {-1, -1, false}}) {

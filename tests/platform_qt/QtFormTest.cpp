@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <QAbstractItemView>
 #include <QComboBox>
 #include <QDialog>
 #include <QLineEdit>
@@ -39,6 +40,31 @@ TEST(QtFormTest, EscapePressesCancelAndEnterTheDefaultButton) {
   PressKey(Widget<QComboBox>("cmbAxes"), Qt::Key_Escape);
   PressKey(Widget<QComboBox>("cmbAxes"), Qt::Key_Return);
   EXPECT_EQ(pressed, "cd");
+}
+
+TEST(QtFormTest, AnOpenListHasEscapeAndEnterForItself) {
+  const auto form = world().forms->Load(layouts::frmDialogPOut::kLayout);
+  const layouts::frmDialogPOut ui(*form);
+  std::string pressed;
+  Connections held;
+  held += ui.cmdCancel.Click.Connect([&] { pressed += 'c'; });
+  held += ui.cmdOK.Click.Connect([&] { pressed += 'd'; });
+  held += ui.cmbPOut[0].Click.Connect([&] { pressed += ui.cmbPOut[0].Text(); });
+  ui.cmbPOut[0].SetItems({"x", "y"});
+  form->Show(FormMode::blocking);
+  ServeEvents();
+  auto& combo = Widget<QComboBox>("cmbPOut0");
+  for (const Qt::Key key : {Qt::Key_Escape, Qt::Key_Return}) {
+    combo.setCurrentIndex(1);
+    combo.showPopup();
+    ServeEvents();
+    PressKey(*combo.view(), key);
+    ServeEvents();
+    EXPECT_FALSE(combo.view()->isVisible());
+  }
+  EXPECT_EQ(pressed, "y");
+  PressKey(combo, Qt::Key_Escape);
+  EXPECT_EQ(pressed, "yc");
 }
 
 TEST(QtFormTest, ChildrenOfTheMainWindowAreListedActivatedAndClosed) {

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <filesystem>
 
+#include "project/data/NibbleDefinitions.h"
 #include "project/data/ParameterCatalogue.h"
 #include "project/data/Schema.h"
 #include "project/data/clsHX7ComboList.h"
@@ -61,6 +62,7 @@ TEST_F(CatalogueLibraryTest, DefinitionsComeAscendingWithAllTheirFields) {
   EXPECT_EQ(limit.dec_data_id, "0");
   EXPECT_EQ(limit.nibble_data_id, "0");
   EXPECT_EQ(limit.category_name, "RX900");
+  EXPECT_EQ(limit.group, "Limits > Position");
   EXPECT_EQ(limit.Size, "4");
   EXPECT_EQ(limit.help, "Smallest position that the axis may take.");
 
@@ -87,7 +89,8 @@ TEST_F(CatalogueLibraryTest, DigitsComeFourToADefinitionRightMostFirst) {
   EXPECT_EQ(found->digits[1].use_bit, 2);
   EXPECT_EQ(found->digits[2].use_bit, 5);
   EXPECT_EQ(found->digits[3].use_bit, 3);
-  EXPECT_EQ(found->digits[1].digit_name, "Time unit: 0 seconds, 1 minutes");
+  EXPECT_EQ(found->digits[1].digit_name, "Time unit");
+  EXPECT_EQ(found->digits[1].choices, "seconds|minutes");
 }
 
 TEST_F(CatalogueLibraryTest, LimitsFollowTheMotorAndUnknownSizesFallBack) {
@@ -106,6 +109,12 @@ TEST_F(CatalogueLibraryTest, AnotherLanguageTranslatesWhatIsNotLiteral) {
   EXPECT_EQ(Definition("Pn100").parameter_name, "Verst\xC3\xA4rkung Drehzahlregler");
   EXPECT_EQ(List("Pn819"),
             "Abbremsen und halten|Sofort stoppen und halten|Abbremsen und Regler aus");
+  const std::string copy = CatalogueLibrary::WorkingCopyPath();
+  const auto machine = FindNibble(ReadNibbleDefinitions(copy, GetTableNames(copy).NibbleTable),
+                                  Definition("Pn82E").nibble_data_id)
+                           ->digits;
+  EXPECT_EQ(machine[1].choices, "Sekunden|Minuten");
+  EXPECT_EQ(machine[3].choices, "2048|16384|32768") << "in English where there is no German";
   EXPECT_EQ(List("Pn823"), "no zero point return|dec and c-phase|dec only|c-phase only");
   data_.MakeCatalogue(99);
   EXPECT_EQ(Definition("Pn100").parameter_name, "Speed loop gain");

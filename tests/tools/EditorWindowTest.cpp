@@ -5,35 +5,145 @@
 namespace velmoor {
 namespace {
 
-TEST_F(ParameterWindows, TheEditorFindsByNameAndDescriptionAndShowsWhatChanged) {
+// Which rows the editor shows, in the choices that it offers.
+class EditorFilters : public ParameterWindows {
+ protected:
+  Texts Visible(HeadlessForm& form) {
+    const clsHX7Editor& tool = project().Editor();
+    Texts names;
+    for (int row = 1; row <= tool.RowsInArray(); ++row) {
+      if (!form.grid("vsFG").RowHidden(row)) names.push_back(tool.Text(row, Column::name));
+    }
+    return names;
+  }
+  static void ChooseGroup(HeadlessForm& form, const std::string& name) {
+    auto& tree = form.grid("vsGroups");
+    for (int row = 1; row < tree.Source()->Rows(); ++row) {
+      if (tree.RowHidden(row) || !tree.Source()->Text(row, 0).ends_with(name)) continue;
+      EXPECT_TRUE(tree.GoTo(row, 0));
+      return;
+    }
+    ADD_FAILURE() << "no branch in sight is named " << name;
+  }
+  static std::string Notes(HeadlessForm& form, int row) {
+    return form.grid("vsFG").Source()->Text(row, ParameterGrid::kNotes);
+  }
+};
+
+TEST_F(EditorFilters, TextsAndGroupsNarrowTheRowsTogether) {
   clsHX7Editor& tool = project().Editor();
   OpenEditor([&](HeadlessForm& form) {
-    auto& grid = form.grid("vsFG");
-    const auto visible = [&] {
-      int count = 0;
-      for (int row = 1; row <= tool.RowsInArray(); ++row) count += grid.RowHidden(row) ? 0 : 1;
-      return count;
-    };
-    EXPECT_EQ(visible(), tool.RowsInArray());
+    EXPECT_EQ(std::ssize(Visible(form)), tool.RowsInArray());
     form.Type("txtFilter", "pn81b");
-    EXPECT_EQ(visible(), 1);
-    EXPECT_FALSE(grid.RowHidden(RowOf(tool, "Pn81B")));
+    EXPECT_EQ(Visible(form), Texts{"Pn81B"});
     EXPECT_EQ(form.label("lblHelp").Text(), tool.Help(RowOf(tool, "Pn81B")))
         << "the cursor does not stay in a hidden row";
     form.Type("txtFilter", " POSITIVE limit ");
-    EXPECT_EQ(visible(), 1);
-    ASSERT_TRUE(Type(form, tool, "Pn81B", "9"));
+    EXPECT_EQ(Visible(form), Texts{"Pn81B"});
     form.Type("txtFilter", "");
-    form.Check("chkChangedOnly", true);
-    EXPECT_EQ(visible(), 1);
-    form.Check("chkChangedOnly", false);
-    form.Select("cmbCategory", "RX900");
-    EXPECT_TRUE(grid.RowHidden(RowOf(tool, "Pn100")));
-    EXPECT_FALSE(grid.RowHidden(RowOf(tool, "Pn800")));
-    form.Press("cmdOK");
+    ChooseGroup(form, "Homing");
+    EXPECT_EQ(Visible(form),
+              (Texts{"Pn81D", "Pn823", "Pn824", "Pn825", "Pn826", "Pn827", "Pn828"}));
+    ChooseGroup(form, "Gains");
+    EXPECT_EQ(std::ssize(Visible(form)), 32) << "with all groups within it";
+    ChooseGroup(form, "Second set");
+    EXPECT_EQ(Visible(form), (Texts{"Pn107", "Pn108", "Pn116"}));
+    form.Type("txtFilter", "integral");
+    EXPECT_EQ(Visible(form), Texts{"Pn108"});
+    const auto& tree = *form.grid("vsGroups").Source();
+    EXPECT_EQ(tree.Text(1, 0), "All parameters");
+    EXPECT_EQ(tree.Text(1, 1), "3") << "what is found in each branch is counted";
+    form.Press("cmdCancel");
   });
-  EXPECT_TRUE(tool.IsDirty());
-  EXPECT_EQ(tool.GetNumberOfNewRows(), 1);
+}
+
+TEST_F(EditorFilters, AStateIsShownByItselfAndToldInWords) {
+  clsHX7Editor& tool = project().Editor();
+  session.GoOnline();
+  ASSERT_TRUE(project().UploadParts({Tool::editor}) && project().CommitUpload());
+  amplifier().State().memory.parameters.Write(0x103, "250");
+  OpenEditor([&](HeadlessForm& form) {
+    form.Select("cmbShow", "changed");
+    EXPECT_EQ(Visible(form), Texts{});
+    form.Select("cmbShow", "all rows");
+    ASSERT_TRUE(Type(form, tool, "Pn100", "77"));
+    EXPECT_EQ(Notes(form, RowOf(tool, "Pn100")), "changed; not default");
+    form.Select("cmbShow", "changed");
+    EXPECT_EQ(Visible(form), Texts{"Pn100"});
+    form.Press("cmdApply");
+    EXPECT_EQ(Notes(form, RowOf(tool, "Pn100")), "to download; amplifier has 40; not default");
+    form.Select("cmbShow", "to download");
+    EXPECT_EQ(Visible(form), Texts{"Pn100"});
+    form.Select("cmbShow", "not default");
+    EXPECT_EQ(std::ranges::count(Visible(form), "Pn100"), 1);
+    EXPECT_EQ(std::ranges::count(Visible(form), "Pn101"), 0);
+    form.Select("cmbShow", "differs from hardware");
+    EXPECT_EQ(Visible(form), Texts{"Pn100"}) << "nobody has asked for Pn103 since";
+    ASSERT_TRUE(project().UploadParts({Tool::editor}));
+    project().DropUpload();
+    form.Select("cmbShow", "differs from hardware");
+    EXPECT_EQ(Visible(form), (Texts{"Pn100", "Pn103"}));
+    ASSERT_TRUE(tool.Download(false));
+    form.Select("cmbShow", "differs from hardware");
+    EXPECT_EQ(Visible(form), Texts{"Pn103"}) << "what is acknowledged is known to be there";
+    form.Press("cmdCancel");
+  });
+}
+
+TEST_F(EditorFilters, ValuesGoBackToTheirDefaultsThroughTheRulesOfTyping) {
+  clsHX7Editor& tool = project().Editor();
+  OpenEditor([&](HeadlessForm& form) {
+    ASSERT_TRUE(Type(form, tool, "Pn107", "55"));
+    ASSERT_TRUE(Type(form, tool, "Pn108", "1000"));
+    ASSERT_TRUE(Type(form, tool, "Pn81E", "5"));
+    const auto row = [&](const char* strPn) { return RowOf(tool, strPn); };
+    form.grid("vsFG").GoTo(row("Pn107"), ParameterGrid::kValue);
+    form.Press("cmdDefault");
+    EXPECT_EQ(Shown(tool, "Pn107"), tool.DefaultText(row("Pn107")));
+    EXPECT_FALSE(form.button("cmdDefault").Enabled()) << "it is the default now";
+    form.grid("vsFG").GoTo(row("Pn81E"), ParameterGrid::kValue);
+    form.Press("cmdDefault");
+    EXPECT_EQ(Shown(tool, "Pn81E"), "16.667") << "1000 counts a minute, in mm/sec";
+    ASSERT_TRUE(Type(form, tool, "Pn107", "55"));
+    ChooseGroup(form, "Gains");
+    world.boxes.Expect(
+        "2 values of 'Gains' will be set to their defaults.\rDo you wish to proceed?",
+        BoxAnswer::yes);
+    form.Press("cmdDefaultGroup");
+    EXPECT_TRUE(tool.IsDefault(row("Pn107")) && tool.IsDefault(row("Pn108")));
+    tool.Window().Undo();
+    EXPECT_EQ(Shown(tool, "Pn107") + " " + Shown(tool, "Pn108"), "55 1000") << "one step";
+    form.grid("vsFG").GoTo(row("Pn104"), ParameterGrid::kValue);
+    EXPECT_FALSE(form.button("cmdDefault").Enabled()) << "a locked row stays";
+    world.boxes.Expect(kDiscard, BoxAnswer::yes);
+    form.Press("cmdCancel");
+  });
+}
+
+TEST_F(EditorFilters, ARefusedTextStaysUnderEditWithItsRange) {
+  clsHX7Editor& tool = project().Editor();
+  OpenEditor([&](HeadlessForm& form) {
+    auto& grid = form.grid("vsFG");
+    const struct {
+      const char* strPn;
+      const char* text;
+      const char* hint;
+    } kCases[] = {{"Pn100", "9999", "Range: 1 to 2000"},
+                  {"Pn81B", "far", "Range: -99999.999 to 99999.999"},
+                  {"Pn001", "9999", "Range: 0000 to 1122"},
+                  {"Pn100", "", ""}};
+    for (const auto& entry : kCases) {
+      SCOPED_TRACE(entry.text);
+      ASSERT_TRUE(grid.GoTo(RowOf(tool, entry.strPn), ParameterGrid::kValue));
+      ASSERT_TRUE(grid.TypeInCell(entry.text));
+      EXPECT_FALSE(grid.FinishEdit());
+      EXPECT_EQ(grid.Hint(), entry.hint);
+      EXPECT_EQ(grid.IsEditing(), *entry.hint != '\0');
+      grid.GiveUpEdit();
+    }
+    EXPECT_EQ(Boxes().size(), 3U) << "the given box stands beside it";
+    form.Press("cmdCancel");
+  });
 }
 
 TEST_F(ParameterWindows, AHeadingSortsTheEditorAndEditsKeepToTheirRow) {
@@ -74,6 +184,8 @@ TEST_F(ParameterWindows, TheEditorTellsWhyARowIsLocked) {
         {"Pn408", "Parameter Pn408 can only be modified with 'Gain Tuning' window!"}};
     for (const auto& [strPn, words] : kRows) {
       SCOPED_TRACE(strPn);
+      ASSERT_TRUE(form.grid("vsFG").GoTo(RowOf(tool, strPn), ParameterGrid::kValue));
+      EXPECT_EQ(Boxes(), Texts{}) << "nobody has tried to edit it";
       EXPECT_FALSE(Type(form, tool, strPn, "1"));
       EXPECT_EQ(Boxes(), Texts{words});
     }
@@ -85,10 +197,13 @@ TEST_F(ParameterWindows, DigitsAreChosenOneByOneAndCheckedAsTheWholeText) {
   clsHX7Editor& tool = project().Editor();
   OpenEditor([&](HeadlessForm& form) {
     form.grid("vsFG").GoTo(RowOf(tool, "Pn001"), ParameterGrid::kValue);
-    EXPECT_EQ(form.label("lblDigit2").Text(), "Digit 2: Main supply: 0 AC, 1 DC");
-    EXPECT_EQ(form.comboBox("cmbDigit1").Items(), (Texts{"0", "1", "2"}));
-    form.Select("cmbDigit1", "2");
+    EXPECT_EQ(form.label("lblDigit2").Text(), "Digit 2: Main supply");
+    EXPECT_EQ(form.comboBox("cmbDigit2").Items(), (Texts{"0: AC", "1: DC"}));
+    form.Select("cmbDigit1", "2: brake and coast");
     EXPECT_EQ(Shown(tool, "Pn001"), "0020");
+    EXPECT_EQ(form.grid("vsFG").Source()->Text(RowOf(tool, "Pn001"), ParameterGrid::kNotes),
+              "changed; not default; Stop at servo off and alarm 0: dynamic brake, Stop at over "
+              "travel 2: brake and coast, Main supply 0: AC, Warnings 0: on the panel only");
     form.grid("vsFG").GoTo(RowOf(tool, "Pn100"), ParameterGrid::kValue);
     EXPECT_FALSE(form.comboBox("cmbDigit0").Visible());
     form.grid("vsFG").GoTo(RowOf(tool, "Pn002"), ParameterGrid::kValue);

@@ -87,7 +87,7 @@ TEST_F(ParameterWindows, AnEmptiedCellIsRestoredWithoutAWord) {
   EXPECT_TRUE(Boxes().empty());
 }
 
-TEST_F(ParameterWindows, OnlyTheValueCanBeCurrentAndShiftTabGoesUp) {
+TEST_F(ParameterWindows, OnlyTheValueCanBeCurrentAndTabGoesThroughTheRows) {
   clsHX7Homing& tool = project().Homing();
   ASSERT_TRUE(tool.Show_Homing());
   auto& grid = Window().grid("vsFG");
@@ -98,6 +98,29 @@ TEST_F(ParameterWindows, OnlyTheValueCanBeCurrentAndShiftTabGoesUp) {
     Window().PressKey("vsFG", {.code = keys::kTab, .shift = true});
     EXPECT_EQ(grid.Row(), row);
   }
+  grid.SetRowHidden(2, true);
+  Window().PressKey("vsFG", {.code = keys::kTab});
+  EXPECT_EQ(grid.Row(), 3);
+}
+
+TEST_F(ParameterWindows, EnterTakesAnEditAndGoesDownUnlessItIsRefused) {
+  clsHX7OverTravel& tool = project().OverTravel();
+  ASSERT_TRUE(tool.Show_OverTravel());
+  auto& grid = Window().grid("vsFG");
+  const int row = RowOf(tool, "Pn81B");
+  grid.GoTo(row, ParameterGrid::kValue);
+  grid.TypeInCell("far");
+  Window().PressKey("vsFG", {.code = keys::kEnter});
+  EXPECT_EQ(grid.Row(), row);
+  EXPECT_EQ(Boxes().size(), 1U);
+  grid.TypeInCell("7");
+  Window().PressKey("vsFG", {.code = keys::kEnter});
+  EXPECT_EQ(Shown(tool, "Pn81B"), "7.000");
+  EXPECT_EQ(grid.Row(), row + 1);
+  EXPECT_EQ(Window().label("lblHelp").Text(), tool.Help(row + 1));
+  grid.TypeInCell("-7");
+  Window().PressKey("vsFG", {.code = keys::kEnter, .shift = true});
+  EXPECT_EQ(grid.Row(), row);
 }
 
 TEST_F(ParameterWindows, EnterEditsAndCtrlCCopiesTheSelection) {

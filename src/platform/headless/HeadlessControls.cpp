@@ -148,7 +148,10 @@ void HeadlessGrid::Select(const GridBlock& block) {
 }
 
 void HeadlessGrid::BeginEdit() {
-  if (source_ == nullptr || row_ < 1 || !source_->Traits(row_, column_).editable) return;
+  if (source_ == nullptr || row_ < 1) return;
+  const CellTraits traits = source_->Traits(row_, column_);
+  if (traits.locked) EditDenied.Raise(row_);
+  if (!traits.editable) return;
   edit_ = GridEdit{.row = row_, .column = column_, .text = source_->Text(row_, column_)};
 }
 
@@ -156,7 +159,10 @@ bool HeadlessGrid::FinishEdit() {
   if (!edit_) return true;
   GridEdit edit = *edit_;
   edit_.reset();
+  edit.cancel = false;
+  edit.hint.clear();
   ValidateEdit.Raise(edit);
+  if (edit.cancel && !edit.hint.empty()) edit_ = edit;
   if (edit.cancel) return false;
   source_->SetText(edit.row, edit.column, edit.text);
   AfterEdit.Raise(edit.row, edit.column);
@@ -191,7 +197,9 @@ bool HeadlessGrid::TypeInCell(const std::string& text) {
 
 bool HeadlessGrid::EditCell(int row, int column, const std::string& text) {
   // A handler may move the current cell on, as for a column that alone can be current.
-  return GoTo(row, column) && TypeInCell(text) && FinishEdit();
+  const bool taken = GoTo(row, column) && TypeInCell(text) && FinishEdit();
+  if (!taken) GiveUpEdit();
+  return taken;
 }
 
 std::string HeadlessGrid::TipAt(int row, int column) const {

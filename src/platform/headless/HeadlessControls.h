@@ -296,6 +296,8 @@ class HeadlessGrid final : public HeadlessControl<Grid> {
   // GoTo, TypeInCell and FinishEdit. Returns whether the edit was written.
   bool EditCell(int row, int column, const std::string& text);
   void GiveUpEdit() { edit_.reset(); }
+  // At the cell whose refused text stays under edit; else empty.
+  [[nodiscard]] std::string Hint() const { return edit_ ? edit_->hint : std::string(); }
   [[nodiscard]] std::string TipAt(int row, int column) const;
   // What the grid shows; null before it is bound.
   [[nodiscard]] const GridSource* Source() const { return source_; }

@@ -15,8 +15,35 @@
 namespace velmoor::qt {
 namespace {
 
-constexpr int kMark = 3;  // width of the stripe of a changed cell
+constexpr int kStripe = 3;
+constexpr int kCorner = 8;
 constexpr int kButtonWidth = 22;
+constexpr int kSignWidth = 16;  // of the lock, and of the arrow of a list
+
+// Blanks as wide as the digits that the number has fewer than its column behind the point.
+QString PaddedNumber(const QString& text, int decimals) {
+  constexpr QChar kDigitWide(0x2007), kPointWide(0x2008);
+  const qsizetype point = text.indexOf(QLatin1Char('.'));
+  const qsizetype digits = point < 0 ? 0 : text.size() - point - 1;
+  QString padded = text;
+  if (point < 0 && decimals > 0) padded += kPointWide;
+  return padded + QString(std::max<qsizetype>(decimals - digits, 0), kDigitWide);
+}
+
+void DrawMark(QPainter& painter, const QStyleOptionViewItem& option, CellMark mark) {
+  const QRect& cell = option.rect;
+  const QColor color = LampColor(Tone::busy, option.palette);
+  if (mark == CellMark::stripe) {
+    painter.fillRect(cell.left(), cell.top(), kStripe, cell.height() - 1, color);
+  } else if (mark == CellMark::corner) {
+    const QPoint at = cell.topLeft();
+    painter.save();
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(color);
+    painter.drawPolygon(QPolygon({at, at + QPoint(kCorner, 0), at + QPoint(0, kCorner)}));
+    painter.restore();
+  }
+}
 
 void DrawButton(QPainter& painter, const QStyleOptionViewItem& option, const QRect& place,
                 const QString& caption) {
@@ -62,26 +89,53 @@ QRect GridDelegate::ButtonRect(const QRect& cell) {
   return {cell.right() - kButtonWidth, cell.top() + 1, kButtonWidth, cell.height() - 2};
 }
 
+void GridDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
+  QStyledItemDelegate::initStyleOption(option, index);
+  const CellTraits traits = model_.Traits(index);
+  const Tone tone = traits.locked ? Tone::faint : traits.tone;
+  if (tone != Tone::normal) {
+    option->palette.setColor(QPalette::Text, TextColor(tone, option->palette));
+  }
+  option->font.setBold(traits.bold);
+  if (traits.decimals < 0) return;
+  option->text = PaddedNumber(option->text, traits.decimals);
+  option->displayAlignment = Qt::AlignRight | Qt::AlignVCenter;
+}
+
+// A lock stands where the text is not, the arrow of a list at the end.
+void GridDelegate::DrawSigns(QPainter& painter, const QStyleOptionViewItem& option,
+                             const CellTraits& traits) {
+  QRect sign(0, 0, kSignWidth - 4, kSignWidth - 4);
+  sign.moveCenter(option.rect.center());
+  if (traits.locked) {
+    sign.moveLeft(traits.decimals < 0 ? option.rect.right() - kSignWidth : option.rect.left() + 3);
+    ProgramIcon(QStringLiteral("lock")).paint(&painter, sign);
+  } else if (traits.editable && !traits.comboItems.empty()) {
+    QStyleOption arrow;
+    arrow.palette = option.palette;
+    arrow.state = QStyle::State_Enabled;
+    arrow.rect = sign;
+    arrow.rect.moveLeft(option.rect.right() - kSignWidth);
+    QApplication::style()->drawPrimitive(QStyle::PE_IndicatorArrowDown, &arrow, &painter);
+  }
+}
+
 void GridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                          const QModelIndex& index) const {
   const CellTraits traits = model_.Traits(index);
-  QStyleOptionViewItem cell(option);
-  if (traits.locked) {
-    painter->fillRect(option.rect, option.palette.color(QPalette::Midlight));
-    cell.palette.setColor(QPalette::Text, TextColor(Tone::faint, option.palette));
-  }
-  if (traits.tone != Tone::normal) {
-    cell.palette.setColor(QPalette::Text, TextColor(traits.tone, option.palette));
-  }
   if (traits.action) return DrawAction(*painter, option, index.data().toString());
-  if (traits.changed) cell.font.setBold(true);
-  // The text ends before the button.
+  QStyleOptionViewItem cell(option);
+  if (traits.locked) painter->fillRect(option.rect, option.palette.color(QPalette::Midlight));
+  if (option.state.testFlag(QStyle::State_Selected)) {
+    painter->fillRect(option.rect, option.palette.highlight());
+  }
+  // The text ends before what stands at the end.
+  const bool signedCell = traits.editable && !traits.comboItems.empty();
+  if (signedCell) cell.rect.setRight(option.rect.right() - kSignWidth);
   if (traits.button) cell.rect.setRight(ButtonRect(option.rect).left() - 1);
   QStyledItemDelegate::paint(painter, cell, index);
-  if (traits.changed) {
-    const QRect mark(option.rect.left(), option.rect.top(), kMark, option.rect.height() - 1);
-    painter->fillRect(mark, LampColor(Tone::busy, option.palette));
-  }
+  DrawSigns(*painter, option, traits);
+  DrawMark(*painter, option, traits.mark);
   if (traits.button) {
     DrawButton(*painter, option, ButtonRect(option.rect), QStringLiteral("..."));
   }

@@ -25,6 +25,7 @@ class GridDelegate final : public QStyledItemDelegate {
   // The part of a cell that its button takes.
   [[nodiscard]] static QRect ButtonRect(const QRect& cell);
 
+  void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override;
   void paint(QPainter* painter, const QStyleOptionViewItem& option,
              const QModelIndex& index) const override;
   QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,
@@ -37,6 +38,8 @@ class GridDelegate final : public QStyledItemDelegate {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  static void DrawSigns(QPainter& painter, const QStyleOptionViewItem& option,
+                        const CellTraits& traits);
   QWidget* CreateComboEditor(QWidget* parent, const CellTraits& traits,
                              const QModelIndex& index) const;
   QWidget* CreateTextEditor(QWidget* parent, const QModelIndex& index) const;

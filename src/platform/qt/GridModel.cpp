@@ -53,9 +53,12 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
 QVariant GridModel::headerData(int section, Qt::Orientation orientation, int role) const {
   if (source_ == nullptr || orientation != Qt::Horizontal) return {};
   if (role == Qt::TextAlignmentRole) {
-    // Over lamps, which stand in the middle of their cells.
-    const bool lamps = rows_ > 0 && Traits(index(0, section)).lamp != CellLamp::none;
-    return static_cast<int>((lamps ? Qt::AlignHCenter : Qt::AlignLeft) | Qt::AlignVCenter);
+    // Over lamps, which stand in the middle of their cells, and over numbers.
+    const CellTraits traits = rows_ > 0 ? Traits(index(0, section)) : CellTraits();
+    const Qt::AlignmentFlag across = traits.lamp != CellLamp::none ? Qt::AlignHCenter
+                                     : traits.decimals >= 0        ? Qt::AlignRight
+                                                                   : Qt::AlignLeft;
+    return static_cast<int>(across | Qt::AlignVCenter);
   }
   return role == Qt::DisplayRole ? ToQt(source_->Text(0, section)) : QVariant();
 }

@@ -1,8 +1,10 @@
 #include "platform/qt/QtForms.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QKeyEvent>
 #include <QMdiSubWindow>
+#include <QScopedValueRollback>
 #include <algorithm>
 
 #include "platform/qt/FormLayouts.h"
@@ -17,8 +19,30 @@ QtForms::QtForms()
     : helpKey_(*QCoreApplication::instance(),
                [this](QEvent& event) { return LookForHelpKey(event); }) {}
 
+namespace {
+
+// An open list has Escape and Enter for itself: they are no shortcuts of its window then. Enter is
+// taken by the list from this very event.
+bool KeepsForOpenList(QKeyEvent& key) {
+  static bool passing = false;
+  const QWidget* const popup = QApplication::activePopupWidget();
+  auto* const list = popup == nullptr ? nullptr : popup->findChild<QAbstractItemView*>();
+  const bool enters = key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter;
+  if (passing || list == nullptr || (!enters && key.key() != Qt::Key_Escape)) return false;
+  if (enters) {
+    const QScopedValueRollback guard(passing, true);
+    QKeyEvent same(QEvent::ShortcutOverride, key.key(), key.modifiers());
+    QApplication::sendEvent(list, &same);
+  }
+  key.accept();
+  return true;
+}
+
+}  // namespace
+
 bool QtForms::LookForHelpKey(QEvent& event) {
   const bool asked = event.type() == QEvent::ShortcutOverride;
+  if (asked && KeepsForOpenList(static_cast<QKeyEvent&>(event))) return true;
   if (!asked && event.type() != QEvent::KeyPress) return false;
   if (!static_cast<const QKeyEvent&>(event).matches(QKeySequence::HelpContents)) return false;
   if (IsHelpWindow(QApplication::activeWindow())) return false;

@@ -2,10 +2,13 @@
 
 #include <QHeaderView>
 #include <QHelpEvent>
+#include <QLineEdit>
 #include <QMouseEvent>
 #include <QScopedValueRollback>
 #include <QTableView>
+#include <QTimer>
 #include <QToolTip>
+#include <utility>
 
 #include "platform/qt/QtKeys.h"
 
@@ -190,13 +193,25 @@ void QtGrid::CurrentMoved() {
 
 void QtGrid::BeginEdit() {
   const QModelIndex current = view_.currentIndex();
-  if (current.isValid() && model_->Traits(current).editable) view_.edit(current);
+  if (current.isValid() && model_->Traits(current).editable) {
+    view_.edit(current);
+  } else {
+    (void)Denies(current);
+  }
+}
+
+// True: the cell is locked, of which the logic was told.
+bool QtGrid::Denies(const QModelIndex& index) {
+  if (!model_->Traits(index).locked) return false;
+  EditDenied.Raise(index.row() + 1);
+  return true;
 }
 
 bool QtGrid::FinishEdit() {
   QWidget* const editor = delegate_->Editor();
   if (!IsEditing() || committing_) return true;
   refused_ = false;
+  const QScopedValueRollback guard(finishing_, true);
   const QPointer<QWidget> alive(&view_);
   Q_EMIT delegate_->commitData(editor);
   if (!alive) return true;
@@ -214,13 +229,36 @@ void QtGrid::EditorClosed() {
 void QtGrid::Commit(GridEdit edit) {
   // A box that a check shows takes the focus from the editor, which would commit once more.
   if (committing_ || model_->Source() == nullptr) return;
+  const GridEdit kept = std::exchange(kept_, {});
+  // Who leaves a refused text as it is has given it up.
+  const bool same = edit.row == kept.row && edit.column == kept.column && edit.text == kept.text;
+  if (same && !finishing_) return;
   const QScopedValueRollback guard(committing_, true);
   ValidateEdit.Raise(edit);
   refused_ = edit.cancel;
+  if (edit.cancel && !edit.hint.empty()) KeepRefused(edit);
   if (edit.cancel) return;
   model_->Source()->SetText(edit.row, edit.column, edit.text);
   model_->ReloadRow(edit.row);
   AfterEdit.Raise(edit.row, edit.column);
+}
+
+// The box about it has closed the editor.
+void QtGrid::KeepRefused(const GridEdit& edit) {
+  kept_ = edit;
+  QTimer::singleShot(0, &context_, [this] {
+    const QModelIndex cell = model_->index(kept_.row - 1, kept_.column);
+    if (kept_.row == 0 || !view_.isVisible()) return;
+    SetCurrent(kept_.row, kept_.column);
+    view_.setFocus();
+    view_.edit(cell);
+    auto* const line = qobject_cast<QLineEdit*>(delegate_->Editor());
+    if (line == nullptr) return;
+    line->setText(ToQt(kept_.text));
+    line->selectAll();
+    const QRect place = view_.visualRect(cell);
+    QToolTip::showText(view_.viewport()->mapToGlobal(place.bottomLeft()), ToQt(kept_.hint), &view_);
+  });
 }
 
 void QtGrid::CellClicked(const QModelIndex& index) {
@@ -236,12 +274,14 @@ void QtGrid::CellClicked(const QModelIndex& index) {
 bool QtGrid::LookAtKey(const QKeyEvent& event) {
   KeyEvent key = ToKeyEvent(event);
   KeyDown.Raise(key);
-  const bool enters = key.code == keys::kEnter && !key.AnyShift() && !IsEditing();
-  if (!key.handled && enters) ChooseRow(view_.currentIndex());
-  return key.handled;
+  if (key.handled || IsEditing()) return key.handled;
+  if (key.code == keys::kEnter && !key.AnyShift()) ChooseRow(view_.currentIndex());
+  const bool types = !key.ctrl && !key.alt && !event.text().isEmpty() && event.text()[0].isPrint();
+  return (types || event.key() == Qt::Key_F2) && Denies(view_.currentIndex());
 }
 
 void QtGrid::ChooseRow(const QModelIndex& index) {
+  if (Denies(index)) return;
   const CellTraits traits = model_->Traits(index);
   // A button of the cell has had the click already.
   if (index.isValid() && !traits.editable && !traits.action) RowChosen.Raise(index.row() + 1);

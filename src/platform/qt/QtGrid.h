@@ -46,6 +46,8 @@ class QtGrid final : public QtControl<Grid> {
   void EditorClosed();
   bool LookAtKey(const QKeyEvent& event);
   bool LookAtViewport(QEvent& event);
+  bool Denies(const QModelIndex& index);
+  void KeepRefused(const GridEdit& edit);
   void FitRows();
   void FitColumns();
 
@@ -56,7 +58,9 @@ class QtGrid final : public QtControl<Grid> {
   EventWatch viewportWatch_;
   bool fromCode_ = false;  // the current cell is being moved by the logic
   bool committing_ = false;
+  bool finishing_ = false;   // by the logic, not by a cell that was left
   bool refused_ = false;     // how the last commit ended
+  GridEdit kept_;            // the refused edit that stays open; row 0: none
   std::vector<int> widths_;  // asked for by the logic, by column; 0: by the contents
 };
 

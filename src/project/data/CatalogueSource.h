@@ -22,6 +22,7 @@ struct Parameters {
   static constexpr std::string_view kEditType = "edit_type";
   static constexpr std::string_view kFixed = "fixed";
   static constexpr std::string_view kCategory = "category";
+  static constexpr std::string_view kGroup = "parameter_group";  // "Gains > First set"
   static constexpr std::string_view kSize = "size";
 };
 
@@ -68,6 +69,7 @@ struct Texts {
   static constexpr std::string_view kHelp = "help";                // by pn
   static constexpr std::string_view kItem = "item";                // by the item's key
   static constexpr std::string_view kDigitName = "digit";          // "3.0": definition 3, digit 0
+  static constexpr std::string_view kChoices = "choices";          // by the same, joined by "|"
   static constexpr std::string_view kAlarmName = "alarm";          // by the alarm's key
 };
 

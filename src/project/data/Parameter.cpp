@@ -43,6 +43,11 @@ std::string EightDigits(const std::string& raw) {
 
 }  // namespace
 
+std::string ComparedForm(std::string_view strPn, std::string controller) {
+  if (strPn == "Pn000" && controller.size() == 4) controller[1] = 'x';
+  return controller;
+}
+
 bool IsNeverSent(std::string_view strPn) {
   static constexpr std::array<std::string_view, 10> kNeverSent{
       "Pn207", "Pn50A", "Pn50B", "Pn50C", "Pn50D", "Pn50E", "Pn50F", "Pn510", "Pn511", "Pn512"};

@@ -47,6 +47,9 @@ struct Parameter {
   bool recorded = true;     // the file has a record of it
   bool blank = false;  // its record holds no value: it is shown by its initial one, and not sent
   AmplifierCopy amplifier;
+  // What the amplifier held when it was asked last in this session, in the controller's form; it is
+  // shown, and nothing relies on it, since anybody may write to the amplifier.
+  std::optional<std::string> seen;
 
   [[nodiscard]] const std::string& Pn() const { return definition.user_constant; }
   [[nodiscard]] bool IsMarked() const { return markedBy.has_value(); }
@@ -78,6 +81,10 @@ struct MeantValue {
 // A controller's form as it stands in a file or an answer, in its plain spelling: "0010" reads "10"
 // for a count, digits and halves are cut to their length. Throws NumberError for what is none.
 [[nodiscard]] std::string PlainController(const Parameter& parameter, const std::string& raw);
+
+// What of a value in the controller's form counts in a comparison: the axis digit of Pn000 comes
+// from the connection.
+[[nodiscard]] std::string ComparedForm(std::string_view strPn, std::string controller);
 
 // The parameters that no tool ever sends.
 [[nodiscard]] bool IsNeverSent(std::string_view strPn);

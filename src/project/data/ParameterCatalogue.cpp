@@ -25,6 +25,7 @@ constexpr Field kFields[] = {
     {Definition::kNibbleDataId, &ParameterDefinition::nibble_data_id},
     {Definition::kFixedDigit, &ParameterDefinition::fixed_digit},
     {Definition::kCategoryName, &ParameterDefinition::category_name},
+    {Definition::kGroup, &ParameterDefinition::group},
     {Definition::kSize, &ParameterDefinition::Size},
     {Definition::kHelp, &ParameterDefinition::help},
 };
@@ -61,6 +62,7 @@ std::vector<NibbleDefinition> ReadNibbleDefinitions(const std::string& path,
     NibbleDigit& place = definitions.back().digits.at(digit);
     place.use_bit = Int32FromCell(rows->Text(schema::Nibble::kUseBit));
     place.digit_name = rows->Text(schema::Nibble::kDigitName);
+    place.choices = rows->Text(schema::Nibble::kChoices);
     digit = (digit + 1) % definitions.back().digits.size();
   }
   return definitions;

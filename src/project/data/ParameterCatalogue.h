@@ -27,14 +27,16 @@ struct ParameterDefinition {
   std::string nibble_data_id;  // key of the digit definition; "0": not coded in digits
   std::string fixed_digit;     // up to four digits, "1" marks a digit that cannot be changed
   std::string category_name;
-  std::string Size;  // bytes in the amplifier
-  std::string help;  // a sentence or two for the user
+  std::string group;  // "Gains", or a group within one: "Gains > First set"
+  std::string Size;   // bytes in the amplifier
+  std::string help;   // a sentence or two for the user
 };
 
 // What one digit of a parameter coded in digits may hold.
 struct NibbleDigit {
   int use_bit = 0;         // count of allowed values; 0: the digit stays "0"
   std::string digit_name;  // what the digit selects; empty where it is not used
+  std::string choices;     // what each value means, joined by "|"; empty for a plain number
 };
 
 struct NibbleDefinition {

@@ -287,6 +287,7 @@ void ParameterStore::Mark(const std::vector<std::string>& names, Tool by) {
   for (Parameter* const parameter : marked) {
     if (!parameter->markedBy) parameter->markedBy = by;
     parameter->passedOver = false;
+    parameter->seen.reset();
   }
   Changed.Raise();
 }
@@ -294,6 +295,7 @@ void ParameterStore::Mark(const std::vector<std::string>& names, Tool by) {
 void ParameterStore::AboutToSend(const std::string& strPn) {
   if (Parameter* const parameter = FindOwn(strPn)) {
     parameter->amplifier = {AmplifierCopy::State::unknown, {}};
+    parameter->seen.reset();
   }
 }
 
@@ -302,6 +304,7 @@ void ParameterStore::Acknowledge(Database& database, RowSet& records, const std:
   Parameter* const parameter = FindOwn(strPn);
   if (parameter == nullptr) return;
   parameter->amplifier = {AmplifierCopy::State::held, sent};
+  parameter->seen = sent;
   if (parameter->controller != sent || !records.FindFirst(Parameters::kPn, strPn)) return;
   records.Edit();
   records.Set(Parameters::kDirty, "0");
@@ -319,7 +322,9 @@ void ParameterStore::PassOver(const std::string& strPn) {
 // ---- an upload
 
 void ParameterStore::Stage(const std::string& strPn, const std::string& answer) {
-  staged_[strPn] = PlainController(Get(strPn), answer);
+  const std::string plain = PlainController(Get(strPn), answer);
+  staged_[strPn] = plain;
+  FindOwn(strPn)->seen = plain;
 }
 
 ParameterChanges ParameterStore::StagedChanges() const {

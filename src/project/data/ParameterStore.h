@@ -107,7 +107,8 @@ class ParameterStore {
 
   // ---- an upload, held apart until the user commits or refuses it
 
-  // A value as the amplifier gave it. Throws NumberError for what is no value of that form.
+  // A value as the amplifier gave it, which is noted as seen there. Throws NumberError for what is
+  // no value of that form.
   void Stage(const std::string& strPn, const std::string& answer);
   void DropStaged(std::string_view strPn) { staged_.erase(std::string(strPn)); }
   void DropAllStaged() { staged_.clear(); }

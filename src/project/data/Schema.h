@@ -116,6 +116,7 @@ struct Definition {
   static constexpr std::string_view kNibbleDataId = "nibble_data_id";
   static constexpr std::string_view kFixedDigit = "fixed_digit";
   static constexpr std::string_view kCategoryName = "category_name";
+  static constexpr std::string_view kGroup = "parameter_group";
   static constexpr std::string_view kSize = "Size";
   static constexpr std::string_view kHelp = "help";
 };
@@ -125,6 +126,7 @@ struct Nibble {
   static constexpr std::string_view kNibbleDataId = "nibble_data_id";
   static constexpr std::string_view kUseBit = "use_bit";  // count of values; 0: the digit stays "0"
   static constexpr std::string_view kDigitName = "digit_name";  // what the digit selects
+  static constexpr std::string_view kChoices = "choices";       // what each value means
 };
 
 // Combo lists, sorted by dec_id.

@@ -82,8 +82,8 @@ Table ParameterTable(Database& database, const TextBook& texts, std::int32_t mot
               {TextColumn(D::kUserConstant), TextColumn(D::kParameterName), TextColumn(D::kMin),
                TextColumn(D::kMax), TextColumn(D::kInitialValue), TextColumn(D::kUnit),
                KeyColumn(D::kDecDataId), KeyColumn(D::kEditType), KeyColumn(D::kNibbleDataId),
-               TextColumn(D::kFixedDigit), TextColumn(D::kCategoryName), KeyColumn(D::kSize),
-               TextColumn(D::kHelp)},
+               TextColumn(D::kFixedDigit), TextColumn(D::kCategoryName), TextColumn(D::kGroup),
+               KeyColumn(D::kSize), TextColumn(D::kHelp)},
               {}};
   const MotorLimits motor = ReadMotorLimits(database, motorSize);
   for (const auto rows = database.OpenTable(P::kTable); !rows->AtEnd(); rows->MoveNext()) {
@@ -92,7 +92,7 @@ Table ParameterTable(Database& database, const TextBook& texts, std::int32_t mot
     table.rows.push_back({pn, texts.Get(Texts::kParameterName, pn), limits.min, limits.max,
                           limits.initial, texts.Get(Texts::kUnit, pn), rows->Text(P::kList),
                           rows->Text(P::kEditType), rows->Text(P::kDigits), rows->Text(P::kFixed),
-                          rows->Text(P::kCategory), rows->Text(P::kSize),
+                          rows->Text(P::kCategory), rows->Text(P::kGroup), rows->Text(P::kSize),
                           texts.Get(Texts::kHelp, pn)});
   }
   return table;
@@ -102,12 +102,14 @@ Table NibbleTable(Database& database, const TextBook& texts) {
   using D = source::Digits;
   using N = schema::Nibble;
   Table table{kNibbleTable,
-              {KeyColumn(N::kNibbleDataId), KeyColumn(N::kUseBit), TextColumn(N::kDigitName)},
+              {KeyColumn(N::kNibbleDataId), KeyColumn(N::kUseBit), TextColumn(N::kDigitName),
+               TextColumn(N::kChoices)},
               {}};
   for (const auto rows = database.OpenTable(D::kTable); !rows->AtEnd(); rows->MoveNext()) {
     const std::string key = rows->Text(D::kKey);
-    table.rows.push_back({key, rows->Text(D::kCount),
-                          texts.Get(Texts::kDigitName, key + "." + rows->Text(D::kDigit))});
+    const std::string place = key + "." + rows->Text(D::kDigit);
+    table.rows.push_back({key, rows->Text(D::kCount), texts.Get(Texts::kDigitName, place),
+                          texts.Get(Texts::kChoices, place)});
   }
   return table;
 }
