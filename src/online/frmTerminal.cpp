@@ -27,6 +27,8 @@ constexpr const char* kScriptFilter = "Terminal Script File (*.tsc)|*.tsc";
 
 void frmTerminal::FormLoad() {
   strBuffer_.clear();
+  history_.clear();
+  recalled_ = 0;
   strLog_.clear();
   strScript_.clear();
   waiting_.clear();
@@ -40,6 +42,7 @@ void frmTerminal::FormLoad() {
   ConnectMenu();
   ui().commands[Id::mnuViewAutoResize].SetChecked(autoResize_);
   ui().commands[Id::mnuViewStatusLine].SetChecked(statusLine_);
+  ui().commands[Id::mnuViewTimeStamps].SetChecked(timeStamps_);
   ui().lblStatusLine.SetVisible(statusLine_);
   CheckHardwareEchoSetting();
   UpdateState();
@@ -103,6 +106,11 @@ void frmTerminal::ConnectMenu() {
   on(Id::mnuViewAutoResize, [this] { ToggleAutoResize(); });
   on(Id::mnuViewStatusLine, [this] { ToggleStatusLine(); });
   on(Id::mnuViewOptions, [this] { ShowOptions(); });
+  on(Id::mnuViewWords, [this] { ListWords(TerminalWords()); });
+  on(Id::mnuViewTimeStamps, [this] {
+    timeStamps_ = !timeStamps_;
+    ui().commands[Id::mnuViewTimeStamps].SetChecked(timeStamps_);
+  });
 }
 
 void frmTerminal::OpenLog() {
@@ -190,9 +198,15 @@ void frmTerminal::ShowOptions() {
 
 // ---- screen
 
+std::string frmTerminal::Stamp() const {
+  constexpr std::size_t kDay = 11;  // of "2026-03-01 14:05:09"
+  return timeStamps_ ? MomentText(world().clock->Now()).substr(kDay) + " " : std::string();
+}
+
 void frmTerminal::UpdateDisplay(const std::string& strText) {
-  strLog_.push_back(strText);
-  Vt1().Write(strText);
+  const std::string line = Stamp() + strText;
+  strLog_.push_back(line);
+  Vt1().Write(line);
   AdvanceRowInVT();
 }
 
@@ -219,7 +233,7 @@ void frmTerminal::UpdateState() {
   ui().commands[Id::mnuScriptOn].SetEnabled(free && !blnScriptMode_);
   ui().commands[Id::mnuScriptOff].SetEnabled(free && blnScriptMode_);
   for (const Id command : {Id::mnuFileOpenScript, Id::mnuEditPaste, Id::mnuScriptClearMemory,
-                           Id::mnuScriptListMemory, Id::mnuEditClear}) {
+                           Id::mnuScriptListMemory, Id::mnuEditClear, Id::mnuViewWords}) {
     ui().commands[command].SetEnabled(free);
   }
   ui().commands[Id::mnuScriptStop].SetEnabled(work_ == Work::script);

@@ -12,6 +12,7 @@
 
 #include "layouts/frmTerminal.h"
 #include "online/TerminalAppearance.h"
+#include "online/TerminalWords.h"
 #include "platform/Keys.h"
 #include "windows/Window.h"
 
@@ -55,6 +56,11 @@ class frmTerminal final : public WindowOf<layouts::frmTerminal> {
   void JudgeKey(KeyEvent& key);
   void TypeCharacter(char character);
   void DropLastCharacter();
+  void ReplaceLine(const std::string& line);
+  // A line that was entered before, earlier or later than the one on show.
+  void Recall(bool earlier);
+  void CompleteLine();
+  void ListWords(std::span<const TerminalWord> words);
   void EnterLine();
   void ServeWaitingKeys();
 
@@ -98,7 +104,13 @@ class frmTerminal final : public WindowOf<layouts::frmTerminal> {
   void Timer1_Timer();
 
   clsHX7Terminal& owner_;
+  // The time in front of what is shown, where the user wishes.
+  [[nodiscard]] std::string Stamp() const;
+
   std::string strBuffer_;
+  std::vector<std::string> history_;  // the lines that were entered
+  std::size_t recalled_ = 0;          // the place of the one on show; behind the last: none
+  bool timeStamps_ = false;
   std::vector<std::string> strLog_, strScript_;
   bool blnScriptMode_ = false;
   bool blnHasEcho_ = true;

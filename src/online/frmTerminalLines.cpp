@@ -113,6 +113,12 @@ void frmTerminal::JudgeKey(KeyEvent& key) {
     // Its character must not meet a window that the line has closed, or a line typed meanwhile.
     key.handled = true;
     EnterLine();
+  } else if (!key.AnyShift() && (key.code == keys::kUp || key.code == keys::kDown)) {
+    key.handled = true;
+    Recall(key.code == keys::kUp);
+  } else if (!key.AnyShift() && key.code == keys::kTab) {
+    key.handled = true;
+    CompleteLine();
   } else if (key.ctrl && !key.alt && key.code == 'C') {
     Copy();
   } else if (key.ctrl && !key.alt && key.code == 'V') {
@@ -151,7 +157,50 @@ void frmTerminal::DropLastCharacter() {
   screen.MoveCursor(screen.CursorRow(), left % columns + 1);
 }
 
+void frmTerminal::ReplaceLine(const std::string& line) {
+  while (!strBuffer_.empty()) DropLastCharacter();
+  strBuffer_ = line;
+  Vt1().Write(line);
+}
+
+void frmTerminal::Recall(bool earlier) {
+  if (earlier ? recalled_ == 0 : recalled_ >= history_.size()) return;
+  if (earlier) {
+    --recalled_;
+  } else {
+    ++recalled_;
+  }
+  ReplaceLine(recalled_ < history_.size() ? history_[recalled_] : std::string());
+}
+
+// Several words that go on alike are listed below the line, which is shown anew behind them.
+void frmTerminal::CompleteLine() {
+  const Completion completion = Complete(strBuffer_, gMainForm->Axis());
+  if (completion.words.size() > 1 && completion.line == strBuffer_) {
+    AdvanceRowInVT();
+    ListWords(completion.words);
+  } else if (completion.line != strBuffer_) {
+    ReplaceLine(completion.line);
+  }
+}
+
+void frmTerminal::ListWords(std::span<const TerminalWord> words) {
+  constexpr std::size_t kColumn = 12;
+  if (Vt1().CursorColumn() > 1) AdvanceRowInVT();
+  for (const TerminalWord& word : words) {
+    std::string line(word.word);
+    line.resize(kColumn, ' ');
+    Vt1().Write("  " + line + std::string(word.meaning));
+    AdvanceRowInVT();
+  }
+  Vt1().Write(strBuffer_);
+}
+
 void frmTerminal::EnterLine() {
+  if (!strBuffer_.empty() && (history_.empty() || history_.back() != strBuffer_)) {
+    history_.push_back(strBuffer_);
+  }
+  recalled_ = history_.size();
   AdvanceRowInVT();
   if (blnScriptMode_) {
     SendToScripting();
@@ -189,20 +238,23 @@ bool frmTerminal::CarryOutWord(const std::string& line) {
 void frmTerminal::SendSerialCommand() {
   const std::string line(Trim(std::exchange(strBuffer_, {})));
   if (line.empty()) return AdvanceRowInVT();
-  strLog_.push_back(line);
+  strLog_.push_back(Stamp() + line);
   if (CarryOutWord(line)) return;
   // The first character alone is compared, deliberately.
   if (line.substr(0, 1) == gMainForm->Axis()) {
     (void)ExecuteSerialCommand(line);
   } else {
     TellFailure("> *** ERROR WITH AXIS ADDRESS! ***");
+    if (LacksAxis(line)) {
+      UpdateDisplay("> The address of the axis comes first: " + gMainForm->Axis() + line);
+    }
   }
 }
 
 void frmTerminal::SendToScripting() {
   const std::string line(Trim(std::exchange(strBuffer_, {})));
   if (line.empty()) return AdvanceRowInVT();
-  strLog_.push_back(line);
+  strLog_.push_back(Stamp() + line);
   if (line == "RUN") {
     AdvanceRowInVT();
     RunCurrentScriptBuffer();

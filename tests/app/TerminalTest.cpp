@@ -1,5 +1,9 @@
 // The terminal: what a typed key does, what a line does, and that nothing crosses a line under way.
+#include <algorithm>
+
 #include "TerminalFixture.h"
+#include "link/CommandWords.h"
+#include "online/TerminalWords.h"
 
 namespace velmoor {
 namespace {
@@ -141,10 +145,86 @@ TEST_F(Terminal, ALineForAnotherAxisOrWithoutContentStaysHere) {
   Line("PRM800");
   EXPECT_EQ(Sent(), Texts{});
   const char* const refusal = "> *** ERROR WITH AXIS ADDRESS! ***";
-  EXPECT_EQ(Rows(), (Texts{"1PRM800", refusal, "RUN", refusal, "PRM800", refusal}));
+  EXPECT_EQ(Rows(), (Texts{"1PRM800", refusal, "RUN", refusal, "PRM800", refusal,
+                           "> The address of the axis comes first: 0PRM800"}));
   EXPECT_EQ(Screen().boldText.substr(0, 34), refusal);
   // The empty line takes two rows.
-  EXPECT_EQ(Screen().CursorRow(), 9);
+  EXPECT_EQ(Screen().CursorRow(), 10);
+}
+
+TEST_F(Terminal, ArrowsBringBackWhatWasEntered) {
+  Open();
+  Line("0PRM800");
+  Line("0ALM");
+  Line("0ALM");
+  Amplifier().ForgetWhatWasAsked();
+  const auto press = [this](int code) {
+    Press(Plain(code, 0));
+    return Screen().RowText(Screen().CursorRow());
+  };
+  Type("0X");
+  EXPECT_EQ(press(keys::kUp), "0ALM") << "a line that is entered twice is kept once";
+  EXPECT_EQ(press(keys::kUp), "0PRM800");
+  EXPECT_EQ(press(keys::kUp), "0PRM800");
+  EXPECT_EQ(press(keys::kDown), "0ALM");
+  Enter();
+  EXPECT_EQ(Sent(), Texts{"0ALM"});
+  EXPECT_EQ(press(keys::kDown), "") << "behind the last there is an empty line";
+}
+
+TEST_F(Terminal, TabCompletesAndListsWordsWithTheirMeaning) {
+  Open();
+  const struct {
+    const char* typed;
+    const char* completed;
+    const char* listed;  // the first row that was written; empty: none
+  } kCases[] = {{"0ALMT", "0ALMTRCCLR", ""},
+                {"0ZO", "0ZONE", ""},
+                {"0ZONE", "0ZONE", "  ZONENT      zone table, lower limit"},
+                {"TUN", "0TUNESTORE", ""},
+                {"SCRIPTL", "SCRIPTLIST", ""},
+                {"0SCRIPTL", "0SCRIPTL", ""},
+                {"0PRM8", "0PRM8", ""}};
+  for (const auto& entry : kCases) {
+    SCOPED_TRACE(entry.typed);
+    Window().ChooseCommand("mnuEditClear");
+    while (!Rows().empty()) Press(Plain(keys::kBackspace, '\b'));
+    Type(entry.typed);
+    Press(Plain(keys::kTab, '\t'));
+    EXPECT_EQ(Screen().RowText(Screen().CursorRow()), entry.completed);
+    if (*entry.listed != '\0') {
+      EXPECT_EQ(Rows().at(1), entry.listed);
+    }
+    Window().ChooseCommand("mnuEditClear");
+  }
+}
+
+TEST_F(Terminal, EveryWordOfTheWireHasItsMeaning) {
+  const auto known = [](std::string_view word) {
+    return std::ranges::count(TerminalWords(), word, &TerminalWord::word) == 1;
+  };
+  for (const auto word : kSimpleCommands) EXPECT_TRUE(known(word)) << word;
+  for (const auto word : kValueCommands) EXPECT_TRUE(known(word)) << word;
+  for (const auto word : kReadInfoCommands) EXPECT_TRUE(known(word)) << word;
+  for (const auto& field : kIndexTableCommands) EXPECT_TRUE(known(field.word)) << field.word;
+  for (const auto& field : kZoneTableCommands) EXPECT_TRUE(known(field.word)) << field.word;
+  for (const auto& field : kJogTableCommands) EXPECT_TRUE(known(field.word)) << field.word;
+  for (const auto word :
+       {kRigidityCommand, kInertiaRatioCommand, kHomeOffsetCommand, kAlarmHistoryCommand,
+        kParameterCommand, kJogForwardCommand, kJogReverseCommand}) {
+    EXPECT_TRUE(known(word)) << word;
+  }
+}
+
+TEST_F(Terminal, AnswersBearTheTimeWhereTheUserWishes) {
+  Open();
+  data.clock.SetTimeOfDay(9, 2, 18);
+  Window().ChooseCommand("mnuViewTimeStamps");
+  Line("0PRM800");
+  EXPECT_EQ(Rows(), (Texts{"0PRM800", "09:02:18 > 0PN800=00000001"}));
+  Window().ChooseCommand("mnuViewTimeStamps");
+  Line("0PRM801");
+  EXPECT_TRUE(Rows().back().starts_with("> ")) << Rows().back();
 }
 
 TEST_F(Terminal, WithoutEchoOrAnswerTheErrorLineIsShown) {
