@@ -111,6 +111,11 @@ MachineFigures MachineEdit::Figures() const {
   figures.countsPerUnit = units.Factor(UnitKind::distance);
   figures.smallestStep = 1 / figures.countsPerUnit;
   figures.topSpeed = kMostCounts / units.Factor(UnitKind::speed);
+  if (const Parameter* const limit = store_.Find("Pn30D")) {
+    figures.motorSpeed = Int32FromCell(limit->controller);
+  }
+  // Time units a minute; the limit counts turns a minute.
+  figures.reachedSpeed = figures.motorSpeed * figures.travelPerMotorTurn / units.factors[3];
   figures.hasRange =
       GetResolutionRange(machine, figures.lowestResolution, figures.highestResolution, ignored);
   return figures;

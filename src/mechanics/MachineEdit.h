@@ -38,8 +38,10 @@ struct MachineFigures {
   GearRatio ratio;
   double travelPerMotorTurn = 0;  // distance units
   double countsPerUnit = 0;
-  double smallestStep = 0;  // distance units
-  double topSpeed = 0;      // speed units, the most that the counts can tell
+  double smallestStep = 0;      // distance units
+  double topSpeed = 0;          // speed units, the most that the counts can tell
+  std::int32_t motorSpeed = 0;  // rpm, the most that the motor may turn: Pn30D
+  double reachedSpeed = 0;      // speed units, of the load at that speed
   bool hasRange = false;
   std::int16_t lowestResolution = 0, highestResolution = 0;
 };

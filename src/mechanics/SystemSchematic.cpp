@@ -38,6 +38,7 @@ class Sheet {
 void DrawMotorAndGear(Sheet& sheet, const SchematicTexts& texts) {
   sheet.Box(14, 118, 74, 158);
   sheet.Text(44, 138, "Motor");
+  sheet.Text(44, 108, texts.encoder, true);
   sheet.Line(74, 138, 100, 138);
   sheet.Box(100, 122, 112, 154);
   sheet.Box(100, 52, 112, 122);

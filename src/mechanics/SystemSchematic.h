@@ -15,6 +15,7 @@ inline constexpr double kSchematicHeight = 190;
 // What is written into the picture, as the user reads it.
 struct SchematicTexts {
   std::string n1, n2;   // "N1 = 1"
+  std::string encoder;  // "2048 lines"
   std::string measure;  // "Lead = 5 mm"
 };
 

@@ -55,6 +55,10 @@ void frmMechanicalSystem::FormLoad() {
   ui().chkEGRCommitted.SetEnabled(false);
   ui().cmbEncoder.SetEnabled(false);
   grid().Bind(this);
+  results_.Take(edit_->Figures(), edit_->Description());
+  ui().vsResults.Bind(&results_);
+  ui().vsResults.SetRowsInSight(results_.Rows() - 1);
+  ui().vsResults.SetColumnShare(0);
   connections_ += grid().ValidateEdit.Connect([this](GridEdit& edit) { vsFG_ValidateEdit(edit); });
   connections_ += grid().AfterEdit.Connect([this](int, int) { ShowEdit(); });
   connections_ +=
@@ -253,26 +257,10 @@ void frmMechanicalSystem::SetEncoderComboList() {
 
 void frmMechanicalSystem::ShowFigures() {
   const MachineFigures figures = edit_->Figures();
-  const MachineDescription description = edit_->Description();
-  const std::string& unit_ = description.distanceUnits;
-  std::string text;
-  if (figures.valid) {
-    text = "Gear ratio B/A = " + NumberText(figures.ratio.b) + "/" + NumberText(figures.ratio.a) +
-           "     Travel per motor turn = " + FixedText(figures.travelPerMotorTurn, 6) + " " + unit_;
-  } else {
-    text = figures.reason;
-  }
-  text +=
-      "\rCounts per " + unit_ + " = " + NumberText(figures.countsPerUnit) +
-      "     Smallest step = " + FixedText(figures.smallestStep, description.machine.resolution) +
-      " " + unit_ + "     Largest speed value = " + FixedText(figures.topSpeed, 0) + " " +
-      SpeedUnitsOf(unit_, description.timeUnits);
-  if (figures.hasRange) {
-    text += "\rAllowable resolution: " + NumberText(figures.lowestResolution) + " to " +
-            NumberText(figures.highestResolution);
-  }
-  ui().lblFigures.SetText(text);
-  ui().lblFigures.SetTone(figures.valid ? Tone::normal : Tone::alarm);
+  results_.Take(figures, edit_->Description());
+  ui().vsResults.Refresh();
+  ui().lblFigures.SetText(figures.reason);
+  ui().lblFigures.SetTone(Tone::alarm);
 }
 
 void frmMechanicalSystem::ShowSchematic() {
@@ -282,6 +270,7 @@ void frmMechanicalSystem::ShowSchematic() {
       kSchematicWidth, kSchematicHeight,
       SystemSchematic(machine.system,
                       {"N1 = " + NumberText(machine.n1), "N2 = " + NumberText(machine.n2),
+                       NumberText(machine.encoderCount) + " lines",
                        SystemMeasureDescription(machine.system) + " = " + edit_->Value("Pn82F.0") +
                            " " + description.distanceUnits}));
 }

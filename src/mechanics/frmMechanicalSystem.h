@@ -9,6 +9,7 @@
 
 #include "layouts/frmMechanicalSystem.h"
 #include "mechanics/MachineEdit.h"
+#include "mechanics/MachineResults.h"
 #include "platform/Grid.h"
 #include "windows/GridWindow.h"
 
@@ -59,6 +60,7 @@ class frmMechanicalSystem final : public WindowOf<layouts::frmMechanicalSystem, 
 
   const ParameterStore& store_;
   std::unique_ptr<MachineEdit> edit_;
+  MachineResults results_;
   std::shared_ptr<int> alive_ = std::make_shared<int>(0);  // for what is posted
   std::vector<int> shown_;  // rows of the machine that the grid shows, in its order
 };

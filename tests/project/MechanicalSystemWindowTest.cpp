@@ -38,14 +38,22 @@ TEST_F(MechanicalSystemWindow, ShowsTheMachineItsFiguresAndItsPicture) {
   Use([&](HeadlessForm& form) {
     EXPECT_EQ(form.comboBox("cmbSystem").Text(), "Leadscrew");
     EXPECT_EQ(form.comboBox("cmbEncoder").Text(), "2048");
-    EXPECT_EQ(form.label("lblFigures").Text(),
-              "Gear ratio B/A = 8192/5000     Travel per motor turn = 5.000000 mm\r"
-              "Counts per mm = 1000     Smallest step = 0.001 mm     Largest speed value = 1666667 "
-              "mm/sec\r"
-              "Allowable resolution: 2 to 5");
+    std::string results;
+    const GridSource& table = *form.grid("vsResults").Source();
+    for (int row = 1; row < table.Rows(); ++row) {
+      for (int column = 0; column < 3; ++column) results += table.Text(row, column) + "|";
+    }
+    EXPECT_EQ(results,
+              "Gear ratio B/A|8192/5000||Travel per motor turn|5|mm|Smallest step|0.001|mm|"
+              "Counts per mm|1000|counts|Allowable resolution|2 to 5|decimal places|"
+              "Top speed, the motor at its limit of 5000 rpm (Pn30D)|416.667|mm/sec|"
+              "Largest speed that can be written|1666667|mm/sec|");
+    EXPECT_EQ(form.label("lblFigures").Text(), "");
     std::string texts;
     for (const DrawingShape& shape : form.drawing("picSystem").Shapes()) texts += shape.text + ";";
-    EXPECT_NE(texts.find("Lead = 5 mm;"), std::string::npos) << texts;
+    for (const char* const text : {"Lead = 5 mm;", "N1 = 1;", "N2 = 1;", "2048 lines;"}) {
+      EXPECT_NE(texts.find(text), std::string::npos) << texts;
+    }
     EXPECT_FALSE(form.button("cmdApply").Enabled());
     form.Press("cmdCancel");
   });
