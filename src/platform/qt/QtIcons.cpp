@@ -115,14 +115,20 @@ QPainterPath ReadShape(QStringView element, const QXmlStreamAttributes& attribut
   return path;
 }
 
-std::vector<Shape> ReadIcon(const QString& name) {
+// One icon; or, where the file has several as symbols, the one of that name.
+std::vector<Shape> ReadIcon(const QString& path, const QString& name) {
   std::vector<Shape> shapes;
-  QFile file(QStringLiteral(":/velmoor/icons/") + name + QStringLiteral(".svg"));
+  QFile file(path);
   if (!file.open(QIODevice::ReadOnly)) return shapes;
   QXmlStreamReader reader(&file);
+  bool wanted = true;
   while (!reader.atEnd()) {
     if (reader.readNext() != QXmlStreamReader::StartElement) continue;
     const QXmlStreamAttributes attributes = reader.attributes();
+    if (reader.name() == QLatin1String("symbol")) {
+      wanted = attributes.value(QLatin1String("id")) == name;
+    }
+    if (!wanted) continue;
     Shape shape{ReadShape(reader.name(), attributes),
                 attributes.value(QLatin1String("fill")) == QLatin1String("currentColor"),
                 attributes.value(QLatin1String("class")) == QLatin1String("accent")};
@@ -170,8 +176,12 @@ class IconEngine final : public QIconEngine {
 
 }  // namespace
 
+// The program's own is a file by itself, since desktops show it too.
 QIcon ProgramIcon(const QString& name) {
-  auto shapes = std::make_shared<const std::vector<Shape>>(ReadIcon(name));
+  const QString own = QStringLiteral(":/velmoor/icons/") + name + QStringLiteral(".svg");
+  const bool single = QFile::exists(own);
+  auto shapes = std::make_shared<const std::vector<Shape>>(
+      ReadIcon(single ? own : QStringLiteral(":/velmoor/icons/icons.svg"), name));
   return shapes->empty() ? QIcon() : QIcon(new IconEngine(std::move(shapes)));
 }
 
