@@ -46,7 +46,7 @@ class OfflineSteps:
         self.cell("far")
         self.box("Value must be a float number in the range from -99999.999 and 99999.999. "
                  "Previous value has been restored!")
-        self.desktop.keys("Down")
+        self.desktop.keys("Escape", "Down")  # what was typed stays until it is given up
         self.choose("dec and c-phase")
         self.desktop.keys("Down", "Down")
         self.cell("8")  # approach speed
@@ -70,7 +70,6 @@ class OfflineSteps:
         child = self.open_child("Index Table", "t", "i", "t")
         for step in self.STEPS_OF_TABLE:  # the labels first: Next is a list of them
             self.cell(step[0])
-            self.desktop.keys("Down")
         self.desktop.keys("Up", "Up")
         for number, step in enumerate(self.STEPS_OF_TABLE):
             label, position, speed, outputs, event, loop, following = step
@@ -86,7 +85,8 @@ class OfflineSteps:
                 if column == 7:
                     self.choose(text)
                 elif text:
-                    self.cell(text)
+                    self.cell(text, "Tab")
+                    self.desktop.keys("Left")
             self.desktop.keys("Home", "Down", "Right")
         self.desktop.keys("alt+a")
         time.sleep(0.4)
@@ -134,11 +134,10 @@ class OfflineSteps:
         child = self.open_child("Zone Table", "t", "i", "z")
         for row in (("35", "45"), ("45", "110.5")):
             for text in row:
-                self.cell(text)
-                self.desktop.keys("Right")
-            self.desktop.keys("Home", "Down", "Right")
+                self.cell(text, "Tab")
         self.cell("far")
         self.box("must be numeric! Previous value has been restored!")
+        self.desktop.keys("Escape")
         self.picture("zone-table", child=child)
         self.close_child("Zone Table")
 
@@ -146,9 +145,9 @@ class OfflineSteps:
         child = self.open_child("Jog Table", "t", "i", "j")
         for text in ("1", "5", "20", "50"):
             self.cell(text)
-            self.desktop.keys("Down")
         self.cell("-5")
         self.box("is out of range!")
+        self.desktop.keys("Escape")
         self.picture("jog-table", child=child)
         self.close_child("Jog Table")
 

@@ -183,10 +183,10 @@ class Session:
         active = self.desktop.active()
         return active if active and active in self.desktop.windows("^Velmoor$") else None
 
-    def cell(self, text):
-        """Types into the selected cell and takes the value."""
+    def cell(self, text, key="Return"):
+        """Types into the selected cell and takes the value; the cursor goes down, or right by Tab."""
         self.desktop.type(text)
-        self.desktop.keys("Return")
+        self.desktop.keys(key)
         time.sleep(0.1)
 
     def choose(self, text):

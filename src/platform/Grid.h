@@ -24,7 +24,7 @@ struct CellTraits {
   bool bold = false;
   CellMark mark = CellMark::none;
   int decimals = -1;    // of a number: how many the column has room for behind the point
-  bool button = false;  // bears "...", which raises CellButton
+  bool button = false;  // bears "..." in the current row, which raises CellButton
   bool action = false;  // its text is the caption of a button, which raises CellButton
   Tone tone = Tone::normal;
   // Choices of a drop-down; empty: a plain text. `comboOpen` lets the user type other texts too.
@@ -124,7 +124,8 @@ class Grid : public Control {
   Event<int> HeadingClick;            // column
   Event<int> RowChosen;               // by Enter or a double click, in a cell that nobody edits
   Event<int> EditDenied;              // row: the user has tried to edit a locked cell
-  Event<int, int, std::string&> Tip;  // row, column under the pointer, the tip to fill
+  // Row and column under the pointer, 0 being the row of headings; the tip to fill.
+  Event<int, int, std::string&> Tip;
 };
 
 }  // namespace velmoor

@@ -1,11 +1,14 @@
 // The project's tools, its flags, and the events of its tools on their way up.
 
+#include <algorithm>
+
 #include "link/clsHX7Helix7.h"
 #include "mechanics/frmMechanicalSystem.h"
 #include "platform/Events.h"
 #include "platform/Numbers.h"
 #include "project/clsHX7Project.h"
 #include "session/Session.h"
+#include "tables/MotionPlot.h"
 #include "tables/TableWindow.h"
 
 namespace velmoor {
@@ -102,6 +105,14 @@ GridWindow& clsHX7Project::WindowOf(Tool tool) {
   if (MotionTable* const table = TableOf(tool)) return table->Window();
   if (ParameterToolBase* const parameters = ParameterToolOf(tool)) return parameters->Window();
   return clsMechanicalSystem_.Window();
+}
+
+std::optional<Travel> clsHX7Project::ProgrammeTravel() const {
+  const MotionPlot plot = PlotMotion(clsPosition_, FollowProgramme(clsPosition_, 1), {});
+  if (plot.points.empty()) return std::nullopt;
+  const auto [low, high] = std::ranges::minmax(plot.points, {}, &PlotPoint::position);
+  if (low.position == high.position) return std::nullopt;
+  return Travel{low.position, high.position};
 }
 
 float clsHX7Project::GetReferenceSpeedFactor() const {

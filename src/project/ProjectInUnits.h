@@ -35,6 +35,9 @@ class ProjectInUnits final : public Project {
   [[nodiscard]] float GetReferenceSpeedFactor() const override {
     return project_.GetReferenceSpeedFactor();
   }
+  [[nodiscard]] std::optional<Travel> ProgrammeTravel() const override {
+    return project_.ProgrammeTravel();
+  }
   EditorTool& EditorService() override { return project_.EditorService(); }
   SisterTool& FlexibleIOSister() override { return project_.FlexibleIOSister(); }
   SisterTool& OverTravelSister() override { return project_.OverTravelSister(); }

@@ -229,6 +229,7 @@ class clsHX7Project final : public Project {
   void CommitTyped(const ProjectPlan& plan);
   // Counts of the speed command for one turn of the motor, read from the hardware; -1 when it
   // cannot be read or makes no sense.
+  [[nodiscard]] std::optional<Travel> ProgrammeTravel() const override;
   [[nodiscard]] float GetReferenceSpeedFactor() const override;
 
   // ---- tools

@@ -68,6 +68,11 @@ struct MachineConsequences {
   std::vector<std::string> emptied;  // tables that lose what they hold
 };
 
+// Positions from one to another, in distance units.
+struct Travel {
+  double low = 0, high = 0;
+};
+
 struct MachineChange;
 
 class Project {
@@ -91,6 +96,10 @@ class Project {
   [[nodiscard]] virtual double ConversionForSpeed() const = 0;
   [[nodiscard]] virtual double ConversionForAcceleration() const = 0;
   [[nodiscard]] virtual double ConversionForTime() const = 0;
+
+  // Where the motion programme takes the axis from its first step on, as far as it is known;
+  // nothing where it does not move.
+  [[nodiscard]] virtual std::optional<Travel> ProgrammeTravel() const = 0;
 
   // Thousand reference units a minute for one rpm, read from the amplifier; -1 when it cannot be
   // read. Serves events between its questions.

@@ -30,6 +30,7 @@ struct TableColumn {
   std::string_view caption;       // over the grid; the unit follows from the kind
   std::string_view csv = {};      // as comma-separated text; empty: it is not there
   std::string_view printed = {};  // in the report, up to the unit; empty: the caption
+  std::string_view tip = {};      // what the column holds, at its heading
 };
 
 struct TableLayout {

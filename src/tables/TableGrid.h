@@ -34,6 +34,7 @@ class TableGrid final : public GridSource {
 
  private:
   [[nodiscard]] bool IsBit(int column) const;
+  [[nodiscard]] static int DecimalsOf(const TableColumn& column);
 
   MotionTable& table_;
   std::string numberHeading_;

@@ -34,6 +34,15 @@ void TableWindow::FormLoad() {
   connections_ += grid().ValidateEdit.Connect([this](GridEdit& edit) { vsFG_ValidateEdit(edit); });
   connections_ += grid().AfterEdit.Connect([this](int, int) { EditDone(); });
   connections_ += grid().RowColChange.Connect([this] { EditStateChanged.Raise(); });
+  connections_ += grid().Tip.Connect([this](int row, int column, std::string& tip) {
+    if (column < 1) {
+      tip = "A stripe: the row has to be downloaded";
+    } else if (row == 0) {
+      tip = table_.Layout().columns[static_cast<std::size_t>(column) - 1].tip;
+    } else {
+      tip = CellTip(row, column - 1);
+    }
+  });
   history_.Reset(HistoryRows());
   LayOutColumns();
   grid().SetCurrent(1, 1);

@@ -71,6 +71,9 @@ class TableWindow : public GridWindow, public EditTarget {
     Connect(ui, Id::mnuTableFillDown, [this] { FillSelection(); });
     Connect(ui, Id::mnuTableClear, [this] { ClearSelection(); });
     Connect(ui, Id::mnuTableFindNext, [this] { FindNext(); });
+    Connect(ui, Id::mnuCellsCut, [this] { Cut(); });
+    Connect(ui, Id::mnuCellsCopy, [this] { Copy(); });
+    Connect(ui, Id::mnuCellsPaste, [this] { Paste(); });
   }
   // Runs `work` when the user chooses the entry, behind the end of an open edit.
   template <typename Ui>
@@ -85,6 +88,8 @@ class TableWindow : public GridWindow, public EditTarget {
   [[nodiscard]] virtual std::vector<std::string> ImportText(const std::string& text) = 0;
   // Cells have changed since `before`: what hangs on them follows.
   virtual void FollowEdits(const MotionTable::Rows& /*before*/) {}
+  // What the cell means, in words.
+  [[nodiscard]] virtual std::string CellTip(int /*row*/, int /*column*/) const { return {}; }
   // The rows that are shown may be others.
   virtual void RowsShown() {}
   void OnKey(KeyEvent& key) override;

@@ -17,11 +17,17 @@ using schema::Jog;
 namespace {
 
 constexpr std::array<TableColumn, 5> kColumns{{
-    {Jog::kSpeed, Jog::kControllerValue, CellKind::speed, "Speed", "speed"},
-    {Jog::kBit[0], {}, CellKind::fixed, "JOG0"},
-    {Jog::kBit[1], {}, CellKind::fixed, "JOG1"},
-    {Jog::kBit[2], {}, CellKind::fixed, "JOG2"},
-    {Jog::kBit[3], {}, CellKind::fixed, "JOG3"},
+    {Jog::kSpeed,
+     Jog::kControllerValue,
+     CellKind::speed,
+     "Speed",
+     "speed",
+     {},
+     "Speed of jogging while the inputs choose it"},
+    {Jog::kBit[0], {}, CellKind::fixed, "JOG0", {}, {}, "Input that chooses this speed"},
+    {Jog::kBit[1], {}, CellKind::fixed, "JOG1", {}, {}, "Input that chooses this speed"},
+    {Jog::kBit[2], {}, CellKind::fixed, "JOG2", {}, {}, "Input that chooses this speed"},
+    {Jog::kBit[3], {}, CellKind::fixed, "JOG3", {}, {}, "Input that chooses this speed"},
 }};
 
 constexpr TableLayout kLayout{

@@ -19,14 +19,14 @@ namespace {
 
 constexpr std::array<TableColumn, 7> kColumns{{
     {Zone::kLowerLimit, Zone::kControllerLowerLimit, CellKind::distance, "Lower", "lower",
-     "Lower Limit ("},
+     "Lower Limit (", "The zone begins here; empty with the upper one: no such zone"},
     {Zone::kUpperLimit, Zone::kControllerUpperLimit, CellKind::distance, "Upper", "upper",
-     "Upper Limit ("},
-    {Zone::kBit[0], {}, CellKind::fixed, "POUT0"},
-    {Zone::kBit[1], {}, CellKind::fixed, "POUT1"},
-    {Zone::kBit[2], {}, CellKind::fixed, "POUT2"},
-    {Zone::kBit[3], {}, CellKind::fixed, "POUT3"},
-    {Zone::kBit[4], {}, CellKind::fixed, "POUT4"},
+     "Upper Limit (", "The zone ends here"},
+    {Zone::kBit[0], {}, CellKind::fixed, "POUT0", {}, {}, "Set while the axis is in the zone"},
+    {Zone::kBit[1], {}, CellKind::fixed, "POUT1", {}, {}, "Set while the axis is in the zone"},
+    {Zone::kBit[2], {}, CellKind::fixed, "POUT2", {}, {}, "Set while the axis is in the zone"},
+    {Zone::kBit[3], {}, CellKind::fixed, "POUT3", {}, {}, "Set while the axis is in the zone"},
+    {Zone::kBit[4], {}, CellKind::fixed, "POUT4", {}, {}, "Set while the axis is in the zone"},
 }};
 
 constexpr TableLayout kLayout{

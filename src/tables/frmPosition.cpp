@@ -4,6 +4,7 @@
 #include "platform/Numbers.h"
 #include "session/Session.h"
 #include "tables/CellRules.h"
+#include "tables/CellWords.h"
 #include "tables/ProgrammeEdits.h"
 #include "tables/TableCsv.h"
 #include "tables/clsHX7Position.h"
@@ -64,15 +65,18 @@ void frmPosition::FormLoad() {
   connections_ += grid().CellButton.Connect([this](int row, int column) {
     if (grid().FinishEdit()) LaunchPopUp(row, column - 1);
   });
-  connections_ += grid().Tip.Connect([](int, int column, std::string& tip) {
-    if (HasDialog(column - 1)) tip = "Press [F9] key to invoke dialog box.";
-  });
   connections_ += grid().RowColChange.Connect([this] { view_.Select(CurrentCell().row); });
   view_.Bind(form(), ui(), [this](int row) {
     if (!grid().FinishEdit()) return;
     grid().SetCurrent(row, 1);
   });
   RowsShown();
+}
+
+std::string frmPosition::CellTip(int row, int column) const {
+  const std::string words = CellInWords(OpenedProject(), column, position_.Text(row, column));
+  if (!HasDialog(column)) return words;
+  return "Press [F9] key to invoke dialog box." + (words.empty() ? "" : "\n" + words);
 }
 
 void frmPosition::LayOutColumns() {

@@ -32,6 +32,7 @@ class frmPosition final : public WindowOf<layouts::frmPosition, TableWindow> {
   [[nodiscard]] std::string ExportText() const override;
   [[nodiscard]] std::vector<std::string> ImportText(const std::string& text) override;
   void FollowEdits(const MotionTable::Rows& before) override;
+  [[nodiscard]] std::string CellTip(int row, int column) const override;
   void RowsShown() override;
   void OnKey(KeyEvent& key) override;
 

@@ -4,6 +4,7 @@
 #include "platform/Numbers.h"
 #include "session/Session.h"
 #include "tables/TableCsv.h"
+#include "tables/ZoneStrip.h"
 #include "tables/clsHX7Zone.h"
 
 namespace velmoor {
@@ -17,6 +18,25 @@ std::string frmZone::ExportText() const {
 
 std::vector<std::string> frmZone::ImportText(const std::string& text) {
   return ImportCsv(OpenedProject(), zone_, text);
+}
+
+void frmZone::FormLoad() {
+  LimitWindow::FormLoad();
+  connections_ += grid().RowColChange.Connect([this] { RowsShown(); });
+}
+
+void frmZone::RowsShown() {
+  Project& project = OpenedProject();
+  std::optional<Travel> limits;
+  const auto low = ParseFloat(project.EditorService().GetParameterValue("Pn81C"));
+  const auto high = ParseFloat(project.EditorService().GetParameterValue("Pn81B"));
+  if (low && high) limits = Travel{*low, *high};
+  const std::vector<ZoneSpan> zones = SpansOf(zone_);
+  ui().drwStrip.SetShapes(
+      kStripWidth, kStripHeight,
+      ZoneStrip(zones, limits, project.ProgrammeTravel(), grid().Row() - 1, project.Resolution()));
+  ui().lblRemarks.SetText(ZoneRemarks(zones));
+  ui().lblRemarks.SetTone(Tone::alarm);
 }
 
 bool frmZone::MayCommit() {

@@ -15,6 +15,8 @@ class frmZone final : public WindowOf<layouts::frmZone, LimitWindow> {
  protected:
   [[nodiscard]] std::string ExportText() const override;
   [[nodiscard]] std::vector<std::string> ImportText(const std::string& text) override;
+  void FormLoad() override;
+  void RowsShown() override;
   // A zone with one limit only would be stored empty: it is told of, and refused.
   bool MayCommit() override;
 

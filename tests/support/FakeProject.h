@@ -34,6 +34,7 @@ class FakeProject final : public Project {
     return {};
   }
   void CommitMachine(const MachineChange& /*change*/) override { throw NoTool(); }
+  [[nodiscard]] std::optional<Travel> ProgrammeTravel() const override { return std::nullopt; }
   [[nodiscard]] float GetReferenceSpeedFactor() const override { return -1; }
   EditorTool& EditorService() override { throw NoTool(); }
   SisterTool& FlexibleIOSister() override { throw NoTool(); }

@@ -52,11 +52,6 @@ TEST_F(IndexWindow, OpensOnceAndComesToTheFront) {
   EXPECT_FALSE(data.forms.IsOpen("frmPosition"));
 }
 
-TEST_F(IndexWindow, StructuredCellsTellOfTheirDialog) {
-  EXPECT_EQ(Grid().TipAt(1, kPosition), "Press [F9] key to invoke dialog box.");
-  EXPECT_EQ(Grid().TipAt(1, kSpeed), "");
-}
-
 TEST_F(IndexWindow, ARefusedEditRestoresTheCellAndAGoodOneTakesTheResolution) {
   EXPECT_FALSE(Edit(2, kSpeed, "fast"));
   EXPECT_THAT(Boxes(),

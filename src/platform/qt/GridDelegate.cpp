@@ -6,6 +6,7 @@
 #include <QLineEdit>
 #include <QPainter>
 #include <QStyle>
+#include <QTableView>
 #include <QTimer>
 
 #include "platform/qt/GridModel.h"
@@ -109,7 +110,8 @@ void GridDelegate::DrawSigns(QPainter& painter, const QStyleOptionViewItem& opti
   sign.moveCenter(option.rect.center());
   if (traits.locked) {
     sign.moveLeft(traits.decimals < 0 ? option.rect.right() - kSignWidth : option.rect.left() + 3);
-    ProgramIcon(QStringLiteral("lock")).paint(&painter, sign);
+    static const QIcon kLock = ProgramIcon(QStringLiteral("lock"));
+    kLock.paint(&painter, sign);
   } else if (traits.editable && !traits.comboItems.empty()) {
     QStyleOption arrow;
     arrow.palette = option.palette;
@@ -119,6 +121,15 @@ void GridDelegate::DrawSigns(QPainter& painter, const QStyleOptionViewItem& opti
     QApplication::style()->drawPrimitive(QStyle::PE_IndicatorArrowDown, &arrow, &painter);
   }
 }
+
+namespace {
+
+bool IsCurrentRow(const QStyleOptionViewItem& option, const QModelIndex& index) {
+  const auto* const view = qobject_cast<const QTableView*>(option.widget);
+  return view != nullptr && view->currentIndex().row() == index.row();
+}
+
+}  // namespace
 
 void GridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                          const QModelIndex& index) const {
@@ -136,7 +147,7 @@ void GridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
   QStyledItemDelegate::paint(painter, cell, index);
   DrawSigns(*painter, option, traits);
   DrawMark(*painter, option, traits.mark);
-  if (traits.button) {
+  if (traits.button && IsCurrentRow(option, index)) {
     DrawButton(*painter, option, ButtonRect(option.rect), QStringLiteral("..."));
   }
   if (traits.lamp != CellLamp::none) DrawLamp(*painter, option, traits.lamp == CellLamp::on);

@@ -3,6 +3,7 @@
 #include <QHeaderView>
 #include <QHelpEvent>
 #include <QLineEdit>
+#include <QMenu>
 #include <QMouseEvent>
 #include <QScopedValueRollback>
 #include <QTableView>
@@ -29,7 +30,12 @@ QtGrid::QtGrid(QTableView& view)
                   return event.type() == QEvent::KeyPress &&
                          LookAtKey(static_cast<const QKeyEvent&>(event));
                 }),
-      viewportWatch_(*view.viewport(), [this](QEvent& event) { return LookAtViewport(event); }) {
+      viewportWatch_(*view.viewport(), [this](QEvent& event) { return LookAtViewport(event); }),
+      headingWatch_(*view.horizontalHeader()->viewport(), [this](QEvent& event) {
+        if (event.type() != QEvent::ToolTip) return false;
+        const auto& help = static_cast<const QHelpEvent&>(event);
+        return ShowTip(help, 0, view_.horizontalHeader()->logicalIndexAt(help.pos()));
+      }) {
   SetUpView();
   // After the view's own answer, which knows nothing of a box in front.
   QObject::connect(delegate_, &QAbstractItemDelegate::closeEditor, &context_,
@@ -40,6 +46,8 @@ QtGrid::QtGrid(QTableView& view)
                    [this](const QModelIndex& index) { CellClicked(index); });
   QObject::connect(&view, &QTableView::doubleClicked, &context_,
                    [this](const QModelIndex& index) { ChooseRow(index); });
+  QObject::connect(&view, &QTableView::customContextMenuRequested, &context_,
+                   [this](const QPoint& place) { OpenContextMenu(place); });
   QObject::connect(view.horizontalHeader(), &QHeaderView::sectionClicked, &context_,
                    [this](int column) { HeadingClick.Raise(column); });
 }
@@ -55,7 +63,7 @@ void QtGrid::SetUpView() {
   view_.setSelectionMode(QAbstractItemView::ContiguousSelection);
   view_.setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::AnyKeyPressed |
                         QAbstractItemView::EditKeyPressed);
-  view_.setTabKeyNavigation(true);
+  view_.setContextMenuPolicy(Qt::CustomContextMenu);
   view_.setWordWrap(false);
   view_.setAlternatingRowColors(true);
   view_.verticalHeader()->hide();
@@ -188,6 +196,7 @@ bool QtGrid::IsEditing() const {
 }
 
 void QtGrid::CurrentMoved() {
+  view_.viewport()->update();  // the buttons of the current row
   if (!fromCode_) RowColChange.Raise();
 }
 
@@ -287,22 +296,41 @@ void QtGrid::ChooseRow(const QModelIndex& index) {
   if (index.isValid() && !traits.editable && !traits.action) RowChosen.Raise(index.row() + 1);
 }
 
+bool QtGrid::ShowTip(const QHelpEvent& help, int row, int column) {
+  std::string tip;
+  if (column >= 0) Tip.Raise(row, column, tip);
+  QToolTip::showText(help.globalPos(), tip.empty() ? view_.toolTip() : ToQt(tip), &view_);
+  return true;
+}
+
+// The menu that the layout names for the cells; at the current one by the key.
+void QtGrid::OpenContextMenu(const QPoint& place) {
+  const QString name = view_.property("contextMenu").toString();
+  QMenu* menu = nullptr;
+  for (QWidget* around = &view_; around != nullptr && menu == nullptr && !name.isEmpty();
+       around = around->parentWidget()) {
+    menu = around->findChild<QMenu*>(name);
+  }
+  if (menu == nullptr || !FinishEdit()) return;
+  const bool within = view_.indexAt(place).isValid();
+  const QPoint at = within ? place : view_.visualRect(view_.currentIndex()).bottomLeft();
+  menu->popup(view_.viewport()->mapToGlobal(at));
+}
+
 bool QtGrid::LookAtViewport(QEvent& event) {
   if (event.type() == QEvent::ToolTip) {
-    auto& help = static_cast<QHelpEvent&>(event);
+    const auto& help = static_cast<const QHelpEvent&>(event);
     const QModelIndex index = view_.indexAt(help.pos());
-    std::string tip;
-    if (index.isValid()) Tip.Raise(index.row() + 1, index.column(), tip);
-    QToolTip::showText(help.globalPos(), ToQt(tip), &view_);
-    return true;
+    return ShowTip(help, index.row() + 1, index.column());
   }
+  if (event.type() == QEvent::MouseButtonPress) pressed_ = Row();
   if (event.type() == QEvent::MouseButtonRelease) {
     const auto& mouse = static_cast<const QMouseEvent&>(event);
     const QModelIndex index = view_.indexAt(mouse.pos());
     const CellTraits traits = model_->Traits(index);
     const bool hit =
-        traits.action ||
-        (traits.button && GridDelegate::ButtonRect(view_.visualRect(index)).contains(mouse.pos()));
+        traits.action || (traits.button && pressed_ == index.row() + 1 &&
+                          GridDelegate::ButtonRect(view_.visualRect(index)).contains(mouse.pos()));
     if (hit) CellButton.Raise(index.row() + 1, index.column());
   }
   return false;

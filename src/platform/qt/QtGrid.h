@@ -46,6 +46,8 @@ class QtGrid final : public QtControl<Grid> {
   void EditorClosed();
   bool LookAtKey(const QKeyEvent& event);
   bool LookAtViewport(QEvent& event);
+  bool ShowTip(const QHelpEvent& help, int row, int column);
+  void OpenContextMenu(const QPoint& place);
   bool Denies(const QModelIndex& index);
   void KeepRefused(const GridEdit& edit);
   void FitRows();
@@ -56,8 +58,10 @@ class QtGrid final : public QtControl<Grid> {
   GridDelegate* delegate_;
   EventWatch keyWatch_;
   EventWatch viewportWatch_;
+  EventWatch headingWatch_;
   bool fromCode_ = false;  // the current cell is being moved by the logic
   bool committing_ = false;
+  int pressed_ = -1;         // the current row as the mouse was pressed
   bool finishing_ = false;   // by the logic, not by a cell that was left
   bool refused_ = false;     // how the last commit ended
   GridEdit kept_;            // the refused edit that stays open; row 0: none
