@@ -8,10 +8,10 @@
 #include <set>
 
 #include "console/ConsoleSession.h"
-#include "console/ParameterCommands.h"
 #include "console/SystemCommand.h"
 #include "platform/Csv.h"
 #include "platform/Numbers.h"
+#include "project/SetParameters.h"
 #include "project/data/Schema.h"
 #include "random_walk/RandomMachine.h"
 #include "random_walk/Shell.h"

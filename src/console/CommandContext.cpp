@@ -61,14 +61,6 @@ std::vector<std::string> SplitAtCommas(std::string_view list) {
   return items;
 }
 
-std::string DecimalHint(const std::string& value) {
-  const std::size_t comma = value.find(',');
-  if (comma == std::string::npos) return {};
-  std::string pointed = value;
-  pointed[comma] = '.';
-  return ParseFloat(pointed) ? " A point separates the decimals: " + pointed : std::string();
-}
-
 void TellFaults(const Context& context, const std::vector<std::string>& faults) {
   for (const std::string& fault : faults) context.program.err << VisibleLines(fault) << '\n';
 }

@@ -68,10 +68,6 @@ class Work {
 // The items of a list such as "index,zone", blanks around them and empty ones included.
 [[nodiscard]] std::vector<std::string> SplitAtCommas(std::string_view list);
 
-// What to say besides where `value` was refused: for a number with a comma before its decimals that
-// a point is meant, else nothing.
-[[nodiscard]] std::string DecimalHint(const std::string& value);
-
 // Prints each on a line of its own.
 void TellFaults(const Context& context, const std::vector<std::string>& faults);
 

@@ -4,28 +4,19 @@
 #include <iosfwd>
 #include <string>
 
-#include "platform/MessageBoxes.h"
+#include "operations/AgreedBoxes.h"
 
 namespace velmoor {
 
-class ConsoleBoxes final : public MessageBoxes {
+class ConsoleBoxes final : public AgreedBoxes {
  public:
   explicit ConsoleBoxes(std::ostream& out) : out_(out) {}
 
-  // With agreement a question is answered by OK or Yes, without by Cancel or No.
-  void Agree(bool agree) { agree_ = agree; }
-  // How many critical and exclamation boxes were shown: each tells of something that went wrong.
-  [[nodiscard]] int Failures() const { return failures_; }
-  // What was shown so far cost nothing that was asked for: it was a remark.
-  void TakeAsRemarks() { failures_ = 0; }
-
-  BoxAnswer Show(BoxKind kind, BoxButtons buttons, const std::string& text,
-                 const std::string& title, BoxTick* tick) override;
+ protected:
+  void Told(const std::string& text, bool failure) override;
 
  private:
   std::ostream& out_;
-  bool agree_ = false;
-  int failures_ = 0;
 };
 
 }  // namespace velmoor

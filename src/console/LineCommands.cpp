@@ -6,70 +6,54 @@
 #include <span>
 
 #include "console/ConsoleBoxes.h"
-#include "console/LineRun.h"
+#include "console/ConsoleLine.h"
 #include "console/MonitorCommand.h"
 #include "console/ReportCommand.h"
 #include "console/SetCommand.h"
 #include "console/TableOut.h"
-#include "link/BaudRates.h"
-#include "link/clsHX7Helix7.h"
+#include "operations/LineActions.h"
 #include "platform/Events.h"
 #include "platform/Files.h"
 #include "platform/MessageBoxes.h"
 #include "platform/Numbers.h"
 #include "platform/World.h"
-#include "project/ProjectCompare.h"
-#include "project/ProjectText.h"
 
 namespace velmoor {
 namespace {
 
-using Result = LineRun::Result;
+// What a command works with.
+struct LineWork {
+  const Context& context;
+  ConsoleLine& host;
+  LineRun& run;
+};
 
-std::size_t Differences(const std::vector<PartComparison>& parts) {
-  std::size_t count = 0;
-  for (const PartComparison& part : parts) count += part.counts ? part.differences.size() : 0;
-  return count;
+bool PrintResults(const LineWork& work, const LineTable& table) {
+  if (!table.rows.empty()) PrintTable(work.context, RowsOf(table));
+  return table.done;
 }
 
 // ---- the file
 
-// The first speed at which anybody answers is that of the line.
 bool New(const Context& context) {
   const std::string path = world().files->Absolute(context.Argument(2));
-  LineFile line;
-  line.port = context.line.Required("port");
+  const std::string port = context.line.Required("port");
   if (world().files->Exists(path)) RequireAgreement(context);
-  Work work(context);
-  if (!work.Started()) return false;
-  for (const std::int32_t rate : kBaudRates) {
-    const auto found = work.session().Hardware().connection.FindAxes(
-        {.com = work.session().COM(), .bitsPerSecond = rate},
-        [&work](int) { return !work.session().StopProcedure(); });
-    if (!found || work.session().StopProcedure()) return false;
-    line.bitsPerSecond = rate;
-    for (const std::string& axis : *found) {
-      line.axes.push_back(
-          {axis, "axis " + axis, JoinPath(GetFileDirectory(path), "axis" + axis + ".spj")});
-    }
-    if (!line.axes.empty()) break;
-  }
-  if (line.axes.empty()) {
-    ShowExclamation("No axes found in system!");
-    return false;
-  }
-  WriteLineFile(path, line);
-  return true;
+  ConsoleLine host(context);
+  if (!host.TheWork().Started()) return false;
+  const auto line = SearchLine(host, {.com = host.Session().COM()}, port, GetFileDirectory(path));
+  if (line) WriteLineFile(path, *line);
+  return line.has_value();
 }
 
 // ---- looking
 
-bool Scan(const Context& context, LineRun& run) {
-  if (!run.Look()) return false;
-  TableOut table(context, CsvRow{"axis", "name", "result"});
-  std::set<std::string> others = run.Present();
+bool Scan(const LineWork& work) {
+  if (!work.run.Look()) return false;
+  TableOut table(work.context, CsvRow{"axis", "name", "result"});
+  std::set<std::string> others = work.run.Present();
   bool all = true;
-  for (const LineAxis& axis : run.File().axes) {
+  for (const LineAxis& axis : work.run.File().axes) {
     const bool present = others.erase(axis.address) > 0;
     table.Row({axis.address, axis.name, present ? "present" : "absent"});
     all = all && present;
@@ -78,47 +62,26 @@ bool Scan(const Context& context, LineRun& run) {
   return all && others.empty();
 }
 
-bool Info(const Context&, LineRun& run) {
-  using Read = ResultCode (clsHX7Helix7::*)(std::string&);
-  static constexpr std::array<Read, 6> kReads{
-      &clsHX7Helix7::GetServoModel,    &clsHX7Helix7::GetMotorModel,
-      &clsHX7Helix7::GetEncoderType,   &clsHX7Helix7::GetServoVersion,
-      &clsHX7Helix7::GetOptionVersion, &clsHX7Helix7::GetAlarm};
-  return run.ForEach(
-      true, {"amplifier", "motor", "encoder", "firmware", "option", "alarm"},
-      [&run](const LineAxis&) -> Result {
-        if (!run.Connect()) return {};
-        Result result{true, "present"};
-        for (const Read read : kReads) {
-          std::string text;
-          result.done = (run.TheWork().session().Helix7()->*read)(text) == kSuccess && result.done;
-          result.more.push_back(text);
-        }
-        if (!result.done) result.word = "not read";
-        return result;
-      });
+bool Info(const LineWork& work) {
+  return PrintResults(work, ReadLineInfo(work.run));
 }
 
-bool Compare(const Context&, LineRun& run) {
-  bool equal = true;
-  const bool all = run.ForEach(true, {"differences"}, [&](const LineAxis& axis) -> Result {
-    if (!run.Open(axis)) return {};
-    const auto parts = run.TheWork().session().Hardware().compare.Run();
-    if (!parts) return {};
-    equal = equal && !Differs(*parts);
-    return {true, Differs(*parts) ? "different" : "equal", {NumberText(Differences(*parts))}};
-  });
-  return all && equal;
+bool Compare(const LineWork& work) {
+  const LineTable table = CompareLine(work.run);
+  return PrintResults(work, table) && std::ranges::all_of(table.rows, [](const auto& row) {
+           return row.result.word == "equal";
+         });
 }
 
 // The axes in turn, on a line that stays open; one that falls silent is asked no more.
-bool Monitor(const Context& context, LineRun& run) {
+bool Monitor(const LineWork& work) {
+  const auto& [context, host, run] = work;
   const std::vector<MonitoredItem> items = ItemsChosen(context);
   const std::int64_t passes = PassesChosen(context);
   if (!run.Look()) return false;
   std::vector<LineAxis> live = run.Axes();
   const std::size_t absent = std::erase_if(
-      live, [&run](const LineAxis& axis) { return !run.Present().contains(axis.address); });
+      live, [&work](const LineAxis& axis) { return !work.run.Present().contains(axis.address); });
   if (live.empty()) {
     ShowExclamation("No axes found in system!");
     return false;
@@ -134,13 +97,13 @@ bool Monitor(const Context& context, LineRun& run) {
   const std::size_t all = live.size();
   for (std::int64_t pass = 0; pass < passes && !live.empty(); ++pass) {
     std::erase_if(live, [&](const LineAxis& axis) {
-      if (run.TheWork().session().StopProcedure()) return true;
-      run.TurnTo(axis);
+      if (work.host.Stopped()) return true;
+      work.run.TurnTo(axis);
       CsvRow cells = MomentCells(start);
       cells.push_back(axis.address);
-      if (!ReadItems(*run.TheWork().session().Helix7(), items, cells)) return true;
+      if (!ReadItems(*work.host.Session().Helix7(), items, cells)) return true;
       table.Row(cells);
-      return !context.program.out.good();
+      return !work.context.program.out.good();
     });
   }
   return absent == 0 && live.size() == all;
@@ -148,71 +111,50 @@ bool Monitor(const Context& context, LineRun& run) {
 
 // ---- transfers
 
-bool Download(const Context& context, LineRun& run) {
-  return run.ForEach(true, {}, [&](const LineAxis& axis) -> Result {
-    if (!run.Open(axis)) return {};
-    Transfers& transfers = run.TheWork().session().Hardware().transfers;
-    transfers.SetVerify(context.line.Has("verify"));
-    const bool done = context.line.Has("new") ? transfers.DownloadNew() : transfers.DownloadAll();
-    return {done, done ? "downloaded" : ""};
-  });
+bool Download(const LineWork& work) {
+  const CommandLine& line = work.context.line;
+  return PrintResults(
+      work, DownloadLine(work.run, {.onlyNew = line.Has("new"), .verify = line.Has("verify")}));
 }
 
-bool Upload(const Context& context, LineRun& run) {
-  return run.ForEach(true, {}, [&](const LineAxis& axis) -> Result {
-    if (!run.Open(axis) || !run.TheWork().Save()) return {};
-    const int failures = context.program.boxes.Failures();
-    const bool read = run.TheWork().session().Hardware().transfers.UploadAll();
-    if (!read || context.program.boxes.Failures() > failures) return {};
-    return {run.TheWork().Save(), "uploaded"};
-  });
+bool Upload(const LineWork& work) {
+  return PrintResults(work, UploadLine(work.run));
+}
+
+bool ResetAlarms(const LineWork& work) {
+  return PrintResults(work, ResetLineAlarms(work.run));
 }
 
 // ---- projects
 
-bool Set(const Context& context, LineRun& run) {
+bool Set(const LineWork& work) {
+  const Context& context = work.context;
   const auto words = std::span(context.line.Arguments()).subspan(3);
   if (words.empty()) throw UsageError("Nothing to set is named");
   CheckAssignments(words);
-  return run.ForEach(false, {}, [&](const LineAxis& axis) -> Result {
-    const bool done = run.Open(axis) && TakeAssignments(context, run.TheWork().project(), words) &&
-                      run.TheWork().Save();
-    return {done, done ? "set" : ""};
-  });
+  return PrintResults(work, SetOnLine(work.run, [&](clsHX7Project& project) {
+                        return TakeAssignments(context, project, words);
+                      }));
 }
 
-// The text of one project into the others; without --yes what that would change.
-bool Copy(const Context& context, LineRun& run) {
-  const std::vector<LineAxis> from = AxesNamed(run.File(), context.line.Required("from"));
-  const std::vector<LineAxis> to = AxesNamed(run.File(), context.line.Required("to"));
+// Without --yes what it would change.
+bool Copy(const LineWork& work) {
+  const Context& context = work.context;
+  const std::vector<LineAxis> from = AxesNamed(work.run.File(), context.line.Required("from"));
   if (from.size() != 1) throw UsageError("--from takes one axis");
-  if (!run.TheWork().Started() || !run.Open(from.front())) return false;
-  const std::string text = ExportText(run.TheWork().project(), TextScope::changed);
-  const bool agreed = context.line.Has("yes");
-  const auto isTarget = [&to](const LineAxis& axis) {
-    return std::ranges::find(to, axis.address, &LineAxis::address) != to.end();
-  };
-  return run.ForEach(false, {"differences"}, [&](const LineAxis& axis) -> Result {
-    if (!isTarget(axis)) return {true, "-"};
-    const std::size_t different = Differences(CompareProjects(from.front().project, axis.project));
-    if (!agreed) return {true, different == 0 ? "equal" : "would change", {NumberText(different)}};
-    if (!run.Open(axis)) return {};
-    const std::vector<std::string> faults =
-        ImportText(run.TheWork().project(), text, "axis " + from.front().address);
-    TellFaults(context, faults);
-    const bool done = faults.empty() && run.TheWork().Save();
-    return {done, done ? "copied" : "", {NumberText(different)}};
-  });
+  const LineCopy copy{from.front(), AxesNamed(work.run.File(), context.line.Required("to"))};
+  if (!context.line.Has("yes")) return PrintResults(work, CountCopyOnLine(work.run, copy));
+  return PrintResults(work, CopyOnLine(work.run, copy, [&](const std::vector<std::string>& faults) {
+                        TellFaults(context, faults);
+                      }));
 }
 
-bool Report(const Context& context, LineRun& run) {
-  const std::string folder = world().files->Absolute(context.line.Required("out"));
-  world().files->MakeDirectories(folder);
-  return run.ForEach(false, {"file"}, [&](const LineAxis& axis) -> Result {
-    const std::string path = JoinPath(folder, "axis" + axis.address + ".pdf");
-    const bool done = run.Open(axis) && WriteReport(context, run.TheWork(), path);
-    return {done, done ? "written" : "", {path}};
-  });
+bool Report(const LineWork& work) {
+  const std::string folder = world().files->Absolute(work.context.line.Required("out"));
+  return PrintResults(
+      work, ReportLine(work.run, folder, [&](clsHX7Project& project, const std::string& path) {
+        return WriteReport(work.context, project, path);
+      }));
 }
 
 // ---- one command, many actions
@@ -220,31 +162,37 @@ bool Report(const Context& context, LineRun& run) {
 struct Action {
   const char* name;
   bool agreement;  // it overwrites data
-  bool (*run)(const Context& context, LineRun& run);
+  bool (*run)(const LineWork& work);
 };
-constexpr std::array<Action, 9> kActions{{{"scan", false, Scan},
-                                          {"info", false, Info},
-                                          {"compare", false, Compare},
-                                          {"download", true, Download},
-                                          {"upload", true, Upload},
-                                          {"set", false, Set},
-                                          {"copy", false, Copy},
-                                          {"report", false, Report},
-                                          {"monitor", false, Monitor}}};
+constexpr std::array<Action, 10> kActions{{{"scan", false, Scan},
+                                           {"info", false, Info},
+                                           {"compare", false, Compare},
+                                           {"download", true, Download},
+                                           {"upload", true, Upload},
+                                           {"reset-alarm", false, ResetAlarms},
+                                           {"set", false, Set},
+                                           {"copy", false, Copy},
+                                           {"report", false, Report},
+                                           {"monitor", false, Monitor}}};
 
 bool Line(const Context& context) {
   if (context.Argument(1) == "new") return New(context);
   const auto* const action = std::ranges::find(kActions, context.Argument(2), &Action::name);
   if (action == kActions.end()) {
     throw UsageError("'" + context.Argument(2) +
-                     "' is none of scan, info, compare, download, upload, set, copy, "
-                     "report and monitor");
+                     "' is none of scan, info, compare, download, upload, reset-alarm, set, "
+                     "copy, report and monitor");
   }
   if (action->agreement) RequireAgreement(context);
   context.program.boxes.Agree(context.line.Has("yes"));
   try {
-    LineRun run(context, context.Argument(1));
-    return action->run(context, run);
+    const LineFile line = ReadLineFile(world().files->Absolute(context.Argument(1)));
+    const auto chosen = context.line.Value("axes");
+    std::vector<LineAxis> axes = chosen ? AxesNamed(line, *chosen) : line.axes;
+    context.program.setDevice(context.program.port, line.port);
+    ConsoleLine host(context);
+    LineRun run(host, line, std::move(axes), host.Session().COM());
+    return host.TheWork().Started() && action->run({context, host, run});
   } catch (const LineFileError& error) {
     TellFaults(context, {error.what()});
     return false;

@@ -78,20 +78,20 @@ bool Report(const Context& context) {
   (void)ChosenPaper(context.line);
   (void)MomentOfEnvironment();
   Work work(context);
-  return work.Open(context.Argument(1)) && WriteReport(context, work, path);
+  return work.Open(context.Argument(1)) && WriteReport(context, work.project(), path);
 }
 
 }  // namespace
 
-bool WriteReport(const Context& context, Work& work, const std::string& path) {
+bool WriteReport(const Context& context, clsHX7Project& project, const std::string& path) {
   if (world().files->Exists(path)) RequireAgreement(context);
   const PrintItems sections = ChosenSections(context.line.Value("sections"));
   rptHX7Main report;
-  report.SetProject(work.project());
+  report.SetProject(project);
   report.SetPrintReportItems(sections);
   report.SetPrintCount(static_cast<std::int16_t>(std::ranges::count(sections, true)));
   if (const auto moment = MomentOfEnvironment()) report.SetMoment(*moment);
-  return WritePdf(work.project(), report.Run(), ChosenPaper(context.line), path);
+  return WritePdf(project, report.Run(), ChosenPaper(context.line), path);
 }
 
 Commands ReportCommands() {

@@ -8,7 +8,8 @@
 namespace velmoor {
 
 // Writes the open project, in the sections and on the paper of the options. False: told.
-[[nodiscard]] bool WriteReport(const Context& context, Work& work, const std::string& path);
+[[nodiscard]] bool WriteReport(const Context& context, clsHX7Project& project,
+                               const std::string& path);
 
 [[nodiscard]] Commands ReportCommands();
 

@@ -4,8 +4,8 @@
 #include <vector>
 
 #include "console/ConsoleBoxes.h"
-#include "console/ParameterCommands.h"
 #include "console/SystemCommand.h"
+#include "project/SetParameters.h"
 
 namespace velmoor {
 namespace {

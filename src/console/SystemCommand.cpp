@@ -7,6 +7,7 @@
 #include "mechanics/MachineKeys.h"
 #include "platform/MessageBoxes.h"
 #include "platform/Numbers.h"
+#include "project/SetParameters.h"
 #include "project/clsHX7Project.h"
 #include "project/data/MotorLimits.h"
 

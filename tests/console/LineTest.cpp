@@ -82,6 +82,41 @@ TEST_F(Line, GoesOnBehindAnAxisThatFails) {
   EXPECT_NE(err.str().find("Project file none.spj cannot be found"), std::string::npos);
 }
 
+// What it has not answered costs its time-outs; the others are asked and answered as ever.
+TEST_F(Line, AnAxisThatFallsSilentCostsItsTimeOutsAlone) {
+  port.SetPaced(true);
+  const auto compared = [this](const std::string& axes) {
+    const Micros begin = port.Now();
+    (void)Of({"compare", "--axes", axes});
+    return port.Now() - begin;
+  };
+  const Micros others = compared("0,A");
+  const Micros whole = compared("0,3,A");
+  line.Amplifier('3')->ForgetWhatWasAsked();
+  port.OnTimePassing([this](Micros) {
+    // From then on nobody listens there.
+    SimulatedAmplifier* const axis = line.Amplifier('3');
+    if (axis != nullptr && axis->Asked("PRM") == 50) axis->State().settings.axis = '9';
+  });
+  const Micros silent = compared("0,3,A");
+  EXPECT_EQ(out.str().substr(out.str().find("3,lift")), "3,lift,failed,\nA,gripper,different,9\n");
+  const Micros timeOuts = silent - others;
+  EXPECT_LT(timeOuts, std::chrono::seconds(12)) << "two time-outs of 5 s, and 50 answers";
+  EXPECT_GT(whole, others);
+}
+
+TEST_F(Line, ResetsAlarmsAndWritesReports) {
+  line.Amplifier('3')->RaiseAlarm("A.40");
+  EXPECT_EQ(Of({"reset-alarm", "--axes", "0,3"}), 0) << err.str();
+  EXPECT_EQ(out.str(), "axis,name,result,alarm\n0,feed,reset,RUN\n3,lift,reset,RUN\n");
+  const std::string folder = world.folder.At("reports");
+  EXPECT_EQ(Of({"report", "--out", folder, "--axes", "0,A"}), 0) << err.str();
+  EXPECT_EQ(out.str(), "axis,name,result,file\n0,feed,written," + folder +
+                           "/axis0.pdf\nA,gripper,written," + folder + "/axisA.pdf\n");
+  EXPECT_EQ(world.files.ReadAll(folder + "/axisA.pdf"), "%PDF of z");
+  EXPECT_EQ(Of({"report", "--out", folder, "--axes", "0"}), 2) << "over a file without --yes";
+}
+
 TEST_F(Line, SetsAndCopiesProjectsBehindALook) {
   EXPECT_EQ(Of({"set", "Pn100=60", "--axes", "0,3"}), 0) << err.str();
   EXPECT_EQ(Of({"set", "Pn102=99999"}), 1);

@@ -1,0 +1,54 @@
+#include "operations/LineWatch.h"
+
+#include "platform/Numbers.h"
+
+namespace velmoor {
+namespace {
+
+constexpr std::int32_t kWait = 80;  // milliseconds; as a search waits
+constexpr std::int32_t kTimeOut = 5000;
+
+std::int16_t NumberOf(const std::string& axis) {
+  return Narrow<std::int16_t>(ParseHex(axis).value_or(0));
+}
+
+}  // namespace
+
+bool LineWatch::Open(const LineFile& line, std::int16_t com) {
+  if (open_ && session_.Comm().IsOpen()) return true;
+  clsHX7Helix7& helix = *session_.Helix7();
+  helix.SetCOMPort(static_cast<std::int16_t>(com + 1));
+  helix.SetBaudRate(line.bitsPerSecond);
+  open_ = helix.SerialComm().manualConnect();
+  failure_ = open_ ? std::string() : session_.Comm().LastError();
+  return open_;
+}
+
+std::optional<LineWatch::Look> LineWatch::Ask(const LineFile& line, std::int16_t com,
+                                              const std::string& axis) {
+  if (!Open(line, com)) return std::nullopt;
+  clsHX7Helix7& helix = *session_.Helix7();
+  helix.SetAxisNumber(NumberOf(axis));
+  helix.SetTimeOut(kWait);
+  std::string display;
+  const ResultCode result = helix.GetAlarm(display);
+  // What another axis has said late is no answer of this one's next turn.
+  if (result == kEchoMismatch || result == kValueNotFound) helix.SerialComm().Drain();
+  helix.SetTimeOut(kTimeOut);
+  if (result == kPortNotOpen) {
+    failure_ = "The serial port was closed.";
+    Rest();
+    return std::nullopt;
+  }
+  if (result == kSuccess) return Look{true, DescribeAlarm(display)};
+  return Look{result != kNoResponse};
+}
+
+void LineWatch::Rest() {
+  if (!open_) return;
+  open_ = false;
+  session_.Helix7()->GoOffline();
+  session_.Helix7()->SetAxisNumber(NumberOf(session_.Axis()));
+}
+
+}  // namespace velmoor
