@@ -54,9 +54,17 @@ Desktop::Desktop(const std::filesystem::path& folder, const std::string& project
       log_(folder / "home" / "velmoor" / "velmoor.log") {}
 
 void Desktop::WaitForProject() {
+  WaitForLogged("' opened.");
+}
+
+void Desktop::WaitForLineFile() {
+  WaitForLogged("Line 'line.toml' opened.");
+}
+
+void Desktop::WaitForLogged(const std::string& words) {
   const Stopwatch watch;
-  for (std::string text; text.find("' opened.") == std::string::npos;) {
-    Require(watch.Seconds() < 20, "the opening of the project by velmoor");
+  for (std::string text; text.find(words) == std::string::npos;) {
+    Require(watch.Seconds() < 60, "the opening by velmoor");
     usleep(500);
     std::ifstream log(log_);
     text.assign(std::istreambuf_iterator<char>(log), {});

@@ -29,8 +29,12 @@ class Desktop final : public WindowProgram {
   explicit Desktop(const std::filesystem::path& folder, const std::string& project = {});
   // Returns when the program has opened its project.
   void WaitForProject();
+  // The same for a line file in the place of the project: its axes have been identified.
+  void WaitForLineFile();
 
  private:
+  void WaitForLogged(const std::string& words);
+
   std::filesystem::path log_;
 };
 

@@ -14,6 +14,7 @@
 #include "CountingPort.h"
 #include "Timing.h"
 #include "Workbench.h"
+#include "platform/Numbers.h"
 #include "platform/posix/PosixSerialPort.h"
 
 namespace velmoor::bench {
@@ -30,11 +31,12 @@ struct LineRun {
 
 class PacedLine {
  public:
-  // The line is there when the object is. Throws std::runtime_error.
-  PacedLine(const std::filesystem::path& folder, std::int32_t baudRate, Pace pace = Pace::paced)
+  // The line, with so many axes from 0 on, is there when the object is. Throws std::runtime_error.
+  PacedLine(const std::filesystem::path& folder, std::int32_t baudRate, Pace pace = Pace::paced,
+            std::uint32_t axes = 1)
       : baudRate_(baudRate),
         link_(folder / "line"),
-        simulator_(ProgramBeside("velmoor-simulator"), Words(pace)) {
+        simulator_(ProgramBeside("velmoor-simulator"), Words(pace, axes)) {
     const Stopwatch watch;
     while (!std::filesystem::exists(link_)) {
       Require(watch.Seconds() < 5, "the start of velmoor-simulator");
@@ -62,9 +64,13 @@ class PacedLine {
   }
 
  private:
-  [[nodiscard]] std::vector<std::string> Words(Pace pace) const {
+  [[nodiscard]] std::vector<std::string> Words(Pace pace, std::uint32_t axes) const {
     std::vector<std::string> words{"--link", link_, "--baud", std::to_string(baudRate_)};
     if (pace == Pace::paced) words.emplace_back("--paced");
+    for (std::uint32_t axis = 0; axis < axes; ++axis) {
+      words.emplace_back("--axis");
+      words.push_back(HexText(axis));
+    }
     return words;
   }
 

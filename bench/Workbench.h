@@ -61,6 +61,7 @@ void MeasureProject(Workbench& bench);
 void MeasureStart(Workbench& bench);
 void MeasureWindows(Workbench& bench);
 void MeasureReport(Workbench& bench);
+void MeasureLine(Workbench& bench);
 void MeasureMemory(Workbench& bench);
 
 // What velmoor-bench does under this word: monitors for simulated hours, and tells of its memory.

@@ -40,7 +40,8 @@ constexpr std::array<int, kColumns> kWidths{22, 26, 12};
 void frmCommunications::FormLoad() {
   DisableUnimplementedOptions();
   iIndexProtocol = kImplementedProtocol;
-  iIndexCOM = main_.COM();
+  // The port of a line has no choice here.
+  iIndexCOM = main_.COM() <= kSimulatedPort ? main_.COM() : std::int16_t{0};
   iIndexBaudRate = static_cast<std::int16_t>(GetBaudRateIndex(main_.BaudRate()));
   ui().optProtocol.SetValue(iIndexProtocol);
   Grid& ports = ui().vsPorts;

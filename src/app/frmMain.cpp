@@ -20,17 +20,9 @@ namespace {
 
 constexpr std::chrono::milliseconds kMessageLook{200};
 constexpr std::chrono::milliseconds kPanelLook{500};
+constexpr std::chrono::milliseconds kAxisLook{150};
 constexpr int kMonitoringPasses = 10;
 constexpr std::string_view kStatusLead = "System Status: ";
-
-constexpr const char* kWindowSettings[] = {"MainLeft", "MainTop", "MainWidth", "MainHeight"};
-
-std::optional<int> ReadPlace(const char* name) {
-  const auto text = world().settings->Read(name);
-  const auto number = text ? ParseWhole(*text) : std::nullopt;
-  return number && std::in_range<int>(*number) ? std::optional(static_cast<int>(*number))
-                                               : std::nullopt;
-}
 
 // By name as far as the bar has room for it.
 std::string PendingText(const std::string& dirty) {
@@ -38,6 +30,12 @@ std::string PendingText(const std::string& dirty) {
   if (dirty.empty()) return {};
   const auto items = 1 + std::count(dirty.begin(), dirty.end(), ',');
   return "To download: " + (items <= kNamed ? dirty : std::to_string(items) + " items");
+}
+
+std::string PortName(std::int16_t com) {
+  if (com == kSimulatedPort) return "Simulated amplifier";
+  if (com == kLinePort) return world().serialPorts->Look(com).name;
+  return "COM" + std::to_string(com + 1);
 }
 
 }  // namespace
@@ -92,9 +90,10 @@ void frmMain::ConnectWindow() {
   connections_ +=
       window_->FileDropped.Connect([this](const std::string& path) { OnFileDropped(path); });
   connections_ += world().forms->HelpAsked.Connect([this](const Form* form) {
-    const Form* const page =
-        projectPage_.Shown() != nullptr ? projectPage_.Shown() : startPage_.Shown();
-    ShowHelpFor(form != nullptr ? form : page);
+    for (const Form* const page : {projectPage_.Shown(), workplace_.Shown(), startPage_.Shown()}) {
+      if (form == nullptr) form = page;
+    }
+    ShowHelpFor(form);
   });
   connections_ += window_->PanelChosen.Connect([this](StatusPanel) {
     if (operations_.connection.State() == LineState::alarm)
@@ -111,9 +110,15 @@ void frmMain::ConnectWindow() {
       const ScopedFlag running(inCommand_);
       WatchWhileIdle();
     }
-    RefreshWindow();
+    if (!workplace_.Runs()) RefreshWindow();
   });
   tmrPanels_->SetEnabled(true);
+  tmrLine_->SetInterval(kAxisLook);
+  connections_ += tmrLine_->Tick.Connect([this] {
+    if (inCommand_ || world().forms->InputBlocked()) return;
+    const ScopedFlag running(inCommand_);
+    workplace_.LookAtNext();
+  });
 }
 
 template <void (frmMain::*Handler)()>
@@ -133,6 +138,13 @@ const std::vector<frmMain::CommandEntry>& frmMain::Commands() {
       {mnuFileSaveAs, &Handle<&frmMain::mnuFileSaveAs_Click>},
       {mnuFilePageSetup, &Handle<&frmMain::mnuFilePageSetup_Click>},
       {mnuFilePrint, &Handle<&frmMain::mnuFilePrint_Click>},
+      {mnuFileExportText, &Handle<&frmMain::mnuFileExportText_Click>},
+      {mnuFileImportText, &Handle<&frmMain::mnuFileImportText_Click>},
+      {mnuFileCompare, &Handle<&frmMain::mnuFileCompare_Click>},
+      {mnuLineOpen, &Handle<&frmMain::mnuLineOpen_Click>},
+      {mnuLineSearch, &Handle<&frmMain::mnuLineSearch_Click>},
+      {mnuLineBack, &Handle<&frmMain::mnuLineBack_Click>},
+      {mnuLineClose, &Handle<&frmMain::mnuLineClose_Click>},
       {mnuFileExit, &Handle<&frmMain::mnuFileExit_Click>},
       {mnuViewToolbarStandard, &Handle<&frmMain::ShowToolBars>},
       {mnuViewToolbarModule, &Handle<&frmMain::ShowToolBars>},
@@ -217,6 +229,8 @@ void frmMain::OnCommand(MainCommand command) {
 
 bool frmMain::RunCommand(const std::string& prefix, const std::function<bool()>& work) {
   if (inCommand_) return false;
+  // The port is the command's.
+  workplace_.Rest();
   bool done = false;
   {
     const ScopedFlag running(inCommand_);
@@ -278,9 +292,7 @@ void frmMain::UpdatePanels() {
   const std::string dirty = clsProject ? clsProject->WhatIsDirty() : std::string();
   window_->SetPanel(StatusPanel::pending, PendingText(dirty));
   window_->SetPanel(StatusPanel::axis, "Axis " + strAxis);
-  window_->SetPanel(StatusPanel::port, intCOM == kSimulatedPort
-                                           ? "Simulated amplifier"
-                                           : "COM" + std::to_string(intCOM + 1));
+  window_->SetPanel(StatusPanel::port, PortName(intCOM));
   window_->SetPanel(StatusPanel::baudRate,
                     lngBaudRate > 0 ? std::to_string(lngBaudRate) + " bit/s" : "speed not known");
 }
@@ -313,6 +325,7 @@ void frmMain::MDIForm_Unload(bool& Cancel) {
 }
 
 void frmMain::LeaveForGood() {
+  workplace_.Rest();
   if (!blnHelix7CommExists) return;
   WaitForMonitoring();
   operations_.connection.Leave();
@@ -332,71 +345,11 @@ void frmMain::LeaveAtOnce() {
                             " until it is opened again: a copy of it is a project");
 }
 
-void frmMain::WriteToRegistry() {
-  WriteToRegistryCommunicationsSettings();
-  WriteToRegistryMotorSize();
-  if (window_->IsMinimised()) return;
-  WriteToRegistryWindowSettings();
-  WriteToRegistryActiveBarSettings();
-}
-
 void frmMain::WaitForMonitoring() {
   for (int pass = 0; pass < kMonitoringPasses && monitoringNotDone_ && monitoringNotDone_();
        ++pass) {
     PauseInSec(1);
   }
-}
-
-// ---- persistent settings
-
-void frmMain::ReadFromRegistryCommunicationsSettings() {
-  constexpr int kLastPort = 7;
-  const int port = world().settings->ReadNumber("Port", 0);
-  intCOM = static_cast<std::int16_t>(port >= 0 && port <= kLastPort ? port : 0);
-  lngBaudRate = world().settings->ReadNumber("Rate", 9600);
-  SetAxis(world().settings->ReadText("Axis", "0"));
-}
-
-void frmMain::ReadFromRegistryMotorSize() {
-  strLastMotorSize = std::to_string(world().settings->ReadNumber("LastMotorSize", 30));
-}
-
-void frmMain::ReadFromRegistryWindowSettings() {
-  window_->SetGeometry(ReadPlace(kWindowSettings[0]), ReadPlace(kWindowSettings[1]),
-                       ReadPlace(kWindowSettings[2]), ReadPlace(kWindowSettings[3]));
-}
-
-void frmMain::WriteToRegistryCommunicationsSettings() {
-  Trapped("frmMain.WriteToRegistryCommunicationsSettings: ", [this] {
-    StoreCommunicationsSettings();
-    return true;
-  });
-}
-
-void frmMain::StoreCommunicationsSettings() {
-  // A simulated amplifier is for the session: the next one looks for the real one again.
-  if (intCOM == kSimulatedPort) return;
-  world().settings->Write("Port", std::to_string(intCOM));
-  world().settings->Write("Rate", std::to_string(lngBaudRate));
-  world().settings->Write("Axis", strAxis);
-}
-
-void frmMain::WriteToRegistryMotorSize() {
-  Trapped("frmMain.WriteToRegistryMotorSize: ", [this] {
-    world().settings->Write("LastMotorSize", strLastMotorSize);
-    return true;
-  });
-}
-
-void frmMain::WriteToRegistryWindowSettings() {
-  const WindowGeometry place = window_->Geometry();
-  const int values[] = {place.left, place.top, place.width, place.height};
-  Trapped("frmMain.WriteToRegistryWindowSettings: ", [&values] {
-    for (std::size_t i = 0; i < std::size(values); ++i) {
-      world().settings->Write(kWindowSettings[i], std::to_string(values[i]));
-    }
-    return true;
-  });
 }
 
 }  // namespace velmoor

@@ -16,6 +16,7 @@
 #include <optional>
 #include <string>
 
+#include "app/LineWorkplace.h"
 #include "app/ProjectPage.h"
 #include "app/RecentFiles.h"
 #include "app/StartPage.h"
@@ -58,6 +59,14 @@ class frmMain final : public SessionState, private Desk {
   }
 
   [[nodiscard]] clsHX7Procedure* Procedure() override { return clsProcedure.get(); }
+  // A stop of a run over a line holds to its end.
+  [[nodiscard]] bool StopProcedure() const override {
+    return SessionState::StopProcedure() || workplace_.Stopped();
+  }
+  void SetStopProcedure(bool stop) override {
+    if (stop) workplace_.Stop();
+    SessionState::SetStopProcedure(stop);
+  }
   [[nodiscard]] Module SelectedModule() const { return eSelectedModule; }
   // The tool's window is open.
   [[nodiscard]] bool ToolOpened(Tool tool) const { return clsProject && clsProject->IsShown(tool); }
@@ -153,6 +162,33 @@ class frmMain final : public SessionState, private Desk {
   // Connects, and makes a project of what the amplifier holds.
   void mnuFileReadAmplifier_Click();
   void mnuToolsSimulated_Click();
+
+  // ---- projects as text, and side by side (frmMainText.cpp)
+  void mnuFileExportText_Click();
+  void mnuFileImportText_Click();
+  void mnuFileCompare_Click();
+  [[nodiscard]] bool MayDropTableEdits();
+  [[nodiscard]] std::string ComparedFile(const std::string& path);
+  struct ComparedSide {
+    std::string title;
+    std::string path;
+  };
+  void ShowCompared(const ComparedSide& first, const ComparedSide& second, bool takes);
+
+  // ---- the line (frmMainLine.cpp)
+  [[nodiscard]] LineWorkplace::Hooks HooksOfLine();
+  void mnuLineOpen_Click();
+  void mnuLineSearch_Click();
+  void mnuLineBack_Click();
+  void mnuLineClose_Click();
+  // Of the command line, or dropped.
+  void OpenLine(const std::string& path);
+  // False: the user keeps the project, or the file was refused.
+  bool OpenLineFile(const std::string& path);
+  // False: the user keeps the project.
+  [[nodiscard]] bool CloseProjectForLine();
+  void OpenAxis(const LineAxis& axis, const LineSettings& settings, bool present);
+  void UpdateLine();
 
   // ---- project files (frmMainProject.cpp)
   void mnuFileNew_Click();
@@ -302,6 +338,7 @@ class frmMain final : public SessionState, private Desk {
   layouts::frmMain ui_{*window_};
   std::unique_ptr<Timer> tmrMessages_ = world().forms->NewTimer();
   std::unique_ptr<Timer> tmrPanels_ = world().forms->NewTimer();
+  std::unique_ptr<Timer> tmrLine_ = world().forms->NewTimer();  // while the page of a line is up
   RecentFiles RecentFile;
   Module eSelectedModule = Module::testRun;
   std::array<bool, kToolWindows> toolOpened_{};
@@ -323,6 +360,8 @@ class frmMain final : public SessionState, private Desk {
                         .open = [this](int place) { OpenRecent(place); }}};
   frmLog log_;
   Operations operations_{*this, *this};
+  LineWorkplace workplace_{*this, HooksOfLine()};
+  std::optional<LineSettings> beforeLine_;  // of the session, before it talked to an axis of a line
   Connections connections_;
   Connections commandConnections_;
   Connections projectConnections_;

@@ -20,6 +20,13 @@ RoadFacts frmMain::FactsOfRoad() const {
 }
 
 void frmMain::UpdatePages() {
+  UpdateLine();
+  if (!projectShown_ && workplace_.IsOpen()) {
+    projectPage_.Unload();
+    startPage_.Unload();
+    return workplace_.ShowPage();
+  }
+  workplace_.HidePage();
   if (!projectShown_) {
     projectPage_.Unload();
     std::vector<std::string> recent;
@@ -57,9 +64,11 @@ void frmMain::OnFileDropped(const std::string& path) {
   if (!started_ || world().forms->InputBlocked()) return;
   const std::string ending = LowerCase(Right(path, 4));
   if (ending == ".spj") return CommandLineOpenProject(path);
+  if (LowerCase(Right(path, 5)) == ".toml") return OpenLine(path);
   RunCommand("frmMain.OnFileDropped: ", [this, &path, &ending] {
     if (ending != ".csv") {
-      ShowExclamation("Only projects (.spj) and tables (.csv) can be dropped here!\r" + path);
+      ShowExclamation(
+          "Only projects (.spj), lines (.toml) and tables (.csv) can be dropped here!\r" + path);
       return false;
     }
     ImportDropped(path);

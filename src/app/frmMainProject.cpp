@@ -138,6 +138,7 @@ void frmMain::ParseCommand(const std::string& sCommand) {
 }
 
 void frmMain::CommandLineOpenProject(const std::string& strFileName) {
+  if (LowerCase(Right(strFileName, 5)) == ".toml") return OpenLine(strFileName);
   RunCommand("frmMain.CommandLineOpenProject: ", [this, &strFileName] {
     std::optional<std::string> reason;
     if (!OpenInPlace(strFileName, true, reason)) return false;

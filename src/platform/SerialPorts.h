@@ -27,6 +27,8 @@ struct SerialAdapter {
 inline constexpr std::int16_t kSerialPorts = 8;
 // The port behind the last one: a simulated amplifier of this program's own.
 inline constexpr std::int16_t kSimulatedPort = kSerialPorts;
+// Behind that, the port of a line file, for as long as the session has one.
+inline constexpr std::int16_t kLinePort = kSimulatedPort + 1;
 
 class SerialPorts {
  public:
@@ -36,6 +38,9 @@ class SerialPorts {
   // Puts the device behind the port, from the next opening on and in later sessions. Throws
   // std::runtime_error when that cannot be kept; it holds for this session all the same.
   virtual void Bind(std::int16_t com, const std::string& device) = 0;
+  // Puts the device behind kLinePort for this session, from the next opening on, and gives that
+  // port.
+  [[nodiscard]] virtual std::int16_t Lend(const std::string& device) = 0;
   // Starts the simulated amplifier behind kSimulatedPort at that speed; one that runs stays as it
   // is. Returns the reason of a failure, for the user; empty after a success. It ends with the
   // program.

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <string_view>
+#include <utility>
 
 #include "project/data/Parameter.h"
 #include "project/data/Schema.h"
@@ -40,7 +41,18 @@ std::vector<Part> Parts() {
           TablePart(Tool::zone, clsHX7Zone::Columns()), TablePart(Tool::jog, clsHX7Jog::Columns())};
 }
 
-PartComparison ComparePart(const Part& part, Database& first, Database& second) {
+// Puts a value where it belongs.
+void Note(PartComparison& part, ProjectDifference value, bool same, CompareScope scope) {
+  value.place = static_cast<int>(part.differences.size() + part.equal.size());
+  if (!same) {
+    part.differences.push_back(std::move(value));
+  } else if (scope == CompareScope::everything) {
+    part.equal.push_back(std::move(value));
+  }
+}
+
+PartComparison ComparePart(const Part& part, Database& first, Database& second,
+                           CompareScope scope) {
   PartComparison result{std::string(part.name), 0, {}};
   const auto rows = first.OpenTable(part.table, part.order);
   const auto others = second.OpenTable(part.table, part.order);
@@ -51,15 +63,16 @@ PartComparison ComparePart(const Part& part, Database& first, Database& second) 
     for (const std::string_view field : part.fields) {
       const std::string mine = rows->Text(field);
       const std::string theirs = found ? others->Text(field) : std::string();
-      if (found && mine == theirs) continue;
-      result.differences.push_back({result.part, key, std::string(field), mine, theirs});
+      Note(result, {result.part, key, std::string(field), mine, theirs}, found && mine == theirs,
+           scope);
     }
   }
   return result;
 }
 
 // In the order of the first file, in the parts that a parameter may be told in.
-std::vector<PartComparison> CompareParameters(Database& first, Database& second) {
+std::vector<PartComparison> CompareParameters(Database& first, Database& second,
+                                              CompareScope scope) {
   std::vector<PartComparison> parts{{std::string(InfoOf(Tool::mechanicalSystem).item), 0, {}},
                                     {"Parameters", 0, {}},
                                     {kNotSentPart, 0, {}, false}};
@@ -72,9 +85,8 @@ std::vector<PartComparison> CompareParameters(Database& first, Database& second)
     const bool found = others->FindFirst(Parameters::kPn, strPn);
     const std::string mine = rows->Text(Parameters::kControllerValue);
     const std::string theirs = found ? others->Text(Parameters::kControllerValue) : std::string();
-    if (found && ComparedForm(strPn, mine) == ComparedForm(strPn, theirs)) continue;
-    part.differences.push_back(
-        {part.part, strPn, std::string(Parameters::kControllerValue), mine, theirs});
+    Note(part, {part.part, strPn, std::string(Parameters::kControllerValue), mine, theirs},
+         found && ComparedForm(strPn, mine) == ComparedForm(strPn, theirs), scope);
   }
   return parts;
 }
@@ -92,12 +104,14 @@ bool Differs(const std::vector<PartComparison>& parts) {
 }
 
 std::vector<PartComparison> CompareProjects(const std::string& firstPath,
-                                            const std::string& secondPath) {
+                                            const std::string& secondPath, CompareScope scope) {
   const auto first = OpenForReading(firstPath);
   const auto second = OpenForReading(secondPath);
   std::vector<PartComparison> result;
-  for (const Part& part : Parts()) result.push_back(ComparePart(part, *first, *second));
-  for (PartComparison& part : CompareParameters(*first, *second)) result.push_back(std::move(part));
+  for (const Part& part : Parts()) result.push_back(ComparePart(part, *first, *second, scope));
+  for (PartComparison& part : CompareParameters(*first, *second, scope)) {
+    result.push_back(std::move(part));
+  }
   return result;
 }
 

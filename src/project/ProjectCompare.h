@@ -12,6 +12,7 @@ struct ProjectDifference {
   std::string row;    // "5" of the index table (from 1), "31" of the zones (from 0), "Pn81B"
   std::string field;  // the column of the file, "ControllerSpeed"
   std::string first, second;
+  int place = 0;  // of the value within its part
 };
 
 // How many rows of one part were compared, and where they differ.
@@ -21,6 +22,8 @@ struct PartComparison {
   std::vector<ProjectDifference> differences;
   // Rows that no download brings over are told of, and make nothing different.
   bool counts = true;
+  // Values that are the same in both, where these were asked for.
+  std::vector<ProjectDifference> equal{};
 };
 
 // A part that counts has a difference.
@@ -30,10 +33,13 @@ struct PartComparison {
 [[nodiscard]] std::string ComparedPart(const std::string& strPn);
 inline constexpr const char* kNotSentPart = "Not sent by Velmoor";
 
+enum class CompareScope { different, everything };  // everything tells equal values too
+
 // Compares the controller's form of the three tables and of all parameters, as it is compared with
 // the amplifier. Labels, which live in
 // the project alone, and dirty marks are no difference. Throws DatabaseError.
-[[nodiscard]] std::vector<PartComparison> CompareProjects(const std::string& firstPath,
-                                                          const std::string& secondPath);
+[[nodiscard]] std::vector<PartComparison> CompareProjects(
+    const std::string& firstPath, const std::string& secondPath,
+    CompareScope scope = CompareScope::different);
 
 }  // namespace velmoor

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "link/clsHX7Helix7.h"
 #include "online/clsHX7Alarm.h"
@@ -55,6 +56,11 @@ class SessionState : public Session {
   // Null where none was ever opened.
   [[nodiscard]] clsHX7Project* OwnProject() { return clsProject.get(); }
   void SetOnline(bool online) { blnIsOnline = online; }
+  // Puts another project in the place of the session's, and gives that one back.
+  std::unique_ptr<clsHX7Project> SwapProject(std::unique_ptr<clsHX7Project> other) {
+    std::swap(clsProject, other);
+    return other;
+  }
 
   // ---- the steps of a start
   void StartHelix7();

@@ -8,6 +8,7 @@
 #include "platform/KeyedText.h"
 #include "platform/Numbers.h"
 #include "project/ProjectText.h"
+#include "project/TextLines.h"
 #include "project/TextValues.h"
 #include "project/clsHX7Project.h"
 #include "project/data/MachineUnits.h"
@@ -29,11 +30,6 @@ std::string Section(std::string_view name, const std::string& lines,
   if (lines.empty()) return {};
   return "\n[" + std::string(name) + "]\n" + (remark.empty() ? "" : KeyedComment(remark) + "\n") +
          lines;
-}
-
-std::string Line(std::string_view key, const std::string& value, const std::string& comment) {
-  return std::string(key) + " = " + value + (comment.empty() ? "" : "  " + KeyedComment(comment)) +
-         "\n";
 }
 
 class Exporter {
@@ -105,10 +101,10 @@ class Exporter {
       text = typed(ShownText(parameter, parameter.controller, project_.PresentUnits()));
     }
     if (text) {
-      parameters_ += Line(parameter.Pn(), Literal(parameter, *text), comment);
+      parameters_ += Line(parameter.Pn(), LiteralOf(parameter, *text), comment);
     } else if (same) {
       // Nothing can be typed there, and nothing has to be.
-      parameters_ += "# " + Line(parameter.Pn(), Literal(parameter, parameter.text), comment);
+      parameters_ += "# " + Line(parameter.Pn(), LiteralOf(parameter, parameter.text), comment);
     } else {
       found_ += Line(parameter.Pn(), QuotedText(parameter.controller), comment);
     }
@@ -133,11 +129,6 @@ class Exporter {
           NumberText(parameter.Pn() == "Pn202" ? figures_.ratio.b : figures_.ratio.a);
     }
     return usual;
-  }
-
-  static std::string Literal(const Parameter& parameter, const std::string& text) {
-    const bool number = parameter.form == ValueForm::number || parameter.form == ValueForm::units;
-    return number ? NumberOrQuoted(text) : QuotedText(text);
   }
 
   // Cells that could not be typed go to `found`, as the amplifier has them; a row without such a
@@ -225,21 +216,6 @@ class Exporter {
     const bool label = table.Layout().columns[column].kind == CellKind::label;
     const MotionTable::StoredRow& stored = table.Stored(row);
     return label ? stored.cells[column] : stored.controller[column];
-  }
-
-  // 12 = { label = "go", speed = 10.000 }
-  static std::string RowLine(const MotionTable& table, const TableShape& shape,
-                             const RowTexts& given, bool typed) {
-    std::string cells;
-    for (std::size_t i = 0; i < given.cells.size(); ++i) {
-      const std::string text = given.cells[i].value_or(std::string());
-      if (text.empty()) continue;
-      const bool number = typed && IsNumberCell(table.Layout().columns[i]);
-      cells += (cells.empty() ? " " : ", ") + std::string(shape.cells[i]) + " = " +
-               (number ? NumberOrQuoted(text) : QuotedText(text));
-    }
-    return Line(NumberText(given.row - 1 + shape.firstNumber),
-                cells.empty() ? "{}" : "{" + cells + " }", {});
   }
 
   clsHX7Project& project_;

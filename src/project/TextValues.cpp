@@ -24,8 +24,10 @@ std::string FaultOf(const std::string& words) {
 
 }  // namespace
 
-NewProject::NewProject() {
-  const auto file = OpenForReading(JoinPath(world().appDirectory, "Velmoor.spt"));
+NewProject::NewProject() : NewProject(JoinPath(world().appDirectory, "Velmoor.spt")) {}
+
+NewProject::NewProject(const std::string& path) {
+  const auto file = OpenForReading(path);
   const auto rows = file->OpenTable(Parameters::kTable);
   for (rows->MoveFirst(); !rows->AtEnd(); rows->MoveNext()) {
     records_[rows->Text(Parameters::kPn)] = {rows->Text(Parameters::kControllerValue),

@@ -34,6 +34,8 @@ class NewProject {
  public:
   // Reads the template. Throws DatabaseError.
   NewProject();
+  // Reads a project in its place: its values stand for the usual ones.
+  explicit NewProject(const std::string& path);
   // In those units; not valid where a new project has no such parameter.
   [[nodiscard]] MeantValue ValueOf(const Parameter& parameter, const Units& units) const;
   [[nodiscard]] MachineDescription Machine() const;

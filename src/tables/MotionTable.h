@@ -91,6 +91,11 @@ class MotionTable {
 
   // ---- the file
   [[nodiscard]] const StoredRow& Stored(int row) const { return stored_.at(Index(row)); }
+  // The text that a cell of that column, from 0, would show for a value of the amplifier.
+  [[nodiscard]] std::string TextFor(std::size_t column, const std::string& controller,
+                                    const Units& units) const {
+    return ShownCell(layout_.columns[column].kind, controller, StoredCells(), units);
+  }
   // Throws DatabaseError.
   void ReadFromDB();
   // Stored rows that are marked.

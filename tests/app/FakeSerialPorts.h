@@ -23,6 +23,10 @@ class FakeSerialPorts final : public SerialPorts {
     looks[com] = {device, "ttyUSB0", PortState::free, device + " can be used."};
     if (bindFails) throw std::runtime_error("The settings cannot be written.");
   }
+  [[nodiscard]] std::int16_t Lend(const std::string& device) override {
+    lent.push_back(device);
+    return kLinePort;
+  }
   [[nodiscard]] std::string StartSimulator(std::int32_t baudRate) override {
     simulatorRates.push_back(baudRate);
     return simulatorFailure;
@@ -31,6 +35,7 @@ class FakeSerialPorts final : public SerialPorts {
   std::map<std::int16_t, PortLook> looks;
   std::vector<SerialAdapter> adapters;
   bool bindFails = false;
+  std::vector<std::string> lent;
   std::vector<std::int32_t> simulatorRates;
   std::string simulatorFailure;
 };

@@ -7,6 +7,7 @@
 
 #include "ScreenSession.h"
 #include "layouts/AllLayouts.h"
+#include "platform/Numbers.h"
 #include "platform/qt/QtMessageBoxes.h"
 #include "platform_qt/QtTestUser.h"
 #include "support/DoubtfulProject.h"
@@ -32,6 +33,7 @@ class Windows : public ScreenSession {
   void PositionDialogs();
   std::string DoubtfulProject();
   std::string ProjectBehindAKill();
+  std::string LineOfSixteen();
   // In the machine's window, up to what it would rescale.
   static void ChangeResolution();
 };
@@ -77,6 +79,19 @@ std::string Windows::ProjectBehindAKill() {
   const std::string left = data.files.ReadAll(DoubtfulProject());
   data.files.WriteDurably(data.folder.At("killed.tmp"), left);
   return data.MakeProject("killed.spj");
+}
+
+// Of which one answers, with names of some length.
+std::string Windows::LineOfSixteen() {
+  std::string text = "port = \"COM1\"\n";
+  for (std::uint32_t i = 0; i < 16; ++i) {
+    const std::string axis = HexText(i);
+    data.MakeProject("station" + axis + ".spj");
+    text += "[axis." + axis + "]\nname = \"lift of station " + axis + "\"\nproject = \"station" +
+            axis + ".spj\"\n";
+  }
+  data.files.WriteDurably(data.folder.At("cell.toml"), text);
+  return data.folder.At("cell.toml");
 }
 
 TEST_F(Windows, ShowAllOfThemselves) {
@@ -135,6 +150,10 @@ TEST_F(Windows, ShowAllOfThemselves) {
   Choose("mnuFileOpen", nothing);
   data.dialogs.answers.push_back(DoubtfulProject());
   Choose("mnuFileOpen", nothing);
+  data.dialogs.answers.push_back(LineOfSixteen());
+  Choose("mnuLineOpen");
+  InDialog([] { Press("cmdSet"); });
+  InDialog([] { Press("cmdCompare"); });
   for (const Layout* const layout : layouts::kAll) {
     EXPECT_TRUE(seen.contains(std::string(layout->name))) << layout->name;
   }

@@ -107,6 +107,12 @@ void PosixSerialPorts::Bind(std::int16_t com, const std::string& device) {
   settings_.Write(NameOf(com), name);
 }
 
+std::int16_t PosixSerialPorts::Lend(const std::string& device) {
+  map_[NameOf(kLinePort)] = device;
+  port_.SetDeviceMap(map_);
+  return kLinePort;
+}
+
 std::string PosixSerialPorts::StartSimulator(std::int32_t baudRate) {
   if (simulator_ && simulator_->IsRunning()) return {};
   try {

@@ -25,6 +25,7 @@ class PosixSerialPorts final : public SerialPorts {
   [[nodiscard]] std::vector<SerialAdapter> Adapters() const override { return adapters_(); }
   // Keeps the name that follows the adapter from socket to socket, where it has one.
   void Bind(std::int16_t com, const std::string& device) override;
+  [[nodiscard]] std::int16_t Lend(const std::string& device) override;
   [[nodiscard]] std::string StartSimulator(std::int32_t baudRate) override;
 
  private:
