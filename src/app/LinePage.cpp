@@ -23,7 +23,7 @@ enum Column {
 constexpr std::array<const char*, kColumns> kHeadings{
     "Chosen",  "Axis",      "Name",           "State",           "Alarm",
     "Project", "Amplifier", "Motor, Encoder", "Firmware, Option"};
-constexpr std::array<int, kColumns> kWidths{7, 5, 12, 15, 22, 14, 16, 26, 14};
+constexpr std::array<int, kColumns> kWidths{7, 5, 20, 15, 22, 14, 16, 26, 14};
 
 }  // namespace
 

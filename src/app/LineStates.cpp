@@ -17,7 +17,9 @@ constexpr int kSilencesOfAnAbsentAxis = 2;
 
 std::string LineAxisState::AlarmText() const {
   if (presence != Presence::present || !alarm) return {};
-  if (!IsAlarm(*alarm)) return alarm->display == "RUN" ? "none" : alarm->display;
+  const bool usual = alarm->display == "RUN" || alarm->display == "BB" || alarm->display == "INPOS";
+  if (usual) return "none";
+  if (!IsAlarm(*alarm)) return alarm->display;
   return alarm->display + (alarm->name.empty() ? "" : ": " + alarm->name);
 }
 

@@ -103,7 +103,7 @@ TEST_F(KilledProgram, ADownloadOfALineThatIsKilledLeavesEachProjectAndItsMarksTr
   const auto whole = std::chrono::duration_cast<std::chrono::microseconds>(
       std::chrono::steady_clock::now() - begin);
   int killed = 0;
-  for (int round = 0; round < 8; ++round) {
+  for (int round = 0; round < 6; ++round) {
     ASSERT_EQ(Wait(Start({"line", file, "set", "Pn100=" + std::to_string(50 + round),
                           "Pn102=" + std::to_string(30 + round)})),
               0);
@@ -113,7 +113,7 @@ TEST_F(KilledProgram, ADownloadOfALineThatIsKilledLeavesEachProjectAndItsMarksTr
     ASSERT_EQ(Wait(Start({"line", file, "download", "--new", "--yes"})), 0) << "round " << round;
     ASSERT_EQ(Wait(Start({"line", file, "compare"})), 0) << "round " << round;
   }
-  EXPECT_GT(killed, 3) << "most rounds must have been cut";
+  EXPECT_GT(killed, 2) << "most rounds must have been cut";
   kill(simulator, SIGTERM);
   Wait(simulator);
   close(console[0]);

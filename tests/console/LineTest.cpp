@@ -108,7 +108,7 @@ TEST_F(Line, AnAxisThatFallsSilentCostsItsTimeOutsAlone) {
 TEST_F(Line, ResetsAlarmsAndWritesReports) {
   line.Amplifier('3')->RaiseAlarm("A.40");
   EXPECT_EQ(Of({"reset-alarm", "--axes", "0,3"}), 0) << err.str();
-  EXPECT_EQ(out.str(), "axis,name,result,alarm\n0,feed,reset,RUN\n3,lift,reset,RUN\n");
+  EXPECT_EQ(out.str(), "axis,name,result,alarm\n0,feed,reset,BB\n3,lift,reset,BB\n");
   const std::string folder = world.folder.At("reports");
   EXPECT_EQ(Of({"report", "--out", folder, "--axes", "0,A"}), 0) << err.str();
   EXPECT_EQ(out.str(), "axis,name,result,file\n0,feed,written," + folder +
