@@ -112,10 +112,11 @@ void LineWorkplace::ShowResults(const std::string& caption, const LineTable& tab
   for (std::size_t i = 0; i < table.rows.size(); ++i) {
     const auto& [axis, result] = table.rows[i];
     rows[i + 1].push_back(runner_.ToldOf(axis.address));
-    tones.push_back(result.done ? Tone::good : Tone::alarm);
+    const bool differs = result.word == "different";
+    tones.push_back(!result.done ? Tone::alarm : differs ? Tone::busy : Tone::good);
     if (result.done) ++done;
   }
-  std::vector<int> widths{6, 14, 14};
+  std::vector<int> widths{6, 20, 14};
   widths.resize(rows.front().size() - 1, 14);
   widths.push_back(60);
   (void)frmResults({.caption = caption + ": Results",

@@ -4,6 +4,7 @@
 
 #include "AppSession.h"
 #include "project/ProjectCompare.h"
+#include "project/data/Schema.h"
 
 namespace velmoor {
 namespace {
@@ -216,17 +217,15 @@ TEST_F(LineWindow, OpensAnAxisAndComesBack) {
 }
 
 TEST_F(LineWindow, SearchesTheLineAndMakesItsFileAndProjects) {
-  const std::string path = data.folder.At("new/line.toml");
+  path = data.folder.At("new/line.toml");
   data.files.MakeDirectories(data.folder.At("new"));
   data.dialogs.answers.push_back(path);
   data.boxes.Expect("2 axes have no project yet.", BoxAnswer::yes);
   Main().Choose("mnuLineSearch");
   EXPECT_EQ(Page().label("lblSummary").Text(), "2 axes, 2 present");
   EXPECT_TRUE(data.files.Exists(data.folder.At("new/axis3.spj")));
-  data.files.WriteDurably(path, "port = 5
-[axis.Q]
-");
-  data.forms.OnShow("frmResults", [&path](HeadlessForm& form) {
+  data.files.WriteDurably(path, "port = 5\n[axis.Q]\n");
+  data.forms.OnShow("frmResults", [this](HeadlessForm& form) {
     EXPECT_EQ(form.grid("vsFG").Source()->Text(1, 0), path + ":1: port takes a text in quotes");
     form.Press("cmdCancel");
   });
