@@ -308,7 +308,7 @@ TEST_F(Pages, AProjectOrATableCanBeDropped) {
   drop("other.csv", "a,b\n");
   EXPECT_TRUE(Boxes().at(0).starts_with("The file tells none of the columns of a table!"));
   drop("notes.txt", "a");
-  EXPECT_TRUE(Boxes().at(0).starts_with("Only projects (.spj) and tables (.csv)"));
+  EXPECT_TRUE(Boxes().at(0).starts_with("Only projects (.spj), lines (.toml) and tables (.csv)"));
   Project().Jog().DropEdits();
 }
 
