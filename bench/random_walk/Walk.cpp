@@ -150,7 +150,9 @@ void Walk::JudgeStep() {
 
 // ---- the project
 
+// As it is, without what is under edit.
 void Walk::Save() {
+  access_.Refuse("Do you wish to apply and save it?");
   if (!access_.Choose("mnuFileSave")) return;
   examiner_.TakeAsSaved();
   for (const auto& [name, row] : ReadRecords(access_.WorkingFile())) {

@@ -5,6 +5,7 @@
 
 #include "AppSession.h"
 #include "FakeSerialPorts.h"
+#include "platform/Events.h"
 #include "platform/Numbers.h"
 
 namespace velmoor {
@@ -164,7 +165,7 @@ TEST_F(Communications, TheMenuOffersPortsSpeedsAndTheSearchForAxes) {
   EXPECT_EQ(Main().Panel(StatusPanel::connection), "Online, axis 0, 9600, COM2");
   Texts found;
   data.forms.OnShow("frmCommunications", [&](headless::HeadlessForm& form) {
-    data.clock.Advance(std::chrono::milliseconds(1));
+    PauseInSec(0.1F);
     found = form.comboBox("cmbAxes").Items();
     form.Press("cmdCancel");
   });

@@ -84,19 +84,21 @@ TEST_F(Items, ARestartThatWasNotConfirmedIsToldInTheSameBox) {
     FaultKind kind;
     const char* words;
     const char* cause;
+    const char* gain;  // that Pn100 gets
     const char* rate;  // that Pn801 gets; shows that it has restarted
     bool good;
   };
   const Case cases[] = {
-      {FaultKind::notGood, "The amplifier did not restart!", "Restart (0RES)", "", false},
+      {FaultKind::notGood, "The amplifier did not restart!",
+       "Restarting the amplifier (0RES): not acknowledged", "60", "", false},
       {FaultKind::noAnswer, "Whether the amplifier has restarted is not known!",
-       "Restart (0RES): no answer within 10 s", "", false},
-      {FaultKind::noAnswer, "The amplifier has restarted.", "", "38400", true},
+       "Restarting the amplifier (0RES): no answer within 10 s", "70", "", false},
+      {FaultKind::noAnswer, "The amplifier has restarted.", "", "80", "38400", true},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.words);
     clsHX7Editor& editor = Project().Editor();
-    editor.EditValue(editor.FindRow("Pn100"), c.good ? "70" : "60");
+    editor.EditValue(editor.FindRow("Pn100"), c.gain);
     if (*c.rate != 0) editor.EditValue(editor.FindRow("Pn801"), c.rate);
     ASSERT_TRUE(editor.AcceptEdits());
     data.boxes.Expect("The following items have been modified:", BoxAnswer::ok);

@@ -1,6 +1,7 @@
 // What the log tells of a session, and how the Help menu offers it.
 
 #include "AppSession.h"
+#include "platform/Events.h"
 #include "platform/MessageBoxes.h"
 
 namespace velmoor {
@@ -27,7 +28,7 @@ TEST_F(SessionLog, TellsBoxesAnswersAndTransfersInTheirOrder) {
   EXPECT_EQ(
       entries(),
       (Texts{"box: " + OneLine(question) +
-                 "  1292 exchanges, about 42 s at 9600 bit/s (11 s at 38400).",
+                 "  1281 exchanges, about 42 s at 9600 bit/s (11 s at 38400).",
              "box: answer: OK", "session: Index Table Download Complete",
              "session: Jog Table Download Complete", "session: Zone Table Download Complete",
              "session: Hardware Parameters Download Complete",
@@ -52,7 +53,7 @@ TEST_F(SessionLog, IsShownInAWindowThatFollowsAndFilters) {
   EXPECT_EQ(list.Text(2, 1), "Warning: link      0PRM800: No response error.");
   EXPECT_EQ(window.grid("vsEntries").Row(), 2) << "the newest";
   data.log.entries.push_back(lead + "I  session   Offline");
-  data.clock.Advance(std::chrono::seconds(1));
+  PauseInSec(1);
   EXPECT_EQ(list.Rows(), 4);
   EXPECT_EQ(window.grid("vsEntries").Row(), 3);
   window.Type("txtFilter", "LINE");

@@ -276,7 +276,7 @@ TEST_F(Stages, AnUploadThatFailsOrIsStoppedEndsInTheWordsOfItsStageUncommitted) 
         });
     data.boxes.Expect(kUploadWarning, BoxAnswer::yes);
     Main().Choose("mnuToolsUploadAll");
-    EXPECT_EQ(Boxes(), (Texts{kUploadWarning, c.stopped}));
+    EXPECT_EQ(Heads(), (Texts{kUploadWarning, c.stopped}));
     ExpectCalm();
     EXPECT_FALSE(Project().NeedsSaving());
   }

@@ -40,7 +40,7 @@ TEST_F(Verify, ReadsEverythingBeforeItIsStoredAndASampleBehindTheRestart) {
   Agree("All parameter and table data will be downloaded");
   Main().Choose("mnuToolsDownloadAll");
   EXPECT_EQ(LastHead(), "Download All complete!");
-  EXPECT_EQ(caption, "&Verify: read back what was sent before it is stored (about 48 s more)");
+  EXPECT_EQ(caption, "&Verify: read back what was sent before it is stored (about 47 s more)");
   for (const char* const word : {"POST5", "NEXTT127", "EVENTT64"}) {
     const int read = Place(std::string("0") + word);
     EXPECT_GT(read, 0) << word;

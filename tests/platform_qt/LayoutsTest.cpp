@@ -86,7 +86,7 @@ TEST(ChildLayoutsTest, KeysOfTheMenusStayTheMenus) {
   for (const QAction* const action : main->findChild<QMenuBar*>()->actions()) {
     menus.emplace(QKeySequence::mnemonic(action->text()).toString(), action->text());
   }
-  ASSERT_EQ(menus.size(), 7U);
+  ASSERT_EQ(menus.size(), 8U);
   QStringList taken;
   for (const char* const name : {"frmPosition", "frmZone", "frmJog", "frmProperties", "frmEditor",
                                  "frmTuning", "frmMonitoring", "frmTerminal"}) {

@@ -35,7 +35,8 @@ class Buttons : public ScreenSession {
     auto& grid = *window.findChild<QTableView*>(QStringLiteral("vsFG"));
     grid.setCurrentIndex(grid.model()->index(row, column));
     grid.edit(grid.currentIndex());
-    auto* const editor = grid.findChild<QLineEdit*>();
+    // The one before may not be gone yet.
+    auto* const editor = qobject_cast<QLineEdit*>(grid.indexWidget(grid.currentIndex()));
     ASSERT_NE(editor, nullptr);
     editor->selectAll();
     TypeText(*editor, QString::fromLatin1(text));

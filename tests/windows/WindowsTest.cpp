@@ -124,6 +124,8 @@ TEST_F(Windows, ShowAllOfThemselves) {
   Choose("mnuToolsCompare", nothing);
   Choose("mnuToolsMonitoring");
   CloseChildren();
+  Choose("mnuHelpLog");
+  CloseChildren();
   Choose("mnuToolsTerminal");
   InDialog([this] {
     Child("frmTerminal").findChild<QAction*>(QStringLiteral("mnuViewOptions"))->trigger();
