@@ -33,7 +33,7 @@ std::vector<std::string> AllAxes() {
 
 enum Column { kPort, kDevice, kState, kColumns };
 constexpr std::array<const char*, kColumns> kHeadings{"Port", "Device", "State"};
-constexpr std::array<int, kColumns> kWidths{22, 26, 12};
+constexpr std::array<int, kColumns> kWidths{20, 26, 10};
 
 }  // namespace
 
