@@ -29,7 +29,8 @@ void MeasureWhole(Workbench& bench, std::int32_t baudRate, int runs) {
   for (int i = 0; i < runs; ++i) {
     downloads.push_back(
         live.Line().Time("Download All", [&] { return live.Project().DownloadAll(); }));
-    Require(live.Session().Hardware().connection.AwaitRestart({}).found, "finding the amplifier again");
+    Require(live.Session().Hardware().connection.AwaitRestart({}).found,
+            "finding the amplifier again");
     uploads.push_back(
         live.Line().Time("Upload All", [&] { return RunUploadStages(live.Project()); }));
     live.Project().DropUpload();
