@@ -91,6 +91,8 @@ void MeasureLine(Workbench& bench) {
   MeasureRuns(bench, paced, line);
   const std::string file = bench.folder / "line.toml";
   WriteLineFile(file, line);
+  // The line is the window's from here on.
+  paced.Port().Close();
   Desktop shown(bench.folder, file);
   shown.WaitForLineFile();
   bench.table.Add({"velmoor, a line of sixteen axes shown",

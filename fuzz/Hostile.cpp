@@ -45,7 +45,12 @@ namespace {
 
 constexpr std::chrono::milliseconds kLimit{2000};
 constexpr unsigned kHangSeconds = 300;  // then the process is ended, and its last line tells where
+// An address sanitizer keeps books of every byte, and what was freed for a while.
+#ifdef __SANITIZE_ADDRESS__
+constexpr long kMostMegabytes = 1000;
+#else
 constexpr long kMostMegabytes = 100;
+#endif
 
 // Table, key of the record and column, with the text.
 using Contents = std::map<std::string, std::string>;
