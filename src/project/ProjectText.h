@@ -1,5 +1,5 @@
 // A project as text that people and version control read, TOML: the machine, every parameter with
-// its name and unit, the tables, in one order and in one spelling. docs/text-format.md tells the
+// its name and unit, the tables, in one order and in one spelling. docs/guide/text.md tells the
 // form.
 #pragma once
 
