@@ -212,9 +212,12 @@ TEST(QtPdfMakerTest, TheFileFollowsTheDocumentAndNothingElse) {
     EXPECT_EQ(objects[i], std::to_string(i + 1) + " 0 ");
   }
   EXPECT_EQ(maker.Pdf(document, Paper::a4), first);
-  // Nothing of the clock is left.
+  // Nothing of the clock is left; later engines date the change of the file too.
   EXPECT_NE(first.find("/CreationDate (D:20261124220500)\n"), std::string::npos);
-  EXPECT_EQ(first.find("(D:"), first.rfind("(D:"));
+  for (std::size_t at = first.find("(D:"); at != std::string::npos;
+       at = first.find("(D:", at + 1)) {
+    EXPECT_EQ(first.substr(at, 18), "(D:20261124220500)");
+  }
   EXPECT_EQ(first.substr(first.size() - 6), "%%EOF\n");
   EXPECT_NE(maker.Pdf(document, Paper::letter), first);
   document.moment.minute = 6;
