@@ -22,8 +22,11 @@ class Meanwhile {
         boxes_(std::exchange(world().boxes, &boxes)),
         com_(session.COM()),
         rate_(session.BaudRate()),
-        axis_(session.Axis()) {}
+        axis_(session.Axis()) {
+    session_.SetServesWhileWaiting(true);
+  }
   ~Meanwhile() {
+    session_.SetServesWhileWaiting(false);
     world().boxes = boxes_;
     session_.SetCOM(com_);
     session_.SetBaudRate(rate_);

@@ -9,7 +9,7 @@
 
 #include "link/clsHX7Helix7.h"
 #include "online/clsHX7Alarm.h"
-#include "platform/SerialPort.h"
+#include "platform/ServingPort.h"
 #include "project/clsHX7Project.h"
 #include "project/data/ParameterCatalogue.h"
 #include "project/data/clsHX7ComboList.h"
@@ -56,6 +56,8 @@ class SessionState : public Session {
   // Null where none was ever opened.
   [[nodiscard]] clsHX7Project* OwnProject() { return clsProject.get(); }
   void SetOnline(bool online) { blnIsOnline = online; }
+  // Whether waiting for an answer serves the window's events.
+  void SetServesWhileWaiting(bool serves) { comm_.SetServes(serves); }
   // Puts another project in the place of the session's, and gives that one back.
   std::unique_ptr<clsHX7Project> SwapProject(std::unique_ptr<clsHX7Project> other) {
     std::swap(clsProject, other);
@@ -80,6 +82,7 @@ class SessionState : public Session {
  protected:
   // Named as the session's fields are everywhere else.
   std::int32_t eLanguage = 2;
+  std::int32_t eAlarmLanguage = 2;
   bool blnStopProcedure = false;
   std::string strTHDatabasePath;
   CatalogueTables tables;
@@ -97,7 +100,7 @@ class SessionState : public Session {
   std::unique_ptr<clsHX7Project> clsProject;
 
  private:
-  SerialPort& comm_;
+  ServingPort comm_;
 };
 
 }  // namespace velmoor

@@ -149,16 +149,54 @@ TEST_F(LineWindow, StopsBetweenRowsAndTellsWhatFailed) {
     EXPECT_EQ(source.Text(3, 2), "stopped");
     form.Press("cmdCancel");
   });
-  data.events.AtYield(40, [this] {
+  line.Amplifier('3')->ForgetWhatWasAsked();
+  const std::function<void()> stop = [&] {
+    if (Asked('3', "PRM") < 10) return data.events.AtYield(0, stop);
     EXPECT_GT(data.forms.Get("frmDialogStop").progressBar("pgbTotal").Maximum(), 2);
     data.forms.Get("frmDialogStop").Press("cmdStop");
-  });
-  line.Amplifier('3')->ForgetWhatWasAsked();
+  };
+  data.events.AtYield(0, stop);
   Page().Press("cmdCompare");
   EXPECT_EQ(told.substr(0, 41), "Project file x.spj cannot be found at " + told.substr(38, 3));
   EXPECT_GT(Asked('3', "PRM"), 5);
   EXPECT_LT(Asked('3', "PRM"), 100) << "it was stopped";
   EXPECT_FALSE(gMainForm->StopProcedure());
+}
+
+// Its time-outs freeze nothing: events are served all along, and Stop is heard in one of them.
+TEST_F(LineWindow, AnAxisThatFallsSilentLeavesTheWindowAlive) {
+  Open();
+  const auto compare = [this](const bool stop) {
+    bool stops = stop;
+    SimulatedAmplifier& lift = *line.Amplifier('3');
+    lift.ForgetWhatWasAsked();
+    const auto begin = data.clock.Monotonic();
+    auto last = begin;
+    auto longest = 0ms;
+    bool runs = true;
+    bool silent = false;
+    const std::function<void()> look = [&] {
+      const auto now = data.clock.Monotonic();
+      longest = std::max(longest, now - std::exchange(last, now));
+      if (silent && std::exchange(stops, false)) data.forms.Get("frmDialogStop").Press("cmdStop");
+      silent = silent || lift.Asked("PRM") >= 50;
+      // From then on nobody listens there.
+      if (silent) lift.State().settings.axis = '9';
+      if (runs) data.events.AtYield(0, look);
+    };
+    data.events.AtYield(0, look);
+    const std::vector<Texts> results = Do("cmdCompare");
+    runs = false;
+    data.events.Yield();
+    lift.State().settings.axis = '3';
+    EXPECT_EQ(results.at(0).at(1), "different");
+    EXPECT_EQ(results.at(1).at(1), stop ? "stopped" : "failed");
+    EXPECT_EQ(results.at(2).at(1), stop ? "stopped" : "absent");
+    EXPECT_LE(longest, 100ms);
+    return data.clock.Monotonic() - begin;
+  };
+  EXPECT_GT(compare(false), 5s) << "its time-outs passed";
+  compare(true);
 }
 
 TEST_F(LineWindow, SetsAndCopiesProjectsBehindALookAtWhatWouldChange) {
