@@ -117,6 +117,7 @@ class Control:
 
 class Desktop:
     def __init__(self, size, scale=1.0):
+        self.size = size
         self.scale = scale
         self.processes = []
         try:

@@ -7,7 +7,7 @@ from desktop import wait_for
 
 
 class OfflineSteps:
-    """For a Journey."""
+    """For an Engineer of scripts/journey."""
 
     MACHINE = "Values of the mechanical system"
 

@@ -8,7 +8,7 @@ from desktop import Failure, wait_for
 
 
 class OnlineSteps:
-    """For a Journey."""
+    """For an Engineer of scripts/journey."""
 
     def communications(self):
         self.menu("t", "c")

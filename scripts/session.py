@@ -44,9 +44,11 @@ class Simulator:
 
 
 class Session:
-    """Everything that a session writes is below `folder`."""
+    """Everything that a session writes is below `folder`. With `bare` it is a first start: no settings,
+    and no amplifier but the one that the program offers."""
 
-    def __init__(self, desktop, folder, programs, theme="light", settings="", arguments=()):
+    def __init__(self, desktop, folder, programs, theme="light", settings="", arguments=(),
+                 bare=False):
         self.desktop = desktop
         self.folder = folder
         self.programs = pathlib.Path(programs).resolve()
@@ -54,28 +56,33 @@ class Session:
         (folder / "config/velmoor").mkdir(parents=True)
         (folder / "runtime").mkdir(mode=0o700)
         self.line = folder / "axis"
-        (folder / "config/velmoor/velmoor.ini").write_text(
-            f"[Velmoor]\nCOM1={self.line}\nTheme={theme}\n{settings}")
+        if not bare:
+            (folder / "config/velmoor/velmoor.ini").write_text(
+                f"[Velmoor]\nCOM1={self.line}\nTheme={theme}\n{settings}")
         self.environment = dict(desktop.environment, XDG_CONFIG_HOME=str(folder / "config"),
                                 XDG_STATE_HOME=str(folder / "state"),
                                 XDG_RUNTIME_DIR=str(folder / "runtime"),
                                 QT_SCALE_FACTOR=f"{desktop.scale:g}",
                                 QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1")
-        self.simulator = Simulator(self.programs / "velmoor-simulator", self.line,
-                                   folder / "console")
+        self.simulator = None if bare else Simulator(self.programs / "velmoor-simulator",
+                                                     self.line, folder / "console")
         try:
             self.velmoor = subprocess.Popen([self.programs / "velmoor", *arguments],
                                             env=self.environment, cwd=folder,
                                             stderr=open(folder / "velmoor.log", "w"))
         except OSError:
-            self.simulator.close()
+            self.end_simulator()
             raise
 
     def close(self):
         if self.velmoor.poll() is None:
             self.velmoor.kill()
             self.velmoor.wait()
-        self.simulator.close()
+        self.end_simulator()
+
+    def end_simulator(self):
+        if self.simulator:
+            self.simulator.close()
 
     # ---- what is on the screen
 
