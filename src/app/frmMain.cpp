@@ -54,6 +54,7 @@ void frmMain::MDIForm_Load() {
   ReadFromRegistryWindowSettings();
   ReadFromRegistryLogSettings();
   ReadFromRegistryWatchSettings();
+  ReadFromRegistryAlarmLanguage();
   LoadRecentFiles();
   ConnectWindow();
   for (const MainCommand shown :
@@ -198,6 +199,7 @@ const std::vector<frmMain::CommandEntry>& frmMain::Commands() {
       {mnuWindowTileVertical, &Handle<&frmMain::mnuWindowTileVertical_Click>},
       {mnuHelpContents, &Handle<&frmMain::mnuHelpContents_Click>},
       {mnuToolsIdleWatch, &Handle<&frmMain::mnuToolsIdleWatch_Click>},
+      {mnuViewGermanAlarms, &Handle<&frmMain::mnuViewGermanAlarms_Click>},
       {mnuHelpLog, &Handle<&frmMain::mnuHelpLog_Click>},
       {mnuHelpLogTraffic, &Handle<&frmMain::mnuHelpLogTraffic_Click>},
       {mnuHelpAbout, &Handle<&frmMain::mnuHelpAbout_Click>},

@@ -259,6 +259,9 @@ class frmMain final : public SessionState, private Desk {
   void WatchWhileIdle();
   void ReadFromRegistryWatchSettings();
   void mnuToolsIdleWatch_Click();
+  void ReadFromRegistryAlarmLanguage();
+  // The language holds for the next sessions too.
+  void mnuViewGermanAlarms_Click();
   void ConnectByHandIf(HardwareConnection::Outcome outcome);
   // Ports and speeds of the menu of the connection. False: no such command.
   bool RunConnectionCommand(MainCommand command);

@@ -6,6 +6,7 @@
 #include "app/frmMain.h"
 #include "platform/Events.h"
 #include "platform/MessageBoxes.h"
+#include "platform/Numbers.h"
 #include "platform/SerialPorts.h"
 #include "platform/Settings.h"
 #include "platform/Trapped.h"
@@ -15,6 +16,8 @@ namespace velmoor {
 namespace {
 
 constexpr const char* kWatchSetting = "IdleWatch";
+constexpr const char* kAlarmLanguageSetting = "AlarmLanguage";
+constexpr std::int32_t kGerman = 3;  // as the catalogue numbers its languages
 constexpr const char* kSearchCaption = "Searching for the Amplifier";
 
 }  // namespace
@@ -156,6 +159,20 @@ void frmMain::mnuToolsIdleWatch_Click() {
   if (!on) operations_.connection.NoteAlarm({});
   Trapped("frmMain.mnuToolsIdleWatch_Click: ", [on] {
     world().settings->Write(kWatchSetting, on ? "1" : "0");
+    return true;
+  });
+}
+
+void frmMain::ReadFromRegistryAlarmLanguage() {
+  eAlarmLanguage = world().settings->ReadNumber(kAlarmLanguageSetting, 2) == kGerman ? kGerman : 2;
+  ui_.commands[MainCommand::mnuViewGermanAlarms].SetChecked(eAlarmLanguage == kGerman);
+}
+
+void frmMain::mnuViewGermanAlarms_Click() {
+  eAlarmLanguage = ui_.commands[MainCommand::mnuViewGermanAlarms].Checked() ? kGerman : 2;
+  Trapped("frmMain.mnuViewGermanAlarms_Click: ", [this] {
+    GetAlarmDefinitions();
+    world().settings->Write(kAlarmLanguageSetting, NumberText(eAlarmLanguage));
     return true;
   });
 }

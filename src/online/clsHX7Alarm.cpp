@@ -37,7 +37,22 @@ void clsHX7Alarm::ReadFromDB() {
     list[found->second].display = displays->Text(AlarmDisplay::kDisplay);
     list[found->second].code = displays->Text(AlarmDisplay::kCode);
   }
+  if (language_ != catalogue_source::kEnglish) Translate(*database, language_, list);
   arAlarmList_ = std::move(list);
+}
+
+void clsHX7Alarm::Translate(Database& database, std::int32_t language, std::vector<Row>& list) {
+  using catalogue_source::Texts;
+  const std::string wanted = NumberText(language);
+  for (const auto texts = database.OpenTable(Texts::kTable); !texts->AtEnd(); texts->MoveNext()) {
+    if (texts->Text(Texts::kLanguage) != wanted || texts->Text(Texts::kKind) != Texts::kAlarmName) {
+      continue;
+    }
+    const std::string key = texts->Text(Texts::kKey);
+    for (Row& row : list) {
+      if (row.key == key) row.name = texts->Text(Texts::kText);
+    }
+  }
 }
 
 const clsHX7Alarm::Row* clsHX7Alarm::FindRow(std::string Row::*field, std::string_view text) const {

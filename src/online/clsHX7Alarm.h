@@ -5,10 +5,13 @@
 // lookup takes the first match and reports no error: without a match its result is empty.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "platform/Database.h"
+#include "project/data/CatalogueSource.h"
 #include "session/Session.h"
 
 namespace velmoor {
@@ -17,6 +20,9 @@ class clsHX7Alarm final : public AlarmNames {
  public:
   // Path of the catalogue's working copy.
   void SetDatabasePath(const std::string& path) { strDatabasePath_ = path; }
+  // The catalogue's number of the language of the names; without: English, as what is not
+  // translated.
+  void SetLanguage(std::int32_t language) { language_ = language; }
   // Throws DatabaseError.
   void ReadFromDB();
 
@@ -44,7 +50,10 @@ class clsHX7Alarm final : public AlarmNames {
 
   [[nodiscard]] const Row* FindRow(std::string Row::*field, std::string_view text) const;
 
+  static void Translate(Database& database, std::int32_t language, std::vector<Row>& list);
+
   std::string strDatabasePath_;
+  std::int32_t language_ = catalogue_source::kEnglish;
   std::vector<Row> arAlarmList_;
 };
 

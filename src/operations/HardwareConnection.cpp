@@ -78,8 +78,9 @@ std::string HardwareConnection::ConnectionText() const {
 void HardwareConnection::NoteAlarm(const AlarmReading& reading) {
   if (!session_.IsOnline()) return;
   const LineState state = IsAlarm(reading) ? LineState::alarm : LineState::online;
-  const bool news =
-      state != state_ || (state == LineState::alarm && reading.display != alarm_.display);
+  // The names change with their language.
+  const bool same = reading.display == alarm_.display && reading.name == alarm_.name;
+  const bool news = state != state_ || (state == LineState::alarm && !same);
   alarm_ = reading;
   if (!news) return;
   Show(state);

@@ -47,6 +47,7 @@ void SessionState::GetComboLists() {
 void SessionState::GetAlarmDefinitions() {
   clsAlarm = std::make_unique<clsHX7Alarm>();
   clsAlarm->SetDatabasePath(strTHDatabasePath);
+  clsAlarm->SetLanguage(eAlarmLanguage);
   clsAlarm->ReadFromDB();
 }
 

@@ -46,6 +46,22 @@ TEST_F(IdleWatch, AsksOnceASecondAndShowsAnAlarmAtOnce) {
   EXPECT_EQ(Main().StatusTone(), Tone::good);
 }
 
+TEST_F(IdleWatch, NamesAlarmsInGermanOnceThatIsChosen) {
+  StartOnline();
+  Amplifier().RaiseAlarm("A.40");
+  Idle(1100ms);
+  EXPECT_FALSE(Main().command("mnuViewGermanAlarms").Checked());
+  Main().command("mnuViewGermanAlarms").SetChecked(true);
+  Main().Choose("mnuViewGermanAlarms");
+  Idle(1100ms);
+  EXPECT_EQ(Line(), "In alarm A.40: Überdrehzahl");
+  module.reset();
+  ASSERT_TRUE(Start(path));
+  EXPECT_TRUE(Main().command("mnuViewGermanAlarms").Checked());
+  EXPECT_EQ(gMainForm->Alarm()->GetAlarmName("A.40"), "Überdrehzahl");
+  EXPECT_EQ(gMainForm->Alarm()->GetErrorName("E210"), "Befehl, Zeile oder Wert abgelehnt");
+}
+
 TEST_F(IdleWatch, ASilentAmplifierIsNoticedWithinThreeSeconds) {
   StartOnline();
   Idle(2s);
