@@ -118,6 +118,7 @@ class Newcomer(Session):
 
     def simulated_amplifier(self):
         self.press("Try the Simulated Amplifier...")
+        self.box("communications established successfully!")
         self.choose_file("^New Project$", self.project)
         self.to_main()
         self.press("Indexer Setup")

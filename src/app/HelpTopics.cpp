@@ -27,6 +27,7 @@ constexpr std::array kOthers{
     HelpTopic{"frmDialogPOut", "", "tables.md", "outputs"},
     HelpTopic{"frmDialogStop", "", "transfers.md", "stopping-a-transfer"},
     HelpTopic{"frmCompare", "", "transfers.md", "comparing"},
+    HelpTopic{"frmHistory", "", "transfers.md", "the-history"},
     HelpTopic{"frmRecovery", "", "start.md", "work-that-was-not-saved"},
     HelpTopic{"frmStart", "", "start.md", "the-start-page"},
     HelpTopic{"frmProject", "", "start.md", "the-road-of-a-project"},

@@ -142,6 +142,7 @@ const std::vector<frmMain::CommandEntry>& frmMain::Commands() {
       {mnuFileExportText, &Handle<&frmMain::mnuFileExportText_Click>},
       {mnuFileImportText, &Handle<&frmMain::mnuFileImportText_Click>},
       {mnuFileCompare, &Handle<&frmMain::mnuFileCompare_Click>},
+      {mnuViewHistory, &Handle<&frmMain::mnuViewHistory_Click>},
       {mnuLineOpen, &Handle<&frmMain::mnuLineOpen_Click>},
       {mnuLineSearch, &Handle<&frmMain::mnuLineSearch_Click>},
       {mnuLineBack, &Handle<&frmMain::mnuLineBack_Click>},
@@ -165,7 +166,10 @@ const std::vector<frmMain::CommandEntry>& frmMain::Commands() {
       {mnuToolsInertiaRatio, &Handle<&frmMain::mnuToolsInertiaRatio_Click>},
       {mnuToolsHomePosition, &Handle<&frmMain::mnuToolsHomePosition_Click>},
       {mnuToolsProductInformation, &Handle<&frmMain::mnuToolsProductInformation_Click>},
-      {mnuToolsUploadAll, [](frmMain& window) { window.RunWithProject(&Transfers::UploadAll); }},
+      {mnuToolsUploadAll,
+       [](frmMain& window) {
+         if (window.clsProject) window.operations_.uploads.UploadAll();
+       }},
       {mnuToolsDownloadAll,
        [](frmMain& window) { window.RunWithProject(&Transfers::DownloadAll); }},
       {mnuToolsDownloadNew,

@@ -167,6 +167,8 @@ class frmMain final : public SessionState, private Desk {
   void mnuFileExportText_Click();
   void mnuFileImportText_Click();
   void mnuFileCompare_Click();
+  // ---- the history of transfers (frmMainHistory.cpp)
+  void mnuViewHistory_Click();
   [[nodiscard]] bool MayDropTableEdits();
   [[nodiscard]] std::string ComparedFile(const std::string& path);
   struct ComparedSide {

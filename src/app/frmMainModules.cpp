@@ -37,6 +37,7 @@ constexpr MainCommand kProjectCommands[] = {
     MainCommand::mnuToolsDownload,
     MainCommand::mnuToolsCompare,
     MainCommand::mnuToolsReset,
+    MainCommand::mnuViewHistory,
 };
 // Entries of those menus that are tools of the standard tool bar too.
 constexpr MainCommand kProjectTools[] = {

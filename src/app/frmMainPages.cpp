@@ -47,7 +47,7 @@ void frmMain::UpdatePages() {
 void frmMain::mnuFileReadAmplifier_Click() {
   if (!blnIsOnline) mnuToolsOnline_Click();
   if (!blnIsOnline || !MakeNewProject("")) return;
-  operations_.transfers.UploadAll();
+  operations_.uploads.UploadAll();
 }
 
 void frmMain::mnuToolsSimulated_Click() {

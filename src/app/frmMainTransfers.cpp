@@ -28,7 +28,7 @@ bool frmMain::RunItemCommand(MainCommand command) {
 }
 
 void frmMain::UploadItem(const TransferItem& item) {
-  if (operations_.transfers.UploadItem(item)) LaunchUploadedToolWindows(item.tools);
+  if (operations_.uploads.UploadItem(item)) LaunchUploadedToolWindows(item.tools);
 }
 
 // ---- from a window's buttons

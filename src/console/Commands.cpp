@@ -9,6 +9,7 @@
 #include "console/CommandContext.h"
 #include "console/ConsoleBoxes.h"
 #include "console/HardwareCommands.h"
+#include "console/HistoryCommands.h"
 #include "console/LineCommands.h"
 #include "console/MonitorCommand.h"
 #include "console/OnlineCommands.h"
@@ -134,7 +135,7 @@ const Commands& AllCommands() {
   static const Commands kCommands = [] {
     Commands all = ProjectCommands();
     for (const Commands& group :
-         {SetCommands(), TextCommands(), ReportCommands(), RehearseCommands(), HardwareCommands(),
+         {SetCommands(), TextCommands(), ReportCommands(), RehearseCommands(), HardwareCommands(), HistoryCommands(),
           MonitorCommands(), OnlineCommands(), LineCommands()}) {
       all.insert(all.end(), group.begin(), group.end());
     }
@@ -174,6 +175,8 @@ std::vector<OptionEntry> Options() {
       {"new", "download only what changed since the last download"},
       {"verify",
        "read back what a download has sent before it is stored, and a sample behind the restart"},
+      {"keep-first", "read what a download overwrites first, and keep it in the history"},
+      {"after", "restore what an entry of the history has brought, not what was there before it"},
       {"all",
        "download or upload everything, as without it; export what is as in a new project too"},
       {"only",

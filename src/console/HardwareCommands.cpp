@@ -167,6 +167,7 @@ bool Download(const Context& context) {
   if (!work.Open(context.Argument(1))) return false;
   Transfers& transfers = work.session().Hardware().transfers;
   transfers.SetVerify(context.line.Has("verify"));
+  transfers.SetKeep(context.line.Has("keep-first"));
   if (only) {
     return transfers.DownloadItem(JoinedItem(DownloadItemsOfMenu(), items), [] { return true; });
   }
@@ -182,9 +183,9 @@ bool Upload(const Context& context) {
   Work work(context);
   // What is read is saved at the end: a file that takes nothing is found out before the first line.
   if (!work.Open(context.Argument(1)) || !work.Save()) return false;
-  Transfers& transfers = work.session().Hardware().transfers;
+  Uploads& uploads = work.session().Hardware().uploads;
   const bool committed =
-      only ? transfers.UploadItem(JoinedItem(UploadItemsOfMenu(), items)) : transfers.UploadAll();
+      only ? uploads.UploadItem(JoinedItem(UploadItemsOfMenu(), items)) : uploads.UploadAll();
   if (!committed || context.program.boxes.Failures() > 0) return false;
   return work.Save();
 }
@@ -255,7 +256,7 @@ Commands HardwareCommands() {
       {{"download",
         "send the project to the hardware",
         {file},
-        {"port", "axis", "motor-size", "yes", "all", "new", "only", "verify"}},
+        {"port", "axis", "motor-size", "yes", "all", "new", "only", "verify", "keep-first"}},
        Download},
       {{"upload",
         "read the hardware into the project and save",

@@ -86,7 +86,7 @@ LineTable UploadLine(LineRun& run) {
   return run.ForEach(true, {}, [&run](const LineAxis& axis) -> LineResult {
     if (!run.Open(axis) || !run.Host().Save()) return {};
     const int failures = run.Host().Boxes().Failures();
-    const bool read = run.Host().Hardware().transfers.UploadAll();
+    const bool read = run.Host().Hardware().uploads.UploadAll();
     if (!read || run.Host().Boxes().Failures() > failures) return {};
     return {run.Host().Save(), "uploaded"};
   });

@@ -13,7 +13,8 @@ struct Operations {
   // Both must outlive the object.
   Operations(SessionState& session, Desk& desk)
       : connection(session, desk),
-        transfers(session, desk, connection),
+        uploads(session, desk, connection),
+        transfers(session, desk, connection, uploads),
         resets(session, desk, connection),
         compare(session, desk, connection),
         watch(session, desk, connection) {}
@@ -24,15 +25,18 @@ struct Operations {
   }
   void FollowProject() {
     connection.FollowProject();
+    uploads.FollowProject();
     transfers.FollowProject();
   }
   // Before the project goes.
   void ForgetProject() {
     connection.ForgetProject();
+    uploads.ForgetProject();
     transfers.ForgetProject();
   }
 
   HardwareConnection connection;
+  Uploads uploads;
   Transfers transfers;
   Resets resets;
   Comparison compare;

@@ -4,8 +4,8 @@
 
 #include "link/BaudRates.h"
 #include "operations/FailureText.h"
+#include "operations/ProjectAside.h"
 #include "operations/TransferTime.h"
-#include "operations/UploadFlow.h"
 #include "platform/MessageBoxes.h"
 #include "platform/Numbers.h"
 #include "platform/Trapped.h"
@@ -15,36 +15,14 @@ namespace velmoor {
 namespace {
 
 constexpr const char* kDownloadFailed = "Error downloading data to controller!";
-// What a download of everything sends: the editor has the parameters of the other tools.
-const std::vector<Tool> kEverything{Tool::editor, Tool::mechanicalSystem, Tool::position, Tool::jog,
-                                    Tool::zone};
 constexpr const char* kAtNextStart = "The parameters that were sent take effect at its next start.";
-constexpr const char* kUnchanged = "The project is unchanged.";
-
-// The rows that the project tells of are those of this run.
-class UnderWay {
- public:
-  UnderWay(Operation*& place, Operation& run) : place_(place) { place_ = &run; }
-  ~UnderWay() { place_ = nullptr; }
-  UnderWay(const UnderWay&) = delete;
-  UnderWay& operator=(const UnderWay&) = delete;
-
- private:
-  Operation*& place_;
-};
 
 }  // namespace
 
 void Transfers::FollowProject() {
   clsHX7Project& followed = project();
   project_.Clear();
-  const auto count = [this](bool downloading) {
-    return [this, downloading](Tool tool, std::int16_t row, std::int16_t rows) {
-      if (run_ != nullptr) run_->CountRow(tool, downloading, row, rows);
-    };
-  };
-  project_ += followed.ToolDownloading.Connect(count(true));
-  project_ += followed.ToolUploading.Connect(count(false));
+  project_ += followed.ToolDownloading.Connect(rows_.Listener(true));
   project_ += followed.ToolStatus.Connect([this](Tool tool, const std::string& status) {
     desk_.StatusTold(std::string(InfoOf(tool).status) + " " + status);
     if (status.ends_with("Failed")) connection_.Suspect();
@@ -53,7 +31,7 @@ void Transfers::FollowProject() {
   project_ += followed.UploadComplete.Connect([this] { desk_.StatusTold("Upload Complete"); });
   project_ += followed.RigidityChanged.Connect([this] {
     // A download is not over: the amplifier is deaf while it restarts.
-    if (run_ != nullptr) {
+    if (rows_.Run() != nullptr) {
       gainsChanged_ = true;
     } else {
       OfferGains();
@@ -84,39 +62,38 @@ bool Transfers::Reach() {
          connection_.Motor().MayGoOn();
 }
 
-int Transfers::ValuesOf(const std::vector<Tool>& parts, bool all) {
-  int values = 0;
-  for (const Tool part : parts) values += project().ValuesOf(part, all);
-  return values;
-}
-
-bool Transfers::AskToUpload(const std::string& question, const std::vector<Tool>& parts) {
-  return AskExclamationYesNo(question + "\r\r" +
-                             TransferCost(ValuesOf(parts, true), Way::read, session_.BaudRate()));
-}
-
-bool Transfers::AskToDownload(const std::string& question, const std::vector<Tool>& parts,
-                              bool all) {
+bool Transfers::AskToDownload(const std::string& question, const std::vector<Tool>& parts, bool all,
+                              std::optional<bool> keep) {
   const std::int32_t rate = session_.BaudRate();
-  const int values = ValuesOf(parts, all);
-  BoxTick tick{"&Verify: read back what was sent before it is stored (about " +
-                   NumberText(TransferSeconds(values, Way::read, rate)) + " s more)",
-               verify_};
+  int values = 0;
+  int held = 0;
+  for (const Tool part : parts) {
+    values += project().ValuesOf(part, all);
+    held += project().ValuesOf(part, true);
+  }
+  const auto more = [rate](int count) {
+    return " (about " + NumberText(TransferSeconds(count, Way::read, rate)) + " s more)";
+  };
+  BoxTick keeping{"&Keep what is there first, in the history" + more(held), keep.value_or(false)};
+  BoxTick tick{"&Verify: read back what was sent before it is stored" + more(values), verify_,
+               keep ? &keeping : nullptr};
   const bool agreed = AskOkCancel(question + "\r\r" + TransferCost(values, Way::write, rate), tick);
   verify_ = tick.on;
+  keeps_ = keep && keeping.on;
   return agreed;
 }
 
 bool Transfers::ReadBack() {
   return check_->ReadAll([this](int value, int values) {
-    if (run_ != nullptr) run_->ShowCheck(value, values);
+    if (rows_.Run() != nullptr) rows_.Run()->ShowCheck(value, values);
     return !session_.StopProcedure();
   });
 }
 
-bool Transfers::Send(const std::string& name, int steps, const std::function<bool()>& send) {
+bool Transfers::Send(HistoryRun& history, const std::string& name, int steps,
+                     const std::function<bool()>& send) {
   Operation run(desk_, name);
-  const UnderWay underWay(run_, run);
+  const RowCount::UnderWay underWay(rows_, run);
   newRate_.reset();
   gainsChanged_ = false;
   connection_.Motor().Note();
@@ -132,35 +109,40 @@ bool Transfers::Send(const std::string& name, int steps, const std::function<boo
     project().SetWrittenCheck([this] { return ReadBack(); });
   }
   run.Begin(steps, true);
-  if (!send()) return TellUnsent(name, run);
+  if (!send()) return TellUnsent(history, name, run);
   run.End(check_ ? "complete and verified" : "complete");
-  run_ = nullptr;
-  return Finish(name, run);
+  rows_.Forget();
+  return Finish(history, name, run);
 }
 
 // The amplifier holds behind its restart what it had stored.
-bool Transfers::IsStoredAsSent() {
+bool Transfers::IsStoredAsSent(HistoryRun& history) {
   if (!check_ || check_->ReadSample()) return true;
-  ShowExclamation(FailureText("Not everything is stored as it was sent!", OfferText(project())));
+  const std::string words =
+      FailureText("Not everything is stored as it was sent!", OfferText(project()));
+  history.End("failed", words);
+  ShowExclamation(words + history.Remark());
   return false;
 }
 
-bool Transfers::TellUnsent(const std::string& name, Operation& run) {
+bool Transfers::TellUnsent(HistoryRun& history, const std::string& name, Operation& run) {
   const bool stopped = session_.StopProcedure();
   run.End(stopped ? "stopped" : "failed");
   const std::string offer = OfferText(project());
   if (stopped) {
     session_.SetStopProcedure(false);
-    ShowExclamation(name + " terminated!" + (offer.empty() ? "" : "\r\r" + offer));
   } else {
     connection_.Suspect();
-    ShowExclamation(FailureText(kDownloadFailed, offer));
   }
+  const std::string words = stopped ? name + " terminated!" + (offer.empty() ? "" : "\r\r" + offer)
+                                    : FailureText(kDownloadFailed, offer);
+  history.End(stopped ? "stopped" : "failed", words);
+  ShowExclamation(words + history.Remark());
   return false;
 }
 
 // One box for all: what was sent the amplifier has, whatever became of its restart.
-bool Transfers::Finish(const std::string& name, const Operation& run) {
+bool Transfers::Finish(HistoryRun& history, const std::string& name, const Operation& run) {
   std::string words = name + " complete!\r" + run.Figures("sent") + " and stored.";
   const RestartOutcome restart = project().LatestRestart();
   bool good = true;
@@ -175,11 +157,15 @@ bool Transfers::Finish(const std::string& name, const Operation& run) {
     const bool sure =
         restart == RestartOutcome::sent || (restarted.found && !restarted.words.empty());
     good = restarted.found && sure;
-    if (good && !IsStoredAsSent()) return false;
+    if (good && !IsStoredAsSent(history)) return false;
     words = good ? words + "  The amplifier has restarted." : sure ? words : doubt;
     if (!restarted.words.empty()) words += "\r" + restarted.words;
   }
   if (gainsChanged_ && good) OfferGains();
+  // What was sent the amplifier has, whatever became of its restart.
+  (void)history.NoteAfter(project().ProjectDatabasePath());
+  history.End(check_ ? "complete and verified" : "complete", good ? std::string() : words);
+  words += history.Remark();
   if (good) {
     ShowInformation(words);
   } else {
@@ -196,12 +182,6 @@ bool Transfers::MayDownload() {
   return false;
 }
 
-// What an upload has brought that nobody could have typed.
-bool Transfers::Committed(bool committed) {
-  if (committed && !project().Doubts().empty()) desk_.DoubtsFound(project());
-  return committed;
-}
-
 bool Transfers::AskRigidity() {
   return AskOkCancel("Rigidity setting will be changed to " +
                      std::to_string(project().Tuning().GetRigidity()) +
@@ -212,14 +192,16 @@ bool Transfers::AskRigidity() {
 bool Transfers::DownloadAll() {
   return Trapped("Download All failed!\r", [this] {
     if (!Reach()) return false;
+    HistoryRun history = HistoryOf("Download All", Everything());
     if (!AskToDownload("All parameter and table data will be downloaded to the controller.\r"
                        "Do you wish to proceed?",
-                       kEverything, true)) {
+                       Everything(), true, OffersToKeep(history))) {
       return false;
     }
     clsHX7Tuning& tuning = project().Tuning();
     if (tuning.ChangedRigidity() && !AskRigidity()) tuning.SetChangedRigidity(false);
-    return Send("Download All", StepsOfEverything(), [this] { return project().DownloadAll(); });
+    return KeepFirst(history, Everything()) && Send(history, "Download All", StepsOfEverything(),
+                                                    [this] { return project().DownloadAll(); });
   });
 }
 
@@ -242,13 +224,15 @@ bool Transfers::DownloadNew() {
     if (!AskToDownload("The following items have been modified:\r" + dirty +
                            "\rNew data will be downloaded to the controller.\r"
                            "Do you wish to proceed?",
-                       kEverything, false)) {
+                       Everything(), false, keep_.value_or(false))) {
       return false;
     }
     clsHX7Tuning& tuning = project().Tuning();
     const bool asks = dirty.find("Tuning") != std::string::npos && tuning.ChangedRigidity();
     if (asks && !AskRigidity()) tuning.SetChangedRigidity(false);
-    return Send("Download New", project().GetNumberOfNewDownloads(),
+    HistoryRun history = HistoryOf("Download New", Everything());
+    return KeepFirst(history, Everything()) &&
+           Send(history, "Download New", project().GetNumberOfNewDownloads(),
                 [this] { return project().Download(); });
   });
 }
@@ -258,12 +242,15 @@ bool Transfers::DownloadItem(const TransferItem& item, const std::function<bool(
     if (!Reach()) return false;
     if (!AskToDownload(item.name + " of the project will be downloaded to the controller.\r"
                                    "Do you wish to proceed?",
-                       item.tools, true) ||
+                       item.tools, true, keep_.value_or(false)) ||
         !prepare()) {
       return false;
     }
-    return Send("Download " + item.name, StepsOf(item.tools),
-                [&] { return project().DownloadParts(item.tools); });
+    const std::string name = "Download " + item.name;
+    HistoryRun history = HistoryOf(name, item.tools);
+    return KeepFirst(history, item.tools) && Send(history, name, StepsOf(item.tools), [&] {
+             return project().DownloadParts(item.tools);
+           });
   });
 }
 
@@ -272,14 +259,15 @@ bool Transfers::DownloadTuning(bool asked) {
   if (!asked) {
     if (!AskToDownload("Existing gain tuning parameters in hardware will be overwritten!\r"
                        "Do you wish to proceed?",
-                       {Tool::tuning}, true)) {
+                       {Tool::tuning}, true, std::nullopt)) {
       return false;
     }
     if (tuning.ChangedRigidity() && !AskRigidity()) tuning.SetChangedRigidity(false);
   }
   return Trapped("Download Tuning Parameters failed!\r", [&] {
     if (!Reach()) return false;
-    return Send("Download Tuning Parameters", tuning.RowsInArray(),
+    HistoryRun history = HistoryOf("Download Tuning Parameters", {Tool::tuning});
+    return Send(history, "Download Tuning Parameters", tuning.RowsInArray(),
                 [this] { return project().DownloadParts({Tool::tuning}); });
   });
 }
@@ -290,104 +278,117 @@ void Transfers::OfferGains() {
     return;
   }
   // The Yes is the agreement to take them into the project.
-  const bool taken = Read("Upload Tuning Parameters", project().Tuning().RowsInArray(), [this] {
-    return project().UploadParts({Tool::tuning}) && Committed(project().CommitUpload());
-  });
-  if (!taken) desk_.StatusTold("Tuning Parameters Upload parameters failed");
+  if (!uploads_.TakeGains()) desk_.StatusTold("Tuning Parameters Upload parameters failed");
 }
 
-// ---- upload
+// ---- the history
 
-bool Transfers::Read(const std::string& name, int steps, const std::function<bool()>& read) {
-  Operation run(desk_, name);
-  const UnderWay underWay(run_, run);
-  clsHX7Project& from = project();
-  const auto tell = [this](const char* status, const char* words) {
-    return [this, status, words] {
-      desk_.StatusTold(std::string("Mechanical System Parameters Upload ") + status);
-      ShowInformation(words);
-    };
-  };
-  Connections faults;
-  faults +=
-      from.MechanicalSystemCheckSumFailed.Connect(tell("CheckSum Failed", kCheckSumFailedWords));
-  faults += from.MechanicalSystemNoCheckSum.Connect(tell("Failed", kNoCheckSumWords));
-  faults += from.MechanicalSystemZeroSystem.Connect(tell("Failed", kZeroSystemWords));
-  run.Begin(steps, true);
-  const bool done = read();
-  run.End(done ? "complete" : session_.StopProcedure() ? "stopped" : "failed");
-  return done;
+HistoryRun Transfers::HistoryOf(const std::string& name, const std::vector<Tool>& parts) {
+  return {project().FileName(), session_.Axis(), name, false, parts};
 }
 
-void Transfers::ShowUploadedDifferences() {
-  std::vector<PartComparison> parts = project().CompareWithUpload();
-  // A machine that cannot be used was asked about, and is no value that a Yes would take.
-  for (PartComparison& part : parts) {
-    std::erase_if(part.differences, [](const ProjectDifference& d) { return d.row.empty(); });
+// Where nobody sees the question nothing is kept that was not asked for.
+bool Transfers::OffersToKeep(const HistoryRun& history) const {
+  if (keep_ || !desk_.IsAttended()) return keep_.value_or(false);
+  return !history.IsContentKnown();
+}
+
+void Transfers::FollowAll() {
+  connection_.FollowProject();
+  uploads_.FollowProject();
+  FollowProject();
+}
+
+void Transfers::ForgetAll() {
+  connection_.ForgetProject();
+  uploads_.ForgetProject();
+  ForgetProject();
+}
+
+bool Transfers::KeepFirst(HistoryRun& history, const std::vector<Tool>& parts) {
+  bool kept = true;
+  if (keeps_) {
+    const auto place = history.NoteBefore(project().ProjectDatabasePath(), true);
+    ProjectAside aside(
+        session_, [this] { FollowAll(); }, [this] { ForgetAll(); });
+    kept = place && aside.Open(*place) && uploads_.ReadWhatIsThere(parts);
+  } else {
+    history.TakeKnownBefore();
   }
-  if (Differs(parts)) desk_.DifferencesFound(parts);
-}
-
-bool Transfers::UploadAll() {
-  return Trapped("Upload All failed!\r", [this] {
-    if (!connection_.GoOnlineFor("Upload failed!")) return false;
-    if (!AskToUpload("All existing table data and parameter data will be overwritten with hardware "
-                     "data\rconverted to units associated to the mechanical system definition!\r"
-                     "Electronic gear ratio parameters may not match definition!\r"
-                     "Do you wish to continue?",
-                     kEverything)) {
-      return false;
-    }
-    const int steps =
-        StepsOf({Tool::mechanicalSystem, Tool::editor, Tool::position, Tool::jog, Tool::zone});
-    if (!Read("Upload All Data", steps, [this] { return RunUploadStages(project()); })) {
-      return false;
-    }
-    ShowUploadedDifferences();
-    if (!AskToCommitUpload(project())) return false;
-    TakeMotor();
-    return Committed(true);
-  });
-}
-
-// What a failed or stopped upload has read leaves no trace: one tool's rows would be half the
-// file's and half the amplifier's.
-bool Transfers::UploadItem(const TransferItem& item) {
-  const std::string& name = item.name;
-  return Trapped("Upload " + name + " failed!\r", [&] {
-    if (!connection_.GoOnlineFor("Upload failed!")) return false;
-    if (!AskToUpload("Existing " + name +
-                         " will be overwritten with hardware data!\rDo you wish to continue?",
-                     item.tools)) {
-      return false;
-    }
-    if (!Read("Upload " + name, StepsOf(item.tools),
-              [&] { return project().UploadParts(item.tools); })) {
-      if (session_.StopProcedure()) {
-        ShowExclamation("Upload " + name + " terminated!");
-      } else {
-        ShowExclamation(FailureText("Could not upload " + name + " from controller!", kUnchanged));
-      }
-      session_.SetStopProcedure(false);
-      return false;
-    }
-    ShowUploadedDifferences();
-    if (AskYesNo(name +
-                 " successfully uploaded from controller.\rCommit uploaded data to project?")) {
-      if (!project().CommitUpload()) return false;
-      if (std::ranges::find(item.tools, Tool::editor) != item.tools.end()) TakeMotor();
-      return Committed(true);
-    }
-    project().DropUpload();
+  if (!kept) {
+    const bool stopped = session_.StopProcedure();
+    session_.SetStopProcedure(false);
+    history.ForgetBefore();
+    const std::string words =
+        FailureText("What is there could not be kept!",
+                    (stopped ? "It was stopped.  " : "") + std::string("Nothing was sent."));
+    history.End(stopped ? "stopped" : "failed", words);
+    ShowExclamation(words + history.Remark());
     return false;
-  });
+  }
+  (void)history.NoteAfter(project().ProjectDatabasePath());
+  history.Begin();
+  return true;
 }
 
-// The parameters are those of the connected motor now; its machine may have been described for
-// another.
-void Transfers::TakeMotor() {
-  connection_.Motor().Take();
-  connection_.Motor().Tell();
+void Transfers::MarkWhatDiffers(const std::string& state) {
+  clsHX7Project::HeldOtherwise what;
+  for (const PartComparison& part : CompareProjects(project().ProjectDatabasePath(), state)) {
+    for (const ProjectDifference& value : part.differences) {
+      const auto table = std::ranges::find_if(
+          kTables, [&part](Tool tool) { return InfoOf(tool).item == part.part; });
+      if (table == kTables.end()) {
+        what.parameters.push_back(value.row.substr(0, value.row.find('.')));
+      } else {
+        const auto number = ParseWhole(value.row);
+        if (number) {
+          what.rows[*table].push_back(static_cast<int>(*number) - InfoOf(*table).firstRow + 1);
+        }
+      }
+    }
+  }
+  project().MarkHeldOtherwise(what);
+}
+
+bool Transfers::SendState(HistoryRun& history, const std::string& state,
+                          const std::vector<Tool>& parts) {
+  ProjectAside aside(
+      session_, [this] { FollowAll(); }, [this] { ForgetAll(); });
+  if (!aside.Open(state) || !MayDownload()) return false;
+  history.Begin();
+  const bool whole = parts.size() == Everything().size();
+  return Send(history, "Restore", whole ? StepsOfEverything() : StepsOf(parts),
+              [&] { return whole ? project().DownloadAll() : project().DownloadParts(parts); });
+}
+
+bool Transfers::Restore(const HistoryEntry& entry, bool after) {
+  return Trapped("Restore failed!\r", [&] {
+    const std::string& name = after ? entry.after : entry.before;
+    if (name.empty()) {
+      ShowExclamation("What the amplifier held " + std::string(after ? "behind" : "before") +
+                      " that transfer is not known: nothing can be sent back.");
+      return false;
+    }
+    if (!connection_.GoOnlineFor("Restore failed!") || !connection_.Motor().MayGoOn()) return false;
+    if (!AskToDownload("What axis " + entry.axis + " held " + (after ? "behind" : "before") +
+                           " \"" + entry.name + "\" of " + entry.moment + " will be sent to axis " +
+                           session_.Axis() +
+                           ".\rThe project stays as it is; where it differs it is on offer to be "
+                           "downloaded then.\rDo you wish to proceed?",
+                       entry.parts, true, std::nullopt)) {
+      return false;
+    }
+    HistoryRun history = HistoryOf("Restore of entry " + NumberText(entry.number), entry.parts);
+    const auto state = history.NoteAfter(TransferHistory(project().FileName()).PathOf(name));
+    if (!state) {
+      ShowExclamation("The state cannot be sent back!" + history.Remark());
+      return false;
+    }
+    history.TakeKnownBefore();
+    // On disk before the first line goes out.
+    MarkWhatDiffers(*state);
+    return SendState(history, *state, entry.parts);
+  });
 }
 
 }  // namespace velmoor

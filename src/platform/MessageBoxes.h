@@ -17,10 +17,11 @@ enum class BoxKind {
 enum class BoxButtons { ok, okCancel, yesNo, yesNoCancel };
 enum class BoxAnswer { ok, cancel, yes, no };
 
-// A choice that a question offers beside its buttons.
+// A choice that a question offers beside its buttons, and the one below it.
 struct BoxTick {
   std::string caption;
   bool on = false;
+  BoxTick* next = nullptr;
 };
 
 class MessageBoxes {

@@ -54,7 +54,10 @@ BoxAnswer Show(BoxKind kind, BoxButtons buttons, const std::string& text,
     answer = world().boxes->Show(kind, buttons, text, title, tick);
   }
   if (buttons != BoxButtons::ok) {
-    const std::string ticked = tick != nullptr && tick->on ? ", ticked: " + tick->caption : "";
+    std::string ticked;
+    for (const BoxTick* each = tick; each != nullptr; each = each->next) {
+      if (each->on) ticked += ", ticked: " + each->caption;
+    }
     LogInformation("box",
                    std::string("answer: ") + kAnswers[static_cast<std::size_t>(answer)] + ticked);
   }

@@ -7,6 +7,8 @@
 #include <utility>
 
 #include "app/MainModule.h"
+#include "operations/TransferHistory.h"
+#include "operations/Uploads.h"
 #include "platform/Rx900Utils.h"
 #include "platform/SingleInstance.h"
 #include "simulator/InProcessPort.h"
@@ -70,9 +72,19 @@ class AppSession : public testing::Test {
   void DuringStart(const std::function<void()>& work) {
     data.forms.OnShow("frmInitialSettings", [work](headless::HeadlessForm&) { work(); });
   }
-  // Starts on a new project and goes online.
+  // Starts on a project that was delivered to axis 0 before, and goes online.
   void StartOnline() {
     path = data.MakeProject("line1.spj");
+    TransferHistory history(path);
+    history.Put({.number = history.NextNumber(),
+                 .moment = "2026-03-01 14:05:09",
+                 .axis = "0",
+                 .name = "Download All",
+                 .parts = Everything(),
+                 .result = "complete",
+                 .cause = {},
+                 .before = {},
+                 .after = history.Keep(history.NextNumber(), "after", path)});
     ASSERT_TRUE(Start(path));
     Main().Choose("mnuToolsOnline");
     ASSERT_EQ(Status(), "System Status: Online");

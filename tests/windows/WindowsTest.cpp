@@ -122,6 +122,7 @@ TEST_F(Windows, ShowAllOfThemselves) {
     Choose(command, nothing);
   }
   Choose("mnuToolsCompare", nothing);
+  Choose("mnuViewHistory", nothing);
   Choose("mnuToolsMonitoring");
   CloseChildren();
   Choose("mnuHelpLog");

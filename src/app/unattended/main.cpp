@@ -17,6 +17,7 @@
 #include "platform/posix/PosixSerialPort.h"
 #include "platform/posix/ProgramPlaces.h"
 #include "platform/sqlcipher/SqlcipherDatabases.h"
+#include "platform/toml/TomlTexts.h"
 #include "project/ProjectCompare.h"
 #include "project/data/CatalogueLibrary.h"
 
@@ -38,6 +39,7 @@ class UnattendedSession {
     headless_.world.databases = &databases_;
     headless_.world.rx900Utils = &rx900Utils_;
     headless_.world.catalogue = &catalogue_;
+    headless_.world.keyedTexts = &keyedTexts_;
     headless_.world.appDirectory = posix::ProgramDirectory();
     headless_.world.catalogueCopyDirectory = copyPlace_.Directory();
     headless_.world.workDirectory = JoinPath(posix::StateDirectory(), "work");
@@ -96,8 +98,15 @@ class UnattendedSession {
   static void Require(bool holds, const std::string& words) {
     if (!holds) throw StepFailed(words);
   }
-  void RequireBox(const char* text) {
-    Require(headless_.boxes.Count(text) > 0, std::string("no word of \"") + text + "\"");
+  // A box of this step begins so; figures stand behind it.
+  void RequireBox(const std::string& beginning) {
+    const auto& shown = headless_.boxes.shown;
+    std::string last;
+    for (std::size_t i = boxesBefore_; i < shown.size(); ++i) {
+      last = shown[i].text;
+      if (last.starts_with(beginning)) return;
+    }
+    throw StepFailed("no word of \"" + beginning + "\", but: " + last);
   }
   void Expect(const std::string& status, const std::string& what) {
     const std::string shown = Window().Panel(StatusPanel::status);
@@ -127,6 +136,7 @@ class UnattendedSession {
   sqlcipher::SqlcipherDatabases databases_;
   StandardRx900Utils rx900Utils_;
   CatalogueLibrary catalogue_;
+  toml_texts::TomlTexts keyedTexts_;
   posix::PosixSerialPort port_;
   headless::OnlyInstance instance_;
   MainModule module_;

@@ -3,10 +3,12 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QClipboard>
+#include <QGridLayout>
 #include <QLabel>
 #include <QMessageBox>
 #include <QScreen>
 #include <QShortcut>
+#include <QVBoxLayout>
 #include <algorithm>
 
 #include "platform/qt/HelpWindow.h"
@@ -87,6 +89,33 @@ void FitToLines(QMessageBox& box) {
   label->setMinimumWidth(std::min(longest, room));
 }
 
+QCheckBox* CheckFor(BoxTick& tick, QMessageBox& box) {
+  auto* const check = new QCheckBox(ToQt(tick.caption), &box);
+  check->setChecked(tick.on);
+  QObject::connect(check, &QCheckBox::toggled, &box, [&tick](bool on) { tick.on = on; });
+  return check;
+}
+
+// The box has a place for one tick: the others come below it, in a column that takes that place.
+void ShowBelow(QCheckBox& first, BoxTick& second, QMessageBox& box) {
+  auto* const grid = qobject_cast<QGridLayout*>(box.layout());
+  const int index = grid == nullptr ? -1 : grid->indexOf(&first);
+  if (index < 0) return;
+  int row = 0;
+  int column = 0;
+  int rows = 1;
+  int columns = 1;
+  grid->getItemPosition(index, &row, &column, &rows, &columns);
+  auto* const place = new QWidget(&box);
+  auto* const below = new QVBoxLayout(place);
+  below->setContentsMargins(0, 0, 0, 0);
+  below->addWidget(&first);
+  for (BoxTick* tick = &second; tick != nullptr; tick = tick->next) {
+    below->addWidget(CheckFor(*tick, box));
+  }
+  grid->addWidget(place, row, column, rows, columns);
+}
+
 }  // namespace
 
 BoxAnswer QtMessageBoxes::Show(BoxKind kind, BoxButtons buttons, const std::string& text,
@@ -107,12 +136,8 @@ BoxAnswer QtMessageBoxes::Show(BoxKind kind, BoxButtons buttons, const std::stri
   // A warning is not agreed to by a stray Enter.
   const bool grave = kind == BoxKind::exclamation || kind == BoxKind::graveQuestion;
   if (grave) box.setDefaultButton(choice.escape);
-  if (tick != nullptr) {
-    auto* const check = new QCheckBox(ToQt(tick->caption), &box);
-    check->setChecked(tick->on);
-    QObject::connect(check, &QCheckBox::toggled, &box, [tick](bool on) { tick->on = on; });
-    box.setCheckBox(check);
-  }
+  if (tick != nullptr) box.setCheckBox(CheckFor(*tick, box));
+  if (tick != nullptr && tick->next != nullptr) ShowBelow(*box.checkBox(), *tick->next, box);
   // An hourglass of the caller must not lie over the box.
   QApplication::setOverrideCursor(Qt::ArrowCursor);
   const int button = box.exec();
