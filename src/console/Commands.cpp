@@ -135,8 +135,8 @@ const Commands& AllCommands() {
   static const Commands kCommands = [] {
     Commands all = ProjectCommands();
     for (const Commands& group :
-         {SetCommands(), TextCommands(), ReportCommands(), RehearseCommands(), HardwareCommands(), HistoryCommands(),
-          MonitorCommands(), OnlineCommands(), LineCommands()}) {
+         {SetCommands(), TextCommands(), ReportCommands(), RehearseCommands(), HardwareCommands(),
+          HistoryCommands(), MonitorCommands(), OnlineCommands(), LineCommands()}) {
       all.insert(all.end(), group.begin(), group.end());
     }
     return all;
