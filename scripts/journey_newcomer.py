@@ -61,6 +61,10 @@ class Newcomer(Session):
         if self.box_in_front():
             raise Failure(f"behind the box {words!r} another one has come")
 
+    def question(self, words):
+        """What is agreed to here may be over at once, and tell so."""
+        super().box(words)
+
     def picture(self, name):
         if self.pictures:
             self.desktop.settle()
@@ -152,10 +156,20 @@ class Newcomer(Session):
 
     def index_table(self):
         child = self.open_tool("Index table", "Index Table")
-        for texts in (("pick", "A+40", "120"), ("place", "A+10", "80")):
-            for text in texts:
+        for label in ("pick", "place"):  # the labels first: Next is a list of them
+            self.cell(label)
+        self.desktop.keys("Up", "Up")
+        for texts, following in ((("A+40", "120", "ANNNN", "IT100", "1"), "place"),
+                                 (("A+10", "80", "NNNNN", "IT250", "1"), "END")):
+            self.desktop.keys("Right")
+            for column, text in enumerate(texts):
+                if column == 2:  # distance and speed of a registration stay as they are
+                    self.desktop.keys("Right", "Right")
                 self.cell(text, "Tab")
+            self.choose(following)
             self.desktop.keys("Home", "Down", "Right")
+        self.look()
+        self.picture("index-table")
         self.press("OK", within=child)
         self.child_gone("Index Table")
         self.state("Index table", "To download")
@@ -179,7 +193,7 @@ class Newcomer(Session):
     def download(self):
         self.state("Connect", "Online")
         self.take("Download")
-        self.box("will be downloaded to the controller.")
+        self.question("will be downloaded to the controller.")
         self.box("complete!", limit=120)
         for step in ("Machine", "Limits", "Index table", "Zone table", "Jog table"):
             self.state(step, "Delivered")
@@ -203,9 +217,9 @@ class Newcomer(Session):
     def tune(self):
         self.take("Tune")
         self.dialog("^Gain Tuning")
-        self.put("Parameters", "Speed loop gain (Hz)", "60")
+        self.put("Parameters", "Speed loop gain", "60")
         self.press("Download")
-        self.box("Existing gain tuning parameters in hardware will be overwritten!")
+        self.question("Existing gain tuning parameters in hardware will be overwritten!")
         self.box("complete!", limit=30)
         self.press("OK")
         self.desktop.gone("^Gain Tuning")

@@ -31,8 +31,11 @@ void frmMain::mnuToolsMonitoring_Click() {
     ShowExclamation("Monitoring can take place only if Terminal Emulator is closed.");
     return;
   }
-  OpenTool(ToolWindow::monitoring,
-           "Main.MonitoringOpen: ", [this] { return clsProject->Monitoring().Show_Monitoring(); });
+  OpenTool(ToolWindow::monitoring, "Main.MonitoringOpen: ", [this] {
+    clsHX7Monitoring& monitoring = clsProject->Monitoring();
+    if (!clsProject->IsAsNew(Tool::mechanicalSystem)) monitoring.PreferMachineUnits();
+    return monitoring.Show_Monitoring();
+  });
 }
 
 // The warning informs and does not ask: there is no way back from it, deliberately.

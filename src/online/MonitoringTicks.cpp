@@ -78,6 +78,10 @@ bool frmMonitoring::MonitorIO(Hardware eHW, Direction eIO, bool bState, std::str
 void frmMonitoring::EnableMonitorOption(int item, bool bState) {
   ui().lblValue_[item].SetEnabled(bState);
   ui().lblUnit_[item].SetEnabled(bState);
+  if (const auto place = PlaceAtGlance(item)) {
+    ui().lblLarge_[*place].SetEnabled(bState);
+    ui().lblLargeUnit_[*place].SetEnabled(bState);
+  }
 }
 
 void frmMonitoring::EnableLamps(int item, bool bState) {

@@ -11,6 +11,8 @@ class clsHX7Monitoring {
   clsHX7Monitoring();
 
   bool Show_Monitoring() { return frm_.Show(FormMode::modeless); }
+  // Before it is shown: the machine's units come first, unless the user has chosen others.
+  void PreferMachineUnits() { frm_.PreferMachineUnits(); }
   void BringToFront() { frm_.BringToFront(); }
   void Unload_Monitoring() { frm_.Unload(); }
   // A pass over the ticked items is under way: whoever needs the line, or ends the program, waits.

@@ -1,5 +1,7 @@
 #include "online/frmMonitoring.h"
 
+#include <algorithm>
+
 #include "link/DisplayError.h"
 #include "link/clsHX7Helix7.h"
 #include "platform/Events.h"
@@ -78,6 +80,7 @@ void frmMonitoring::FormLoad() {
     connections_ += ui().cmdAlarm_[i].Click.Connect([this, i] { cmdAlarm_Click(i); });
   }
   connections_ += ui().optUnits.Click.Connect([this](int index) {
+    chosenUnits_ = index == 1;
     units_.SetMachineUnits(index == 1);
     SetUnitsFields();
     ShowValues();
@@ -127,7 +130,7 @@ void frmMonitoring::KeepChoices() {
 
 void frmMonitoring::LoadUnits() {
   Project& project = OpenedProject();
-  const bool machineUnits = units_.AreMachineUnits();
+  const bool machineUnits = chosenUnits_.value_or(prefersMachineUnits_);
   units_ =
       MonitoredUnits(project, static_cast<float>(project.MechanicalSystemSister().FeedConstant()));
   units_.SetMachineUnits(machineUnits);
@@ -170,7 +173,30 @@ void frmMonitoring::SetUnitsFields() {
   for (int item = 0; item < kMonitoredValues; ++item) {
     ui().lblUnit_[item].SetText(
         units_.UnitOf(MonitoredItems()[static_cast<std::size_t>(item)].kind));
+    if (const auto place = PlaceAtGlance(item)) {
+      ui().lblLargeUnit_[*place].SetText(ui().lblUnit_[item].Text());
+    }
   }
+}
+
+std::optional<int> frmMonitoring::PlaceAtGlance(int item) {
+  constexpr std::array<int, 3> kItems{0, 7, 9};  // position, speed, torque
+  const auto* const found = std::ranges::find(kItems, item);
+  if (found == kItems.end()) return std::nullopt;
+  return static_cast<int>(found - kItems.begin());
+}
+
+void frmMonitoring::PutText(int item, const std::string& text) {
+  ui().lblValue_[item].SetText(text);
+  const auto place = PlaceAtGlance(item);
+  if (place) ui().lblLarge_[*place].SetText(text);
+}
+
+void frmMonitoring::PutTone(int item, Tone tone, const std::string& tip) {
+  ui().lblValue_[item].SetTone(tone);
+  ui().lblValue_[item].SetToolTip(tip);
+  const auto place = PlaceAtGlance(item);
+  if (place) ui().lblLarge_[*place].SetTone(tone);
 }
 
 void frmMonitoring::ClearMonitoredList() {
@@ -180,7 +206,7 @@ void frmMonitoring::ClearMonitoredList() {
   latest_.clear();
   ui().lblAge.SetText("");
   for (int item = 0; item < kMonitoredValues; ++item) {
-    ui().lblValue_[item].SetText("0");
+    PutText(item, "0");
     EnableMonitorOption(item, false);
   }
   for (int item = kStatusItem; item < kAlarmItem; ++item) EnableLamps(item, false);
@@ -315,14 +341,14 @@ void frmMonitoring::ShowValue(int item, std::int32_t raw) {
   SetTones(item, true);
   chart_.Add(item, Seconds(), raw);
   const ValueKind kind = MonitoredItems()[static_cast<std::size_t>(item)].kind;
-  ui().lblValue_[item].SetText(units_.Text(raw, kind));
+  PutText(item, units_.Text(raw, kind));
 }
 
 // After a change of units.
 void frmMonitoring::ShowValues() {
   for (int item = 0; item < kMonitoredValues; ++item) {
     const ValueKind kind = MonitoredItems()[static_cast<std::size_t>(item)].kind;
-    ui().lblValue_[item].SetText(units_.Text(raw_[static_cast<std::size_t>(item)], kind));
+    PutText(item, units_.Text(raw_[static_cast<std::size_t>(item)], kind));
   }
   ShowChart(true);
 }
@@ -337,8 +363,7 @@ void frmMonitoring::SetTones(int item, bool live) {
   const std::string& readAt = readAt_[static_cast<std::size_t>(item)];
   const std::string tip = live || readAt.empty() ? "" : "As of " + readAt;
   if (item < kStatusItem) {
-    ui().lblValue_[item].SetTone(live ? Tone::normal : Tone::faint);
-    ui().lblValue_[item].SetToolTip(tip);
+    PutTone(item, live ? Tone::normal : Tone::faint, tip);
     return;
   }
   const auto bits = static_cast<std::uint32_t>(raw_[static_cast<std::size_t>(item)]);

@@ -7,6 +7,7 @@
 
 #include <array>
 #include <functional>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -28,6 +29,8 @@ class frmMonitoring final : public WindowOf<layouts::frmMonitoring> {
   // A pass over the items is under way.
   [[nodiscard]] bool NotDone() const { return blnNotDone_; }
   void StopTimer() { blnMonitor_ = false; }
+  // The project has a machine: its units come first, until the user has chosen others.
+  void PreferMachineUnits() { prefersMachineUnits_ = true; }
   // One pass over the ticked items.
   void UpdateData();
 
@@ -71,6 +74,11 @@ class frmMonitoring final : public WindowOf<layouts::frmMonitoring> {
   bool UpdateAlarm();
   void ShowValue(int item, std::int32_t raw);
   void ShowValues();
+  // The text of a value, or a colour and a tip, where it stands; position, speed and torque stand
+  // large too.
+  void PutText(int item, const std::string& text);
+  void PutTone(int item, Tone tone, const std::string& tip);
+  [[nodiscard]] static std::optional<int> PlaceAtGlance(int item);
   void DisplayLEDs(int eOption, std::int32_t lngValue);
   // What is not live stays on show, grey, with the time when it was true.
   void SetTones(int item, bool live);
@@ -115,6 +123,8 @@ class frmMonitoring final : public WindowOf<layouts::frmMonitoring> {
   bool blnNotInitialAlarm_ = false;
   std::set<std::string> told_;  // words of failures that last
   bool blnNotDone_ = false;
+  bool prefersMachineUnits_ = false;
+  std::optional<bool> chosenUnits_;  // by the user: those of the machine
   bool looping_ = false;
   std::array<bool, kMonitoredItems> blnUpdate_{};
   std::array<std::int32_t, kAlarmItem> raw_{};
