@@ -42,3 +42,10 @@ function(velmoor_library folder)
     target_link_libraries(${target} ${scope} velmoor_${dependency})
   endforeach()
 endfunction()
+
+# A program compiles with the precompiled header of the Qt adapters. That serves code of its own kind
+# of addresses alone: later compilers refuse it to any other.
+function(velmoor_reuse_qt_header target)
+  target_compile_options(${target} PRIVATE -fPIC)
+  target_precompile_headers(${target} REUSE_FROM velmoor_platform_qt)
+endfunction()
