@@ -4,6 +4,7 @@
 
 #include "platform/Csv.h"
 #include "platform/Numbers.h"
+#include "platform/Thinned.h"
 
 namespace velmoor {
 
@@ -20,23 +21,7 @@ std::vector<Recording::Sample> Recording::Between(double from, double to, int mo
   auto last = std::lower_bound(first, samples_.end(), to, isBefore);
   if (first != samples_.begin()) --first;
   if (last != samples_.end()) ++last;
-  const auto count = static_cast<std::size_t>(last - first);
-  // Two samples stand for a group.
-  const std::size_t group = 2 * count / static_cast<std::size_t>(std::max(most, 2)) + 1;
-  if (group <= 2) return {first, last};
-  std::vector<Sample> thinned;
-  for (auto at = first; at < last; at += static_cast<std::ptrdiff_t>(group)) {
-    const auto end = last - at > static_cast<std::ptrdiff_t>(group)
-                         ? at + static_cast<std::ptrdiff_t>(group)
-                         : last;
-    auto [least, greatest] = std::minmax_element(
-        at, end, [](const Sample& a, const Sample& b) { return a.raw < b.raw; });
-    if (greatest < least) std::swap(least, greatest);
-    thinned.push_back(*least);
-    if (least != greatest) thinned.push_back(*greatest);
-    if (end == last) break;
-  }
-  return thinned;
+  return Thinned(first, last, most, [](const Sample& sample) { return sample.raw; });
 }
 
 // ---- all of them

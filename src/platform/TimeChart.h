@@ -8,16 +8,34 @@
 
 namespace velmoor {
 
+enum class LaneShape {
+  curve,   // a line over a scale, with head and values
+  states,  // low where a point has the value 0, high where it has another, until the next point
+  bars     // stretches with a word in each
+};
+
+struct TimeBar {
+  double from = 0, to = 0;  // s
+  std::string text;
+  bool operator==(const TimeBar&) const = default;
+};
+
+// Curves share the height that the others leave, which are as high as a line of text.
 struct TimeLane {
   std::string name;                // "Motor Speed"
-  std::string unit;                // may be empty
-  int decimals = 0;                // of the values that are told
-  std::vector<ChartPoint> points;  // x in seconds, ascending
+  std::string unit = {};           // may be empty; of curves
+  int decimals = 0;                // of the values that are told; of curves
+  std::vector<ChartPoint> points;  // x in seconds, ascending; none of bars
+  LaneShape shape = LaneShape::curve;
+  std::vector<TimeBar> bars = {};  // ascending
 };
 
 struct TimeChartData {
   std::vector<TimeLane> lanes;
-  double from = 0, to = 1;  // s: the stretch that is shown
+  double from = 0, to = 1;            // s: the stretch that is shown
+  std::vector<ChartMark> marks = {};  // across all lanes, ascending
+  // The stretch that is set off, in s; equal: none.
+  double shadeFrom = 0, shadeTo = 0;
 };
 
 class TimeChart : public Control {

@@ -65,5 +65,37 @@ TEST_F(TimeChartWidgetTest, ThePictureShowsTheLane) {
   EXPECT_NE(with, without);
 }
 
+// Each against a picture that lacks the one thing.
+TEST_F(TimeChartWidgetTest, StatesBarsMarksAndAShadeAreSeen) {
+  QtTimeChart chart(widget);
+  const auto picture = [&chart](const TimeChartData& data) {
+    chart.Show(data, "");
+    return chart.Picture();
+  };
+  TimeChartData data{.lanes = {{.name = "POUT0", .points = {{0, 0}}, .shape = LaneShape::states},
+                               {.name = "Zone", .points = {}, .shape = LaneShape::bars}},
+                     .from = 0,
+                     .to = 10};
+  std::string before = picture(data);
+  const auto differs = [&](const char* what) {
+    const std::string now = picture(data);
+    EXPECT_NE(now, before) << what;
+    before = now;
+  };
+  data.lanes[0].points = {{0, 0}, {4, 1}};
+  differs("a state that is high from then on");
+  data.lanes[1].bars = {{2, 5, "1"}};
+  differs("a bar");
+  data.lanes[1].bars = {{2, 5, "2"}};
+  differs("its word");
+  data.marks = {{6, "1"}};
+  differs("a mark");
+  data.shadeFrom = 1;
+  data.shadeTo = 3;
+  differs("a shade");
+  QTest::mouseMove(&widget, QPoint(400, 20));
+  differs("the state under the pointer, in words");
+}
+
 }  // namespace
 }  // namespace velmoor::qt

@@ -42,6 +42,18 @@ const ChartPoint* ValueAt(const TimeLane& lane, double time) {
   return after == lane.points.begin() ? nullptr : &*std::prev(after);
 }
 
+// What a lane without a scale is at `time`; empty: nothing.
+QString WordAt(const TimeLane& lane, double time) {
+  if (lane.shape == LaneShape::states) {
+    const ChartPoint* const point = ValueAt(lane, time);
+    if (point == nullptr) return {};
+    return point->y != 0 ? QStringLiteral("on") : QStringLiteral("off");
+  }
+  const auto bar = std::ranges::find_if(
+      lane.bars, [time](const TimeBar& each) { return each.from <= time && time < each.to; });
+  return bar == lane.bars.end() ? QString() : ToQt(bar->text);
+}
+
 }  // namespace
 
 TimeChartWidget::TimeChartWidget(QWidget* parent) : QWidget(parent) {
@@ -91,18 +103,10 @@ void TimeChartWidget::paintEvent(QPaintEvent*) {
                      emptyText_);
     return;
   }
+  DrawShade(painter);
   DrawTimes(painter);
-  const double height = area.height() / static_cast<double>(data_.lanes.size());
-  // The uppermost value stands half above its line.
-  const double head = 1.5 * fontMetrics().height() + kGap / 2.0;
-  for (std::size_t i = 0; i < data_.lanes.size(); ++i) {
-    const QRectF whole(area.left(), area.top() + static_cast<double>(i) * height, area.width(),
-                       height);
-    const QColor color = LaneColor(i);
-    DrawHead(painter, data_.lanes[i],
-             QRectF(whole.topLeft(), QSizeF(whole.width(), fontMetrics().height())), color);
-    DrawLane(painter, data_.lanes[i], whole.adjusted(0, head, 0, -kGap), color);
-  }
+  DrawLanes(painter);
+  DrawMarks(painter);
   if (cursor_ && area.contains(QPointF(*cursor_, area.center().y()))) {
     painter.setPen(QPen(palette().color(QPalette::Text), 1, Qt::DashLine));
     painter.drawLine(QPointF(*cursor_, area.top()), QPointF(*cursor_, area.bottom()));
@@ -111,6 +115,64 @@ void TimeChartWidget::paintEvent(QPaintEvent*) {
     painter.setPen(palette().color(QPalette::Highlight));
     painter.setBrush(Qt::NoBrush);
     painter.drawRect(rect().adjusted(0, 0, -1, -1));
+  }
+}
+
+void TimeChartWidget::DrawLanes(QPainter& painter) const {
+  const QRectF area = Area();
+  const double line = fontMetrics().height();
+  const double compact = line + kGap;
+  // The words of the marks stand above all lanes.
+  double top = area.top() + (data_.marks.empty() ? 0 : line);
+  const auto curves = std::ranges::count(data_.lanes, LaneShape::curve, &TimeLane::shape);
+  const auto others = static_cast<double>(data_.lanes.size()) - static_cast<double>(curves);
+  const double height = (area.bottom() - top - others * compact) / static_cast<double>(curves);
+  // The uppermost value stands half above its line.
+  const double head = 1.5 * line + kGap / 2.0;
+  for (std::size_t i = 0; i < data_.lanes.size(); ++i) {
+    const TimeLane& lane = data_.lanes[i];
+    const QColor color = LaneColor(i);
+    const bool curve = lane.shape == LaneShape::curve;
+    const QRectF whole(area.left(), top, area.width(), curve ? height : compact);
+    top = whole.bottom();
+    if (curve) {
+      DrawHead(painter, lane, QRectF(whole.topLeft(), QSizeF(whole.width(), line)), color);
+      DrawCurve(painter, lane, whole.adjusted(0, head, 0, -kGap), color);
+      continue;
+    }
+    const QRectF inner = whole.adjusted(0, kGap / 2.0, 0, -kGap / 2.0);
+    DrawName(painter, lane, inner, color);
+    painter.save();
+    painter.setClipRect(inner.adjusted(0, -1, 0, 1));
+    if (lane.shape == LaneShape::states) {
+      DrawStates(painter, lane, inner, color);
+    } else {
+      DrawBars(painter, lane, inner, color);
+    }
+    painter.restore();
+  }
+}
+
+void TimeChartWidget::DrawShade(QPainter& painter) const {
+  if (data_.shadeFrom >= data_.shadeTo) return;
+  const QRectF area = Area();
+  const QRectF stretch(PlaceOf(data_.shadeFrom), area.top(),
+                       PlaceOf(data_.shadeTo) - PlaceOf(data_.shadeFrom), area.height());
+  painter.fillRect(stretch & area, Faded(palette().color(QPalette::Highlight), 50));
+}
+
+void TimeChartWidget::DrawMarks(QPainter& painter) const {
+  const QRectF area = Area();
+  for (const ChartMark& mark : data_.marks) {
+    if (mark.x < data_.from || mark.x > data_.to) continue;
+    const double x = PlaceOf(mark.x);
+    const QString text = ToQt(mark.text);
+    const double width = fontMetrics().horizontalAdvance(text) + kGap;
+    painter.setPen(QPen(TextColor(Tone::alarm, palette()), 1, Qt::DotLine));
+    painter.drawLine(QPointF(x, area.top()), QPointF(x, area.bottom()));
+    const double left = std::clamp(x - width / 2, area.left(), area.right() - width);
+    painter.drawText(QRectF(left, area.top(), width, fontMetrics().height()), Qt::AlignCenter,
+                     text);
   }
 }
 
@@ -154,8 +216,8 @@ void TimeChartWidget::DrawHead(QPainter& painter, const TimeLane& lane, const QR
   painter.drawText(head, Qt::AlignRight | Qt::AlignVCenter, value);
 }
 
-void TimeChartWidget::DrawLane(QPainter& painter, const TimeLane& lane, const QRectF& area,
-                               const QColor& color) const {
+void TimeChartWidget::DrawCurve(QPainter& painter, const TimeLane& lane, const QRectF& area,
+                                const QColor& color) const {
   if (lane.points.empty() || area.height() < 4) return;
   const auto [lowest, highest] = std::ranges::minmax_element(lane.points, {}, &ChartPoint::y);
   const int line = fontMetrics().height();
@@ -183,6 +245,59 @@ void TimeChartWidget::DrawLane(QPainter& painter, const TimeLane& lane, const QR
   painter.setBrush(Qt::NoBrush);
   painter.drawPath(path);
   painter.restore();
+}
+
+void TimeChartWidget::DrawName(QPainter& painter, const TimeLane& lane, const QRectF& area,
+                               const QColor& color) const {
+  QString text = ToQt(lane.name);
+  const QString word = cursor_ ? WordAt(lane, TimeAt(*cursor_)) : QString();
+  if (!word.isEmpty()) text += QStringLiteral(": ") + word;
+  const double room = area.left() - 2 * kGap;
+  painter.setPen(color);
+  painter.drawText(QRectF(kGap, area.top(), room, area.height()), Qt::AlignRight | Qt::AlignVCenter,
+                   fontMetrics().elidedText(text, Qt::ElideRight, static_cast<int>(room)));
+}
+
+// High is filled, so that it is told from low where the line is not seen to rise.
+void TimeChartWidget::DrawStates(QPainter& painter, const TimeLane& lane, const QRectF& area,
+                                 const QColor& color) const {
+  for (std::size_t i = 0; i < lane.points.size(); ++i) {
+    const bool last = i + 1 == lane.points.size();
+    const double left = std::max(PlaceOf(lane.points[i].x), area.left());
+    const double right =
+        std::min(last ? area.right() : PlaceOf(lane.points[i + 1].x), area.right());
+    if (right < left) continue;
+    const bool high = lane.points[i].y != 0;
+    const double y = high ? area.top() : area.bottom();
+    if (high) {
+      painter.fillRect(QRectF(left, y, right - left, area.height()), Faded(color, 70));
+    }
+    painter.setPen(QPen(color, 1.5));
+    painter.drawLine(QPointF(left, y), QPointF(right, y));
+    const bool changes = !last && high != (lane.points[i + 1].y != 0);
+    if (changes) painter.drawLine(QPointF(right, area.top()), QPointF(right, area.bottom()));
+  }
+}
+
+void TimeChartWidget::DrawBars(QPainter& painter, const TimeLane& lane, const QRectF& area,
+                               const QColor& color) const {
+  for (const TimeBar& bar : lane.bars) {
+    const double left = std::max(PlaceOf(bar.from), area.left());
+    const double right = std::min(PlaceOf(bar.to), area.right());
+    if (right < left) continue;
+    const QRectF box(left, area.top(), right - left, area.height());
+    painter.setPen(QPen(color, 1));
+    painter.setBrush(Faded(color, 50));
+    painter.drawRect(box);
+    const QString text = ToQt(bar.text);
+    const double room = box.width() - kGap;
+    // A bar that is too narrow for its first sign is told by the pointer alone.
+    if (room < fontMetrics().averageCharWidth()) continue;
+    painter.setPen(palette().color(QPalette::Text));
+    painter.drawText(box, Qt::AlignCenter,
+                     fontMetrics().elidedText(text, Qt::ElideRight, static_cast<int>(room)));
+  }
+  painter.setBrush(Qt::NoBrush);
 }
 
 // ---- the user

@@ -38,7 +38,17 @@ class TimeChartWidget final : public QWidget {
   [[nodiscard]] double PlaceOf(double time) const;
   [[nodiscard]] double SecondsFor(double pixels) const;
   void DrawTimes(QPainter& painter) const;
-  void DrawLane(QPainter& painter, const TimeLane& lane, const QRectF& area,
+  void DrawShade(QPainter& painter) const;
+  void DrawMarks(QPainter& painter) const;
+  void DrawLanes(QPainter& painter) const;
+  void DrawCurve(QPainter& painter, const TimeLane& lane, const QRectF& area,
+                 const QColor& color) const;
+  void DrawStates(QPainter& painter, const TimeLane& lane, const QRectF& area,
+                  const QColor& color) const;
+  void DrawBars(QPainter& painter, const TimeLane& lane, const QRectF& area,
+                const QColor& color) const;
+  // In the margin: the name, and what it is under the pointer.
+  void DrawName(QPainter& painter, const TimeLane& lane, const QRectF& area,
                 const QColor& color) const;
   void DrawHead(QPainter& painter, const TimeLane& lane, const QRectF& head,
                 const QColor& color) const;
