@@ -25,6 +25,7 @@ constexpr std::array kOthers{
     HelpTopic{"frmDialogPosition", "", "tables.md", "position"},
     HelpTopic{"frmDialogEvent", "", "tables.md", "event"},
     HelpTopic{"frmDialogPOut", "", "tables.md", "outputs"},
+    HelpTopic{"frmRehearsal", "", "rehearsal.md", "in-the-window"},
     HelpTopic{"frmDialogStop", "", "transfers.md", "stopping-a-transfer"},
     HelpTopic{"frmCompare", "", "transfers.md", "comparing"},
     HelpTopic{"frmHistory", "", "transfers.md", "the-history"},

@@ -31,6 +31,7 @@
 #include "platform/SingleInstance.h"
 #include "platform/World.h"
 #include "project/SessionState.h"
+#include "rehearsal/frmRehearsal.h"
 #include "reports/clsHX7Print.h"
 #include "windows/EditTarget.h"
 
@@ -177,6 +178,11 @@ class frmMain final : public SessionState, private Desk {
   };
   void ShowCompared(const ComparedSide& first, const ComparedSide& second, bool takes);
 
+  // ---- the programme without hardware (frmMainRehearsal.cpp)
+  [[nodiscard]] frmRehearsal::Hooks HooksOfRehearsal();
+  [[nodiscard]] clsHX7Project* ProjectToRehearse();
+  void GoToStep(int step, bool front);
+
   // ---- the line (frmMainLine.cpp)
   [[nodiscard]] LineWorkplace::Hooks HooksOfLine();
   void mnuLineOpen_Click();
@@ -199,8 +205,9 @@ class frmMain final : public SessionState, private Desk {
   void mnuFileOpen_Click();
   void mnuFileClose_Click();
   void mnuFileSave_Click();
-  // Offers to apply what was edited in windows (frmMainEdit.cpp). False: nothing shall be saved.
-  bool ApplyPending();
+  // Offers to apply what was edited in windows (frmMainEdit.cpp): `offer` asks behind their names.
+  // False: nothing shall be done.
+  bool ApplyPending(const std::string& offer);
   // False: the file is not as this session knows it, and the user keeps it as it is.
   bool SaveProject();
   void mnuFileSaveAs_Click();
@@ -364,6 +371,7 @@ class frmMain final : public SessionState, private Desk {
   StartPage startPage_{{.choose = [this](MainCommand command) { OnCommand(command); },
                         .open = [this](int place) { OpenRecent(place); }}};
   frmLog log_;
+  frmRehearsal rehearsal_{HooksOfRehearsal()};
   Operations operations_{*this, *this};
   LineWorkplace workplace_{*this, HooksOfLine()};
   std::optional<LineSettings> beforeLine_;  // of the session, before it talked to an axis of a line

@@ -53,7 +53,7 @@ void frmMain::UpdateEditIconToolButtons() {
   }
 }
 
-bool frmMain::ApplyPending() {
+bool frmMain::ApplyPending(const std::string& offer) {
   std::vector<GridWindow*> pending;
   std::string names;
   for (const ToolInfo& info : Tools()) {
@@ -64,9 +64,8 @@ bool frmMain::ApplyPending() {
     names += "\r" + std::string(info.item);
   }
   if (pending.empty()) return true;
-  const BoxAnswer answer =
-      AskYesNoCancel("What was edited in these windows was not applied yet:" + names +
-                     "\r\rDo you wish to apply and save it?  No saves the project without it.");
+  const BoxAnswer answer = AskYesNoCancel(
+      "What was edited in these windows was not applied yet:" + names + "\r\r" + offer);
   if (answer != BoxAnswer::yes) return answer == BoxAnswer::no;
   return std::ranges::all_of(pending, [](GridWindow* window) { return window->CommitPending(); });
 }

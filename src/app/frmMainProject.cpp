@@ -71,7 +71,8 @@ void frmMain::mnuFileClose_Click() {
 void frmMain::mnuFileSave_Click() {
   if (!clsProject) return;
   clsProject->RefuseSaving();
-  if (!ApplyPending() || !clsProject->NeedsSaving()) return;
+  if (!ApplyPending("Do you wish to apply and save it?  No saves the project without it.")) return;
+  if (!clsProject->NeedsSaving()) return;
   if (!SaveProject()) return;
   UpdateStatusText("Project " + Quoted(clsProject->Title()) + " saved.");
 }
@@ -203,6 +204,7 @@ bool frmMain::CloseForAnother(const std::string& strFileName, bool askIfSame) {
 
 void frmMain::DropProject() {
   projectConnections_.Clear();
+  rehearsal_.Forget();
   operations_.ForgetProject();
   compared_.reset();
   clsProject.reset();

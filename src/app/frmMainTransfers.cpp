@@ -52,6 +52,8 @@ void frmMain::RunRequest(Tool tool, WindowRequest what) {
       return RunWindowCommand(MainCommand::mnuFileSave, [this] { mnuFileSave_Click(); });
     case WindowRequest::compare:
       return RunWindowCommand(MainCommand::mnuToolsCompare, [this] { (void)Compare(); });
+    case WindowRequest::rehearse:
+      return rehearsal_.Rehearse();
   }
 }
 

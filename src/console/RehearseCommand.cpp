@@ -12,6 +12,7 @@
 #include "platform/World.h"
 #include "project/data/UnitConversion.h"
 #include "rehearsal/Rehearsal.h"
+#include "rehearsal/RehearsalRecord.h"
 
 namespace velmoor {
 namespace {
@@ -64,37 +65,6 @@ std::string Seconds(double seconds) {
   return FixedText(seconds, 3);
 }
 
-// The samples as lines, in the project's units.
-class Record {
- public:
-  explicit Record(const clsHX7Project& project) : units_(UnitsOf(project)) {
-    text_ = CsvLine({"time (s)", "step", "position (" + units_.Word(UnitKind::distance) + ")",
-                     "speed (1/min)", "following error (" + units_.Word(UnitKind::distance) + ")",
-                     "torque (%)", "POUT0", "POUT1", "POUT2", "POUT3", "POUT4", "zone"});
-  }
-
-  void Add(const RehearsalSample& sample) {
-    CsvRow row{Seconds(sample.seconds),
-               NumberText(sample.step),
-               units_.Shown(sample.position, UnitKind::distance),
-               NumberText(sample.speed),
-               units_.Shown(sample.error, UnitKind::distance),
-               NumberText(sample.torque)};
-    constexpr unsigned kOutputs = 5;
-    for (unsigned i = 0; i < kOutputs; ++i) {
-      row.emplace_back(((sample.outputs >> i) & 1U) != 0 ? "1" : "0");
-    }
-    row.push_back(NumberText(sample.zone));
-    text_ += CsvLine(row);
-  }
-
-  [[nodiscard]] const std::string& Text() const { return text_; }
-
- private:
-  Units units_;
-  std::string text_;
-};
-
 // Times in s, positions in the project's unit, the torque in % of the rated one.
 void PrintSteps(const Context& context, clsHX7Project& project, const RehearsalResult& result) {
   using Kind = JsonField::Kind;
@@ -140,7 +110,7 @@ bool RehearseProject(const Context& context) {
   if (!ReadInputs(context, order) || !work.Open(context.Argument(1))) return false;
   const std::string path = out ? world().files->Absolute(*out) : std::string();
   if (out && world().files->Exists(path)) RequireAgreement(context);
-  Record record(work.project());
+  RehearsalRecord record(UnitsOf(work.project()));
   const RehearsalResult result =
       Rehearse(work.project(), order, [&](const RehearsalSample& sample) {
         if (out) record.Add(sample);

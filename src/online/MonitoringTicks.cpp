@@ -6,13 +6,12 @@
 #include "link/DisplayError.h"
 #include "link/clsHX7Helix7.h"
 #include "online/frmMonitoring.h"
-#include "platform/FileDialogs.h"
-#include "platform/Files.h"
 #include "platform/MessageBoxes.h"
 #include "platform/Numbers.h"
 #include "platform/Trapped.h"
 #include "platform/World.h"
 #include "session/Session.h"
+#include "windows/SaveAs.h"
 
 namespace velmoor {
 namespace {
@@ -247,16 +246,12 @@ void frmMonitoring::cmdSavePicture_Click() {
 
 void frmMonitoring::SaveChartAs(const std::string& what, const std::string& suffix,
                                 const char* prefix, const std::function<std::string()>& bytes) {
-  Trapped(prefix, [&] {
-    const auto path = world().dialogs->SaveFile({.title = "Save " + what,
-                                                 .filter = what + " (*." + suffix + ")|*." + suffix,
-                                                 .defaultSuffix = suffix,
-                                                 .initialDirectory = {},
-                                                 .initialName = "monitoring." + suffix},
-                                                true);
-    if (path) world().files->WriteDurably(*path, bytes());
-    return true;
-  });
+  (void)SaveAs({.title = "Save " + what,
+                .filter = what + " (*." + suffix + ")|*." + suffix,
+                .defaultSuffix = suffix,
+                .initialDirectory = {},
+                .initialName = "monitoring." + suffix},
+               prefix, bytes);
 }
 
 }  // namespace velmoor

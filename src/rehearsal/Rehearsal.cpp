@@ -8,11 +8,8 @@
 
 #include "platform/Numbers.h"
 #include "project/clsHX7Project.h"
-#include "project/data/UnitConversion.h"
 #include "rehearsal/RehearsedAmplifier.h"
 #include "session/Session.h"
-#include "simulator/axis/AxisSettings.h"
-#include "simulator/memory/TableForms.h"
 
 namespace velmoor {
 namespace {
@@ -37,25 +34,36 @@ std::string SecondsText(double seconds) {
   return FixedText(seconds, 3) + " s";
 }
 
-// One rehearsal under way.
-class Run {
- public:
-  Run(clsHX7Project& project, const RehearsalOrder& order,
-      const std::function<void(const RehearsalSample&)>& sink)
-      : project_(project), order_(order), sink_(sink), amplifier_(project) {}
+}  // namespace
 
-  RehearsalResult Go() {
+class Rehearsal::Run {
+ public:
+  Run(clsHX7Project& project, RehearsalOrder order,
+      std::function<void(const RehearsalSample&)> sink)
+      : order_(std::move(order)), sink_(std::move(sink)), programme_(project), amplifier_(project) {
     for (const std::string& line : amplifier_.Refused()) {
       Find(Kind::refused, 0, line + ": the amplifier does not take this value");
     }
-    if (Prepare()) {
-      while (!over_) Tick();
-    }
+    over_ = !Prepare();
+  }
+
+  bool GoOn(double seconds) {
+    const double until = seconds_ + seconds;
+    while (!over_ && seconds_ < until) Tick();
+    return !over_;
+  }
+
+  RehearsalResult End() {
+    const bool whole = over_;
+    over_ = true;
     Close(false);
     JudgeSteps();
-    TellUnreached();
+    if (whole) TellUnreached();
     return std::move(result_);
   }
+
+  [[nodiscard]] double Seconds() const { return seconds_; }
+  [[nodiscard]] const RehearsedProgramme& Programme() const { return programme_; }
 
  private:
   // ---- the beginning
@@ -73,7 +81,9 @@ class Run {
     axis_.SetInput("IN2", 0, mode == 1);
     for (const std::string& input : InputNames()) Put({{}, {}, input, input == "S-ON"});
     ApplyDue();
-    if (!axis_.SwitchServo(true) || !axis_.StartProgramme()) {
+    std::optional<std::size_t> row;
+    if (order_.startStep > 0) row = static_cast<std::size_t>(order_.startStep) - 1;
+    if (!axis_.SwitchServo(true) || !axis_.StartProgramme(row)) {
       Find(Kind::refused, 0, "The programme cannot be started");
       return false;
     }
@@ -129,7 +139,8 @@ class Run {
     result_.seconds = seconds_;
     if (over_) return;
     if (WaitsInVain()) {
-      Find(Kind::event, step_, "the event " + Text(step_, clsHX7Position::event) + " never comes");
+      Find(Kind::event, step_,
+           "the event " + programme_.Text(step_, clsHX7Position::event) + " never comes");
       over_ = true;
     } else if (seconds_ >= order_.longest) {
       Find(Kind::event, step_, "the programme has not ended after " + SecondsText(order_.longest));
@@ -159,7 +170,7 @@ class Run {
   // The programme is where it has been in this pass: it begins again. The repetitions of one step
   // are no pass.
   bool EndsPass(int step) {
-    const bool repeats = step == step_ && ++repetitions_ < Number(step, clsHX7Position::loop);
+    const bool repeats = step == step_ && ++repetitions_ < programme_.Loop(step);
     if (!repeats) repetitions_ = 0;
     const auto known = passBegin_.find(step);
     if (repeats || known == passBegin_.end()) {
@@ -181,7 +192,7 @@ class Run {
     step.ended = goesOn || !axis_.IsProgrammeRunning();
     step.endPosition = Read("PUN");
     open_ = false;
-    if (goesOn && profileMoves_ && step.wantedSpeed > 0 && OnlyWaits(step.step)) {
+    if (goesOn && profileMoves_ && step.wantedSpeed > 0 && programme_.OnlyWaits(step.step)) {
       Find(Kind::cut, step.step,
            "the next step begins " + SecondsText(step.end - step.begin) +
                " after this one, before its move is over");
@@ -192,7 +203,7 @@ class Run {
     const bool moves = (static_cast<std::uint32_t>(Read("STS")) & kProfileDone) == 0;
     profileMoves_ = moves;
     if (!axis_.Programme().AwaitsEvent()) waitsSince_ = seconds_;
-    if (moves && !IsEndless(step_)) waitsSince_ = seconds_;
+    if (moves && !programme_.IsEndless(step_)) waitsSince_ = seconds_;
     if (!open_) return;
     RehearsedStep& step = result_.steps.back();
     if (moves) step.moved = seconds_ - step.begin;
@@ -238,41 +249,14 @@ class Run {
     sink_(sample);
   }
 
-  // ---- what the table says
-
-  [[nodiscard]] const std::string& Text(int step, int column) const {
-    return project_.Position().Stored(step).cells[static_cast<std::size_t>(column)];
-  }
-  [[nodiscard]] const std::string& Sent(int step, int column) const {
-    return project_.Position().Stored(step).controller[static_cast<std::size_t>(column)];
-  }
-  [[nodiscard]] std::int64_t Number(int step, int column) const {
-    return TableNumber(Sent(step, column));
-  }
-  [[nodiscard]] bool IsEndless(int step) const {
-    return step > 0 && Sent(step, clsHX7Position::position).ends_with("INFINITE");
-  }
+  // min^-1 of the motor, by the table; 0: it has no move.
   [[nodiscard]] double WantedSpeed(int step) const {
-    const std::string& position = Sent(step, clsHX7Position::position);
-    if (position.empty() || position == "-" || position == "STOP") return 0;
     constexpr double kMinute = 60;
-    return CountsPerSecond(static_cast<double>(Number(step, clsHX7Position::speed))) * kMinute /
-           amplifier_.CountsPerTurn();
-  }
-  // The event is a time alone, which looks at no move.
-  [[nodiscard]] bool OnlyWaits(int step) const {
-    return Sent(step, clsHX7Position::event).starts_with("T");
-  }
-  [[nodiscard]] double Dwell(int step) const {
-    constexpr double kMilliseconds = 1000;
-    const std::string& event = Sent(step, clsHX7Position::event);
-    const std::size_t time = event.find('T');
-    if (time == std::string::npos) return 0;
-    return static_cast<double>(TableNumber(event.substr(time + 1))) / kMilliseconds;
+    return programme_.WantedSpeed(step) * kMinute / amplifier_.CountsPerTurn();
   }
   [[nodiscard]] std::string SpeedText(double turnsPerMinute) const {
     constexpr double kThousand = 1000;
-    const Units units = UnitsOf(project_);
+    const Units& units = programme_.InUnits();
     return units.Shown(turnsPerMinute * amplifier_.CountsPerTurn() / kThousand, UnitKind::speed) +
            " " + units.Word(UnitKind::speed);
   }
@@ -289,7 +273,7 @@ class Run {
     for (const RehearsedStep& step : result_.steps) {
       const bool moved = step.wantedSpeed > 0 && step.moved > 0;
       if (!step.ended || !moved || !judged.insert(step.step).second) continue;
-      const double dwell = Dwell(step.step);
+      const double dwell = programme_.Dwell(step.step);
       if (dwell > step.moved) {
         FindAt(Kind::dwell, step,
                "its dwell of " + SecondsText(dwell) + " is longer than its move of " +
@@ -310,16 +294,16 @@ class Run {
 
   void TellUnreached() {
     std::string steps;
-    for (int step = 1; step <= project_.Position().RowsInArray(); ++step) {
-      if (Sent(step, clsHX7Position::position).empty() || reached_.contains(step)) continue;
+    for (int step = 1; step <= programme_.Steps(); ++step) {
+      if (programme_.IsBlank(step) || reached_.contains(step)) continue;
       steps += (steps.empty() ? "" : ", ") + NumberText(step);
     }
     if (!steps.empty()) Find(Kind::unreached, 0, "Never run: " + steps);
   }
 
-  clsHX7Project& project_;
-  const RehearsalOrder& order_;
-  const std::function<void(const RehearsalSample&)>& sink_;
+  const RehearsalOrder order_;
+  const std::function<void(const RehearsalSample&)> sink_;
+  const RehearsedProgramme programme_;
   RehearsedAmplifier amplifier_;
   SimulatedAxis& axis_ = amplifier_.Axis();
   RehearsalResult result_;
@@ -340,7 +324,27 @@ class Run {
   bool over_ = false;
 };
 
-}  // namespace
+Rehearsal::Rehearsal(clsHX7Project& project, RehearsalOrder order,
+                     std::function<void(const RehearsalSample&)> sink)
+    : run_(std::make_unique<Run>(project, std::move(order), std::move(sink))) {}
+
+Rehearsal::~Rehearsal() = default;
+
+bool Rehearsal::GoOn(double seconds) {
+  return run_->GoOn(seconds);
+}
+
+RehearsalResult Rehearsal::End() {
+  return run_->End();
+}
+
+double Rehearsal::Seconds() const {
+  return run_->Seconds();
+}
+
+const RehearsedProgramme& Rehearsal::Programme() const {
+  return run_->Programme();
+}
 
 std::string_view WordOf(RehearsalFinding::Kind kind) {
   return std::ranges::find(kKindWords, kind, &KindWord::kind)->word;
@@ -354,7 +358,9 @@ std::vector<std::string> FindingWords() {
 
 RehearsalResult Rehearse(clsHX7Project& project, const RehearsalOrder& order,
                          const std::function<void(const RehearsalSample&)>& sink) {
-  return Run(project, order, sink).Go();
+  Rehearsal rehearsal(project, order, sink);
+  while (rehearsal.GoOn(1)) continue;
+  return rehearsal.End();
 }
 
 }  // namespace velmoor

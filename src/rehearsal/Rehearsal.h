@@ -8,11 +8,13 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "rehearsal/InputScript.h"
+#include "rehearsal/RehearsedProgramme.h"
 
 namespace velmoor {
 
@@ -20,6 +22,7 @@ class clsHX7Project;
 
 struct RehearsalOrder {
   std::vector<ScriptedInput> inputs;
+  int startStep = 0;     // from 1; 0: where the amplifier starts by itself
   int passes = 1;        // of a programme that begins again
   double patience = 5;   // s: an event that does not come for so long, and nothing is planned
   double longest = 600;  // s: then it is ended
@@ -37,6 +40,7 @@ struct RehearsalSample {
   std::uint32_t zone = 0;
 };
 inline constexpr double kSampleSeconds = 0.001;
+inline constexpr unsigned kRehearsedOutputs = 5;
 
 struct RehearsedStep {
   int step = 0;                   // from 1
@@ -80,7 +84,32 @@ struct RehearsalResult {
   int cycleStep = 0;
 };
 
-// Each sample goes to `sink`, a millisecond after the one before. The project stays as it is.
+// One rehearsal under way. What the project becomes meanwhile changes nothing: it was read when
+// this was made.
+class Rehearsal {
+ public:
+  // Each sample goes to `sink`, a millisecond after the one before. Throws NumberError where the
+  // project's units are none.
+  Rehearsal(clsHX7Project& project, RehearsalOrder order,
+            std::function<void(const RehearsalSample&)> sink);
+  ~Rehearsal();
+  Rehearsal(const Rehearsal&) = delete;
+  Rehearsal& operator=(const Rehearsal&) = delete;
+
+  // Lets so many seconds pass. False: it is over.
+  bool GoOn(double seconds);
+  // What there is of it, once; it is over then. Steps that were not reached are told of a rehearsal
+  // that ended by itself alone.
+  [[nodiscard]] RehearsalResult End();
+  [[nodiscard]] double Seconds() const;
+  [[nodiscard]] const RehearsedProgramme& Programme() const;
+
+ private:
+  class Run;
+  std::unique_ptr<Run> run_;
+};
+
+// The whole at once.
 [[nodiscard]] RehearsalResult Rehearse(clsHX7Project& project, const RehearsalOrder& order,
                                        const std::function<void(const RehearsalSample&)>& sink);
 

@@ -307,6 +307,12 @@ void TableWindow::Import(const std::string& text) {
   if (grid().FinishEdit() && Accepted(ImportText(text))) EditDone();
 }
 
+void TableWindow::GoToRow(int row) {
+  if (!IsOpen() || !grid().FinishEdit()) return;
+  grid().SetCurrent(row, 1);
+  grid().RowColChange.Raise();
+}
+
 void TableWindow::ExportFile() {
   const auto path = world().dialogs->SaveFile(
       {"Export " + info_.caption, kCsvFilter, "csv", "", info_.caption + ".csv"}, true);

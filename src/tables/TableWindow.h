@@ -38,6 +38,9 @@ class TableWindow : public GridWindow, public EditTarget {
   // What was edited has been stored: undo begins anew.
   void EditsApplied();
 
+  // The row from 1 becomes the current one, where no edit is open that is refused.
+  void GoToRow(int row);
+
   // Takes a text of comma-separated values as an edit of the window, which must be on show.
   void Import(const std::string& text);
 

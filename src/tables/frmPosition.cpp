@@ -62,6 +62,8 @@ void frmPosition::FormLoad() {
   TableWindow::FormLoad();
   Connect(ui(), layouts::frmPosition::Id::mnuTableInsert, [this] { InsertRow(); });
   Connect(ui(), layouts::frmPosition::Id::mnuTableDelete, [this] { DeleteRow(); });
+  connections_ +=
+      ui().cmdRehearse.Click.Connect([this] { Requested.Raise(WindowRequest::rehearse); });
   connections_ += grid().CellButton.Connect([this](int row, int column) {
     if (grid().FinishEdit()) LaunchPopUp(row, column - 1);
   });

@@ -106,6 +106,9 @@ TEST_F(Windows, ShowAllOfThemselves) {
   }
   Choose("mnuToolsIndexerPosition");
   PositionDialogs();
+  Child("frmPosition").findChild<QPushButton*>(QStringLiteral("cmdRehearse"))->click();
+  PauseInSec(1);
+  Look();
   CloseChildren();
   const auto nothing = [] {};
   for (const char* const command :
