@@ -61,6 +61,7 @@ void MeasureProject(Workbench& bench);
 void MeasureStart(Workbench& bench);
 void MeasureWindows(Workbench& bench);
 void MeasureReport(Workbench& bench);
+void MeasureRehearsal(Workbench& bench);
 void MeasureLine(Workbench& bench);
 void MeasureMemory(Workbench& bench);
 

@@ -33,6 +33,7 @@ constexpr Section kSections[] = {
     {"start", "Start of the programs", MeasureStart},
     {"windows", "Windows and edits", MeasureWindows},
     {"report", "The report of a full project", MeasureReport},
+    {"rehearsal", "Rehearsal, and the same live", MeasureRehearsal},
     {"line", "Sixteen axes on one line, at 38400 bit/s", MeasureLine},
     {"memory", "Resident memory", MeasureMemory},
 };
