@@ -39,6 +39,7 @@ constexpr std::array kOthers{
     HelpTopic{"frmServoJog", "", "test-run.md", "the-window"},
     HelpTopic{"frmHomePosition", "", "test-run.md", "home-position"},
     HelpTopic{"frmMonitoring", "", "monitoring.md", "the-window"},
+    HelpTopic{"frmAlarms", "", "monitoring.md", "alarms-without-a-project"},
     HelpTopic{"frmProductInfo", "", "monitoring.md", "product-information"},
     HelpTopic{"frmTerminal", "", "terminal.md", "the-window"},
     HelpTopic{"frmTerminalOptions", "", "terminal.md", "terminal-options"},

@@ -19,8 +19,9 @@ enum class ToolWindow : std::size_t {
   inertiaRatio,
   communicationsSettings,
   homePosition,
+  alarms,
 };
-inline constexpr std::size_t kToolWindows = 7;
+inline constexpr std::size_t kToolWindows = 8;
 
 enum class Module { testRun = 0, indexer = 1, tuning = 2, monitoring = 3, editor = 4 };
 

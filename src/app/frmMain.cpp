@@ -165,6 +165,7 @@ const std::vector<frmMain::CommandEntry>& frmMain::Commands() {
       {mnuToolsServoJog, &Handle<&frmMain::mnuToolsServoJog_Click>},
       {mnuToolsInertiaRatio, &Handle<&frmMain::mnuToolsInertiaRatio_Click>},
       {mnuToolsHomePosition, &Handle<&frmMain::mnuToolsHomePosition_Click>},
+      {mnuToolsAlarms, &Handle<&frmMain::mnuToolsAlarms_Click>},
       {mnuToolsProductInformation, &Handle<&frmMain::mnuToolsProductInformation_Click>},
       {mnuToolsUploadAll,
        [](frmMain& window) {

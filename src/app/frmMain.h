@@ -320,7 +320,10 @@ class frmMain final : public SessionState, private Desk {
   void InertiaRatioOpenModal();
   void mnuToolsHomePosition_Click();
   void HomePositionOpenModal();
+  void mnuToolsAlarms_Click();
   void mnuToolsProductInformation_Click();
+  // False: another window uses the line, of which the user was told.
+  [[nodiscard]] bool MayAskAmplifier(const std::string& what);
   void ProductInfoOpenModal();
   // The commands that open a tool beside the main window or upload one tool. False: no such
   // command.

@@ -61,6 +61,7 @@ constexpr MainCommand kInitialCommands[] = {
     MainCommand::mnuLineSearch,
     MainCommand::mnuToolsCommunicationsSettings,
     MainCommand::mnuToolsSimulated,
+    MainCommand::mnuToolsAlarms,
     MainCommand::mnuToolsProductInformation,
 };
 // Entries that need a connected amplifier; the transfers connect by themselves.

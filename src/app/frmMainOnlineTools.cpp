@@ -3,6 +3,7 @@
 #include "app/frmMain.h"
 #include "link/DisplayError.h"
 #include "link/clsHX7Helix7.h"
+#include "online/frmAlarms.h"
 #include "online/frmHomePosition.h"
 #include "online/frmProductInfo.h"
 #include "platform/MessageBoxes.h"
@@ -118,13 +119,26 @@ void frmMain::HomePositionOpenModal() {
   });
 }
 
+bool frmMain::MayAskAmplifier(const std::string& what) {
+  if (!ToolOpened(ToolWindow::monitoring) && !ToolOpened(ToolWindow::terminal)) return true;
+  ShowExclamation(what +
+                  " can only be viewed when\r"
+                  "Monitoring and Terminal Emulator are closed.");
+  return false;
+}
+
+// Without a project too: an alarm is looked at before anything else.
+void frmMain::mnuToolsAlarms_Click() {
+  if (!MayAskAmplifier("Alarms")) return;
+  if (!operations_.connection.GoOnlineFor("The alarms cannot be read!")) return;
+  OpenModalTool(ToolWindow::alarms, "Main.AlarmsOpenModal: ", [] {
+    frmAlarms window;
+    window.Show(FormMode::modal);
+  });
+}
+
 void frmMain::mnuToolsProductInformation_Click() {
-  if (ToolOpened(ToolWindow::monitoring) || ToolOpened(ToolWindow::terminal)) {
-    ShowExclamation(
-        "Product Information can only be viewed when\r"
-        "Monitoring and Terminal Emulator are closed.");
-    return;
-  }
+  if (!MayAskAmplifier("Product Information")) return;
   if (!ToolOpened(ToolWindow::productInfo)) ProductInfoOpenModal();
 }
 

@@ -28,23 +28,7 @@ std::string TimeOfDay() {
 }  // namespace
 
 // The history as the grid shows it.
-class frmMonitoring::HistoryGrid final : public ReadOnlyGridSource {
- public:
-  explicit HistoryGrid(const std::vector<AlarmReading>& rows) : rows_(rows) {}
-  [[nodiscard]] int Rows() const override { return static_cast<int>(rows_.size()) + 1; }
-  [[nodiscard]] int Columns() const override { return 3; }
-  [[nodiscard]] std::string Text(int row, int column) const override {
-    static constexpr const char* kHeadings[] = {"Alarm", "Status Code", "Panel Display"};
-    if (row == 0) return kHeadings[column];
-    const AlarmReading& entry = rows_.at(static_cast<std::size_t>(row) - 1);
-    return column == 0 ? entry.name : column == 1 ? entry.code : entry.display;
-  }
-
- private:
-  const std::vector<AlarmReading>& rows_;
-};
-
-frmMonitoring::frmMonitoring() : historyGrid_(std::make_unique<HistoryGrid>(history_)) {}
+frmMonitoring::frmMonitoring() = default;
 frmMonitoring::~frmMonitoring() = default;
 
 double frmMonitoring::Seconds() const {
@@ -69,7 +53,7 @@ void frmMonitoring::FormLoad() {
     label->SetText("");
   }
   history_.clear();
-  ui().vsHistory.Bind(historyGrid_.get());
+  ui().vsHistory.Bind(&historyGrid_);
   ui().vsHistory.SetColumnShare(kDisplayColumn);
   UpdateAlarmHistoryComment();
   for (int item = 0; item < kMonitoredItems; ++item) {

@@ -14,7 +14,7 @@
 
 #include "layouts/frmMonitoring.h"
 #include "link/ResultCode.h"
-#include "online/AlarmReadings.h"
+#include "online/AlarmHistoryGrid.h"
 #include "online/MonitoredItems.h"
 #include "online/StripChart.h"
 #include "windows/Window.h"
@@ -42,7 +42,6 @@ class frmMonitoring final : public WindowOf<layouts::frmMonitoring> {
   void FormUnload() override;
 
  private:
-  class HistoryGrid;
   enum class Hardware { VKLM = 0, RX900 = 1 };
   enum class Direction { input = 0, output = 1 };
 
@@ -131,7 +130,7 @@ class frmMonitoring final : public WindowOf<layouts::frmMonitoring> {
   std::array<std::string, kAlarmItem> readAt_{};  // "09:02:18"; empty: not read yet
   std::string latest_;                            // of them
   std::vector<AlarmReading> history_;
-  std::unique_ptr<HistoryGrid> historyGrid_;
+  AlarmHistoryGrid historyGrid_{history_};
   StripChart chart_;
   double opened_ = 0;      // s of the monotonic clock
   double chartShown_ = 0;  // s since opened

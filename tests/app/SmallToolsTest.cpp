@@ -110,6 +110,24 @@ TEST_F(SmallTools, OnlyAnAbsoluteEncoderThatIsUsedAsOneCanBeReset) {
   }
 }
 
+TEST_F(SmallTools, AlarmsAreLookedAtWithoutAProject) {
+  Main().Choose("mnuFileClose");
+  Amplifier().State().alarm.current = "A.40";
+  Amplifier().State().alarm.error = "E210";
+  With("mnuToolsAlarms", "frmAlarms", [this](headless::HeadlessForm& form) {
+    EXPECT_TRUE(form.label("lblNow").Text().starts_with("A.40: ")) << form.label("lblNow").Text();
+    EXPECT_EQ(form.label("lblNow").TextTone(), Tone::alarm);
+    EXPECT_TRUE(form.label("lblCard").Text().starts_with("E210")) << form.label("lblCard").Text();
+    form.Press("cmdReset");
+    EXPECT_EQ(form.label("lblNow").TextTone(), Tone::good) << form.label("lblNow").Text();
+    line.faults.Add({.kind = FaultKind::notGood, .match = "ALM0"});
+    form.Press("cmdRead");
+    EXPECT_NE(form.label("lblHistory").Text().find("ALM0"), std::string::npos)
+        << form.label("lblHistory").Text();
+    form.Press("cmdExit");
+  });
+}
+
 TEST_F(SmallTools, TheProductInformationIsWhatTheHardwareSays) {
   With("mnuToolsProductInformation", "frmProductInfo", [](headless::HeadlessForm& form) {
     Texts shown;

@@ -120,8 +120,9 @@ TEST_F(Windows, ShowAllOfThemselves) {
     InDialog(ChangeResolution);
   });
   Choose("mnuToolsOnline");
-  for (const char* const command : {"mnuToolsServoJog", "mnuToolsHomePosition",
-                                    "mnuToolsInertiaRatio", "mnuToolsProductInformation"}) {
+  for (const char* const command :
+       {"mnuToolsServoJog", "mnuToolsHomePosition", "mnuToolsInertiaRatio", "mnuToolsAlarms",
+        "mnuToolsProductInformation"}) {
     Choose(command, nothing);
   }
   Choose("mnuToolsCompare", nothing);

@@ -1,0 +1,31 @@
+// The alarms of the connected amplifier, without a project: what it shows now, the error of its
+// card, and its history. Reads as it opens and when it is asked to.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "layouts/frmAlarms.h"
+#include "online/AlarmHistoryGrid.h"
+#include "windows/Window.h"
+
+namespace velmoor {
+
+class frmAlarms final : public WindowOf<layouts::frmAlarms> {
+ protected:
+  void FormLoad() override;
+
+ private:
+  // Every part by itself: what cannot be read is told in its place, with the cause.
+  void Read();
+  void ReadNow();
+  void ReadCard();
+  void ReadHistory();
+  void cmdReset_Click();
+  void cmdClear_Click();
+
+  std::vector<AlarmReading> history_;
+  AlarmHistoryGrid historyGrid_{history_};
+};
+
+}  // namespace velmoor
