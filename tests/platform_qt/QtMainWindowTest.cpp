@@ -3,6 +3,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMainWindow>
+#include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTemporaryDir>
@@ -15,6 +16,7 @@
 #include "platform/MainWindow.h"
 #include "platform/MessageBoxes.h"
 #include "platform/World.h"
+#include "platform/qt/QtAppearance.h"
 #include "platform/qt/QtText.h"
 
 namespace velmoor::qt {
@@ -38,6 +40,25 @@ TEST_F(QtMainWindowTest, RecentEntriesHideEmptyPlacesAndTheirSeparator) {
   EXPECT_EQ(places, std::vector<int>{2});
   main_->SetRecentEntries({"", ""});
   EXPECT_FALSE(Widget<QAction>("recentSeparator").isVisible());
+}
+
+// The text is white there; an icon in the colours of the other rows could hardly be seen.
+TEST_F(QtMainWindowTest, AHighlightedRowOfAMenuHasItsIconInTheColourOfItsText) {
+  QMenu menu;
+  QAction* const row = menu.addAction(ProgramIcon(QStringLiteral("upload")), QString());
+  menu.resize(menu.sizeHint());
+  menu.setActiveAction(row);
+  const QImage image = menu.grab(menu.actionGeometry(row).adjusted(3, 3, -3, -3)).toImage();
+  constexpr int kBright = 200;
+  constexpr int kDark = 60;
+  int bright = 0;
+  for (int y = 0; y < image.height(); ++y) {
+    for (int x = 0; x < image.width(); ++x) {
+      bright += image.pixelColor(x, y).lightness() > kBright ? 1 : 0;
+      EXPECT_GT(image.pixelColor(x, y).lightness(), kDark) << x << "," << y;
+    }
+  }
+  EXPECT_GT(bright, 10);
 }
 
 TEST_F(QtMainWindowTest, ClosingRunsBothEventsAndOnlyThenEnds) {

@@ -8,6 +8,7 @@
 #include <QProxyStyle>
 #include <QStyleFactory>
 #include <QStyleOptionButton>
+#include <QStyleOptionMenuItem>
 #include <QVariant>
 #include <QWidget>
 #include <algorithm>
@@ -93,6 +94,21 @@ class Style final : public QProxyStyle {
                 QStyleHintReturn* data) const override {
     if (hint == SH_DialogButtonBox_ButtonsHaveIcons || hint == SH_EtchDisabledText) return 0;
     return QProxyStyle::styleHint(hint, option, widget, data);
+  }
+
+  // The row of a menu under the pointer is highlighted; its icon is asked for as that of a tool
+  // under the pointer, which is not.
+  void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                   const QWidget* widget) const override {
+    const auto* const item = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
+    const bool selected = element == CE_MenuItem && item != nullptr && !item->icon.isNull() &&
+                          item->state.testFlags(State_Selected | State_Enabled);
+    if (!selected) return QProxyStyle::drawControl(element, option, painter, widget);
+    QStyleOptionMenuItem highlighted(*item);
+    const int size = pixelMetric(PM_SmallIconSize, option, widget);
+    const qreal ratio = painter->device()->devicePixelRatioF();
+    highlighted.icon = QIcon(item->icon.pixmap(QSize(size, size), ratio, QIcon::Selected));
+    QProxyStyle::drawControl(element, &highlighted, painter, widget);
   }
 
   void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,

@@ -150,8 +150,7 @@ class IconEngine final : public QIconEngine {
     painter->translate(rect.topLeft());
     painter->scale(rect.width() / 24.0, rect.height() / 24.0);
     for (const Shape& shape : *shapes_) {
-      const bool accent = shape.accent && mode != QIcon::Disabled;
-      const QColor color = palette.color(group, accent ? QPalette::Link : QPalette::ButtonText);
+      const QColor color = palette.color(group, RoleOf(shape, mode));
       painter->setPen(shape.filled ? QPen(Qt::NoPen)
                                    : QPen(color, 1.8, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
       painter->setBrush(shape.filled ? QBrush(color) : QBrush(Qt::NoBrush));
@@ -171,6 +170,12 @@ class IconEngine final : public QIconEngine {
   QIconEngine* clone() const override { return new IconEngine(shapes_); }
 
  private:
+  // On a highlighted row all of it is as its text.
+  static QPalette::ColorRole RoleOf(const Shape& shape, QIcon::Mode mode) {
+    if (mode == QIcon::Selected) return QPalette::HighlightedText;
+    return shape.accent && mode != QIcon::Disabled ? QPalette::Link : QPalette::ButtonText;
+  }
+
   std::shared_ptr<const std::vector<Shape>> shapes_;
 };
 
