@@ -25,6 +25,8 @@ struct MonitoredItem {
 
 inline constexpr int kMonitoredItems = 16;
 inline constexpr int kMonitoredValues = 10;  // the first ones, shown as numbers
+inline constexpr int kPositionItem = 0;
+inline constexpr int kSpeedItem = 7;
 inline constexpr int kStatusItem = 10;
 inline constexpr int kAlarmItem = 15;  // has words of its own and no entry in the list
 

@@ -52,12 +52,15 @@ ResultCode MotorWatch::AskNext() {
   clsHX7Helix7& helix = *gMainForm->Helix7();
   helix.SetTimeOut(kTimeOut);
   ResultCode result = kSuccess;
+  latest_.reset();
   switch (kTurns.at(static_cast<std::size_t>(turn_))) {
     case Question::speed:
       result = Ask(ValueCommand::motorSpeed, speed_, speedKnown_);
+      if (speedKnown_) latest_ = Reading{kSpeedItem, speed_};
       break;
     case Question::position:
       result = Ask(ValueCommand::currentPosition, position_, positionKnown_);
+      if (positionKnown_) latest_ = Reading{kPositionItem, position_};
       break;
     case Question::alarm:
       result = ReadAlarm(alarm_);

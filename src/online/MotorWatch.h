@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 #include "link/ResultCode.h"
@@ -24,6 +25,13 @@ class MotorWatch {
   ResultCode AskNext();
   // What was read is not known any more.
   void Forget();
+  struct Reading {
+    int item;  // of MonitoredItems()
+    std::int32_t raw;
+  };
+  // What the last question has told; nothing where it failed, or asked for the alarm.
+  [[nodiscard]] const std::optional<Reading>& Latest() const { return latest_; }
+  [[nodiscard]] const MonitoredUnits& InMachineUnits() const { return machineUnits_; }
 
   [[nodiscard]] bool IsAlarm() const;  // or a warning
   // An alarm has taken the servo off; a warning (A.9x) does not.
@@ -43,6 +51,7 @@ class MotorWatch {
   std::int32_t speed_ = 0;     // rpm, forward positive
   std::int32_t position_ = 0;  // reference units
   AlarmReading alarm_;
+  std::optional<Reading> latest_;
 };
 
 }  // namespace velmoor

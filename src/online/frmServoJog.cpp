@@ -46,6 +46,10 @@ std::optional<std::int32_t> SpeedIn(const std::string& text) {
   }
 }
 
+double Seconds() {
+  return std::chrono::duration<double>(world().clock->Monotonic()).count();
+}
+
 }  // namespace
 
 frmServoJog::~frmServoJog() {
@@ -84,7 +88,19 @@ void frmServoJog::FormLoad() {
   Project& project = OpenedProject();
   const auto feed = static_cast<float>(project.MechanicalSystemSister().FeedConstant());
   watch_ = MotorWatch(MonitoredUnits(project, feed), blnCWForward_);
+  chart_ = {};
+  opened_ = Seconds();
+  TimeChart& chart = ui().chtMotion;
+  connections_ += chart.Zoom.Connect([this](double time, double factor) {
+    chart_.Zoom(time, factor);
+    ShowChart();
+  });
+  connections_ += chart.Pan.Connect([this](double seconds) {
+    chart_.Pan(seconds);
+    ShowChart();
+  });
   ShowMotion();
+  ShowChart();
   timer_ = world().forms->NewTimer();
   timer_->SetInterval(kWatch);
   connections_ += timer_->Tick.Connect([this] { tmrWatch_Timer(); });
@@ -263,6 +279,10 @@ void frmServoJog::StopMotion(const char* words) {
 
 void frmServoJog::tmrWatch_Timer() {
   const ResultCode result = watch_.AskNext();
+  if (const auto& read = watch_.Latest()) {
+    chart_.Add(read->item, Seconds() - opened_, read->raw);
+    ShowChart();
+  }
   const bool silent = result == kPortNotOpen || result == kNoResponse;
   if (silent) watch_.Forget();
   timer_->SetInterval(silent ? kWatchSilence : kWatch);
@@ -284,6 +304,12 @@ void frmServoJog::ShowMotion() {
   alarm.SetText(watch_.AlarmText());
   alarm.SetTone(watch_.IsAlarm() ? Tone::alarm : Tone::normal);
   ui().cmdResetAlarm.SetEnabled(watch_.IsAlarm());
+}
+
+void frmServoJog::ShowChart() {
+  TimeChart& chart = ui().chtMotion;
+  chart.Show(chart_.Visible(watch_.InMachineUnits(), chart.WidthInPoints()),
+             "Speed and position are drawn here.");
 }
 
 void frmServoJog::cmdResetAlarm_Click() {

@@ -13,6 +13,7 @@
 #include "layouts/frmServoJog.h"
 #include "link/LinkFailure.h"
 #include "online/MotorWatch.h"
+#include "online/StripChart.h"
 #include "windows/Window.h"
 
 namespace velmoor {
@@ -55,6 +56,7 @@ class frmServoJog final : public WindowOf<layouts::frmServoJog> {
   void StopMotion(const char* words);
   void tmrWatch_Timer();
   void ShowMotion();
+  void ShowChart();
   void cmdResetAlarm_Click();
   void txtSpeed_Change();
   void txtSpeed_Validate(bool& Cancel);
@@ -70,6 +72,8 @@ class frmServoJog final : public WindowOf<layouts::frmServoJog> {
   bool blnMouseUp_ = true;
   bool stopping_ = false;  // a button that is let go meanwhile needs no stop of its own
   MotorWatch watch_;
+  StripChart chart_;
+  double opened_ = 0;  // s of the monotonic clock
   std::int16_t iCWIndex_ = 0;
   std::int32_t lngRefUnitSpeed_ = 0;  // 1000 reference units a minute
   std::int32_t lngSpeed_ = 10;        // rpm, as typed

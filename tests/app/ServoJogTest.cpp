@@ -110,6 +110,11 @@ TEST_F(ServoJog, TheWindowTellsWhatTheMotorDoes) {
                        .Text()
                        .substr(0, form.label("lblActualPosition").Text().find(' ')));
     EXPECT_GT(position.value_or(0), 1000);
+    const auto& lanes = form.timeChart("chtMotion").shown.lanes;
+    ASSERT_EQ(lanes.size(), 2U);
+    EXPECT_EQ(lanes[0].name + ", " + lanes[1].name, "Current Position, Motor Speed");
+    EXPECT_EQ(lanes[1].points.front().y, 0) << "before it moved";
+    EXPECT_GT(lanes[1].points.back().y, 0);
     form.LetGo("cmdJog_1");
     ExpectStandsStill();
     EXPECT_EQ(shown()[0], "Standing");
