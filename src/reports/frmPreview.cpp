@@ -41,12 +41,13 @@ void frmPreview::FormLoad() {
   for (const int zoom : kZooms) zooms.push_back(NumberText(zoom) + " %");
   ComboBox& list = ui().cmbZoom;
   list.SetItems(zooms);
-  list.SetListIndex(0);
+  // What is read first is the text, which a whole page on a screen makes too small.
+  list.SetListIndex(1);
   connections_ += list.Click.Connect([this] { ChooseZoom(); });
   connections_ += ui().txtPage.Validate.Connect([this](bool& keep) { TypePage(keep); });
   connections_ += pages().Moved.Connect([this] { ShowPlace(); });
   pages().Show(document_, paper_);
-  pages().FitPage();
+  pages().FitWidth();
   pages().SetFocus();
   ShowPlace();
   Loaded.Raise();

@@ -125,15 +125,16 @@ TEST_F(PrintTest, ThePreviewPagesAndZooms) {
     form.pageView("pvwPages").ScrollTo(3);
     EXPECT_EQ(form.textBox("txtPage").Text(), "3");
 
-    EXPECT_EQ(form.pageView("pvwPages").Zoom(), 60);
-    form.Press("cmdZoomIn");
-    EXPECT_EQ(form.comboBox("cmbZoom").Text(), "75 %");
-    form.Press("cmdZoomOut");
-    form.Press("cmdZoomOut");
-    form.Press("cmdZoomOut");
-    EXPECT_EQ(form.pageView("pvwPages").Zoom(), 25);
-    form.Select("cmbZoom", "Page width");
+    EXPECT_EQ(form.comboBox("cmbZoom").Text(), "Page width");
     EXPECT_EQ(form.pageView("pvwPages").Zoom(), 110);
+    form.Press("cmdZoomIn");
+    EXPECT_EQ(form.comboBox("cmbZoom").Text(), "125 %");
+    form.Press("cmdZoomOut");
+    form.Press("cmdZoomOut");
+    form.Press("cmdZoomOut");
+    EXPECT_EQ(form.pageView("pvwPages").Zoom(), 50);
+    form.Select("cmbZoom", "Whole page");
+    EXPECT_EQ(form.pageView("pvwPages").Zoom(), 60);
     form.Select("cmbZoom", "400 %");
     form.Press("cmdZoomIn");
     EXPECT_EQ(form.pageView("pvwPages").Zoom(), 400);
