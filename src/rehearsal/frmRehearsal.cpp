@@ -7,6 +7,7 @@
 #include "platform/Files.h"
 #include "platform/MessageBoxes.h"
 #include "platform/Numbers.h"
+#include "platform/ScopedFlag.h"
 #include "platform/Trapped.h"
 #include "platform/World.h"
 #include "project/clsHX7Project.h"
@@ -18,7 +19,7 @@ namespace {
 
 constexpr double kSlice = 0.05;  // s of the axis, between two looks at the clock
 constexpr int kSlicesPerTurn = 100;
-constexpr std::chrono::milliseconds kTurn{30};      // for which no event is served, at most
+constexpr std::chrono::milliseconds kTurn{30};     // for which no event is served, at most
 constexpr double kShortest = 0.1, kLongest = 600;  // s, that a rehearsal may take
 constexpr const char* kCsvFilter = "Comma-Separated Text (*.csv)|*.csv";
 
@@ -160,11 +161,16 @@ std::string frmRehearsal::Summary(bool byUser) const {
 }
 
 void frmRehearsal::ShowResult() {
+  const ScopedFlag showing(showing_);
   ui().vsSteps.Refresh();
   ui().vsFindings.Refresh();
   ui().lblFindings.SetText(result_.findings.empty() ? "Nothing was found." : "");
   ShowChart();
   OfferButtons();
+  if (result_.findings.empty()) return;
+  // The first one is set off at once; the index table stays where the user has it.
+  ui().vsFindings.SetCurrent(1, 0);
+  LookAtFinding(false);
 }
 
 void frmRehearsal::OfferButtons() {
@@ -219,7 +225,7 @@ void frmRehearsal::LookAtStep() {
   const RehearsedStep& step = result_.steps[static_cast<std::size_t>(row) - 1];
   chart_.PointAt(step.begin, step.end);
   ShowChart();
-  hooks_.goTo(step.step, false);
+  if (!showing_) hooks_.goTo(step.step, false);
 }
 
 // Its moment is set off with the step in which it was.
@@ -234,7 +240,7 @@ void frmRehearsal::LookAtFinding(bool front) {
   });
   if (step != result_.steps.end()) chart_.PointAt(step->begin, std::max(step->end, step->begin));
   ShowChart();
-  hooks_.goTo(finding.step, front);
+  if (!showing_) hooks_.goTo(finding.step, front);
 }
 
 // ---- the inputs

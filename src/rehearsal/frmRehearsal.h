@@ -68,6 +68,7 @@ class frmRehearsal final : public WindowOf<layouts::frmRehearsal> {
   std::unique_ptr<Rehearsal> run_;
   std::vector<RehearsalSample> samples_;  // of the run under way
   RehearsalResult result_;
+  bool showing_ = false;         // another result: no choice of the user
   Units units_;                  // of the result
   std::vector<int> startSteps_;  // of the choices behind the first
   RehearsalChart chart_;

@@ -49,11 +49,14 @@ class RehearsalWindow : public AppSession {
 };
 
 TEST_F(RehearsalWindow, LeadsFromAFindingToItsStepAndItsTime) {
+  const int row = Index().grid("vsFG").Row();
   Rehearse();
   EXPECT_EQ(Summary().substr(0, 11), "2 steps in ");
   EXPECT_TRUE(Summary().ends_with(" s, 2 findings.")) << Summary();
   EXPECT_EQ(Row("vsFindings", 1)[4], "the event SEL0T0 never comes");
   EXPECT_EQ(Row("vsFindings", 2)[4], "Never run: 3");
+  EXPECT_EQ(Window().label("lblFindings").Text(), "the event SEL0T0 never comes");
+  EXPECT_EQ(Index().grid("vsFG").Row(), row) << "where it was";
   Window().grid("vsFindings").SetCurrent(1, 0);
   Window().grid("vsFindings").RowColChange.Raise();
   EXPECT_EQ(Index().grid("vsFG").Row(), 2);
@@ -95,8 +98,7 @@ TEST_F(RehearsalWindow, TakesInputsAsTheyAreTyped) {
   // To a file and back.
   data.dialogs.answers.push_back(data.folder.At("inputs.csv"));
   Window().Press("cmdSaveInputs");
-  EXPECT_EQ(data.files.ReadAll(data.folder.At("inputs.csv")),
-            "at,input,state\r\nstep 2,SEL0,on\r\n");
+  EXPECT_EQ(data.files.ReadAll(data.folder.At("inputs.csv")), "at,input,state\nstep 2,SEL0,on\n");
   Window().grid("vsInputs").SetCurrent(1, 0);
   Window().Press("cmdDeleteInput");
   EXPECT_EQ(Row("vsInputs", 1)[0], "");
@@ -130,7 +132,10 @@ TEST_F(RehearsalWindow, RunsWhatIsAppliedAndBeginsWhereTheUserWishes) {
 
 TEST_F(RehearsalWindow, CanBeStoppedAndGoesWithItsProject) {
   Put("a,-,1,-,1,:::::,T1000,999,END\n");
-  Rehearse();
+  Index().Press("cmdRehearse");
+  PauseInSec(0.02F);
+  Window().Press("cmdStop");
+  EXPECT_TRUE(Summary().starts_with("Stopped.  ")) << Summary();
   Window().Type("txtLongest", "4000");
   Window().Press("cmdRun");
   EXPECT_EQ(Boxes(),
@@ -139,10 +144,6 @@ TEST_F(RehearsalWindow, CanBeStoppedAndGoesWithItsProject) {
   Again();
   EXPECT_EQ(Row("vsFindings", 1)[4], "the programme has not ended after 3.000 s");
   Window().Type("txtLongest", "600");
-  Window().Press("cmdRun");
-  PauseInSec(0.02F);
-  Window().Press("cmdStop");
-  EXPECT_TRUE(Summary().starts_with("Stopped.  ")) << Summary();
   Window().Press("cmdRun");
   data.boxes.Expect("All module forms will be unloaded.", BoxAnswer::ok);
   data.boxes.Expect("has not been saved yet.", BoxAnswer::no);
