@@ -150,7 +150,8 @@ std::string Look(const std::string& folder) {
   }
   for (const auto& entry : fs::directory_iterator(folder)) {
     const std::string name = entry.path().filename().string();
-    const bool known = name == "campaign.spj" || name == "other.spj" || name == "tempIdeInfo.mdb";
+    const bool known = name == "campaign.spj" || name == "other.spj" || name == "tempIdeInfo.mdb" ||
+                       name.ends_with(".history");
     if (!known) return name + " stays behind";
   }
   return "=" + std::to_string(generation);
