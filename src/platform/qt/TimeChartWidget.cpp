@@ -205,13 +205,17 @@ void TimeChartWidget::DrawHead(QPainter& painter, const TimeLane& lane, const QR
                                const QColor& color) const {
   QString text = ToQt(lane.name);
   if (!lane.unit.empty()) text += QStringLiteral(" (") + ToQt(lane.unit) + QStringLiteral(")");
-  painter.setPen(color);
-  painter.drawText(head, Qt::AlignLeft | Qt::AlignVCenter, text);
   const double time = cursor_ ? TimeAt(*cursor_) : data_.to;
-  const ChartPoint* const point = ValueAt(lane, time);
-  if (point == nullptr) return;
-  QString value = QString::number(point->y, 'f', lane.decimals);
-  if (cursor_) value = QString::number(point->x, 'f', 3) + QStringLiteral(" s:  ") + value;
+  QString value;
+  if (const ChartPoint* const point = ValueAt(lane, time)) {
+    if (cursor_) value = QString::number(point->x, 'f', 3) + QStringLiteral(" s:  ");
+    value += QString::number(point->y, 'f', lane.decimals);
+  }
+  // The value is seen whole.
+  const double room = head.width() - fontMetrics().horizontalAdvance(value) - kGap;
+  painter.setPen(color);
+  painter.drawText(head, Qt::AlignLeft | Qt::AlignVCenter,
+                   fontMetrics().elidedText(text, Qt::ElideRight, static_cast<int>(room)));
   painter.setPen(palette().color(QPalette::Text));
   painter.drawText(head, Qt::AlignRight | Qt::AlignVCenter, value);
 }
