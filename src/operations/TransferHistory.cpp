@@ -1,6 +1,7 @@
 #include "operations/TransferHistory.h"
 
 #include <algorithm>
+#include <filesystem>
 
 #include "platform/Files.h"
 #include "platform/KeyedText.h"
@@ -123,6 +124,13 @@ void TransferHistory::Read() {
   std::ranges::sort(entries_, {}, &HistoryEntry::number);
 }
 
+void TransferHistory::MakeFolder() const {
+  if (std::filesystem::is_symlink(std::filesystem::symlink_status(folder_))) {
+    throw FileError(folder_ + " is a link");
+  }
+  world().files->MakeDirectories(folder_);
+}
+
 void TransferHistory::Write() const {
   std::string text = std::string(kHead) + "next = " + NumberText(next_) + "\n";
   for (const HistoryEntry& entry : entries_) text += InText(entry);
@@ -157,7 +165,7 @@ std::string TransferHistory::KnownState(const std::string& axis) const {
 
 std::string TransferHistory::Keep(int number, const std::string& what, const std::string& source) {
   const std::string name = NumberText(number) + "-" + what + ".spj";
-  world().files->MakeDirectories(folder_);
+  MakeFolder();
   world().files->SaveDurably(source, PathOf(name), project_);
   return name;
 }
@@ -170,7 +178,7 @@ void TransferHistory::Put(const HistoryEntry& entry) {
     *place = entry;
   }
   next_ = std::max(next_, entry.number + 1);
-  world().files->MakeDirectories(folder_);
+  MakeFolder();
   DropOldest();
   Write();
 }

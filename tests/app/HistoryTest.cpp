@@ -208,6 +208,13 @@ TEST_F(History, NothingIsSentWhereKeepingFails) {
   DownloadAll(false);
   EXPECT_EQ(LastHead(), "Download All complete!");
   EXPECT_NE(Boxes().back().find("\rThe history could not be written: "), std::string::npos);
+  // Nor is a link followed that somebody has put there.
+  std::filesystem::remove(data.folder.At("line1.history"));
+  std::filesystem::create_directory(data.folder.At("elsewhere"));
+  std::filesystem::create_symlink(data.folder.At("elsewhere"), data.folder.At("line1.history"));
+  DownloadAll(false);
+  EXPECT_NE(Boxes().back().find("line1.history is a link"), std::string::npos);
+  EXPECT_TRUE(std::filesystem::is_empty(data.folder.At("elsewhere")));
 }
 
 TEST_F(History, AKilledProgramLeavesAnEntryAndTheOldestGo) {
