@@ -126,7 +126,7 @@ class OnlineSteps:
         """The amplifier holds another inertia ratio than the project now."""
         self.menu("t", "w")
         window = self.desktop.window("^Project and Hardware", 30)
-        self.control("Values of the project and of the hardware", "table")
+        self.control("Values of both sides", "table")
         self.control("180", into_tables=True)
         self.desktop.keys("Escape")
         self.desktop.gone("^Project and Hardware")
