@@ -182,8 +182,9 @@ class OnlineSteps:
         log = self.folder / "session.log"
         self.choose_file("^Save Log As$", log)
         lines = wait_for("the log", lambda: log.exists() and log.read_text().splitlines())
-        self.expect("the log", lines[:6], ["0PRM81B", "> 0PN81B=00500000", "PRM81B",
-                                           "> *** ERROR WITH AXIS ADDRESS! ***", "0ALM",
+        self.expect("the log", lines[:7], ["0PRM81B", "> 0PN81B=00500000", "PRM81B",
+                                           "> *** ERROR WITH AXIS ADDRESS! ***",
+                                           "> The address of the axis comes first: 0PRM81B", "0ALM",
                                            "> 0ALM INPOS"])
 
     def report(self):
