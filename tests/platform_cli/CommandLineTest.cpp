@@ -182,7 +182,10 @@ class CompletionTest : public testing::TestWithParam<const char*> {
     return lines;
   }
   std::string Write(const ProgramTable& table, const std::string& shell) const {
-    const std::string path = testing::TempDir() + "completion-" + table.name + "." + shell;
+    // By test: several of them run at the same time and would find each other's half written file.
+    const std::string path = testing::TempDir() + "completion-" +
+                             testing::UnitTest::GetInstance()->current_test_info()->name() + "-" +
+                             table.name + "." + shell;
     std::ofstream(path) << CompletionScript(table, shell);
     return path;
   }
