@@ -69,6 +69,11 @@ double Child::WaitForNumber(const std::string& words) {
   return ParseFloat(line.substr(line.find(words) + words.size())).value();
 }
 
+void Child::DropErrors() {
+  (void)process_.waitForReadyRead(0);
+  process_.readAllStandardError();
+}
+
 void Child::WaitForSuccess() {
   if (process_.state() != QProcess::NotRunning) process_.waitForFinished();
   if (process_.exitStatus() == QProcess::NormalExit && process_.exitCode() == 0) return;

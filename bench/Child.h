@@ -29,6 +29,9 @@ class Child {
   std::string WaitForLine(const std::vector<std::string>& words);
   // The number behind `words` on the line that WaitForLine finds.
   double WaitForNumber(const std::string& words);
+  // Drops what the program has told of its errors so far: one that is not heard stands still when
+  // its pipe is full.
+  void DropErrors();
   // Waits for the end. Throws std::runtime_error where the status is not 0.
   void WaitForSuccess();
   [[nodiscard]] double ResidentMemory() const {

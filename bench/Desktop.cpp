@@ -66,6 +66,7 @@ void Desktop::WaitForLogged(const std::string& words) {
   for (std::string text; text.find(words) == std::string::npos;) {
     Require(watch.Seconds() < 60, "the opening by velmoor");
     usleep(500);
+    DropErrors();
     std::ifstream log(log_);
     text.assign(std::istreambuf_iterator<char>(log), {});
   }
