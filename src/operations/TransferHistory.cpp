@@ -1,7 +1,6 @@
 #include "operations/TransferHistory.h"
 
 #include <algorithm>
-#include <filesystem>
 
 #include "platform/Files.h"
 #include "platform/KeyedText.h"
@@ -124,13 +123,6 @@ void TransferHistory::Read() {
   std::ranges::sort(entries_, {}, &HistoryEntry::number);
 }
 
-void TransferHistory::MakeFolder() const {
-  if (std::filesystem::is_symlink(std::filesystem::symlink_status(folder_))) {
-    throw FileError(folder_ + " is a link");
-  }
-  world().files->MakeDirectories(folder_);
-}
-
 void TransferHistory::Write() const {
   std::string text = std::string(kHead) + "next = " + NumberText(next_) + "\n";
   for (const HistoryEntry& entry : entries_) text += InText(entry);
@@ -165,7 +157,7 @@ std::string TransferHistory::KnownState(const std::string& axis) const {
 
 std::string TransferHistory::Keep(int number, const std::string& what, const std::string& source) {
   const std::string name = NumberText(number) + "-" + what + ".spj";
-  MakeFolder();
+  world().files->MakeOwnFolder(folder_, project_);
   world().files->SaveDurably(source, PathOf(name), project_);
   return name;
 }
@@ -178,7 +170,7 @@ void TransferHistory::Put(const HistoryEntry& entry) {
     *place = entry;
   }
   next_ = std::max(next_, entry.number + 1);
-  MakeFolder();
+  world().files->MakeOwnFolder(folder_, project_);
   DropOldest();
   Write();
 }

@@ -70,8 +70,6 @@ class TransferHistory {
   void Read();
   void Write() const;
   void DropOldest();
-  // Throws FileError where somebody has put a link in the folder's place.
-  void MakeFolder() const;
   [[nodiscard]] bool IsStateOf(const std::string& state) const;
 
   std::string project_;

@@ -7,6 +7,7 @@
 namespace velmoor::bounds {
 
 inline constexpr std::size_t kFile = std::size_t{4} * 1024 * 1024;  // one that is read whole
+inline constexpr std::size_t kLine = 4096;  // bytes of a line of one that is read line by line
 
 inline constexpr std::size_t kCsvRows = 1000;
 inline constexpr std::size_t kCsvLine = 4096;  // bytes of a row
@@ -16,6 +17,8 @@ inline constexpr std::size_t kFaultText = 300;  // bytes of what is told of one 
 
 inline constexpr std::size_t kScriptLines = 10000;
 inline constexpr std::size_t kScriptLine = 256;
+
+inline constexpr std::size_t kSamples = 2000000;  // of a recording that is shown
 
 inline constexpr std::size_t kSettings = std::size_t{256} * 1024;  // the file
 

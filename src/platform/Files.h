@@ -1,10 +1,13 @@
 // Port: files. Every operation that can lose a user's data is safe against a crash at any instant.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <stdexcept>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "platform/Events.h"
 
@@ -22,6 +25,15 @@ class FileLock {
   virtual ~FileLock() = default;
   // False: the folder's file system takes locks and does not keep them.
   [[nodiscard]] virtual bool IsKept() const = 0;
+};
+
+// A file that grows. Everything that was added is in the file at once, also where the program is
+// killed, though not yet on the disk.
+class GrowingFile {
+ public:
+  virtual ~GrowingFile() = default;
+  // Throws FileError.
+  virtual void Add(std::string_view bytes) = 0;
 };
 
 // What lies under a name: nothing; a regular file of this user that has no other name; a regular
@@ -76,6 +88,23 @@ class Files {
   // Deletes the file and a journal beside it, if they exist.
   virtual void Remove(const std::string& path) = 0;
   virtual void MakeDirectories(const std::string& directory) = 0;
+
+  // Makes a folder of the program's own beside the file `like`, open to whom that file is open. One
+  // that is there stays. Throws FileError where a link or a file lies in its place, or a folder
+  // that is neither this user's nor the file's owner's.
+  virtual void MakeOwnFolder(const std::string& folder, const std::string& like) = 0;
+  // The names of the regular files in a folder, sorted; none where there is no such folder.
+  [[nodiscard]] virtual std::vector<std::string> NamesIn(const std::string& folder) const = 0;
+  // Begins a new file, with the permissions of `like` at most. Throws FileError where the name is
+  // taken.
+  [[nodiscard]] virtual std::unique_ptr<GrowingFile> Begin(const std::string& path,
+                                                           const std::string& like) = 0;
+  // Hands the lines of a file of any size to `take`, one by one and without their ends, until that
+  // gives false. A last line without an end may be half of one, and is left out. Throws FileError,
+  // also for a line beyond bounds::kLine and for no regular file.
+  virtual void ReadLines(const std::string& path,
+                         const std::function<bool(std::string_view)>& take) const = 0;
+
   virtual void ChangeDirectory(const std::string& directory) = 0;
 
   // Takes the file for this process, creating it empty where it does not exist; null when another

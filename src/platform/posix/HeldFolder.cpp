@@ -111,6 +111,10 @@ FileDescriptor HeldFolder::MakeUnguessable(const std::string& stem, mode_t mode,
   Fail();
 }
 
+void HeldFolder::MakeFolder(const std::string& name, mode_t mode) const {
+  if (::mkdirat(folder_.Get(), name.c_str(), mode) != 0 && errno != EEXIST) Fail();
+}
+
 void HeldFolder::Remove(const std::string& name) const {
   if (::unlinkat(folder_.Get(), name.c_str(), 0) != 0 && errno != ENOENT) Fail();
 }

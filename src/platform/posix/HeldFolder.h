@@ -46,6 +46,8 @@ class HeldFolder {
   [[nodiscard]] FileDescriptor MakeUnguessable(const std::string& stem, mode_t mode,
                                                std::string& name) const;
 
+  // A folder within; whatever lies under the name already stays. Throws FileError.
+  void MakeFolder(const std::string& name, mode_t mode) const;
   // All throw FileError. A file that is not there counts as removed.
   void Remove(const std::string& name) const;
   void RemoveJournals(const std::string& name) const;

@@ -6,6 +6,7 @@
 #include <sys/vfs.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstdio>
@@ -71,16 +72,16 @@ FileDescriptor OpenWorkingFile(const HeldFolder& folder, const std::string& path
   return file;
 }
 
-// Hands the file's contents to `take`, piece by piece.
-void ReadPieces(const FileDescriptor& file, const std::string& named,
-                const std::function<void(std::string_view)>& take) {
+// Hands the file's contents to `take`, piece by piece, until that gives false. True: all of it.
+bool ReadPieces(const FileDescriptor& file, const std::string& named,
+                const std::function<bool(std::string_view)>& take) {
   std::array<char, 65536> buffer{};
   for (;;) {
     const ssize_t got = ::read(file.Get(), buffer.data(), buffer.size());
     if (got < 0 && errno == EINTR) continue;
     Check(got >= 0, named);
-    if (got == 0) return;
-    take({buffer.data(), static_cast<std::size_t>(got)});
+    if (got == 0) return true;
+    if (!take({buffer.data(), static_cast<std::size_t>(got)})) return false;
   }
 }
 
@@ -91,14 +92,35 @@ std::string ReadBounded(const FileDescriptor& file, const std::string& path) {
       throw FileError(path + ": the file is larger than any file of this program");
     }
     bytes += piece;
+    return true;
   });
   return bytes;
 }
 
 void Replace(const FileDescriptor& source, const std::string& named, Successor& successor) {
-  ReadPieces(source, named, [&](std::string_view piece) { successor.Write(piece); });
+  ReadPieces(source, named, [&](std::string_view piece) {
+    successor.Write(piece);
+    return true;
+  });
   successor.TakeOver();
 }
+
+// Who may read the file may also enter the folder.
+mode_t FolderMode(mode_t file) {
+  return (file & 0666U) | ((file & 0444U) >> 2U);
+}
+
+class Appended final : public GrowingFile {
+ public:
+  Appended(FileDescriptor file, std::string path)
+      : file_(std::move(file)), path_(std::move(path)) {}
+
+  void Add(std::string_view bytes) override { WriteAll(file_.Get(), bytes, path_); }
+
+ private:
+  FileDescriptor file_;
+  std::string path_;
+};
 
 class Flock final : public FileLock {
  public:
@@ -240,6 +262,61 @@ void PosixFiles::MakeDirectories(const std::string& directory) {
   std::error_code error;
   fs::create_directories(directory, error);
   if (error) Fail(directory, error.value());
+}
+
+void PosixFiles::MakeOwnFolder(const std::string& folder, const std::string& like) {
+  struct stat file {};
+  const bool known = Status(like, file);
+  const HeldFolder parent(folder);
+  parent.MakeFolder(parent.Name(), known ? FolderMode(file.st_mode) : 0700);
+  struct stat status {};
+  if (!parent.Status(parent.Name(), status) || !S_ISDIR(status.st_mode)) {
+    throw FileError(folder + ": a link or a file lies in the place of the folder");
+  }
+  if (status.st_uid != ::geteuid() && !(known && status.st_uid == file.st_uid)) {
+    throw FileError(folder + ": it is another user's folder");
+  }
+}
+
+std::vector<std::string> PosixFiles::NamesIn(const std::string& folder) const {
+  std::vector<std::string> names;
+  std::error_code error;
+  for (const auto& entry : fs::directory_iterator(folder, error)) {
+    if (entry.symlink_status(error).type() == fs::file_type::regular) {
+      names.push_back(entry.path().filename().string());
+    }
+  }
+  std::ranges::sort(names);
+  return names;
+}
+
+std::unique_ptr<GrowingFile> PosixFiles::Begin(const std::string& path, const std::string& like) {
+  const HeldFolder folder(path);
+  const mode_t mode = PermissionsOf(like).value_or(kOwnerOnly) & 0666U;
+  return std::make_unique<Appended>(
+      folder.Open(folder.Name(), O_WRONLY | O_APPEND | O_CREAT | O_EXCL, mode), path);
+}
+
+void PosixFiles::ReadLines(const std::string& path,
+                           const std::function<bool(std::string_view)>& take) const {
+  const FileDescriptor file = OpenRegular(path);
+  std::string rest;
+  const auto hand = [&](std::string_view line) {
+    if (line.ends_with('\r')) line.remove_suffix(1);
+    return take(line);
+  };
+  (void)ReadPieces(file, path, [&](std::string_view piece) {
+    for (std::size_t end = piece.find('\n'); end != std::string_view::npos;
+         end = piece.find('\n')) {
+      rest += piece.substr(0, end);
+      piece.remove_prefix(end + 1);
+      if (rest.size() > bounds::kLine) throw FileError(path + ": a line is too long");
+      if (!hand(std::exchange(rest, {}))) return false;
+    }
+    rest += piece;
+    if (rest.size() > bounds::kLine) throw FileError(path + ": a line is too long");
+    return true;
+  });
 }
 
 void PosixFiles::ChangeDirectory(const std::string& directory) {

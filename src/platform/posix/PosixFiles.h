@@ -2,8 +2,10 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "platform/Files.h"
 
@@ -32,6 +34,12 @@ class PosixFiles final : public Files {
   void Rename(const std::string& from, const std::string& to) override;
   void Remove(const std::string& path) override;
   void MakeDirectories(const std::string& directory) override;
+  void MakeOwnFolder(const std::string& folder, const std::string& like) override;
+  [[nodiscard]] std::vector<std::string> NamesIn(const std::string& folder) const override;
+  [[nodiscard]] std::unique_ptr<GrowingFile> Begin(const std::string& path,
+                                                   const std::string& like) override;
+  void ReadLines(const std::string& path,
+                 const std::function<bool(std::string_view)>& take) const override;
   void ChangeDirectory(const std::string& directory) override;
 
   [[nodiscard]] std::unique_ptr<FileLock> Lock(const std::string& path) override;
