@@ -10,12 +10,12 @@ namespace velmoor {
 
 // ---- one item
 
-void Recording::Add(double time, std::int32_t raw) {
+void ItemSamples::Add(double time, std::int32_t raw) {
   samples_.push_back({time, raw});
   if (samples_.size() > kMostSamples) samples_.pop_front();
 }
 
-std::vector<Recording::Sample> Recording::Between(double from, double to, int most) const {
+std::vector<ItemSamples::Sample> ItemSamples::Between(double from, double to, int most) const {
   const auto isBefore = [](const Sample& sample, double time) { return sample.time < time; };
   auto first = std::lower_bound(samples_.begin(), samples_.end(), from, isBefore);
   auto last = std::lower_bound(first, samples_.end(), to, isBefore);
@@ -27,19 +27,18 @@ std::vector<Recording::Sample> Recording::Between(double from, double to, int mo
 // ---- all of them
 
 void StripChart::Add(int item, double time, std::int32_t raw) {
-  recordings_.at(static_cast<std::size_t>(item)).Add(time, raw);
+  items_.at(static_cast<std::size_t>(item)).Add(time, raw);
   latest_ = std::max(latest_, time);
   if (!paused_) end_ = latest_;
 }
 
 void StripChart::Clear() {
-  for (Recording& recording : recordings_) recording.Clear();
+  for (ItemSamples& recording : items_) recording.Clear();
   latest_ = end_ = 0;
 }
 
 bool StripChart::IsEmpty() const {
-  return std::ranges::all_of(recordings_,
-                             [](const Recording& one) { return one.Samples().empty(); });
+  return std::ranges::all_of(items_, [](const ItemSamples& one) { return one.Samples().empty(); });
 }
 
 void StripChart::Zoom(double time, double factor) {
@@ -60,7 +59,7 @@ TimeChartData StripChart::Visible(const MonitoredUnits& units, int widthInPoints
   data.to = std::max(End(), length_);
   data.from = data.to - length_;
   for (int item = 0; item < kMonitoredValues; ++item) {
-    const std::vector<Recording::Sample> samples =
+    const std::vector<ItemSamples::Sample> samples =
         Of(item).Between(data.from, data.to, widthInPoints);
     if (Of(item).Samples().empty()) continue;
     const MonitoredItem& info = MonitoredItems()[static_cast<std::size_t>(item)];
@@ -69,7 +68,7 @@ TimeChartData StripChart::Visible(const MonitoredUnits& units, int widthInPoints
                   .decimals = units.Decimals(info.kind),
                   .points = {}};
     lane.points.reserve(samples.size());
-    for (const Recording::Sample& sample : samples) {
+    for (const ItemSamples::Sample& sample : samples) {
       lane.points.push_back({sample.time, units.Convert(sample.raw, info.kind)});
     }
     data.lanes.push_back(std::move(lane));
@@ -81,7 +80,7 @@ std::string StripChart::Csv(const MonitoredUnits& units) const {
   std::string text = CsvLine({"time", "item", "raw", "value", "unit"});
   for (int item = 0; item < kMonitoredValues; ++item) {
     const MonitoredItem& info = MonitoredItems()[static_cast<std::size_t>(item)];
-    for (const Recording::Sample& sample : Of(item).Samples()) {
+    for (const ItemSamples::Sample& sample : Of(item).Samples()) {
       text += CsvLine({FixedText(sample.time, 3), std::string(WordOf(info.command)),
                        NumberText(sample.raw), units.Text(sample.raw, info.kind),
                        units.UnitOf(info.kind)});

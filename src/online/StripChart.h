@@ -13,7 +13,7 @@
 namespace velmoor {
 
 // Readings of one item, the oldest dropped beyond a fixed number.
-class Recording {
+class ItemSamples {
  public:
   static constexpr std::size_t kMostSamples = 50000;
 
@@ -53,14 +53,14 @@ class StripChart {
   // number in the chosen units and its unit.
   [[nodiscard]] std::string Csv(const MonitoredUnits& units) const;
   [[nodiscard]] bool IsEmpty() const;
-  [[nodiscard]] const Recording& Of(int item) const {
-    return recordings_.at(static_cast<std::size_t>(item));
+  [[nodiscard]] const ItemSamples& Of(int item) const {
+    return items_.at(static_cast<std::size_t>(item));
   }
 
  private:
   [[nodiscard]] double End() const { return paused_ ? end_ : latest_; }
 
-  std::array<Recording, kMonitoredValues> recordings_;
+  std::array<ItemSamples, kMonitoredValues> items_;
   double latest_ = 0;
   double end_ = 0;  // of the shown stretch of a paused chart
   double length_ = 10;

@@ -20,6 +20,12 @@ struct TimeBar {
   bool operator==(const TimeBar&) const = default;
 };
 
+// A curve that is laid over the first one of its lane.
+struct TimeCurve {
+  std::string name;                // "before"
+  std::vector<ChartPoint> points;  // x in seconds, ascending
+};
+
 // Curves share the height that the others leave, which are as high as a line of text.
 struct TimeLane {
   std::string name;                // "Motor Speed"
@@ -28,6 +34,9 @@ struct TimeLane {
   std::vector<ChartPoint> points;  // x in seconds, ascending; none of bars
   LaneShape shape = LaneShape::curve;
   std::vector<TimeBar> bars = {};  // ascending
+  // Of curves: laid over the first one, on the same scale, each in a colour of its own.
+  std::vector<TimeCurve> others = {};
+  std::string firstName = {};  // of the first one, where there are others
 };
 
 struct TimeChartData {
@@ -50,6 +59,7 @@ class TimeChart : public Control {
   // The user asks for another stretch.
   Event<double, double> Zoom;  // s under the pointer, factor for the length: below 1 is closer
   Event<double> Pan;           // s towards later times
+  Event<double> Point;         // a click, at s
 };
 
 }  // namespace velmoor

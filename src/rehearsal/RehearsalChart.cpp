@@ -10,8 +10,6 @@
 namespace velmoor {
 namespace {
 
-constexpr double kShortest = 0.02;  // s, of the stretch that is shown
-
 // The stretches in which `wordOf` a sample stays one and the same; empty words are none.
 template <typename WordOf>
 std::vector<TimeBar> Stretches(const std::vector<RehearsalSample>& samples, WordOf wordOf) {
@@ -64,61 +62,28 @@ void RehearsalChart::Take(std::vector<RehearsalSample> samples, const RehearsalR
   }
   std::ranges::stable_sort(marks_, {}, &ChartMark::x);
   // What ended it may lie between the last sample and the next.
-  length_ = samples_.empty() ? 0 : std::max(samples_.back().seconds, result.seconds);
-  for (const ChartMark& mark : marks_) length_ = std::max(length_, mark.x);
+  double length = samples_.empty() ? 0 : std::max(samples_.back().seconds, result.seconds);
+  for (const ChartMark& mark : marks_) length = std::max(length, mark.x);
   shadeFrom_ = shadeTo_ = 0;
-  ShowWhole();
+  stretch_.SetWhole(0, length);
 }
 
 void RehearsalChart::Clear() {
   *this = {};
 }
 
-// ---- the stretch
-
-void RehearsalChart::ShowWhole() {
-  from_ = 0;
-  to_ = std::max(length_, kShortest);
-}
-
-void RehearsalChart::KeepInside() {
-  const double whole = std::max(length_, kShortest);
-  const double length = std::clamp(to_ - from_, kShortest, whole);
-  from_ = std::clamp(from_, 0.0, whole - length);
-  to_ = from_ + length;
-}
-
-void RehearsalChart::Zoom(double time, double factor) {
-  // The time under the pointer stays where it is.
-  const double length = std::max((to_ - from_) * factor, kShortest);
-  from_ = time - (time - from_) * length / (to_ - from_);
-  to_ = from_ + length;
-  KeepInside();
-}
-
-void RehearsalChart::Pan(double seconds) {
-  from_ += seconds;
-  to_ += seconds;
-  KeepInside();
-}
-
 void RehearsalChart::PointAt(double from, double to) {
   shadeFrom_ = from;
   shadeTo_ = to;
-  if (from >= from_ && to <= to_) return;
-  // Where it is longer than what is looked at, its beginning counts.
-  const double length = to_ - from_;
-  from_ = std::max(from - std::max(length - (to - from), 0.0) / 2, 0.0);
-  to_ = from_ + length;
-  KeepInside();
+  stretch_.MoveTo(from, to);
 }
 
 // ---- the lanes
 
 void RehearsalChart::AddCurve(TimeChartData& data, int width, TimeLane lane, double factor,
                               std::int32_t RehearsalSample::*value) const {
-  auto first = std::ranges::lower_bound(samples_, from_, {}, &RehearsalSample::seconds);
-  auto last = std::ranges::upper_bound(samples_, to_, {}, &RehearsalSample::seconds);
+  auto first = std::ranges::lower_bound(samples_, stretch_.From(), {}, &RehearsalSample::seconds);
+  auto last = std::ranges::upper_bound(samples_, stretch_.To(), {}, &RehearsalSample::seconds);
   if (first != samples_.begin()) --first;
   if (last != samples_.end()) ++last;
   const auto seen =
@@ -131,8 +96,8 @@ void RehearsalChart::AddCurve(TimeChartData& data, int width, TimeLane lane, dou
 
 TimeChartData RehearsalChart::Visible(int widthInPoints) const {
   TimeChartData data{.lanes = {},
-                     .from = from_,
-                     .to = to_,
+                     .from = stretch_.From(),
+                     .to = stretch_.To(),
                      .marks = marks_,
                      .shadeFrom = shadeFrom_,
                      .shadeTo = shadeTo_};

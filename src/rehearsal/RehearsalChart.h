@@ -8,6 +8,7 @@
 
 #include "platform/TimeChart.h"
 #include "rehearsal/Rehearsal.h"
+#include "windows/ShownStretch.h"
 
 namespace velmoor {
 
@@ -20,9 +21,9 @@ class RehearsalChart {
   [[nodiscard]] const std::vector<RehearsalSample>& Samples() const { return samples_; }
 
   // Looks closer or farther around `time`, and never beyond the whole.
-  void Zoom(double time, double factor);
-  void Pan(double seconds);
-  void ShowWhole();
+  void Zoom(double time, double factor) { stretch_.Zoom(time, factor); }
+  void Pan(double seconds) { stretch_.Pan(seconds); }
+  void ShowWhole() { stretch_.ShowWhole(); }
   // Sets a stretch off, and moves to it where it is out of sight.
   void PointAt(double from, double to);
   [[nodiscard]] TimeChartData Visible(int widthInPoints) const;
@@ -31,15 +32,13 @@ class RehearsalChart {
   // A count divided by `factor` is a number in the lane's unit.
   void AddCurve(TimeChartData& data, int width, TimeLane lane, double factor,
                 std::int32_t RehearsalSample::*value) const;
-  void KeepInside();
 
   std::vector<RehearsalSample> samples_;
   Units units_;
   std::vector<TimeBar> steps_, zones_;
   std::vector<std::vector<ChartPoint>> outputs_;  // where each changes
   std::vector<ChartMark> marks_;
-  double length_ = 0;         // s, of the whole
-  double from_ = 0, to_ = 1;  // s, what is looked at
+  ShownStretch stretch_;
   double shadeFrom_ = 0, shadeTo_ = 0;
 };
 

@@ -19,11 +19,6 @@ std::string Seconds(double seconds) {
 
 }  // namespace
 
-void TextGrid::SetRows(const std::vector<CsvRow>& rows) {
-  rows_.resize(1);
-  rows_.insert(rows_.end(), rows.begin(), rows.end());
-}
-
 CsvRow StepHeadings() {
   return {"Step", "Label", "Begins (s)", "Takes (s)", "Move (s)", "Ends at", "Error", "Torque (%)"};
 }

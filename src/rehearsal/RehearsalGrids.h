@@ -12,22 +12,6 @@
 
 namespace velmoor {
 
-// Rows that were made at once.
-class TextGrid : public ReadOnlyGridSource {
- public:
-  explicit TextGrid(CsvRow headings) : rows_{std::move(headings)} {}
-  // Behind the headings, as many cells in each.
-  void SetRows(const std::vector<CsvRow>& rows);
-  [[nodiscard]] int Rows() const override { return static_cast<int>(rows_.size()); }
-  [[nodiscard]] int Columns() const override { return static_cast<int>(rows_.front().size()); }
-  [[nodiscard]] std::string Text(int row, int column) const override {
-    return rows_.at(static_cast<std::size_t>(row)).at(static_cast<std::size_t>(column));
-  }
-
- private:
-  std::vector<CsvRow> rows_;  // the first one: headings
-};
-
 // Lengths of time in s, distances in the programme's units.
 [[nodiscard]] CsvRow StepHeadings();
 [[nodiscard]] std::vector<CsvRow> StepRows(const RehearsalResult& result,

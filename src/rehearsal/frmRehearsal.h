@@ -14,6 +14,7 @@
 #include "rehearsal/Rehearsal.h"
 #include "rehearsal/RehearsalChart.h"
 #include "rehearsal/RehearsalGrids.h"
+#include "windows/TextGrid.h"
 #include "windows/Window.h"
 
 namespace velmoor {

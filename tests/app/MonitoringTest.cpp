@@ -290,15 +290,15 @@ TEST_F(Monitoring, ATransferInItsMidstRunsWholeAndMonitoringGoesOn) {
 }
 
 TEST_F(Monitoring, ItsRecordingIsBoundedAndKeepsThePeaks) {
-  Recording recording;
-  const int samples = static_cast<int>(Recording::kMostSamples) + 1000;
+  ItemSamples recording;
+  const int samples = static_cast<int>(ItemSamples::kMostSamples) + 1000;
   for (int i = 0; i < samples; ++i) recording.Add(i * 0.01, i == samples - 777 ? 5000 : i % 7);
-  EXPECT_EQ(recording.Samples().size(), Recording::kMostSamples);
+  EXPECT_EQ(recording.Samples().size(), ItemSamples::kMostSamples);
   EXPECT_DOUBLE_EQ(recording.Samples().front().time, 10);
   const auto shown = recording.Between(0, 1000, 500);
   EXPECT_LE(shown.size(), 502U);
-  EXPECT_EQ(std::ranges::max(shown, {}, &Recording::Sample::raw).raw, 5000);
-  EXPECT_TRUE(std::ranges::is_sorted(shown, {}, &Recording::Sample::time));
+  EXPECT_EQ(std::ranges::max(shown, {}, &ItemSamples::Sample::raw).raw, 5000);
+  EXPECT_TRUE(std::ranges::is_sorted(shown, {}, &ItemSamples::Sample::time));
   EXPECT_EQ(recording.Between(20, 20.05, 500).size(), 7U);
 }
 

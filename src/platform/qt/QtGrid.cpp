@@ -284,9 +284,15 @@ bool QtGrid::LookAtKey(const QKeyEvent& event) {
   KeyEvent key = ToKeyEvent(event);
   KeyDown.Raise(key);
   if (key.handled || IsEditing()) return key.handled;
-  if (key.code == keys::kEnter && !key.AnyShift()) ChooseRow(view_.currentIndex());
+  const QModelIndex current = view_.currentIndex();
+  const bool presses = key.code == keys::kEnter || key.code == keys::kSpace;
+  if (presses && !key.AnyShift() && current.isValid() && model_->Traits(current).action) {
+    CellButton.Raise(current.row() + 1, current.column());
+    return true;
+  }
+  if (key.code == keys::kEnter && !key.AnyShift()) ChooseRow(current);
   const bool types = !key.ctrl && !key.alt && !event.text().isEmpty() && event.text()[0].isPrint();
-  return (types || event.key() == Qt::Key_F2) && Denies(view_.currentIndex());
+  return (types || event.key() == Qt::Key_F2) && Denies(current);
 }
 
 void QtGrid::ChooseRow(const QModelIndex& index) {

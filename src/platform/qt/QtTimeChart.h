@@ -16,6 +16,7 @@ class QtTimeChart final : public QtControl<TimeChart> {
   explicit QtTimeChart(TimeChartWidget& widget) : QtControl(widget), widget_(widget) {
     connections_ +=
         widget.ZoomAsked.Connect([this](double time, double factor) { Zoom.Raise(time, factor); });
+    connections_ += widget.PointAsked.Connect([this](double time) { Point.Raise(time); });
     connections_ += widget.PanAsked.Connect([this](double seconds) { Pan.Raise(seconds); });
   }
   void Show(const TimeChartData& data, const std::string& emptyText) override {

@@ -8,6 +8,8 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <limits>
+#include <vector>
 
 #include "platform/qt/QtAppearance.h"
 #include "platform/qt/QtText.h"
@@ -37,15 +39,15 @@ QColor LaneColor(std::size_t lane) {
 }
 
 // The last value at or before `time`; nothing before the first.
-const ChartPoint* ValueAt(const TimeLane& lane, double time) {
-  const auto after = std::ranges::upper_bound(lane.points, time, {}, &ChartPoint::x);
-  return after == lane.points.begin() ? nullptr : &*std::prev(after);
+const ChartPoint* ValueAt(const std::vector<ChartPoint>& points, double time) {
+  const auto after = std::ranges::upper_bound(points, time, {}, &ChartPoint::x);
+  return after == points.begin() ? nullptr : &*std::prev(after);
 }
 
 // What a lane without a scale is at `time`; empty: nothing.
 QString WordAt(const TimeLane& lane, double time) {
   if (lane.shape == LaneShape::states) {
-    const ChartPoint* const point = ValueAt(lane, time);
+    const ChartPoint* const point = ValueAt(lane.points, time);
     if (point == nullptr) return {};
     return point->y != 0 ? QStringLiteral("on") : QStringLiteral("off");
   }
@@ -136,8 +138,8 @@ void TimeChartWidget::DrawLanes(QPainter& painter) const {
     const QRectF whole(area.left(), top, area.width(), curve ? height : compact);
     top = whole.bottom();
     if (curve) {
-      DrawHead(painter, lane, QRectF(whole.topLeft(), QSizeF(whole.width(), line)), color);
-      DrawCurve(painter, lane, whole.adjusted(0, head, 0, -kGap), color);
+      DrawHead(painter, i, QRectF(whole.topLeft(), QSizeF(whole.width(), line)));
+      DrawCurves(painter, i, whole.adjusted(0, head, 0, -kGap));
       continue;
     }
     const QRectF inner = whole.adjusted(0, kGap / 2.0, 0, -kGap / 2.0);
@@ -200,33 +202,67 @@ void TimeChartWidget::DrawTimes(QPainter& painter) const {
                    unit);
 }
 
-// The name with its unit, and the value under the pointer, or else the last one.
-void TimeChartWidget::DrawHead(QPainter& painter, const TimeLane& lane, const QRectF& head,
-                               const QColor& color) const {
-  QString text = ToQt(lane.name);
-  if (!lane.unit.empty()) text += QStringLiteral(" (") + ToQt(lane.unit) + QStringLiteral(")");
-  const double time = cursor_ ? TimeAt(*cursor_) : data_.to;
-  QString value;
-  if (const ChartPoint* const point = ValueAt(lane, time)) {
-    if (cursor_) value = QString::number(point->x, 'f', 3) + QStringLiteral(" s:  ");
-    value += QString::number(point->y, 'f', lane.decimals);
-  }
-  // The value is seen whole.
-  const double room = head.width() - fontMetrics().horizontalAdvance(value) - kGap;
-  painter.setPen(color);
-  painter.drawText(head, Qt::AlignLeft | Qt::AlignVCenter,
-                   fontMetrics().elidedText(text, Qt::ElideRight, static_cast<int>(room)));
-  painter.setPen(palette().color(QPalette::Text));
-  painter.drawText(head, Qt::AlignRight | Qt::AlignVCenter, value);
+// Curves that are laid over each other have their colors in every lane.
+QColor TimeChartWidget::CurveColor(std::size_t lane, std::size_t curve) const {
+  return LaneColor(data_.lanes[lane].others.empty() ? lane : curve);
 }
 
-void TimeChartWidget::DrawCurve(QPainter& painter, const TimeLane& lane, const QRectF& area,
-                                const QColor& color) const {
-  if (lane.points.empty() || area.height() < 4) return;
-  const auto [lowest, highest] = std::ranges::minmax_element(lane.points, {}, &ChartPoint::y);
+double TimeChartWidget::DrawValue(QPainter& painter, const TimeLane& lane, const TimeCurve& curve,
+                                  const QRectF& head, const QColor& color) const {
+  const ChartPoint* const point = ValueAt(curve.points, cursor_ ? TimeAt(*cursor_) : data_.to);
+  if (point == nullptr && curve.name.empty()) return head.right();
+  QString text = ToQt(curve.name);
+  if (!text.isEmpty()) text += QStringLiteral(": ");
+  // Over several curves the time is told once, by none of them.
+  if (point != nullptr && cursor_ && curve.name.empty()) {
+    text += QString::number(point->x, 'f', 3) + QStringLiteral(" s:  ");
+  }
+  if (point != nullptr) text += QString::number(point->y, 'f', lane.decimals);
+  painter.setPen(color);
+  painter.drawText(head, Qt::AlignRight | Qt::AlignVCenter, text);
+  return head.right() - fontMetrics().horizontalAdvance(text);
+}
+
+// The name with its unit, and the value under the pointer, or else the last one, of each curve. The
+// values are seen whole.
+void TimeChartWidget::DrawHead(QPainter& painter, std::size_t number, const QRectF& head) const {
+  const TimeLane& lane = data_.lanes[number];
+  QString text = ToQt(lane.name);
+  if (!lane.unit.empty()) text += QStringLiteral(" (") + ToQt(lane.unit) + QStringLiteral(")");
+  QRectF room = head;
+  if (lane.others.empty()) {
+    room.setRight(
+        DrawValue(painter, lane, {{}, lane.points}, room, palette().color(QPalette::Text)) - kGap);
+  } else {
+    for (std::size_t i = lane.others.size(); i > 0; --i) {
+      room.setRight(DrawValue(painter, lane, lane.others[i - 1], room, CurveColor(number, i)) -
+                    2 * kGap);
+    }
+    room.setRight(
+        DrawValue(painter, lane, {lane.firstName, lane.points}, room, CurveColor(number, 0)) -
+        2 * kGap);
+  }
+  painter.setPen(lane.others.empty() ? CurveColor(number, 0) : palette().color(QPalette::Text));
+  painter.drawText(head, Qt::AlignLeft | Qt::AlignVCenter,
+                   fontMetrics().elidedText(text, Qt::ElideRight, static_cast<int>(room.width())));
+}
+
+void TimeChartWidget::DrawCurves(QPainter& painter, std::size_t number, const QRectF& area) const {
+  const TimeLane& lane = data_.lanes[number];
+  std::vector<const std::vector<ChartPoint>*> curves{&lane.points};
+  for (const TimeCurve& other : lane.others) curves.push_back(&other.points);
+  double lowest = std::numeric_limits<double>::max(),
+         highest = std::numeric_limits<double>::lowest();
+  for (const auto* const points : curves) {
+    for (const ChartPoint& point : *points) {
+      lowest = std::min(lowest, point.y);
+      highest = std::max(highest, point.y);
+    }
+  }
+  if (lowest > highest || area.height() < 4) return;
   const int line = fontMetrics().height();
-  const ChartScale scale = ChartScale::Over(
-      lowest->y, highest->y, std::max(1, static_cast<int>(area.height()) / (2 * line)));
+  const ChartScale scale =
+      ChartScale::Over(lowest, highest, std::max(1, static_cast<int>(area.height()) / (2 * line)));
   const auto place = [&](double value) {
     return area.bottom() - (value - scale.low) / (scale.high - scale.low) * area.height();
   };
@@ -240,14 +276,18 @@ void TimeChartWidget::DrawCurve(QPainter& painter, const TimeLane& lane, const Q
                      Qt::AlignRight | Qt::AlignVCenter,
                      QString::number(value, 'f', scale.Decimals()));
   }
-  QPainterPath path(QPointF(PlaceOf(lane.points.front().x), place(lane.points.front().y)));
-  for (const ChartPoint& point : lane.points) path.lineTo(PlaceOf(point.x), place(point.y));
   painter.save();
   painter.setClipRect(area.adjusted(0, -1, 0, 1));
   painter.setRenderHint(QPainter::Antialiasing);
-  painter.setPen(QPen(color, 1.5));
   painter.setBrush(Qt::NoBrush);
-  painter.drawPath(path);
+  for (std::size_t i = 0; i < curves.size(); ++i) {
+    if (curves[i]->empty()) continue;
+    const ChartPoint& first = curves[i]->front();
+    QPainterPath path(QPointF(PlaceOf(first.x), place(first.y)));
+    for (const ChartPoint& point : *curves[i]) path.lineTo(PlaceOf(point.x), place(point.y));
+    painter.setPen(QPen(CurveColor(number, i), 1.5));
+    painter.drawPath(path);
+  }
   painter.restore();
 }
 
@@ -316,7 +356,9 @@ void TimeChartWidget::wheelEvent(QWheelEvent* event) {
 }
 
 void TimeChartWidget::mousePressEvent(QMouseEvent* event) {
-  if (event->button() == Qt::LeftButton) dragFrom_ = event->position().x();
+  if (event->button() != Qt::LeftButton) return;
+  dragFrom_ = event->position().x();
+  dragged_ = false;
 }
 
 void TimeChartWidget::mouseMoveEvent(QMouseEvent* event) {
@@ -325,13 +367,16 @@ void TimeChartWidget::mouseMoveEvent(QMouseEvent* event) {
   if (dragFrom_ && x != *dragFrom_) {
     const double seconds = SecondsFor(*dragFrom_ - x);
     dragFrom_ = x;
+    dragged_ = true;
     PanAsked.Raise(seconds);
   }
   update();
 }
 
-void TimeChartWidget::mouseReleaseEvent(QMouseEvent*) {
+void TimeChartWidget::mouseReleaseEvent(QMouseEvent* event) {
+  const bool clicked = dragFrom_ && !dragged_ && !data_.lanes.empty();
   dragFrom_.reset();
+  if (clicked) PointAsked.Raise(TimeAt(event->position().x()));
 }
 
 void TimeChartWidget::leaveEvent(QEvent*) {

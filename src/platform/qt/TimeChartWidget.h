@@ -22,6 +22,7 @@ class TimeChartWidget final : public QWidget {
 
   Event<double, double> ZoomAsked;  // s, factor
   Event<double> PanAsked;           // s
+  Event<double> PointAsked;         // s
 
  protected:
   void paintEvent(QPaintEvent* event) override;
@@ -41,8 +42,7 @@ class TimeChartWidget final : public QWidget {
   void DrawShade(QPainter& painter) const;
   void DrawMarks(QPainter& painter) const;
   void DrawLanes(QPainter& painter) const;
-  void DrawCurve(QPainter& painter, const TimeLane& lane, const QRectF& area,
-                 const QColor& color) const;
+  void DrawCurves(QPainter& painter, std::size_t number, const QRectF& area) const;
   void DrawStates(QPainter& painter, const TimeLane& lane, const QRectF& area,
                   const QColor& color) const;
   void DrawBars(QPainter& painter, const TimeLane& lane, const QRectF& area,
@@ -50,13 +50,18 @@ class TimeChartWidget final : public QWidget {
   // In the margin: the name, and what it is under the pointer.
   void DrawName(QPainter& painter, const TimeLane& lane, const QRectF& area,
                 const QColor& color) const;
-  void DrawHead(QPainter& painter, const TimeLane& lane, const QRectF& head,
-                const QColor& color) const;
+  // The color of a curve of that lane; the first one is the lane's own.
+  [[nodiscard]] QColor CurveColor(std::size_t lane, std::size_t curve) const;
+  void DrawHead(QPainter& painter, std::size_t number, const QRectF& head) const;
+  // What a curve is worth under the pointer, or else at its end; gives the place to its left.
+  double DrawValue(QPainter& painter, const TimeLane& lane, const TimeCurve& curve,
+                   const QRectF& head, const QColor& color) const;
 
   TimeChartData data_;
   QString emptyText_;
   std::optional<double> cursor_;    // x of the pointer
   std::optional<double> dragFrom_;  // x where the drag was last
+  bool dragged_ = false;            // since the button went down
 };
 
 }  // namespace velmoor::qt
