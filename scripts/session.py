@@ -48,7 +48,7 @@ class Session:
     and no amplifier but the one that the program offers."""
 
     def __init__(self, desktop, folder, programs, theme="light", settings="", arguments=(),
-                 bare=False):
+                 bare=False, simulated=()):
         self.desktop = desktop
         self.folder = folder
         self.programs = pathlib.Path(programs).resolve()
@@ -65,7 +65,7 @@ class Session:
                                 QT_SCALE_FACTOR=f"{desktop.scale:g}",
                                 QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1")
         self.simulator = None if bare else Simulator(self.programs / "velmoor-simulator",
-                                                     self.line, folder / "console")
+                                                     self.line, folder / "console", *simulated)
         try:
             self.velmoor = subprocess.Popen([self.programs / "velmoor", *arguments],
                                             env=self.environment, cwd=folder,

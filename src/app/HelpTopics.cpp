@@ -39,6 +39,8 @@ constexpr std::array kOthers{
     HelpTopic{"frmServoJog", "", "test-run.md", "the-window"},
     HelpTopic{"frmHomePosition", "", "test-run.md", "home-position"},
     HelpTopic{"frmMonitoring", "", "monitoring.md", "the-window"},
+    HelpTopic{"frmTryIt", "", "tuning.md", "trying-gains"},
+    HelpTopic{"frmRecordings", "", "recordings.md", "the-window"},
     HelpTopic{"frmAlarms", "", "monitoring.md", "alarms-without-a-project"},
     HelpTopic{"frmProductInfo", "", "monitoring.md", "product-information"},
     HelpTopic{"frmTerminal", "", "terminal.md", "the-window"},

@@ -166,6 +166,7 @@ const std::vector<frmMain::CommandEntry>& frmMain::Commands() {
       {mnuToolsInertiaRatio, &Handle<&frmMain::mnuToolsInertiaRatio_Click>},
       {mnuToolsHomePosition, &Handle<&frmMain::mnuToolsHomePosition_Click>},
       {mnuToolsAlarms, &Handle<&frmMain::mnuToolsAlarms_Click>},
+      {mnuToolsRecordings, &Handle<&frmMain::mnuToolsRecordings_Click>},
       {mnuToolsProductInformation, &Handle<&frmMain::mnuToolsProductInformation_Click>},
       {mnuToolsUploadAll,
        [](frmMain& window) {

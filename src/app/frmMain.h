@@ -24,6 +24,8 @@
 #include "app/clsHX7Procedure.h"
 #include "app/frmCommunications.h"
 #include "app/frmLog.h"
+#include "instruments/frmRecordings.h"
+#include "instruments/frmTryIt.h"
 #include "layouts/frmMain.h"
 #include "operations/Operations.h"
 #include "platform/FileDialogs.h"
@@ -68,6 +70,7 @@ class frmMain final : public SessionState, private Desk {
     if (stop) workplace_.Stop();
     SessionState::SetStopProcedure(stop);
   }
+  [[nodiscard]] Recorder* Record() override { return &instruments_.Record(); }
   [[nodiscard]] Module SelectedModule() const { return eSelectedModule; }
   // The tool's window is open.
   [[nodiscard]] bool ToolOpened(Tool tool) const { return clsProject && clsProject->IsShown(tool); }
@@ -286,6 +289,9 @@ class frmMain final : public SessionState, private Desk {
   void RunRequest(Tool tool, WindowRequest what);
   void UploadFromWindow(Tool tool);
   void DownloadFromWindow(Tool tool);
+  // The window that tries gains, above that of the gains.
+  void TryGains();
+  bool SendGains(const std::vector<std::string>& assignments);
   void RunWindowCommand(MainCommand command, const std::function<void()>& work);
   void LaunchUploadedToolWindows(const std::vector<Tool>& tools);
   void mnuToolsCompare_Click();
@@ -321,6 +327,7 @@ class frmMain final : public SessionState, private Desk {
   void mnuToolsHomePosition_Click();
   void HomePositionOpenModal();
   void mnuToolsAlarms_Click();
+  void mnuToolsRecordings_Click() { recordings_.Open(); }
   void mnuToolsProductInformation_Click();
   // False: another window uses the line, of which the user was told.
   [[nodiscard]] bool MayAskAmplifier(const std::string& what);
@@ -375,6 +382,12 @@ class frmMain final : public SessionState, private Desk {
                         .open = [this](int place) { OpenRecent(place); }}};
   frmLog log_;
   frmRehearsal rehearsal_{HooksOfRehearsal()};
+  // A transfer has the line for itself.
+  Instruments instruments_{*this, [this] { return clsProcedure == nullptr; }};
+  frmRecordings recordings_{instruments_};
+  frmTryIt tryIt_{instruments_, [this](const std::vector<std::string>& assignments) {
+                    return SendGains(assignments);
+                  }};
   Operations operations_{*this, *this};
   LineWorkplace workplace_{*this, HooksOfLine()};
   std::optional<LineSettings> beforeLine_;  // of the session, before it talked to an axis of a line

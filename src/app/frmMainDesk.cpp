@@ -97,6 +97,7 @@ void frmMain::DoubtsFound(clsHX7Project& project) {
 void frmMain::StartHelix7() {
   SessionState::StartHelix7();
   operations_.FollowDevice();
+  instruments_.Listen();
 }
 
 // ---- the user's choice of a connection

@@ -38,6 +38,7 @@ constexpr MainCommand kProjectCommands[] = {
     MainCommand::mnuToolsCompare,
     MainCommand::mnuToolsReset,
     MainCommand::mnuViewHistory,
+    MainCommand::mnuToolsRecordings,
 };
 // Entries of those menus that are tools of the standard tool bar too.
 constexpr MainCommand kProjectTools[] = {

@@ -1,6 +1,7 @@
 // Opening the tools that work on the live hardware.
 
 #include "app/frmMain.h"
+#include "instruments/AlarmRecordings.h"
 #include "link/DisplayError.h"
 #include "link/clsHX7Helix7.h"
 #include "online/frmAlarms.h"
@@ -91,6 +92,7 @@ void frmMain::ServoJogOpenModal() {
 
 void frmMain::MakeSafe() {
   if (clsProject) clsProject->ServoJog().MakeSafe();
+  tryIt_.MakeSafe();
 }
 
 // ---- small tools
@@ -131,10 +133,14 @@ bool frmMain::MayAskAmplifier(const std::string& what) {
 void frmMain::mnuToolsAlarms_Click() {
   if (!MayAskAmplifier("Alarms")) return;
   if (!operations_.connection.GoOnlineFor("The alarms cannot be read!")) return;
-  OpenModalTool(ToolWindow::alarms, "Main.AlarmsOpenModal: ", [] {
-    frmAlarms window;
+  std::string wanted;
+  OpenModalTool(ToolWindow::alarms, "Main.AlarmsOpenModal: ", [this, &wanted] {
+    const auto folder = instruments_.Folder();
+    frmAlarms window(folder ? AlarmRecordings(*folder) : std::vector<std::string>());
     window.Show(FormMode::modal);
+    wanted = window.Wanted();
   });
+  if (!wanted.empty()) recordings_.Open(wanted);
 }
 
 void frmMain::mnuToolsProductInformation_Click() {

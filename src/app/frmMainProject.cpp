@@ -205,6 +205,8 @@ bool frmMain::CloseForAnother(const std::string& strFileName, bool askIfSame) {
 void frmMain::DropProject() {
   projectConnections_.Clear();
   rehearsal_.Forget();
+  recordings_.Unload();
+  instruments_.Forget();
   operations_.ForgetProject();
   compared_.reset();
   clsProject.reset();

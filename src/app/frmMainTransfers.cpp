@@ -4,8 +4,10 @@
 
 #include "app/frmCompare.h"
 #include "app/frmMain.h"
+#include "link/DisplayError.h"
 #include "platform/MessageBoxes.h"
 #include "platform/Trapped.h"
+#include "project/SetParameters.h"
 #include "tools/ParameterGridWindow.h"
 
 namespace velmoor {
@@ -54,6 +56,8 @@ void frmMain::RunRequest(Tool tool, WindowRequest what) {
       return RunWindowCommand(MainCommand::mnuToolsCompare, [this] { (void)Compare(); });
     case WindowRequest::rehearse:
       return rehearsal_.Rehearse();
+    case WindowRequest::tryIt:
+      return TryGains();
   }
 }
 
@@ -73,6 +77,41 @@ void frmMain::DownloadFromWindow(Tool tool) {
     operations_.transfers.DownloadItem(
         item, [this, tool] { return clsProject->WindowOf(tool).CommitPending(); });
   });
+}
+
+void frmMain::TryGains() {
+  if (!operations_.connection.GoOnlineFor("The gains cannot be tried!")) return;
+  bool alwaysOn = false;
+  const ResultCode result = IsServoAlwaysOn(alwaysOn);
+  if (result != kSuccess) {
+    DisplayError(result, "Cannot determine if servo is 'Always On'!  The gains cannot be tried!");
+  } else if (alwaysOn) {
+    ShowExclamation("The gains cannot be tried while servo is set to 'Always Servo On' at Pn80B!");
+  } else if (operations_.connection.Motor().MayGoOn()) {
+    tryIt_.Show(FormMode::modal);
+    RefreshWindow();
+  }
+}
+
+// The former values are in the project again where they did not all go out.
+bool frmMain::SendGains(const std::vector<std::string>& assignments) {
+  std::vector<std::string> former;
+  for (const std::string& assignment : assignments) {
+    const std::string name = assignment.substr(0, assignment.find('='));
+    former.push_back(name + "=" + clsProject->Editor().GetParameterValue(name));
+  }
+  const std::vector<std::string> faults = SetParameters(*clsProject, assignments);
+  if (!faults.empty()) {
+    std::string words = "The gains cannot be taken!";
+    for (const std::string& fault : faults) words += "\r" + fault;
+    ShowExclamation(words);
+    return false;
+  }
+  bool sent = false;
+  RunWindowCommand(MainCommand::mnuToolsDownloadParameterTuning,
+                   [&] { sent = operations_.transfers.DownloadTuning(true); });
+  if (!sent) (void)SetParameters(*clsProject, former);
+  return sent;
 }
 
 // The windows of the indexer's tools, where these are at home.

@@ -211,7 +211,9 @@ bool clsHX7Helix7::GetMotorSizeWhileOffline(std::string& strSize) {
 // ---- values, parameters, tables
 
 ResultCode clsHX7Helix7::GetHelixValue(std::int32_t cmd, std::int32_t& lngData) {
-  return clsSerialComm.helixGetValue(cmd, lngData);
+  const ResultCode lngResult = clsSerialComm.helixGetValue(cmd, lngData);
+  if (lngResult == kSuccess) ValueRead.Raise(static_cast<ValueCommand>(cmd), lngData);
+  return lngResult;
 }
 
 ResultCode clsHX7Helix7::GetInertiaRatio(std::int32_t& lngReturn) {

@@ -36,6 +36,9 @@ class clsHX7Helix7 {
   Event<> CommunicationDown;
   // Display name of what is reset, and "Start", "Complete" or "Failed".
   Event<const std::string&, const std::string&> ResetStatus;
+  // Each value and each panel display, as its answer came, whoever has asked.
+  Event<ValueCommand, std::int32_t> ValueRead;
+  Event<const std::string&> AlarmRead;
 
   // ---- what is known of the connected hardware; kept across a disconnection
   [[nodiscard]] const std::string& OptionType() const { return strOptionType; }

@@ -150,6 +150,7 @@ ResultCode clsHX7Helix7::GetMotorModel(std::string& strModel) {
 ResultCode clsHX7Helix7::GetAlarm(std::string& strAlarm) {
   const ResultCode lngResult = GetInfo(Selector(InfoCommand::alarm), strAlarm);
   if (lngResult == kSuccess && strAlarm == "INPOS") strAlarm = "RUN";
+  if (lngResult == kSuccess) AlarmRead.Raise(strAlarm);
   return lngResult;
 }
 

@@ -212,6 +212,7 @@ void frmMonitoring::ConnectChart() {
     opened_ += Seconds();
     ShowChart(true);
   });
+  record_.Bind(ui().cmdRecord, connections_);
   connections_ += ui().cmdSaveChart.Click.Connect([this] { cmdSaveChart_Click(); });
   connections_ += ui().cmdSavePicture.Click.Connect([this] { cmdSavePicture_Click(); });
   ShowChart(true);
@@ -225,6 +226,7 @@ void frmMonitoring::ShowChart(bool atOnce) {
   chart.Show(chart_.Visible(units_, chart.WidthInPoints()),
              "Tick items and press Begin Monitor: their values are drawn here over time.");
   ui().chkPauseChart.SetValue(chart_.IsPaused());
+  record_.Show();
   ui().cmdSaveChart.SetEnabled(!chart_.IsEmpty());
   ui().cmdSavePicture.SetEnabled(!chart_.IsEmpty());
 }

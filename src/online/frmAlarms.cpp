@@ -33,6 +33,14 @@ void frmAlarms::FormLoad() {
   connections_ += ui().cmdReset.Click.Connect([this] { cmdReset_Click(); });
   connections_ += ui().cmdClear.Click.Connect([this] { cmdClear_Click(); });
   connections_ += ui().cmdExit.Click.Connect([this] { Unload(); });
+  ui().cmbRecording.SetItems(recordings_);
+  ui().cmbRecording.SetListIndex(recordings_.empty() ? -1 : 0);
+  ui().cmbRecording.SetEnabled(!recordings_.empty());
+  ui().cmdRecording.SetEnabled(!recordings_.empty());
+  connections_ += ui().cmdRecording.Click.Connect([this] {
+    wanted_ = ui().cmbRecording.Text();
+    Unload();
+  });
   Read();
 }
 

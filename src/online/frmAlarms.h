@@ -3,6 +3,7 @@
 #pragma once
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "layouts/frmAlarms.h"
@@ -12,6 +13,12 @@
 namespace velmoor {
 
 class frmAlarms final : public WindowOf<layouts::frmAlarms> {
+ public:
+  // The names of the recordings that alarms have made, the latest first.
+  explicit frmAlarms(std::vector<std::string> recordings) : recordings_(std::move(recordings)) {}
+  // The recording that the user wishes to see, for which the window has closed; empty: none.
+  [[nodiscard]] const std::string& Wanted() const { return wanted_; }
+
  protected:
   void FormLoad() override;
 
@@ -24,6 +31,8 @@ class frmAlarms final : public WindowOf<layouts::frmAlarms> {
   void cmdReset_Click();
   void cmdClear_Click();
 
+  std::vector<std::string> recordings_;
+  std::string wanted_;
   std::vector<AlarmReading> history_;
   AlarmHistoryGrid historyGrid_{history_};
 };

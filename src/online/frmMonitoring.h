@@ -16,6 +16,7 @@
 #include "link/ResultCode.h"
 #include "online/AlarmHistoryGrid.h"
 #include "online/MonitoredItems.h"
+#include "online/RecordButton.h"
 #include "online/StripChart.h"
 #include "windows/Window.h"
 
@@ -132,6 +133,7 @@ class frmMonitoring final : public WindowOf<layouts::frmMonitoring> {
   std::vector<AlarmReading> history_;
   AlarmHistoryGrid historyGrid_{history_};
   StripChart chart_;
+  RecordButton record_;
   double opened_ = 0;      // s of the monotonic clock
   double chartShown_ = 0;  // s since opened
 };

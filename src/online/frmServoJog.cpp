@@ -1,7 +1,6 @@
 #include "online/frmServoJog.h"
 
 #include <chrono>
-#include <exception>
 #include <optional>
 
 #include "link/CommandWords.h"
@@ -9,7 +8,6 @@
 #include "link/clsHX7Helix7.h"
 #include "platform/MessageBoxes.h"
 #include "platform/Numbers.h"
-#include "platform/ScopedFlag.h"
 #include "platform/World.h"
 #include "session/Project.h"
 #include "session/Session.h"
@@ -17,15 +15,8 @@
 namespace velmoor {
 namespace {
 
-constexpr const char* kCannotStart = "Error initiating servo jog!";
-constexpr const char* kCannotStop = "Error terminating servo jog!";
-constexpr const char* kHint =
-    "\r\rHold jog button down for a few seconds before releasing to stop, if jog is still running.";
 constexpr const char* kNotPositive =
     "Speed must be a positive integer value!  Previous value will be restored.";
-constexpr const char* kMayBeOn =
-    "The motor may still be energised and moving: servo off was not confirmed.\r"
-    "Use the emergency stop, then check the line.";
 // One question each time; a silent line is asked less often, since each costs half a second.
 constexpr std::chrono::milliseconds kWatch{120};
 constexpr std::chrono::milliseconds kWatchSilence{2000};
@@ -56,25 +47,17 @@ frmServoJog::~frmServoJog() {
   MakeSafe();
 }
 
-void frmServoJog::MakeSafe() {
-  if (gMainForm == nullptr || gMainForm->Helix7() == nullptr) return;
-  blnMouseUp_ = true;
-  Hardware().MakeMotorSafe();
-}
-
 void frmServoJog::FormLoad() {
-  blnServo_ = false;
+  run_.Reset();
   blnNeedsSaving_ = false;
-  blnMouseUp_ = true;
-  stopping_ = false;
   ui().txtSpeed.SetText(NumberText(lngSpeed_));
   strStartValue_ = strBeforeEdit_ = ui().txtSpeed.Text();
   for (int index = 0; index < 2; ++index) {
     Button& jog = ui().cmdJog_[index];
     connections_ += jog.Down.Connect([this, index] { cmdJog_MouseDown(index); });
-    connections_ += jog.Up.Connect([this] { cmdJog_MouseUp(); });
+    connections_ += jog.Up.Connect([this] { run_.Release(); });
   }
-  connections_ += ui().cmdServo.Click.Connect([this] { cmdServo_Click(); });
+  connections_ += ui().cmdServo.Click.Connect([this] { run_.Toggle(); });
   connections_ += ui().cmdExit.Click.Connect([this] { Unload(); });
   connections_ += ui().updServo_Up.Click.Connect([this] { updServo_UpClick(); });
   connections_ += ui().updServo_Down.Click.Connect([this] { updServo_DownClick(); });
@@ -82,7 +65,6 @@ void frmServoJog::FormLoad() {
   connections_ += speed.Change.Connect([this] { txtSpeed_Change(); });
   connections_ += speed.Validate.Connect([this](bool& cancel) { txtSpeed_Validate(cancel); });
   connections_ += ui().cmdResetAlarm.Click.Connect([this] { cmdResetAlarm_Click(); });
-  EnableJogButtons(false);
   ShowServo();
   CheckHardwareServoForwardSetting();
   Project& project = OpenedProject();
@@ -99,6 +81,7 @@ void frmServoJog::FormLoad() {
     chart_.Pan(seconds);
     ShowChart();
   });
+  record_.Bind(ui().cmdRecord, connections_);
   ShowMotion();
   ShowChart();
   timer_ = world().forms->NewTimer();
@@ -107,17 +90,10 @@ void frmServoJog::FormLoad() {
   timer_->SetEnabled(true);
 }
 
-// The servo goes off whichever way the window closes. Where the motor cannot be on nothing is told.
+// The servo goes off whichever way the window closes.
 void frmServoJog::FormUnload() {
   timer_->SetEnabled(false);
-  const bool moved = !blnMouseUp_;
-  blnMouseUp_ = true;
-  blnServo_ = false;
-  if (moved) (void)Hardware().StopForCertain();
-  const ResultCode result = Hardware().SwitchOffForCertain();
-  if (result != kSuccess && Hardware().MotorMayBeOn()) {
-    Tell(Hardware().LatestFailure(), "Error setting servo off!");
-  }
+  run_.Leave();
   const auto start = SpeedIn(strStartValue_);
   if (!start || *start != lngSpeed_) blnNeedsSaving_ = true;
 }
@@ -136,59 +112,11 @@ void frmServoJog::CheckHardwareServoForwardSetting() {
 
 // ---- the servo
 
-// What may be on is switched off, whatever was asked for last.
-void frmServoJog::cmdServo_Click() {
-  try {
-    blnServo_ = !blnServo_ && !Hardware().MotorMayBeOn();
-    std::optional<LinkFailure> enableFailure;
-    if (blnServo_) enableFailure = AskAndEnable();
-    if (!blnServo_) {
-      const ResultCode off = SwitchOff();
-      if (enableFailure) {
-        Tell(*enableFailure, "Error setting servo on!");
-      } else if (off != kSuccess) {
-        Tell(Hardware().LatestFailure(), "Error setting servo off!");
-      }
-    }
-    EnableJogButtons(blnServo_);
-  } catch (const std::exception& error) {
-    ShowExclamation(std::string("Error enabling/disabling servo!\r") + error.what());
-  }
-}
-
-// blnServo_ stays only where the servo is on.
-std::optional<LinkFailure> frmServoJog::AskAndEnable() {
-  blnServo_ = AskExclamationYesNo(
-      "Use extreme caution!\r"
-      "The enable operation will energize the motor and may cause motion \r"
-      "of the motor shaft and any mechanism connected to the motor shaft.\r\r"
-      "Are you sure you want to enable the servo system?\r"
-      "Click Yes to enable the servo.  Click No to cancel.");
-  if (!blnServo_) return std::nullopt;
-  blnServo_ = Hardware().EnableServoForRun() == kSuccess;
-  ShowServo();
-  if (blnServo_) return std::nullopt;
-  return Hardware().LatestFailure();
-}
-
-ResultCode frmServoJog::SwitchOff() {
-  blnServo_ = false;
-  const ResultCode result = Hardware().SwitchOffForCertain();
-  ShowServo();
-  return result;
-}
-
 void frmServoJog::ShowServo() {
-  const bool mayBeOn = Hardware().MotorMayBeOn();
-  ui().cmdServo.SetCaption(mayBeOn ? "Disable &Servo" : "Enable &Servo");
-  ui().pcbServo.SetTone(!mayBeOn ? Tone::normal : blnServo_ ? Tone::good : Tone::alarm);
-  ui().lblServo.SetText(!mayBeOn    ? "Servo not enabled"
-                        : blnServo_ ? "Servo on"
-                                    : "Servo may be on: use the emergency stop");
-}
-
-void frmServoJog::Tell(const LinkFailure& failure, const char* words) {
-  DisplayError(failure, words, Hardware().MotorMayBeOn() && !blnServo_ ? kMayBeOn : "");
+  ui().cmdServo.SetCaption(run_.Caption());
+  ui().pcbServo.SetTone(run_.LampTone());
+  ui().lblServo.SetText(run_.Words());
+  EnableJogButtons(run_.IsOn());
 }
 
 void frmServoJog::EnableJogButtons(bool bState) {
@@ -199,47 +127,10 @@ void frmServoJog::EnableJogButtons(bool bState) {
 
 void frmServoJog::cmdJog_MouseDown(int Index) {
   const auto token = Token();
-  try {
-    blnMouseUp_ = false;
-    StartMotion(Index);
-  } catch (const std::exception& error) {
-    // Whatever happened: it must not go on turning while a box is read.
-    const bool open = !token.expired();
-    (void)Hardware().StopForCertain();
-    if (open) {
-      blnMouseUp_ = true;
-      ShowServo();
-    }
-    ShowExclamation(std::string(kCannotStart) + "\r" + error.what() + kHint);
-  }
-}
-
-// Events run between the questions to the amplifier, so that a release is seen before anything
-// starts to move.
-void frmServoJog::StartMotion(int Index) {
-  if (!TakeSpeed()) {
-    blnMouseUp_ = true;
-    return;
-  }
-  const auto token = Token();
-  const float factor = OpenedProject().GetReferenceSpeedFactor();
-  if (token.expired()) return;
-  if (factor < 0) {
-    blnMouseUp_ = true;
-    ShowExclamation("Error communicating with hardware!\rCheck connections then retry!\r\r" +
-                    CauseOf(Hardware().LatestFailure(), *gMainForm->Alarm()));
-    return;
-  }
-  lngRefUnitSpeed_ =
-      ToInt32(RoundHalfEven(static_cast<double>(factor) * static_cast<double>(lngSpeed_)));
-  iCWIndex_ = static_cast<std::int16_t>(blnCWForward_ ? Index : (Index + 1) & 1);
-  if (blnMouseUp_ || !blnServo_) return;
-  const ResultCode result = Hardware().StartJog(iCWIndex_, lngRefUnitSpeed_);
-  if (result == kSuccess || result == kBusy || token.expired()) return;
-  // The command may have come through although its answer did not.
-  const LinkFailure failure = Hardware().LatestFailure();
-  StopMotion(nullptr);
-  Tell(failure, kCannotStart);
+  run_.Press(token, [&] {
+    if (!TakeSpeed()) return run_.LetGo();
+    run_.Start(blnCWForward_ ? Index : (Index + 1) & 1, lngSpeed_, token);
+  });
 }
 
 bool frmServoJog::TakeSpeed() {
@@ -250,29 +141,6 @@ bool frmServoJog::TakeSpeed() {
   }
   RestoreSpeed(speed ? kNotPositive : kNotNumeric);
   return false;
-}
-
-void frmServoJog::cmdJog_MouseUp() {
-  if (stopping_) return;
-  try {
-    StopMotion(kCannotStop);
-  } catch (const std::exception& error) {
-    ShowExclamation(std::string(kCannotStop) + "\r" + error.what() + kHint);
-  }
-}
-
-// A line that is busy is passed over in silence, deliberately; nothing here lets it arise. Without
-// `words` the caller tells.
-void frmServoJog::StopMotion(const char* words) {
-  const ScopedFlag stopping(stopping_);
-  blnMouseUp_ = true;
-  const ResultCode result = Hardware().StopForCertain();
-  if (result == kSuccess || result == kBusy) return;
-  const LinkFailure failure = Hardware().LatestFailure();
-  blnServo_ = false;
-  ShowServo();
-  EnableJogButtons(false);
-  if (words != nullptr) Tell(failure, words);
 }
 
 // ---- what the motor does
@@ -289,11 +157,11 @@ void frmServoJog::tmrWatch_Timer() {
   ShowMotion();
   const auto token = Token();
   // Nobody can tell what a motor does that is held running on a silent line.
-  if (silent && !blnMouseUp_) StopMotion("The amplifier does not answer: the motion was ended.");
-  if (token.expired() || !watch_.HasTripped() || !blnServo_) return;
+  if (silent && run_.IsHeld()) run_.Stop("The amplifier does not answer: the motion was ended.");
+  if (token.expired() || !watch_.HasTripped() || !run_.IsOn()) return;
   // An alarm takes the servo off; its reset must not bring it back.
   EnableJogButtons(false);
-  (void)SwitchOff();
+  (void)run_.SwitchOff();
 }
 
 void frmServoJog::ShowMotion() {
@@ -310,6 +178,7 @@ void frmServoJog::ShowChart() {
   TimeChart& chart = ui().chtMotion;
   chart.Show(chart_.Visible(watch_.InMachineUnits(), chart.WidthInPoints()),
              "Speed and position are drawn here.");
+  record_.Show();
 }
 
 void frmServoJog::cmdResetAlarm_Click() {

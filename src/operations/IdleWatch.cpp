@@ -8,6 +8,8 @@ namespace velmoor {
 namespace {
 
 constexpr std::chrono::milliseconds kPeriod{1000};
+constexpr std::int32_t kBriefTimeOut = 500;    // ms
+constexpr std::int32_t kNormalTimeOut = 5000;  // ms
 constexpr int kSilencesOfALostLine = 2;
 // The bit of the status that tells of a zero return done since the start.
 constexpr std::int32_t kReferenceComplete = 1 << 2;
@@ -31,8 +33,25 @@ void IdleWatch::Look() {
   if (result < kSuccess && result != kValueNotFound && result != kBusy) return Silent();
   silences_ = 0;
   if (result != kSuccess) return;
+  if (ReadMotion() == kNoResponse) return Silent();
   connection_.NoteAlarm(DescribeAlarm(display));
   NoteStatus(status);
+}
+
+// For whoever hears what is read.
+ResultCode IdleWatch::ReadMotion() {
+  clsHX7Helix7& helix = *session_.Helix7();
+  helix.SetTimeOut(kBriefTimeOut);
+  ResultCode result = kSuccess;
+  for (const ValueCommand command :
+       {ValueCommand::torque, ValueCommand::motorSpeed, ValueCommand::targetPosition}) {
+    std::int32_t value = 0;
+    if (result != kNoResponse) {
+      result = helix.GetHelixValue(static_cast<std::int32_t>(command), value);
+    }
+  }
+  helix.SetTimeOut(kNormalTimeOut);
+  return result;
 }
 
 void IdleWatch::Silent() {

@@ -1,4 +1,5 @@
-// Looks at the amplifier while nobody else uses the line: its alarm and its status once a second.
+// Looks at the amplifier while nobody else uses the line: its alarm and its status once a second,
+// and what is worth knowing of the time before an alarm, torque, speed and target.
 //
 // An alarm is told to the connection at once, an amplifier that went silent within two seconds, one
 // that has restarted meanwhile as soon as its status shows it. Owned beside the connection.
@@ -27,6 +28,7 @@ class IdleWatch {
   void Look();
 
  private:
+  [[nodiscard]] ResultCode ReadMotion();
   void Silent();
   void NoteStatus(std::int32_t status);
 

@@ -4,6 +4,7 @@
 #include <memory>
 #include <stdexcept>
 
+#include "instruments/AlarmRecordings.h"
 #include "platform/Numbers.h"
 #include "platform/Utility.h"
 #include "platform/World.h"
@@ -11,13 +12,14 @@
 #include "reports/ParameterSections.h"
 #include "reports/TableSections.h"
 #include "reports/frmPreview.h"
+#include "reports/rptHX7Alarm.h"
 #include "reports/rptHX7Communications.h"
 #include "session/Session.h"
 
 namespace velmoor {
 namespace {
 
-// The session's own section, then the tools' in their order.
+// The session's own section, the tools' in their order, and what was recorded.
 std::array<ReportItem, kReportItems> MakeItems() {
   std::array<ReportItem, kReportItems> items{
       {{"Communications Settings", "srptCommunications", "communications"}}};
@@ -25,6 +27,7 @@ std::array<ReportItem, kReportItems> MakeItems() {
     const ToolInfo& info = Tools()[i];
     items[i + 1] = {info.report, info.section, info.word};
   }
+  items.back() = {"Latest Alarm", "srptAlarm", "alarm"};
   return items;
 }
 
@@ -37,17 +40,12 @@ PrintSection RunReport(clsHX7Project& project) {
 
 // By position, as the items above.
 constexpr std::array<PrintSection (*)(clsHX7Project&), kReportItems> kReports{
-    RunReport<rptHX7Communications>,
-    RunReport<rptHX7MechanicalSystem>,
-    RunReport<rptHX7Params>,
-    RunReport<rptHX7Tuning>,
-    RunReport<rptHX7Interface>,
-    RunReport<rptHX7FlexibleIO>,
-    RunReport<rptHX7OverTravel>,
-    RunReport<rptHX7Homing>,
-    RunReport<rptHX7Index>,
-    RunReport<rptHX7Jog>,
-    RunReport<rptHX7Zone>};
+    RunReport<rptHX7Communications>, RunReport<rptHX7MechanicalSystem>,
+    RunReport<rptHX7Params>,         RunReport<rptHX7Tuning>,
+    RunReport<rptHX7Interface>,      RunReport<rptHX7FlexibleIO>,
+    RunReport<rptHX7OverTravel>,     RunReport<rptHX7Homing>,
+    RunReport<rptHX7Index>,          RunReport<rptHX7Jog>,
+    RunReport<rptHX7Zone>,           RunReport<rptHX7Alarm>};
 
 }  // namespace
 
@@ -99,7 +97,7 @@ void rptHX7Main::ActiveReport_ReportStart() {
     document_.sections.emplace_back().name = item.field;
   }
   for (std::size_t item = 0; item < kReportItems; ++item) {
-    if (!blnPrint[item]) {
+    if (!blnPrint[item] || HasNothingToPrint(item)) {
       DeleteTheControl(kItems[item].field);
       continue;
     }
@@ -111,6 +109,13 @@ void rptHX7Main::ActiveReport_ReportStart() {
     report.newPage = !bNoNewPage;
     *std::ranges::find(document_.sections, report.name, &PrintSection::name) = std::move(report);
   }
+}
+
+// Most projects have recorded no alarm: the others' sections are the whole report then.
+bool rptHX7Main::HasNothingToPrint(std::size_t item) const {
+  const bool isAlone = std::ranges::count(blnPrint, true) == 1;
+  return item + 1 == kReportItems && !isAlone &&
+         AlarmRecordings(RecordingFolder(currProj->FileName())).empty();
 }
 
 void rptHX7Main::StartNewPage(std::size_t iPrintItem, bool& bNoNewPage) const {

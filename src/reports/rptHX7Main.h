@@ -18,7 +18,7 @@ namespace velmoor {
 class clsHX7Project;
 class frmPreview;
 
-inline constexpr std::size_t kReportItems = kTools + 1;
+inline constexpr std::size_t kReportItems = kTools + 2;
 using PrintItems = std::array<bool, kReportItems>;
 
 // One section as the user chooses it.
@@ -60,6 +60,7 @@ class rptHX7Main {
   void ActiveReport_ReportEnd() {}  // carries no behaviour
   void PageHeader_Format();
   void PageFooter_Format();
+  [[nodiscard]] bool HasNothingToPrint(std::size_t item) const;
   // Takes the sub-report of that field out of the document.
   void DeleteTheControl(std::string_view str);
 

@@ -10,6 +10,7 @@ namespace velmoor {
 class clsHX7Helix7;
 class clsHX7Procedure;
 class Project;
+class Recorder;
 class SerialPort;
 
 // The alarm definitions as the lower layers ask them. A text without a definition gives an empty
@@ -42,6 +43,7 @@ class Session {
   virtual const ComboLists& ComboList() const = 0;
   virtual clsHX7Procedure* Procedure() = 0;  // the running transfer's progress, or null
   virtual SerialPort& Comm() = 0;
+  virtual Recorder* Record() { return nullptr; }  // of what is read; null where nothing records
 
   [[nodiscard]] virtual bool IsOnline() const = 0;
   // The stop request of a running transfer; the tools look at it between rows.

@@ -36,6 +36,10 @@ void frmTuning::FormLoad() {
   connections_ += ui().chkNotchFilter.Click.Connect([this] { chkNotchFilter_Click(); });
   connections_ += ui().txtNotchFilterFrequency.Validate.Connect(
       [this](bool&) { (void)CheckNotchFilterFrequency(); });
+  connections_ += ui().cmdTry.Click.Connect([this] {
+    // The project's values are tried: those that are on show.
+    if (CommitPending()) Requested.Raise(WindowRequest::tryIt);
+  });
   connections_ += ui().cmbRigidity.Click.Connect([this] { cmbRigidity_Click(); });
   connections_ += ChangeCanceled.Connect([this] { TakeBackRigidity(); });
 }

@@ -12,7 +12,7 @@
 namespace velmoor {
 
 // What a window's buttons ask of the session above it.
-enum class WindowRequest { upload, download, compare, save, rehearse };
+enum class WindowRequest { upload, download, compare, save, rehearse, tryIt };
 
 class GridWindow : public Window {
  public:

@@ -3,6 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <set>
+#include <string>
+
 #include "AppSession.h"
 
 namespace velmoor {
@@ -38,8 +41,12 @@ class ServoJog : public AppSession {
     Texts sent;
     for (const JournalEntry& entry : Amplifier().Journal()) {
       const std::string command = entry.line.substr(1);
-      // What the window watches comes at any time.
-      if (command != "NFB" && command != "PUN" && command != "ALM") sent.push_back(command);
+      // What the window watches comes at any time, and so does what is kept of an alarm.
+      static const std::set<std::string> kReads{
+          "NFB",    "PUN",    "ALM",    "STS",    "IN1",    "IN2",    "OUT1",
+          "OUT2",   "PRM100", "PRM101", "PRM102", "PRM103", "PRM107", "PRM108",
+          "PRM109", "PRM10A", "PRM110", "PRM401", "PRM408", "PRM409", "PRM821"};
+      if (!kReads.contains(command)) sent.push_back(command);
     }
     return sent;
   }

@@ -64,10 +64,10 @@ TEST_F(ReportCommand, TellsWhatIsWrongWithItsWords) {
       {{"report", project}, "Option --out is missing"},
       {{"report", project, "--out", pdf, "--sections", "index,zones"},
        "'zones' is no section: --sections takes communications, system, parameters, tuning, "
-       "interface, flexibleio, overtravel, homing, index, jog, zone"},
+       "interface, flexibleio, overtravel, homing, index, jog, zone, alarm"},
       {{"report", project, "--out", pdf, "--sections", ""},
        "'' is no section: --sections takes communications, system, parameters, tuning, interface, "
-       "flexibleio, overtravel, homing, index, jog, zone"},
+       "flexibleio, overtravel, homing, index, jog, zone, alarm"},
       {{"report", project, "--out", pdf, "--paper", "a5"},
        "'a5' is no paper: --paper takes a4 or letter"}};
   for (const Case& wrong : cases) {

@@ -125,6 +125,9 @@ TEST_F(Windows, ShowAllOfThemselves) {
         "mnuToolsProductInformation"}) {
     Choose(command, nothing);
   }
+  Choose("mnuToolsTuning", [this] { InDialog([] { Press("cmdTry"); }); });
+  Choose("mnuToolsRecordings");
+  CloseChildren();
   Choose("mnuToolsCompare", nothing);
   Choose("mnuViewHistory", nothing);
   Choose("mnuToolsMonitoring");

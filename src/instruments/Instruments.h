@@ -1,0 +1,80 @@
+// What looks at the axis beside the windows: hands each value that is read to the recorder and to
+// the black box, and makes a recording of the last minute when an alarm comes.
+//
+// It reads by itself only what a recording's heading tells: gains and window as it begins, and the
+// lines at an alarm. Owned by the main window.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "link/CommandWords.h"
+#include "online/AlarmReadings.h"
+#include "online/MonitoredItems.h"
+#include "platform/Event.h"
+#include "project/SessionState.h"
+#include "recordings/BlackBox.h"
+#include "recordings/Recorder.h"
+
+namespace velmoor {
+
+class Instruments {
+ public:
+  // `mayAsk`: nobody else has the line, as a transfer has.
+  Instruments(SessionState& session, std::function<bool()> mayAsk);
+  ~Instruments();
+
+  // Hears the session's device object.
+  void Listen();
+  // Ends what is recorded; the last minute is forgotten. For another project or amplifier.
+  void Forget();
+
+  [[nodiscard]] Recorder& Record() { return recorder_; }
+  // As the user has chosen it last.
+  RecorderOrder order;
+  // Begins by `order`, which the user has chosen, or ends. Failures are told in a box.
+  void Toggle();
+  // Throws FileError.
+  void Begin(const RecorderOrder& ordered, const std::string& cause);
+  // Null: none is open.
+  [[nodiscard]] clsHX7Project* OpenProject() const { return session_.OwnProject(); }
+  // Reference units for one unit of the recorded positions.
+  [[nodiscard]] double CountsForDistance() const;
+  // Of the open project; nothing where none is open.
+  [[nodiscard]] std::optional<RecordingFolder> Folder() const;
+  // The columns of every recording here, and their units: of the machine where the project has one.
+  [[nodiscard]] std::vector<RecordedItem> Items() const;
+  // A trigger's level, as typed, for that item. An alarm is the item behind kAlarmItem.
+  [[nodiscard]] std::optional<Trigger> StepTrigger(int step) const;
+
+  Event<const std::string&> AlarmKept;  // the name of the recording
+
+ private:
+  void OnValue(ValueCommand command, std::int32_t raw);
+  void OnAlarm(const std::string& display);
+  void KeepAlarm(const AlarmReading& alarm);
+  void Take(int item, double raw);
+  class Asking;
+  [[nodiscard]] MonitoredUnits Units() const;
+  [[nodiscard]] RecordingHeading Heading(const std::string& cause, Asking& asking) const;
+  [[nodiscard]] std::string Gains(Asking& asking) const;
+  [[nodiscard]] std::string InPositionWindow(Asking& asking) const;
+  [[nodiscard]] std::vector<std::string> AlarmRemarks(const AlarmReading& alarm,
+                                                      Asking& asking) const;
+  [[nodiscard]] std::string LineWords(int item, Asking& asking) const;
+  [[nodiscard]] std::string StepWords() const;
+
+  SessionState& session_;
+  std::function<bool()> mayAsk_;
+  Recorder recorder_;
+  BlackBox box_;
+  MonitoredUnits units_;
+  bool inAlarm_ = false;
+  std::shared_ptr<const void> token_ = std::make_shared<int>();  // for work that waits its turn
+  Connection asked_;
+  Connections connections_;  // to the device object
+};
+
+}  // namespace velmoor
