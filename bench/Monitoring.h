@@ -7,6 +7,7 @@
 
 #include "WindowUser.h"
 #include "Workbench.h"
+#include "instruments/Instruments.h"
 
 namespace velmoor::bench {
 
@@ -20,5 +21,20 @@ inline QPushButton& ShowMonitoring(clsHX7Project& project, const std::vector<con
   for (const char* const tick : ticks) InWindow<QCheckBox>(tick).click();
   return InWindow<QPushButton>("cmdMonitoring");
 }
+
+// Records what is read for the life of the object.
+class Recorded {
+ public:
+  Recorded() : instruments_(dynamic_cast<SessionState&>(*gMainForm), [] { return true; }) {
+    instruments_.Listen();
+    instruments_.Begin({}, "by hand");
+  }
+  ~Recorded() { instruments_.Record().Stop(); }
+  Recorded(const Recorded&) = delete;
+  Recorded& operator=(const Recorded&) = delete;
+
+ private:
+  Instruments instruments_;
+};
 
 }  // namespace velmoor::bench

@@ -101,6 +101,10 @@ void MeasureOnline(Workbench& bench) {
   LiveSession live(bench, kBaudRate);
   MeasurePasses(bench, live, "one item", kOneItem);
   MeasurePasses(bench, live, "five items", kFiveItems);
+  {
+    const Recorded recorded;
+    MeasurePasses(bench, live, "five items, recorded", kFiveItems);
+  }
   MeasureRelease(bench, live);
 }
 

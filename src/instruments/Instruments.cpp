@@ -169,27 +169,27 @@ void Instruments::OnAlarm(const std::string& display) {
   inAlarm_ = tripped;
   if (!came) return;
   // Whoever has asked goes on first: nothing here may delay what an alarm calls for.
-  world().events->Post([this, alarm, token = std::weak_ptr<const void>(token_)] {
-    if (!token.expired()) KeepAlarm(alarm);
+  world().events->Post([this, alarm, read = Seconds(), token = std::weak_ptr<const void>(token_)] {
+    if (!token.expired()) KeepAlarm(alarm, read);
   });
 }
 
 // ---- an alarm
 
-void Instruments::KeepAlarm(const AlarmReading& alarm) {
+void Instruments::KeepAlarm(const AlarmReading& alarm, double read) {
   const auto folder = Folder();
   if (!folder) return;
-  const double now = Seconds();
   try {
     Asking asking(session_, mayAsk_());
     RecordingHeading heading = Heading(
         kAlarmCause + alarm.display + (alarm.name.empty() ? "" : ": " + alarm.name), asking);
     heading.remarks = AlarmRemarks(alarm, asking);
     const MonitoredUnits units = Units();
-    const std::string name = box_.Keep(
-        *folder, std::move(heading), "alarm " + alarm.display, now, [&units](int item, double raw) {
-          return units.Convert(static_cast<std::int32_t>(raw), KindOf(item));
-        });
+    const std::string name =
+        box_.Keep(*folder, std::move(heading), "alarm " + alarm.display, read,
+                  [&units](int item, double raw) {
+                    return units.Convert(static_cast<std::int32_t>(raw), KindOf(item));
+                  });
     LogInformation("recording", "The minute before alarm " + alarm.display + ": " + name);
     AlarmKept.Raise(name);
   } catch (const FileError& error) {

@@ -54,7 +54,8 @@ class Instruments {
  private:
   void OnValue(ValueCommand command, std::int32_t raw);
   void OnAlarm(const std::string& display);
-  void KeepAlarm(const AlarmReading& alarm);
+  // `read`: when its answer came, s of the clock.
+  void KeepAlarm(const AlarmReading& alarm, double read);
   void Take(int item, double raw);
   class Asking;
   [[nodiscard]] MonitoredUnits Units() const;

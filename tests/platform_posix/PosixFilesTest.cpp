@@ -147,6 +147,82 @@ TEST_F(PosixFilesTest, WhatIsPlantedUnderTheHelperNameStaysAndDoesNotStopASave) 
   EXPECT_EQ(status.st_uid, 0U) << "the project does not become the other user's";
 }
 
+TEST_F(PosixFilesTest, AFolderOfOursIsNoLinkAndNobodyElses) {
+  const std::string project = Put("line1.spj", "project");
+  const std::string folder = At("line1.history");
+  const std::string elsewhere = At("elsewhere");
+  fs::create_directory(elsewhere);
+  const mode_t mask = umask(0);
+  for (const auto& [file, expected] : {std::pair{0600, 0700}, {0640, 0750}, {0664, 0775}}) {
+    fs::permissions(project, fs::perms(file));
+    files_.MakeOwnFolder(folder, project);
+    EXPECT_EQ(fs::status(folder).permissions(), fs::perms(expected));
+    files_.MakeOwnFolder(folder, project);
+    fs::remove(folder);
+  }
+  umask(mask);
+  const std::pair<const char*, std::function<void()>> plants[] = {
+      {"link", [&] { fs::create_directory_symlink(elsewhere, folder); }},
+      {"link to nothing", [&] { fs::create_symlink(At("none"), folder); }},
+      {"file", [&] { Put("line1.history", ""); }},
+      {"pipe", [&] { ASSERT_EQ(mkfifo(folder.c_str(), 0666), 0); }}};
+  for (const auto& [name, plant] : plants) {
+    SCOPED_TRACE(name);
+    plant();
+    EXPECT_THROW(files_.MakeOwnFolder(folder, project), FileError);
+    EXPECT_TRUE(fs::is_empty(elsewhere));
+    EXPECT_FALSE(fs::exists(At("none")));
+    fs::remove(folder);
+  }
+  if (geteuid() != 0) GTEST_SKIP() << "another user's folder needs the superuser";
+  fs::create_directory(folder);
+  ASSERT_EQ(chown(folder.c_str(), 65534, 65534), 0);
+  EXPECT_THROW(files_.MakeOwnFolder(folder, project), FileError);
+  // Whose the project is may keep its folder.
+  ASSERT_EQ(chown(project.c_str(), 65534, 65534), 0);
+  EXPECT_NO_THROW(files_.MakeOwnFolder(folder, project));
+}
+
+TEST_F(PosixFilesTest, AFileGrowsUnderANewNameAndIsReadByLines) {
+  const std::string project = Put("line1.spj", "project");
+  fs::permissions(project, fs::perms(0640));
+  const std::string path = At("a.csv");
+  std::string read;
+  const auto lines = [&](const std::string& file) {
+    read.clear();
+    files_.ReadLines(file, [&](std::string_view line) {
+      read += "[" + std::string(line) + "]";
+      return line != "end";
+    });
+    return read;
+  };
+  {
+    const auto file = files_.Begin(path, project);
+    file->Add("one\r\n\ntw");
+    EXPECT_EQ(lines(path), "[one][]") << "half a line is none";
+    file->Add("o\nend\nbehind\n");
+  }
+  EXPECT_EQ(lines(path), "[one][][two][end]");
+  EXPECT_EQ(fs::status(path).permissions(), fs::perms(0640));
+  EXPECT_THROW((void)files_.Begin(path, project), FileError) << "the name is taken";
+  fs::create_symlink(At("none"), At("link.csv"));
+  EXPECT_THROW((void)files_.Begin(At("link.csv"), project), FileError);
+  EXPECT_FALSE(fs::exists(At("none")));
+  // Longer than a piece of the file is read at once.
+  Put("long.csv", std::string(70000, 'x') + "\n");
+  EXPECT_THROW((void)lines(At("long.csv")), FileError);
+  Put("many.csv", [] {
+    std::string text;
+    for (int i = 0; i < 20000; ++i) text += "12345\n";
+    return text;
+  }());
+  EXPECT_EQ(lines(At("many.csv")).size(), 20000U * 7);
+  fs::create_directory(At("folder"));
+  EXPECT_EQ(files_.NamesIn(folder_.Path()),
+            (std::vector<std::string>{"a.csv", "line1.spj", "long.csv", "many.csv"}));
+  EXPECT_TRUE(files_.NamesIn(At("nowhere")).empty());
+}
+
 TEST_F(PosixFilesTest, AWorkingFileIsItsOwnersAloneAndNoLinkOrPipe) {
   const std::string project = Put("line1.spj", "project");
   const std::string outside = Put("outside", "mine");

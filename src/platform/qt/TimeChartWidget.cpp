@@ -287,6 +287,14 @@ void TimeChartWidget::DrawCurves(QPainter& painter, std::size_t number, const QR
     for (const ChartPoint& point : *curves[i]) path.lineTo(PlaceOf(point.x), place(point.y));
     painter.setPen(QPen(CurveColor(number, i), 1.5));
     painter.drawPath(path);
+    // Where samples lie apart they are seen, so that nobody takes the line between them for known.
+    constexpr double kApart = 8;
+    if (static_cast<double>(curves[i]->size()) * kApart > area.width()) continue;
+    painter.setBrush(CurveColor(number, i));
+    for (const ChartPoint& point : *curves[i]) {
+      painter.drawEllipse(QPointF(PlaceOf(point.x), place(point.y)), 1.5, 1.5);
+    }
+    painter.setBrush(Qt::NoBrush);
   }
   painter.restore();
 }
