@@ -1,28 +1,14 @@
 #include "instruments/Instruments.h"
 
 #include <algorithm>
-#include <array>
-#include <cmath>
 
-#include "instruments/AlarmRecordings.h"
 #include "link/clsHX7Helix7.h"
-#include "online/AlarmAdvice.h"
 #include "platform/Log.h"
 #include "platform/MessageBoxes.h"
-#include "platform/Numbers.h"
 #include "platform/World.h"
 
 namespace velmoor {
 namespace {
-
-constexpr std::size_t kLogLines = 200;
-constexpr std::int32_t kBriefTimeOut = 500;    // ms
-constexpr std::int32_t kNormalTimeOut = 5000;  // ms
-constexpr int kTargetItem = 2;
-constexpr const char* kWindowParameter = "821";
-// What the tuning window edits.
-constexpr std::array<const char*, 12> kGains{"100", "101", "102", "103", "107", "108",
-                                             "109", "10A", "110", "401", "408", "409"};
 
 double Seconds() {
   return std::chrono::duration<double>(world().clock->Monotonic()).count();
@@ -32,66 +18,15 @@ std::string Moment() {
   return MomentText(world().clock->Now());
 }
 
-std::string NameOf(const MonitoredItem& item) {
-  return std::string(item.label.substr(0, item.label.find(':')));
-}
-
-// Enough to tell two neighbouring values of the amplifier apart, of which one unit has `count`.
-int DecimalsFor(double count, int least) {
-  constexpr int kMost = 6;
-  const int needed = count > 1 ? static_cast<int>(std::ceil(std::log10(count))) : 0;
-  return std::clamp(needed, least, kMost);
-}
-
 ValueKind KindOf(int item) {
   return item < kAlarmItem ? MonitoredItems()[static_cast<std::size_t>(item)].kind
                            : ValueKind::bits;
 }
 
-// As people write it: digits stay four, a number has no zeros in front.
-std::string ShownGain(const std::string& number, const std::string& wire) {
-  const bool isDigits = number == "110" || number == "408";
-  const std::string text(Trim(wire));
-  const auto whole = isDigits ? std::nullopt : ParseWhole(text);
-  return whole ? NumberText(*whole) : Right(text, 4);
-}
-
 }  // namespace
 
-// Asks the amplifier what a heading tells, as long as it answers: each question takes half a second
-// at most, and an unanswered one is the last.
-class Instruments::Asking {
- public:
-  Asking(SessionState& session, bool may)
-      : helix_(*session.Helix7()), may_(may && session.IsOnline()) {
-    if (may_) helix_.SetTimeOut(kBriefTimeOut);
-  }
-  ~Asking() { helix_.SetTimeOut(kNormalTimeOut); }
-  Asking(const Asking&) = delete;
-  Asking& operator=(const Asking&) = delete;
-
-  [[nodiscard]] bool Value(ValueCommand command, std::int32_t& raw) {
-    return Took([&] { return helix_.GetHelixValue(static_cast<std::int32_t>(command), raw); });
-  }
-  [[nodiscard]] bool Parameter(const std::string& number, std::string& text) {
-    return Took([&] { return helix_.GetParameter(number, text); });
-  }
-
- private:
-  template <typename Question>
-  bool Took(Question question) {
-    if (!may_) return false;
-    const ResultCode result = question();
-    may_ = result != kNoResponse && result != kPortNotOpen && result != kBusy;
-    return result == kSuccess;
-  }
-
-  clsHX7Helix7& helix_;
-  bool may_;
-};
-
 Instruments::Instruments(SessionState& session, std::function<bool()> mayAsk)
-    : session_(session), mayAsk_(std::move(mayAsk)) {
+    : session_(session), mayAsk_(std::move(mayAsk)), headings_(session) {
   asked_ = recorder_.Asked.Connect([this] { Toggle(); });
 }
 
@@ -108,41 +43,13 @@ void Instruments::Listen() {
 void Instruments::Forget() {
   recorder_.Stop();
   box_.Clear();
-  inAlarm_ = false;
+  inAlarm_.reset();
 }
 
 std::optional<RecordingFolder> Instruments::Folder() const {
   clsHX7Project* const project = session_.OwnProject();
   if (project == nullptr || project->FileName().empty()) return std::nullopt;
   return RecordingFolder(project->FileName());
-}
-
-MonitoredUnits Instruments::Units() const {
-  clsHX7Project* const project = session_.OwnProject();
-  if (project == nullptr) return {};
-  MonitoredUnits units(*project,
-                       static_cast<float>(project->MechanicalSystemSister().FeedConstant()));
-  units.SetMachineUnits(!project->IsAsNew(Tool::mechanicalSystem));
-  return units;
-}
-
-double Instruments::CountsForDistance() const {
-  const double unit = Units().Convert(1, ValueKind::distance);
-  return unit == 0 ? 0 : 1 / unit;
-}
-
-std::vector<RecordedItem> Instruments::Items() const {
-  const MonitoredUnits units = Units();
-  std::vector<RecordedItem> items;
-  for (const MonitoredItem& item : MonitoredItems()) {
-    const double unit = units.Convert(1, item.kind);
-    const int decimals = item.kind == ValueKind::bits || unit == 0
-                             ? 0
-                             : DecimalsFor(1 / std::abs(unit), units.Decimals(item.kind));
-    items.push_back({NameOf(item), units.UnitOf(item.kind), decimals});
-  }
-  items.push_back({recorded::kAlarm, "", 0});
-  return items;
 }
 
 // ---- what is read
@@ -165,7 +72,8 @@ void Instruments::OnAlarm(const std::string& display) {
   const AlarmReading alarm = DescribeAlarm(display);
   const bool tripped = IsAlarm(alarm) && !IsWarning(alarm);
   Take(kAlarmItem, tripped ? 1 : 0);
-  const bool came = tripped && !inAlarm_;
+  // One that was there before anybody has looked is of another time.
+  const bool came = tripped && inAlarm_ == false;
   inAlarm_ = tripped;
   if (!came) return;
   // Whoever has asked goes on first: nothing here may delay what an alarm calls for.
@@ -180,11 +88,8 @@ void Instruments::KeepAlarm(const AlarmReading& alarm, double read) {
   const auto folder = Folder();
   if (!folder) return;
   try {
-    Asking asking(session_, mayAsk_());
-    RecordingHeading heading = Heading(
-        kAlarmCause + alarm.display + (alarm.name.empty() ? "" : ": " + alarm.name), asking);
-    heading.remarks = AlarmRemarks(alarm, asking);
-    const MonitoredUnits units = Units();
+    RecordingHeading heading = headings_.OfAlarm(alarm, box_, mayAsk_());
+    const MonitoredUnits units = headings_.Units();
     const std::string name =
         box_.Keep(*folder, std::move(heading), "alarm " + alarm.display, read,
                   [&units](int item, double raw) {
@@ -195,63 +100,6 @@ void Instruments::KeepAlarm(const AlarmReading& alarm, double read) {
   } catch (const FileError& error) {
     LogWarning("recording", error.what());
   }
-}
-
-std::vector<std::string> Instruments::AlarmRemarks(const AlarmReading& alarm,
-                                                   Asking& asking) const {
-  std::vector<std::string> remarks;
-  if (const AlarmAdvice* const advice = AdviceOn(alarm.display)) {
-    remarks.push_back("Cause: " + std::string(advice->cause));
-    remarks.push_back("Remedy: " + std::string(advice->remedy));
-  }
-  for (int item = kStatusItem; item < kAlarmItem; ++item) {
-    remarks.push_back(LineWords(item, asking));
-  }
-  remarks.push_back(StepWords());
-  if (CurrentLog() == nullptr) return remarks;
-  const std::vector<std::string> lines = CurrentLog()->Recent();
-  const std::size_t first = lines.size() > kLogLines ? lines.size() - kLogLines : 0;
-  for (std::size_t i = first; i < lines.size(); ++i) remarks.push_back("Log: " + lines[i]);
-  return remarks;
-}
-
-// "VKLM Inputs: P-OT, N-OT": those that are on, read now where the line is free.
-std::string Instruments::LineWords(int item, Asking& asking) const {
-  const MonitoredItem& info = MonitoredItems()[static_cast<std::size_t>(item)];
-  const std::string name = NameOf(info) + ": ";
-  std::int32_t raw = 0;
-  const bool read = asking.Value(info.command, raw);
-  std::string when;
-  if (!read) {
-    const auto latest = box_.Latest(item);
-    if (!latest) return name + "not read";
-    raw = static_cast<std::int32_t>(*latest);
-    when = " (as read last)";
-  }
-  std::string words;
-  for (std::size_t bit = 0; bit < info.bits; ++bit) {
-    if (((static_cast<std::uint32_t>(raw) >> bit) & 1U) == 0) continue;
-    const std::string flag =
-        item == kStatusItem ? std::string(StatusFlags()[bit]) : LineNames(item, true).at(bit);
-    words += (words.empty() ? "" : ", ") + flag.substr(0, flag.find(','));
-  }
-  return name + (words.empty() ? "none" : words) + when;
-}
-
-// The wire does not tell the step; its target does.
-std::string Instruments::StepWords() const {
-  const auto target = box_.Latest(kTargetItem);
-  clsHX7Project* const project = session_.OwnProject();
-  if (!target || project == nullptr) return "Active step: not known, the target was not read";
-  std::string steps;
-  const clsHX7Position& table = project->Position();
-  for (int step = 1; step <= table.RowsInArray(); ++step) {
-    const std::string& sent = table.Stored(step).controller.at(clsHX7Position::position);
-    if (!sent.starts_with('A') || ParseFloat(sent.substr(1)) != *target) continue;
-    steps += (steps.empty() ? "" : ", ") + NumberText(step);
-  }
-  if (steps.empty()) return "Active step: none of the project's has the last target";
-  return "Active step, by its target: " + steps;
 }
 
 // ---- a recording
@@ -268,66 +116,10 @@ void Instruments::Toggle() {
 void Instruments::Begin(const RecorderOrder& ordered, const std::string& cause) {
   const auto folder = Folder();
   if (!folder) throw FileError("A recording is kept beside its project, and none is open.");
-  units_ = Units();
-  RecordingHeading heading = [&] {
-    Asking asking(session_, mayAsk_());
-    return Heading(ordered.trigger ? ordered.trigger->words : cause, asking);
-  }();
+  units_ = headings_.Units();
+  RecordingHeading heading =
+      headings_.Of(ordered.trigger ? ordered.trigger->words : cause, mayAsk_());
   recorder_.Begin(*folder, std::move(heading), ordered, Seconds());
-}
-
-RecordingHeading Instruments::Heading(const std::string& cause, Asking& asking) const {
-  RecordingHeading heading;
-  heading.begun = Moment();
-  if (clsHX7Project* const project = session_.OwnProject()) heading.project = project->FileTitle();
-  heading.axis = session_.Axis();
-  heading.cause = cause;
-  heading.gains = Gains(asking);
-  heading.window = InPositionWindow(asking);
-  heading.items = Items();
-  return heading;
-}
-
-// Those of the amplifier; those of the project where it does not tell them.
-std::string Instruments::Gains(Asking& asking) const {
-  std::string gains;
-  bool all = true;
-  for (const char* const number : kGains) {
-    std::string value;
-    const bool asked = asking.Parameter(number, value);
-    all = all && asked;
-    if (asked) value = ShownGain(number, value);
-    if (!asked && session_.OwnProject() != nullptr) {
-      value = session_.OwnProject()->EditorService().GetParameterValue(std::string("Pn") + number);
-    }
-    value = Trim(value);
-    if (!value.empty()) gains += (gains.empty() ? "Pn" : " Pn") + std::string(number) + "=" + value;
-  }
-  return all || gains.empty() ? gains : gains + " (of the project)";
-}
-
-std::string Instruments::InPositionWindow(Asking& asking) const {
-  std::string value;
-  const bool read = asking.Parameter(kWindowParameter, value);
-  const auto counts = read ? ParseWhole(Trim(value)) : std::nullopt;
-  if (!counts || !std::in_range<std::int32_t>(*counts)) return {};
-  const MonitoredUnits units = Units();
-  return FixedText(units.Convert(static_cast<std::int32_t>(*counts), ValueKind::distance),
-                   Items().front().decimals);
-}
-
-std::optional<Trigger> Instruments::StepTrigger(int step) const {
-  clsHX7Project* const project = session_.OwnProject();
-  if (project == nullptr || step < 1 || step > project->Position().RowsInArray()) {
-    return std::nullopt;
-  }
-  const std::string& sent =
-      project->Position().Stored(step).controller.at(clsHX7Position::position);
-  const auto target = sent.starts_with('A') ? ParseWhole(sent.substr(1)) : std::nullopt;
-  if (!target || !std::in_range<std::int32_t>(*target)) return std::nullopt;
-  const double level = Units().Convert(static_cast<std::int32_t>(*target), ValueKind::distance);
-  return Trigger{recorded::kTarget, TriggerKind::reaches, level,
-                 "step " + NumberText(step) + " begins"};
 }
 
 }  // namespace velmoor

@@ -10,9 +10,9 @@
 #include <optional>
 #include <string>
 
+#include "instruments/RecordingHeadings.h"
 #include "link/CommandWords.h"
 #include "online/AlarmReadings.h"
-#include "online/MonitoredItems.h"
 #include "platform/Event.h"
 #include "project/SessionState.h"
 #include "recordings/BlackBox.h"
@@ -40,14 +40,9 @@ class Instruments {
   void Begin(const RecorderOrder& ordered, const std::string& cause);
   // Null: none is open.
   [[nodiscard]] clsHX7Project* OpenProject() const { return session_.OwnProject(); }
-  // Reference units for one unit of the recorded positions.
-  [[nodiscard]] double CountsForDistance() const;
   // Of the open project; nothing where none is open.
   [[nodiscard]] std::optional<RecordingFolder> Folder() const;
-  // The columns of every recording here, and their units: of the machine where the project has one.
-  [[nodiscard]] std::vector<RecordedItem> Items() const;
-  // A trigger's level, as typed, for that item. An alarm is the item behind kAlarmItem.
-  [[nodiscard]] std::optional<Trigger> StepTrigger(int step) const;
+  [[nodiscard]] const RecordingHeadings& Headings() const { return headings_; }
 
   Event<const std::string&> AlarmKept;  // the name of the recording
 
@@ -57,22 +52,14 @@ class Instruments {
   // `read`: when its answer came, s of the clock.
   void KeepAlarm(const AlarmReading& alarm, double read);
   void Take(int item, double raw);
-  class Asking;
-  [[nodiscard]] MonitoredUnits Units() const;
-  [[nodiscard]] RecordingHeading Heading(const std::string& cause, Asking& asking) const;
-  [[nodiscard]] std::string Gains(Asking& asking) const;
-  [[nodiscard]] std::string InPositionWindow(Asking& asking) const;
-  [[nodiscard]] std::vector<std::string> AlarmRemarks(const AlarmReading& alarm,
-                                                      Asking& asking) const;
-  [[nodiscard]] std::string LineWords(int item, Asking& asking) const;
-  [[nodiscard]] std::string StepWords() const;
 
   SessionState& session_;
   std::function<bool()> mayAsk_;
+  RecordingHeadings headings_;
   Recorder recorder_;
   BlackBox box_;
   MonitoredUnits units_;
-  bool inAlarm_ = false;
+  std::optional<bool> inAlarm_;                                  // nothing: nobody has looked yet
   std::shared_ptr<const void> token_ = std::make_shared<int>();  // for work that waits its turn
   Connection asked_;
   Connections connections_;  // to the device object

@@ -12,9 +12,7 @@
 namespace velmoor {
 namespace {
 
-enum Column { kShow, kName, kStarted, kNote, kColumns };
-constexpr std::array<const char*, kColumns> kHeadings{"", "Name", "Began", "Note"};
-constexpr std::array<int, kColumns> kWidths{7, 20, 14, 20};
+constexpr std::array<int, 4> kWidths{7, 20, 14, 20};
 constexpr std::chrono::milliseconds kLook{250};
 constexpr double kLongest = 24 * 3600;  // s
 constexpr double kShiftPart = 0.01;     // of what is shown
@@ -32,18 +30,16 @@ void frmRecordings::Open(const std::string& shown) {
   }
   ui().vsRecordings.SetFocus();
   if (shown.empty()) return;
-  for (std::size_t i = 0; i < rows_.size(); ++i) {
-    rows_[i].shown = rows_[i].name == shown;
-    if (rows_[i].shown) ui().vsRecordings.SetCurrent(static_cast<int>(i) + 1, kShow);
-  }
+  const int row = list_.ShowOnly(shown);
   ui().vsRecordings.Refresh();
+  if (row > 0) ui().vsRecordings.SetCurrent(row, RecordingList::show);
   TakeShown();
   ShowDetails();
 }
 
 void frmRecordings::FormLoad() {
-  rows_.clear();
-  overlay_ = {};
+  list_ = {};
+  view_.Forget();
   ConnectOrder();
   ConnectList();
   ConnectChart();
@@ -62,14 +58,14 @@ void frmRecordings::FormLoad() {
 
 void frmRecordings::FormUnload() {
   tmrLook_.reset();
-  overlay_ = {};
-  rows_.clear();
+  view_.Forget();
+  list_ = {};
 }
 
 // ---- recording
 
 void frmRecordings::ConnectOrder() {
-  choices_ = TriggerChoices(instruments_.Items());
+  choices_ = TriggerChoices(instruments_.Headings().Items());
   std::vector<std::string> texts;
   for (const TriggerChoice& choice : choices_) texts.push_back(choice.text);
   ui().cmbTrigger.SetItems(texts);
@@ -117,7 +113,7 @@ bool frmRecordings::TakeOrder() {
     const bool isStep = choice.kind == TriggerChoice::Kind::step;
     const auto step = isStep ? ParseWhole(level) : std::nullopt;
     order.trigger = !isStep ? TriggerOf(choice, ui().cmbEvent.ListIndex(), level)
-                            : instruments_.StepTrigger(static_cast<int>(step.value_or(0)));
+                            : instruments_.Headings().OfStep(static_cast<int>(step.value_or(0)));
     if (!order.trigger) {
       ShowExclamation(isStep ? "A step is told by its target, so it must be one of the index table "
                                "with an absolute position."
@@ -141,81 +137,27 @@ void frmRecordings::ShowRecorder() {
 
 // ---- the list
 
-int frmRecordings::Columns() const {
-  return kColumns;
-}
-
-std::string frmRecordings::Text(int row, int column) const {
-  if (row == 0) return kHeadings.at(static_cast<std::size_t>(column));
-  const Row& at = rows_.at(static_cast<std::size_t>(row) - 1);
-  switch (column) {
-    case kShow:
-      return at.shown ? "Hide" : "Show";
-    case kName:
-      return at.name;
-    case kStarted:
-      return at.fault.empty() ? at.heading.cause : "cannot be read";
-    default:
-      return at.heading.note;
-  }
-}
-
-CellTraits frmRecordings::Traits(int row, int column) const {
-  CellTraits traits;
-  if (row == 0) return traits;
-  const bool readable = rows_.at(static_cast<std::size_t>(row) - 1).fault.empty();
-  traits.action = column == kShow && readable;
-  traits.editable = column == kName || (column == kNote && readable);
-  if (column == kStarted && !readable) traits.tone = Tone::alarm;
-  return traits;
-}
-
-// An edit that ValidateEdit let pass.
-void frmRecordings::SetText(int row, int column, const std::string& text) {
-  Row& at = rows_.at(static_cast<std::size_t>(row) - 1);
-  const auto folder = instruments_.Folder();
-  if (!folder) return;
-  Trapped("The recording cannot be changed!\r", [&] {
-    if (column == kName && text != at.name) {
-      folder->Rename(at.name, text);
-      at.name = text;
-    }
-    if (column == kNote && text != at.heading.note) {
-      folder->Annotate(at.name, text);
-      at.heading.note = text;
-    }
-    return true;
-  });
-}
-
 void frmRecordings::ConnectList() {
   Grid& grid = ui().vsRecordings;
-  grid.Bind(this);
+  grid.Bind(&list_);
   for (std::size_t i = 0; i < kWidths.size(); ++i) {
     grid.SetColumnWidth(static_cast<int>(i), kWidths.at(i));
   }
   connections_ += grid.ValidateEdit.Connect([this](GridEdit& edit) {
     edit.text = std::string(Trim(edit.text));
-    const auto folder = instruments_.Folder();
-    const Row& row = rows_.at(static_cast<std::size_t>(edit.row) - 1);
-    if (edit.column != kName || !folder || edit.text == row.name) return;
-    edit.hint = folder->WhyNot(edit.text);
+    if (edit.column == RecordingList::name) edit.hint = list_.WhyNot(edit.row, edit.text);
     edit.cancel = !edit.hint.empty();
   });
   connections_ += grid.AfterEdit.Connect([this](int row, int column) {
     ui().vsRecordings.RefreshRow(row);
-    if (column == kName) TakeShown();
+    if (column == RecordingList::name) TakeShown();
     ShowDetails();
   });
-  connections_ += grid.CellButton.Connect([this](int row, int) {
-    if (row > 0) Toggle(rows_.at(static_cast<std::size_t>(row) - 1));
-  });
-  connections_ += grid.RowChosen.Connect([this](int row) {
-    if (row > 0) Toggle(rows_.at(static_cast<std::size_t>(row) - 1));
-  });
+  connections_ += grid.CellButton.Connect([this](int row, int) { Toggle(row); });
+  connections_ += grid.RowChosen.Connect([this](int row) { Toggle(row); });
   connections_ += grid.RowColChange.Connect([this] { ShowDetails(); });
-  connections_ +=
-      grid.Tip.Connect([this](int row, int column, std::string& tip) { tip = Text(row, column); });
+  connections_ += grid.Tip.Connect(
+      [this](int row, int column, std::string& tip) { tip = list_.Text(row, column); });
   connections_ += ui().cmdDelete.Click.Connect([this] { cmdDelete_Click(); });
   ui().vsDetails.Bind(&detailsGrid_);
   constexpr int kWords = 18;
@@ -224,89 +166,45 @@ void frmRecordings::ConnectList() {
       [this](int row, int column, std::string& tip) { tip = detailsGrid_.Text(row, column); });
 }
 
-// What was shown stays so.
+// The current one stays so.
 void frmRecordings::ReadFolder() {
-  std::vector<Row> rows;
-  if (const auto folder = instruments_.Folder()) {
-    for (const std::string& name : folder->Names()) {
-      Row row{.name = name, .heading = {}, .fault = {}};
-      try {
-        row.heading = ReadRecordingHeading(folder->PathOf(name));
-      } catch (const std::exception& error) {
-        row.fault = error.what();
-      }
-      const auto before = std::ranges::find(rows_, name, &Row::name);
-      row.shown = before != rows_.end() && before->shown;
-      rows.push_back(std::move(row));
-    }
-  }
-  const Row* const current = Current();
+  const RecordingList::Row* const current = list_.At(ui().vsRecordings.Row());
   const std::string name = current != nullptr ? current->name : std::string();
-  rows_ = std::move(rows);
+  list_.Read(instruments_.Folder());
   ui().vsRecordings.Refresh();
-  const auto place = std::ranges::find(rows_, name, &Row::name);
-  if (!rows_.empty()) {
-    const auto row = place == rows_.end() ? 0 : place - rows_.begin();
-    ui().vsRecordings.SetCurrent(static_cast<int>(row) + 1, kShow);
+  const int count = list_.Rows() - 1;
+  if (count > 0) {
+    ui().vsRecordings.SetCurrent(std::max(list_.RowOf(name), 1), RecordingList::show);
   }
-  ui().lblList.SetText(rows_.empty() ? "There is no recording of this project yet."
-                                     : NumberText(rows_.size()) + " of this project, kept in " +
-                                           instruments_.Folder()->Title() + " beside it");
+  ui().lblList.SetText(count == 0 ? "There is no recording of this project yet."
+                                  : NumberText(count) + " of this project, kept in " +
+                                        list_.Folder()->Title() + " beside it");
   ShowDetails();
 }
 
-frmRecordings::Row* frmRecordings::Current() {
-  const int row = ui().vsRecordings.Row();
-  return row < 1 || row >= Rows() ? nullptr : &rows_[static_cast<std::size_t>(row) - 1];
-}
-
-void frmRecordings::Toggle(Row& row) {
-  if (!row.fault.empty()) return;
-  row.shown = !row.shown;
+void frmRecordings::Toggle(int row) {
+  if (!list_.Toggle(row)) return;
   ui().vsRecordings.Refresh();
   TakeShown();
 }
 
 void frmRecordings::ShowDetails() {
-  std::vector<CsvRow> rows{{"What", "As it was"}};
-  const Row* const row = Current();
-  ui().cmdDelete.SetEnabled(row != nullptr);
-  if (row != nullptr) {
-    const RecordingHeading& heading = row->heading;
-    const std::array<std::pair<const char*, std::string>, 9> texts{
-        {{"Fault", row->fault},
-         {"Moment of time 0", heading.begun},
-         {"Project", heading.project},
-         {"Axis", heading.axis},
-         {"Began", heading.cause},
-         {"Gains", heading.gains},
-         {"In-position window", heading.window},
-         {"Samples a second", heading.rate},
-         {"Note", heading.note}}};
-    for (const auto& [word, text] : texts) {
-      if (!text.empty()) rows.push_back({word, text});
-    }
-    for (const std::string& remark : heading.remarks) {
-      const std::size_t colon = remark.find(": ");
-      const bool parted = colon != std::string::npos;
-      rows.push_back(
-          {parted ? remark.substr(0, colon) : "", parted ? remark.substr(colon + 2) : remark});
-    }
-  }
-  detailsGrid_.SetTable(std::move(rows));
+  const int row = ui().vsRecordings.Row();
+  ui().cmdDelete.SetEnabled(list_.At(row) != nullptr);
+  detailsGrid_.SetTable(list_.Details(row));
   ui().vsDetails.Refresh();
 }
 
 void frmRecordings::cmdDelete_Click() {
-  const Row* const row = Current();
-  const auto folder = instruments_.Folder();
-  if (row == nullptr || !folder) return;
-  if (!AskGraveYesNo("The recording " + row->name + " is deleted for good.\rDo you wish that?")) {
-    return;
-  }
+  const RecordingList::Row* const row = list_.At(ui().vsRecordings.Row());
+  if (row == nullptr) return;
+  const std::string name = row->name;
   const bool shown = row->shown;
+  const auto token = Token();
+  if (!AskGraveYesNo("The recording " + name + " is deleted for good.\rDo you wish that?")) return;
+  if (token.expired()) return;
   Trapped("The recording cannot be deleted!\r", [&] {
-    folder->Remove(row->name);
+    list_.Folder()->Remove(name);
     return true;
   });
   ReadFolder();
@@ -316,28 +214,16 @@ void frmRecordings::cmdDelete_Click() {
 // ---- the chart
 
 void frmRecordings::ConnectChart() {
-  TimeChart& chart = ui().chtTimes;
+  view_.Bind(ui().chtTimes, ui().vsFigures, ui().lblCursors, kNothing, connections_);
   ui().cmbAlign.SetItems({"where each began", "the start of motion"});
   ui().cmbAlign.SetListIndex(0);
   connections_ += ui().cmbAlign.Click.Connect([this] {
-    overlay_.Align(ui().cmbAlign.ListIndex() == 1 ? Alignment::motion : Alignment::begin);
-    ShowChart();
-  });
-  connections_ += chart.Zoom.Connect([this](double time, double factor) {
-    overlay_.Zoom(time, factor);
-    ShowChart();
-  });
-  connections_ += chart.Pan.Connect([this](double seconds) {
-    overlay_.Pan(seconds);
-    ShowChart();
-  });
-  connections_ += chart.Point.Connect([this](double time) {
-    overlay_.PointAt(time);
-    ShowChart();
+    view_.Of().Align(Chosen());
+    view_.Show();
   });
   connections_ += ui().cmdWhole.Click.Connect([this] {
-    overlay_.ShowWhole();
-    ShowChart();
+    view_.Of().ShowWhole();
+    view_.Show();
   });
   connections_ += ui().cmdEarlier.Click.Connect([this] { Shift(-kShiftPart); });
   connections_ += ui().cmdLater.Click.Connect([this] { Shift(kShiftPart); });
@@ -345,60 +231,41 @@ void frmRecordings::ConnectChart() {
   connections_ += ui().cmdSavePicture.Click.Connect([this] { SavePicture(); });
 }
 
-void frmRecordings::TakeShown() {
-  const auto folder = instruments_.Folder();
-  std::vector<Overlay::Shown> shown;
-  for (Row& row : rows_) {
-    if (!row.shown || !folder) continue;
-    row.shown = Trapped("The recording cannot be shown!\r", [&] {
-      shown.push_back({.name = row.name, .recording = ReadRecording(folder->PathOf(row.name))});
-      return true;
-    });
-  }
-  // In the order of time, as names have it.
-  std::ranges::reverse(shown);
-  overlay_.Take(std::move(shown));
-  figuresGrid_.SetTable(overlay_.FigureTable());
-  ui().vsFigures.Bind(&figuresGrid_);
-  constexpr int kFigure = 30;
-  constexpr int kValue = 20;
-  for (int i = 0; i < figuresGrid_.Columns(); ++i) {
-    ui().vsFigures.SetColumnWidth(i, i == 0 ? kFigure : kValue);
-  }
-  ShowChart();
+Alignment frmRecordings::Chosen() const {
+  return ui().cmbAlign.ListIndex() == 1 ? Alignment::motion : Alignment::begin;
 }
 
-void frmRecordings::ShowChart() {
-  TimeChart& chart = ui().chtTimes;
-  chart.Show(overlay_.Visible(chart.WidthInPoints()), kNothing);
-  ui().lblCursors.SetText(overlay_.CursorWords());
-  const bool any = !overlay_.All().empty();
-  ui().cmdSaveFigures.SetEnabled(any);
-  ui().cmdSavePicture.SetEnabled(any);
-  ui().cmdEarlier.SetEnabled(overlay_.All().size() > 1);
-  ui().cmdLater.SetEnabled(overlay_.All().size() > 1);
+void frmRecordings::TakeShown() {
+  std::vector<Overlay::Shown> shown;
+  for (auto& [name, recording] : list_.TakeShown()) {
+    shown.push_back({.name = name, .recording = std::move(recording)});
+  }
+  constexpr int kFigure = 30;
+  constexpr int kValue = 20;
+  view_.Take(std::move(shown), Chosen(), kFigure, kValue);
+  const std::size_t count = view_.All().size();
+  ui().cmdSaveFigures.SetEnabled(count > 0);
+  ui().cmdSavePicture.SetEnabled(count > 0);
+  ui().cmdEarlier.SetEnabled(count > 1);
+  ui().cmdLater.SetEnabled(count > 1);
 }
 
 // The current recording of the list, where it is shown; else the last of those that are.
 void frmRecordings::Shift(double part) {
-  const auto& all = overlay_.All();
+  const auto& all = view_.All();
   if (all.empty()) return;
-  const Row* const current = Current();
+  const RecordingList::Row* const current = list_.At(ui().vsRecordings.Row());
   auto which =
       current == nullptr ? all.end() : std::ranges::find(all, current->name, &Overlay::Shown::name);
   if (which == all.end()) which = std::prev(all.end());
-  const TimeChartData seen = overlay_.Visible(1);
-  overlay_.Shift(static_cast<std::size_t>(which - all.begin()), part * (seen.to - seen.from));
-  ShowChart();
+  const TimeChartData seen = view_.Of().Visible(1);
+  view_.Of().Shift(static_cast<std::size_t>(which - all.begin()), part * (seen.to - seen.from));
+  view_.Show();
 }
 
 void frmRecordings::SaveFigures() {
   (void)SaveAs({"Save Figures", "Comma-Separated Text (*.csv)|*.csv", "csv", "", "figures.csv"},
-               "The figures cannot be saved!\r", [this] {
-                 std::string text;
-                 for (const CsvRow& row : figuresGrid_.Table()) text += CsvLine(row);
-                 return text;
-               });
+               "The figures cannot be saved!\r", [this] { return view_.FiguresCsv(); });
 }
 
 void frmRecordings::SavePicture() {

@@ -7,7 +7,8 @@
 #include <vector>
 
 #include "instruments/Instruments.h"
-#include "instruments/Overlay.h"
+#include "instruments/OverlayView.h"
+#include "instruments/RecordingList.h"
 #include "instruments/TriggerChoices.h"
 #include "layouts/frmRecordings.h"
 #include "windows/TextGrid.h"
@@ -15,7 +16,7 @@
 
 namespace velmoor {
 
-class frmRecordings final : public WindowOf<layouts::frmRecordings>, private GridSource {
+class frmRecordings final : public WindowOf<layouts::frmRecordings> {
  public:
   // Must outlive the window.
   explicit frmRecordings(Instruments& instruments) : instruments_(instruments) {}
@@ -28,13 +29,6 @@ class frmRecordings final : public WindowOf<layouts::frmRecordings>, private Gri
   void FormUnload() override;
 
  private:
-  struct Row {
-    std::string name;
-    RecordingHeading heading;  // empty where the file cannot be read
-    std::string fault;
-    bool shown = false;
-  };
-
   // ---- recording
   void ConnectOrder();
   void OfferEvents();
@@ -42,16 +36,10 @@ class frmRecordings final : public WindowOf<layouts::frmRecordings>, private Gri
   bool TakeOrder();
   void ShowRecorder();
 
-  // ---- the list, as the grid's source
-  [[nodiscard]] int Rows() const override { return static_cast<int>(rows_.size()) + 1; }
-  [[nodiscard]] int Columns() const override;
-  [[nodiscard]] std::string Text(int row, int column) const override;
-  void SetText(int row, int column, const std::string& text) override;
-  [[nodiscard]] CellTraits Traits(int row, int column) const override;
+  // ---- the list
   void ConnectList();
   void ReadFolder();
-  [[nodiscard]] Row* Current();
-  void Toggle(Row& row);
+  void Toggle(int row);
   void ShowDetails();
   void cmdDelete_Click();
 
@@ -59,16 +47,15 @@ class frmRecordings final : public WindowOf<layouts::frmRecordings>, private Gri
   void ConnectChart();
   // Reads what is to be shown.
   void TakeShown();
-  void ShowChart();
+  [[nodiscard]] Alignment Chosen() const;
   void Shift(double part);
   void SaveFigures();
   void SavePicture();
 
   Instruments& instruments_;
-  std::vector<Row> rows_;
+  RecordingList list_;
   std::vector<TriggerChoice> choices_;
-  Overlay overlay_;
-  TextGrid figuresGrid_{{"Figure"}};
+  OverlayView view_;
   TextGrid detailsGrid_{{"What", "As it was"}};
   std::unique_ptr<Timer> tmrLook_;  // while the window is open
 };

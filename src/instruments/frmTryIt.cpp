@@ -1,42 +1,28 @@
 #include "instruments/frmTryIt.h"
 
-#include <algorithm>
 #include <array>
 
-#include "link/clsHX7Helix7.h"
 #include "platform/MessageBoxes.h"
 #include "platform/Numbers.h"
 #include "platform/ScopedFlag.h"
 #include "platform/Trapped.h"
 #include "platform/World.h"
 #include "project/clsHX7Project.h"
-#include "session/Session.h"
 
 namespace velmoor {
 namespace {
 
-enum GainColumn { kNumber, kGain, kPresent, kNext };
-constexpr std::array<const char*, 4> kHeadings{"Gain", "Name", "Now", "To Be Sent"};
 constexpr std::array<int, 4> kWidths{8, 24, 9, 10};
 
 // A question each time: the line gives the pace. A silent one is asked less often.
 constexpr std::chrono::milliseconds kRead{1};
 constexpr std::chrono::milliseconds kSilence{2000};
-constexpr std::int32_t kBriefTimeOut = 500;      // ms
-constexpr std::int32_t kNormalTimeOut = 5000;    // ms
+constexpr const char* kNothing =
+    "Hold the button for a test move, or record a pass of the programme: its curves are drawn "
+    "here, over those of the trial before it.";
 constexpr double kBeforePass = 0.2;              // s
 constexpr double kBehindPass = 0.5;              // s
 constexpr std::int32_t kProgrammeRuns = 1 << 4;  // of the status
-
-// What is read, over and over. Position and speed tell the motion; the alarm comes now and then.
-constexpr std::array<ValueCommand, 4> kRound{ValueCommand::currentPosition,
-                                             ValueCommand::motorSpeed, ValueCommand::followingError,
-                                             ValueCommand::torque};
-constexpr std::size_t kRoundsForAnAlarm = 4;
-
-clsHX7Helix7& Hardware() {
-  return *gMainForm->Helix7();
-}
 
 double Seconds() {
   return std::chrono::duration<double>(world().clock->Monotonic()).count();
@@ -48,14 +34,12 @@ void frmTryIt::FormLoad() {
   run_.Reset();
   move_ = {};
   trial_ = Trial::none;
-  position_ = status_ = std::nullopt;
-  tripped_ = false;
-  turn_ = 0;
+  readings_ = {};
   former_.clear();
   trials_.clear();
-  overlay_ = {};
+  view_.Forget();
   Grid& grid = ui().vsGains;
-  grid.Bind(this);
+  grid.Bind(&gains_);
   for (std::size_t i = 0; i < kWidths.size(); ++i) {
     grid.SetColumnWidth(static_cast<int>(i), kWidths.at(i));
   }
@@ -74,9 +58,9 @@ void frmTryIt::FormLoad() {
   connections_ += ui().cmdExit.Click.Connect([this] { Unload(); });
   ui().optWay.SetValue(0);
   // 10 mm, or what is about as much in counts.
-  if (instruments_.CountsForDistance() <= 1) ui().txtAmount.SetText("10000");
+  if (instruments_.Headings().CountsForDistance() <= 1) ui().txtAmount.SetText("10000");
   ShowUnit();
-  ConnectChart();
+  view_.Bind(ui().chtTimes, ui().vsFigures, ui().lblCursors, kNothing, connections_);
   ReadGains();
   ShowServo();
   TakeTrials();
@@ -98,51 +82,19 @@ void frmTryIt::FormUnload() {
 // ---- the gains
 
 void frmTryIt::ReadGains() {
-  gains_.clear();
-  clsHX7Project& project = *instruments_.OpenProject();
-  const clsHX7Tuning& tuning = project.Tuning();
-  for (int row = 1; row <= tuning.RowsInArray(); ++row) {
-    const ParameterRow described = tuning.Describe(row);
-    gains_.push_back({described.name, described.description, described.value, described.value});
-  }
+  gains_.Read(instruments_.OpenProject()->Tuning());
   ui().vsGains.Refresh();
   OfferGains();
 }
 
-std::string frmTryIt::Text(int row, int column) const {
-  if (row == 0) return kHeadings.at(static_cast<std::size_t>(column));
-  const Gain& gain = gains_.at(static_cast<std::size_t>(row) - 1);
-  const std::array<const std::string*, 4> cells{&gain.number, &gain.name, &gain.value,
-                                                &gain.edited};
-  return *cells.at(static_cast<std::size_t>(column));
-}
-
-void frmTryIt::SetText(int row, int column, const std::string& text) {
-  if (column == kNext) gains_.at(static_cast<std::size_t>(row) - 1).edited = Trim(text);
-}
-
-CellTraits frmTryIt::Traits(int row, int column) const {
-  CellTraits traits;
-  if (row == 0) return traits;
-  const Gain& gain = gains_.at(static_cast<std::size_t>(row) - 1);
-  traits.editable = column == kNext;
-  traits.bold = column == kNext && gain.edited != gain.value;
-  return traits;
-}
-
 void frmTryIt::OfferGains() {
   const bool free = trial_ == Trial::none;
-  const bool edited =
-      std::ranges::any_of(gains_, [](const Gain& gain) { return gain.edited != gain.value; });
-  ui().cmdSend.SetEnabled(free && edited);
+  ui().cmdSend.SetEnabled(free && gains_.IsEdited());
   ui().cmdBack.SetEnabled(free && !former_.empty());
 }
 
 bool frmTryIt::SendValues(const std::vector<std::string>& values) {
-  std::vector<std::string> assignments;
-  for (std::size_t i = 0; i < gains_.size(); ++i) {
-    if (values[i] != gains_[i].value) assignments.push_back(gains_[i].number + "=" + values[i]);
-  }
+  const std::vector<std::string> assignments = gains_.Assignments(values);
   if (assignments.empty()) return true;
   const auto token = Token();
   const bool sent = send_(assignments);
@@ -152,11 +104,8 @@ bool frmTryIt::SendValues(const std::vector<std::string>& values) {
 
 void frmTryIt::cmdSend_Click() {
   if (!ui().vsGains.FinishEdit() || trial_ != Trial::none) return;
-  std::vector<std::string> before, next;
-  for (const Gain& gain : gains_) {
-    before.push_back(gain.value);
-    next.push_back(gain.edited);
-  }
+  std::vector<std::string> before = gains_.Values();
+  const std::vector<std::string> next = gains_.Edited();
   const auto token = Token();
   const bool sent = SendValues(next);
   if (token.expired()) return;
@@ -164,7 +113,7 @@ void frmTryIt::cmdSend_Click() {
     former_ = std::move(before);
   } else {
     // What was typed stays to be mended.
-    for (std::size_t i = 0; i < gains_.size(); ++i) gains_[i].edited = next[i];
+    gains_.Edit(next);
     ui().vsGains.Refresh();
   }
   OfferGains();
@@ -189,7 +138,8 @@ void frmTryIt::ShowServo() {
 }
 
 void frmTryIt::ShowUnit() {
-  ui().lblAmountUnit.SetText(ui().optWay.Value() == 0 ? instruments_.Items().front().unit : "s");
+  ui().lblAmountUnit.SetText(ui().optWay.Value() == 0 ? instruments_.Headings().Items().front().unit
+                                                      : "s");
 }
 
 bool frmTryIt::TakeOrder() {
@@ -217,7 +167,7 @@ bool frmTryIt::TakeOrder() {
     return true;
   }
   try {
-    order_.distance = ToInt32(*amount * instruments_.CountsForDistance());
+    order_.distance = ToInt32(*amount * instruments_.Headings().CountsForDistance());
   } catch (const NumberError&) {
     return refuse(ui().txtAmount, "The distance is too long.");
   }
@@ -228,10 +178,11 @@ bool frmTryIt::TakeOrder() {
 void frmTryIt::cmdMove_Down() {
   const auto token = Token();
   run_.Press(token, [&] {
-    if (!TakeOrder() || !position_ || trial_ != Trial::none || !run_.IsOn()) return run_.LetGo();
+    if (!TakeOrder() || !readings_.Position() || trial_ != Trial::none || !run_.IsOn())
+      return run_.LetGo();
     BeginTrial(Trial::move, {}, "test move");
     if (token.expired() || trial_ != Trial::move) return run_.LetGo();
-    if (run_.IsHeld()) move_.Begin(order_, *position_, Seconds());
+    if (run_.IsHeld()) move_.Begin(order_, *readings_.Position(), Seconds());
   });
 }
 
@@ -278,49 +229,23 @@ void frmTryIt::EndTrial() {
   ShowState();
 }
 
-ResultCode frmTryIt::ReadNext() {
-  Hardware().SetTimeOut(kBriefTimeOut);
-  ResultCode result = kSuccess;
-  const std::size_t place = turn_ % (kRound.size() + 1);
-  const bool isLast = place == kRound.size();
-  const bool isAlarm = isLast && (turn_ / (kRound.size() + 1)) % kRoundsForAnAlarm == 0;
-  if (isAlarm) {
-    std::string display;
-    result = Hardware().GetAlarm(display);
-    if (result == kSuccess) tripped_ = IsAlarm({"", "", display}) && !IsWarning({"", "", display});
-  } else if (!isLast || trial_ == Trial::pass) {
-    const ValueCommand command = isLast ? ValueCommand::status : kRound.at(place);
-    std::int32_t value = 0;
-    result = Hardware().GetHelixValue(static_cast<std::int32_t>(command), value);
-    if (command == ValueCommand::currentPosition) {
-      position_ = result == kSuccess ? std::optional(value) : std::nullopt;
-    }
-    if (command == ValueCommand::status) {
-      status_ = result == kSuccess ? std::optional(value) : std::nullopt;
-    }
-  }
-  Hardware().SetTimeOut(kNormalTimeOut);
-  ++turn_;
-  return result;
-}
-
 void frmTryIt::tmrRead_Timer() {
   // The start of a motion serves events between its questions.
   if (reading_) return;
   const ScopedFlag reading(reading_);
   const auto token = Token();
-  const ResultCode result = ReadNext();
+  const ResultCode result = readings_.AskNext(trial_ == Trial::pass);
   const bool silent = result == kPortNotOpen || result == kNoResponse;
   tmrRead_->SetInterval(silent ? kSilence : kRead);
   if (silent) {
-    position_ = status_ = std::nullopt;
+    readings_.Forget();
     move_.End();
     // Nobody can tell what a motor does that is held running on a silent line.
     if (run_.IsHeld()) run_.Stop("The amplifier does not answer: the motion was ended.");
     if (!token.expired() && trial_ != Trial::none) EndTrial();
     return;
   }
-  if (tripped_ && run_.IsOn()) {
+  if (readings_.HasTripped() && run_.IsOn()) {
     // An alarm takes the servo off; its reset must not bring it back.
     move_.End();
     ui().cmdMove.SetEnabled(false);
@@ -336,10 +261,10 @@ void frmTryIt::tmrRead_Timer() {
 }
 
 void frmTryIt::GoOn() {
-  if (!move_.IsUnderWay() || !run_.IsHeld() || !position_) return;
+  if (!move_.IsUnderWay() || !run_.IsHeld() || !readings_.Position()) return;
   constexpr const char* kCannotStop = "Error terminating servo jog!";
   const auto token = Token();
-  switch (move_.Next(*position_, Seconds())) {
+  switch (move_.Next(*readings_.Position(), Seconds())) {
     case TestMove::Wish::nothing:
       return;
     case TestMove::Wish::forward:
@@ -355,8 +280,8 @@ void frmTryIt::GoOn() {
 }
 
 void frmTryIt::FollowPass() {
-  if (trial_ != Trial::pass || !status_) return;
-  const bool runs = (*status_ & kProgrammeRuns) != 0;
+  if (trial_ != Trial::pass || !readings_.Status()) return;
+  const bool runs = (*readings_.Status() & kProgrammeRuns) != 0;
   // One that ran before the recording waited for it is passed over.
   if (instruments_.Record().Now() != Recorder::State::running) return;
   sawPass_ = sawPass_ || runs;
@@ -381,22 +306,6 @@ void frmTryIt::ShowState() {
 
 // ---- what came of it
 
-void frmTryIt::ConnectChart() {
-  TimeChart& chart = ui().chtTimes;
-  connections_ += chart.Zoom.Connect([this](double time, double factor) {
-    overlay_.Zoom(time, factor);
-    ShowChart();
-  });
-  connections_ += chart.Pan.Connect([this](double seconds) {
-    overlay_.Pan(seconds);
-    ShowChart();
-  });
-  connections_ += chart.Point.Connect([this](double time) {
-    overlay_.PointAt(time);
-    ShowChart();
-  });
-}
-
 void frmTryIt::TakeTrials() {
   std::vector<Overlay::Shown> shown;
   const auto folder = instruments_.Folder();
@@ -407,32 +316,17 @@ void frmTryIt::TakeTrials() {
       return true;
     });
   }
-  overlay_.Take(std::move(shown));
-  overlay_.Align(Alignment::motion);
-  figuresGrid_.SetTable(overlay_.FigureTable());
-  ui().vsFigures.Bind(&figuresGrid_);
   constexpr int kFigure = 38;
   constexpr int kValue = 12;
-  for (int i = 0; i < figuresGrid_.Columns(); ++i) {
-    ui().vsFigures.SetColumnWidth(i, i == 0 ? kFigure : kValue);
-  }
+  view_.Take(std::move(shown), Alignment::motion, kFigure, kValue);
   std::string words = trials_.empty() ? "" : "now: " + trials_.back();
-  const auto& all = overlay_.All();
+  const auto& all = view_.All();
   if (all.size() == 2) {
     // Those of the amplifier, as each began.
     const bool same = all[0].recording.heading.gains == all[1].recording.heading.gains;
     words = "before: " + trials_.front() + (same ? " (the same gains); " : "; ") + words;
   }
   ui().lblTrials.SetText(words);
-  ShowChart();
-}
-
-void frmTryIt::ShowChart() {
-  TimeChart& chart = ui().chtTimes;
-  chart.Show(overlay_.Visible(chart.WidthInPoints()),
-             "Hold the button for a test move, or record a pass of the programme: its curves are "
-             "drawn here, over those of the trial before it.");
-  ui().lblCursors.SetText(overlay_.CursorWords());
 }
 
 }  // namespace velmoor

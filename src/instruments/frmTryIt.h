@@ -12,16 +12,17 @@
 #include <vector>
 
 #include "instruments/Instruments.h"
-#include "instruments/Overlay.h"
+#include "instruments/OverlayView.h"
+#include "instruments/TrialGains.h"
+#include "instruments/TrialReadings.h"
 #include "layouts/frmTryIt.h"
 #include "online/ServoRun.h"
 #include "online/TestMove.h"
-#include "windows/TextGrid.h"
 #include "windows/Window.h"
 
 namespace velmoor {
 
-class frmTryIt final : public WindowOf<layouts::frmTryIt>, private GridSource {
+class frmTryIt final : public WindowOf<layouts::frmTryIt> {
  public:
   // Sets "Pn100=55" and others in the project and sends the gains to the amplifier. False: not
   // done, of which the user was told; the project has the values that it had.
@@ -38,20 +39,9 @@ class frmTryIt final : public WindowOf<layouts::frmTryIt>, private GridSource {
   void FormUnload() override;
 
  private:
-  struct Gain {
-    std::string number;  // "Pn100"
-    std::string name;
-    std::string value;   // of the project and, once it was sent, of the amplifier
-    std::string edited;  // what is to be sent
-  };
   enum class Trial { none, move, pass };
 
-  // ---- the gains, as the grid's source
-  [[nodiscard]] int Rows() const override { return static_cast<int>(gains_.size()) + 1; }
-  [[nodiscard]] int Columns() const override { return 4; }
-  [[nodiscard]] std::string Text(int row, int column) const override;
-  void SetText(int row, int column, const std::string& text) override;
-  [[nodiscard]] CellTraits Traits(int row, int column) const override;
+  // ---- the gains
   void ReadGains();
   void cmdSend_Click();
   void cmdBack_Click();
@@ -70,16 +60,11 @@ class frmTryIt final : public WindowOf<layouts::frmTryIt>, private GridSource {
   void BeginTrial(Trial trial, RecorderOrder order, const std::string& cause);
   void EndTrial();
   void tmrRead_Timer();
-  // The next of what is read, one question each time.
-  ResultCode ReadNext();
   void GoOn();
   void FollowPass();
   void ShowState();
 
-  // ---- what came of it
-  void ConnectChart();
   void TakeTrials();
-  void ShowChart();
 
   Instruments& instruments_;
   Send send_;
@@ -92,15 +77,12 @@ class frmTryIt final : public WindowOf<layouts::frmTryIt>, private GridSource {
   Trial trial_ = Trial::none;
   bool sawPass_ = false;             // the programme runs, or has run
   std::optional<double> passEnded_;  // s of the clock
-  std::optional<std::int32_t> position_, status_;
-  bool tripped_ = false;
+  TrialReadings readings_;
   bool reading_ = false;
-  std::size_t turn_ = 0;
-  std::vector<Gain> gains_;
+  TrialGains gains_;
   std::vector<std::string> former_;  // values before the last change that was sent
   std::vector<std::string> trials_;  // names of recordings; two at most
-  Overlay overlay_;
-  TextGrid figuresGrid_{{"Figure"}};
+  OverlayView view_;
   std::unique_ptr<Timer> tmrRead_;  // while the window is open
 };
 

@@ -50,10 +50,4 @@ void rptHX7Alarm::ActiveReport_ReportStart() {
   for (std::size_t line = first; line < log.size(); ++line) arTemp.emplace_back("Log", log[line]);
 }
 
-std::vector<PrintCell> rptHX7Alarm::Fields() const {
-  if (i > static_cast<int>(arTemp.size())) return {};
-  const auto& [name, value] = arTemp[static_cast<std::size_t>(i) - 1];
-  return {{name}, {value}};
-}
-
 }  // namespace velmoor

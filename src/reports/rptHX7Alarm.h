@@ -2,24 +2,16 @@
 // minute before it shows.
 #pragma once
 
-#include <string>
-#include <utility>
-#include <vector>
-
-#include "reports/SectionReport.h"
+#include "reports/PairSection.h"
 
 namespace velmoor {
 
-class rptHX7Alarm final : public SectionReport {
+class rptHX7Alarm final : public PairSection {
  public:
-  using SectionReport::SectionReport;
+  using PairSection::PairSection;
 
  protected:
   void ActiveReport_ReportStart() override;
-  [[nodiscard]] std::vector<PrintCell> Fields() const override;
-
- private:
-  std::vector<std::pair<std::string, std::string>> arTemp;
 };
 
 }  // namespace velmoor

@@ -14,10 +14,4 @@ void rptHX7Communications::ActiveReport_ReportStart() {
             {"Echo", gMainForm->Echo() != 0 ? "Yes" : "No"}};
 }
 
-std::vector<PrintCell> rptHX7Communications::Fields() const {
-  if (i > static_cast<int>(arTemp.size())) return {};
-  const auto& [name, value] = arTemp[static_cast<std::size_t>(i) - 1];
-  return {{name}, {value}};
-}
-
 }  // namespace velmoor

@@ -1,23 +1,16 @@
 // How the program and the amplifier talk to each other: four fixed lines.
 #pragma once
 
-#include <array>
-#include <vector>
-
-#include "reports/SectionReport.h"
+#include "reports/PairSection.h"
 
 namespace velmoor {
 
-class rptHX7Communications final : public SectionReport {
+class rptHX7Communications final : public PairSection {
  public:
-  using SectionReport::SectionReport;
+  using PairSection::PairSection;
 
  protected:
   void ActiveReport_ReportStart() override;
-  [[nodiscard]] std::vector<PrintCell> Fields() const override;
-
- private:
-  std::vector<std::array<std::string, 2>> arTemp;
 };
 
 }  // namespace velmoor
