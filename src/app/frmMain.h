@@ -321,6 +321,9 @@ class frmMain final : public SessionState, private Desk {
   void mnuToolsServoJog_Click();
   // Whether Pn80B keeps the servo on without being asked. The result of the question.
   ResultCode IsServoAlwaysOn(bool& bIsAlwaysOn);
+  // The motor may be moved by hand: nothing keeps the servo on, and it is the project's, or the
+  // user goes on with it. False: told, behind `cannot`.
+  [[nodiscard]] bool MayMoveByHand(const std::string& cannot);
   void ServoJogOpenModal();
   void mnuToolsInertiaRatio_Click();
   void InertiaRatioOpenModal();

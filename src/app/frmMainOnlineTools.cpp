@@ -68,16 +68,24 @@ ResultCode frmMain::IsServoAlwaysOn(bool& bIsAlwaysOn) {
   return result;
 }
 
+bool frmMain::MayMoveByHand(const std::string& cannot) {
+  bool bIsAlwaysOn = false;
+  const ResultCode result = IsServoAlwaysOn(bIsAlwaysOn);
+  if (result != kSuccess) {
+    DisplayError(result, "Cannot determine if servo is 'Always On'!  " + cannot + "!");
+    return false;
+  }
+  if (bIsAlwaysOn) {
+    ShowExclamation(cannot + " while servo is set to 'Always Servo On' at Pn80B!");
+    return false;
+  }
+  return operations_.connection.Motor().MayGoOn();
+}
+
 void frmMain::mnuToolsServoJog_Click() {
   if (!clsProject) return;
   Trapped("frmMain.mnuToolsServoJog_Click: ", [this] {
-    bool bIsAlwaysOn = false;
-    const ResultCode result = IsServoAlwaysOn(bIsAlwaysOn);
-    if (result != kSuccess) {
-      DisplayError(result, "Cannot determine if servo is 'Always On'!  Cannot perform Test Run!");
-    } else if (bIsAlwaysOn) {
-      ShowExclamation("Cannot perform Test Run while servo is set to 'Always Servo On' at Pn80B!");
-    } else if (!ToolOpened(ToolWindow::servoJog) && operations_.connection.Motor().MayGoOn()) {
+    if (!ToolOpened(ToolWindow::servoJog) && MayMoveByHand("Cannot perform Test Run")) {
       ServoJogOpenModal();
     }
     return true;

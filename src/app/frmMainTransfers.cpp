@@ -4,7 +4,6 @@
 
 #include "app/frmCompare.h"
 #include "app/frmMain.h"
-#include "link/DisplayError.h"
 #include "platform/MessageBoxes.h"
 #include "platform/Trapped.h"
 #include "project/SetParameters.h"
@@ -81,16 +80,9 @@ void frmMain::DownloadFromWindow(Tool tool) {
 
 void frmMain::TryGains() {
   if (!operations_.connection.GoOnlineFor("The gains cannot be tried!")) return;
-  bool alwaysOn = false;
-  const ResultCode result = IsServoAlwaysOn(alwaysOn);
-  if (result != kSuccess) {
-    DisplayError(result, "Cannot determine if servo is 'Always On'!  The gains cannot be tried!");
-  } else if (alwaysOn) {
-    ShowExclamation("The gains cannot be tried while servo is set to 'Always Servo On' at Pn80B!");
-  } else if (operations_.connection.Motor().MayGoOn()) {
-    tryIt_.Show(FormMode::modal);
-    RefreshWindow();
-  }
+  if (!MayMoveByHand("Cannot try gains")) return;
+  tryIt_.Show(FormMode::modal);
+  RefreshWindow();
 }
 
 // The former values are in the project again where they did not all go out.

@@ -12,7 +12,7 @@
 namespace velmoor {
 namespace {
 
-constexpr std::array<int, 4> kWidths{8, 24, 9, 10};
+constexpr std::array<int, 4> kWidths{7, 19, 7, 9};
 
 // A question each time: the line gives the pace. A silent one is asked less often.
 constexpr std::chrono::milliseconds kRead{1};
