@@ -97,8 +97,12 @@ bool frmTryIt::SendValues(const std::vector<std::string>& values) {
   const std::vector<std::string> assignments = gains_.Assignments(values);
   if (assignments.empty()) return true;
   const auto token = Token();
+  // The line is the transfer's alone.
+  tmrRead_->SetEnabled(false);
   const bool sent = send_(assignments);
-  if (!token.expired()) ReadGains();
+  if (token.expired()) return sent;
+  tmrRead_->SetEnabled(true);
+  ReadGains();
   return sent;
 }
 
@@ -174,12 +178,14 @@ bool frmTryIt::TakeOrder() {
   return true;
 }
 
-// An axis whose position is not known yet does not move.
 void frmTryIt::cmdMove_Down() {
   const auto token = Token();
   run_.Press(token, [&] {
-    if (!TakeOrder() || !readings_.Position() || trial_ != Trial::none || !run_.IsOn())
-      return run_.LetGo();
+    if (!TakeOrder() || trial_ != Trial::none || !run_.IsOn()) return run_.LetGo();
+    if (!readings_.Position()) {
+      run_.LetGo();
+      return ShowExclamation("The position of the axis is not known, so it does not move.");
+    }
     BeginTrial(Trial::move, {}, "test move");
     if (token.expired() || trial_ != Trial::move) return run_.LetGo();
     if (run_.IsHeld()) move_.Begin(order_, *readings_.Position(), Seconds());
@@ -261,9 +267,16 @@ void frmTryIt::tmrRead_Timer() {
 }
 
 void frmTryIt::GoOn() {
-  if (!move_.IsUnderWay() || !run_.IsHeld() || !readings_.Position()) return;
+  if (!move_.IsUnderWay() || !run_.IsHeld()) return;
   constexpr const char* kCannotStop = "Error terminating servo jog!";
   const auto token = Token();
+  // Nobody knows any more how far it goes.
+  if (!readings_.Position()) {
+    run_.Stop(kCannotStop);
+    if (token.expired()) return;
+    EndTrial();
+    return ShowExclamation("The position could not be read: the motion was ended.");
+  }
   switch (move_.Next(*readings_.Position(), Seconds())) {
     case TestMove::Wish::nothing:
       return;

@@ -261,13 +261,16 @@ void RewriteHeading(const std::string& path, const std::string& like,
   change(survey.heading);
   const std::string next = NewNameFor(path);
   world().files->Remove(next);
-  {
+  try {
     RecordingWriter writer(next, like, survey.heading);
     Reader(path).Read([&](const RecordedSample& sample) {
       writer.Add({sample.time, places[static_cast<std::size_t>(sample.item)], sample.value});
       return true;
     });
     writer.Flush();
+  } catch (...) {
+    world().files->Remove(next);
+    throw;
   }
   world().files->Rename(next, path);
 }

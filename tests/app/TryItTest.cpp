@@ -139,7 +139,9 @@ TEST_F(TryIt, SendsGainsComparesTrialsAndTakesThemBack) {
     EXPECT_THAT(Boxes().at(0), StartsWith("The gains cannot be taken!\rPn100"));
     EXPECT_EQ(InAmplifier(0x100), before);
     EXPECT_TRUE(form.EditCell("vsGains", 1, 3, "55"));
+    Amplifier().ForgetWhatWasAsked();
     form.Press("cmdSend");
+    EXPECT_EQ(Commands("PUN") + Commands("NFB") + Commands("PER"), 0) << "it reads meanwhile";
     EXPECT_THAT(Boxes().at(0), StartsWith("Download Tuning Parameters complete!"));
     EXPECT_THAT(InAmplifier(0x100), HasSubstr("00000055"));
     EXPECT_EQ(Cell(form, "vsGains", 1, 2), "55");
@@ -206,6 +208,27 @@ TEST_F(TryIt, TheMotorStopsWhicheverWayATrialEnds) {
     (void)Amplifier().Execute("ARES", port.Now());
     Boxes();
   }
+}
+
+// Nobody knows how far it goes then.
+TEST_F(TryIt, AnAxisWhosePositionIsNotToldStops) {
+  Try([this](headless::HeadlessForm& form) {
+    Enable(form);
+    form.Type("txtAmount", "1000000");
+    form.Hold("cmdMove");
+    Pass(1);
+    EXPECT_TRUE(Axis().IsMoving());
+    line.faults.Add({.kind = FaultKind::notGood, .match = "PUN", .count = 0});
+    Pass(1);
+    ExpectStandsStill();
+    EXPECT_EQ(Boxes(), Texts{"The position could not be read: the motion was ended."});
+    form.LetGo("cmdMove");
+    form.Hold("cmdMove");
+    Pass(1);
+    ExpectStandsStill();
+    EXPECT_EQ(Boxes(), Texts{"The position of the axis is not known, so it does not move."});
+    form.LetGo("cmdMove");
+  });
 }
 
 TEST_F(TryIt, ASilentLineEndsTheMotionAndSaysSo) {
