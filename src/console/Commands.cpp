@@ -14,6 +14,7 @@
 #include "console/MonitorCommand.h"
 #include "console/OnlineCommands.h"
 #include "console/ParameterCommands.h"
+#include "console/RecordingCommands.h"
 #include "console/RehearseCommand.h"
 #include "console/ReportCommand.h"
 #include "console/SetCommand.h"
@@ -136,7 +137,8 @@ const Commands& AllCommands() {
     Commands all = ProjectCommands();
     for (const Commands& group :
          {SetCommands(), TextCommands(), ReportCommands(), RehearseCommands(), HardwareCommands(),
-          HistoryCommands(), MonitorCommands(), OnlineCommands(), LineCommands()}) {
+          HistoryCommands(), RecordingCommands(), MonitorCommands(), OnlineCommands(),
+          LineCommands()}) {
       all.insert(all.end(), group.begin(), group.end());
     }
     return all;

@@ -109,7 +109,7 @@ class Reader {
   static constexpr int kMostHeadingLines = 500;
 
   [[noreturn]] void Fail(const std::string& reason) const {
-    throw RecordingError(path_ + ":" + NumberText(line_) + ": " + reason);
+    throw RecordingError(path_ + ":" + NumberText(std::max(line_, 1)) + ": " + reason);
   }
 
   bool TakeFirst(std::string_view line) const {
