@@ -54,14 +54,13 @@ void AddStates(std::vector<TimeLane>& lanes, const std::string& name,
 
 }  // namespace
 
-void Overlay::Take(std::vector<Shown> shown) {
+void Overlay::Take(std::vector<Shown> shown, Alignment alignment) {
   shown_ = std::move(shown);
   for (Shown& each : shown_) {
     each.figures = FiguresOf(each.recording);
     each.motion = BeginOfMotion(each.recording);
   }
-  cursors_.clear();
-  ShowAll();
+  Align(alignment);
 }
 
 void Overlay::Align(Alignment alignment) {
@@ -71,10 +70,10 @@ void Overlay::Align(Alignment alignment) {
   ShowAll();
 }
 
-void Overlay::Shift(std::size_t which, double seconds) {
-  shown_.at(which).shift += seconds;
+void Overlay::Shift(std::size_t which, double part) {
   const double from = stretch_.From();
   const double to = stretch_.To();
+  shown_.at(which).shift += part * (to - from);
   ShowAll();
   stretch_.Zoom(from, (to - from) / (stretch_.To() - stretch_.From()));
   stretch_.MoveTo(from, to);

@@ -28,12 +28,12 @@ class Overlay {
     double shift = 0;                   // s, to the right, by hand
   };
 
-  // The whole is shown; what was shifted by hand or pointed at is forgotten.
-  void Take(std::vector<Shown> shown);
-  [[nodiscard]] const std::vector<Shown>& All() const { return shown_; }
+  // Both show the whole; what was shifted by hand or pointed at is forgotten.
+  void Take(std::vector<Shown> shown, Alignment alignment);
   void Align(Alignment alignment);
-  // Moves that one by hand.
-  void Shift(std::size_t which, double seconds);
+  [[nodiscard]] const std::vector<Shown>& All() const { return shown_; }
+  // Moves that one by hand, to the right by a part of the stretch that is looked at.
+  void Shift(std::size_t which, double part);
 
   void Zoom(double time, double factor) { stretch_.Zoom(time, factor); }
   void Pan(double seconds) { stretch_.Pan(seconds); }

@@ -28,8 +28,7 @@ void OverlayView::Bind(TimeChart& chart, Grid& figures, Label& cursors, std::str
 
 void OverlayView::Take(std::vector<Overlay::Shown> shown, Alignment alignment, int figure,
                        int value) {
-  overlay_.Take(std::move(shown));
-  overlay_.Align(alignment);
+  overlay_.Take(std::move(shown), alignment);
   figuresGrid_.SetTable(overlay_.FigureTable());
   // The number of columns is another one.
   figures_->Bind(&figuresGrid_);

@@ -5,7 +5,7 @@
 #include <cmath>
 
 #include "instruments/AlarmRecordings.h"
-#include "link/clsHX7Helix7.h"
+#include "link/BriefTimeOut.h"
 #include "online/AlarmAdvice.h"
 #include "platform/Log.h"
 #include "platform/Numbers.h"
@@ -15,8 +15,6 @@ namespace velmoor {
 namespace {
 
 constexpr std::size_t kLogLines = 200;
-constexpr std::int32_t kBriefTimeOut = 500;    // ms
-constexpr std::int32_t kNormalTimeOut = 5000;  // ms
 constexpr int kTargetItem = 2;
 constexpr const char* kWindowParameter = "821";
 // What the tuning window edits.
@@ -42,6 +40,14 @@ std::string ShownGain(const std::string& number, const std::string& wire) {
   return whole ? NumberText(*whole) : Right(text, 4);
 }
 
+// In counts; nothing for a step without an absolute position.
+std::optional<std::int32_t> TargetOf(clsHX7Project& project, int step) {
+  const std::string& sent = project.Position().Stored(step).controller.at(clsHX7Position::position);
+  const auto target = sent.starts_with('A') ? ParseWhole(sent.substr(1)) : std::nullopt;
+  if (!target || !std::in_range<std::int32_t>(*target)) return std::nullopt;
+  return static_cast<std::int32_t>(*target);
+}
+
 }  // namespace
 
 // Asks the amplifier what a heading tells, as long as it answers: each question takes half a second
@@ -49,12 +55,7 @@ std::string ShownGain(const std::string& number, const std::string& wire) {
 class RecordingHeadings::Asking {
  public:
   Asking(SessionState& session, bool may)
-      : helix_(*session.Helix7()), may_(may && session.IsOnline()) {
-    if (may_) helix_.SetTimeOut(kBriefTimeOut);
-  }
-  ~Asking() { helix_.SetTimeOut(kNormalTimeOut); }
-  Asking(const Asking&) = delete;
-  Asking& operator=(const Asking&) = delete;
+      : helix_(*session.Helix7()), brief_(helix_), may_(may && session.IsOnline()) {}
 
   [[nodiscard]] bool Value(ValueCommand command, std::int32_t& raw) {
     return Took([&] { return helix_.GetHelixValue(static_cast<std::int32_t>(command), raw); });
@@ -73,6 +74,7 @@ class RecordingHeadings::Asking {
   }
 
   clsHX7Helix7& helix_;
+  BriefTimeOut brief_;
   bool may_;
 };
 
@@ -208,10 +210,8 @@ std::string RecordingHeadings::StepWords(const BlackBox& box) const {
   clsHX7Project* const project = session_.OwnProject();
   if (!target || project == nullptr) return "Active step: not known, the target was not read";
   std::string steps;
-  const clsHX7Position& table = project->Position();
-  for (int step = 1; step <= table.RowsInArray(); ++step) {
-    const std::string& sent = table.Stored(step).controller.at(clsHX7Position::position);
-    if (!sent.starts_with('A') || ParseFloat(sent.substr(1)) != *target) continue;
+  for (int step = 1; step <= project->Position().RowsInArray(); ++step) {
+    if (TargetOf(*project, step) != static_cast<std::int32_t>(*target)) continue;
     steps += (steps.empty() ? "" : ", ") + NumberText(step);
   }
   if (steps.empty()) return "Active step: none of the project's has the last target";
@@ -225,11 +225,9 @@ std::optional<Trigger> RecordingHeadings::OfStep(int step) const {
   if (project == nullptr || step < 1 || step > project->Position().RowsInArray()) {
     return std::nullopt;
   }
-  const std::string& sent =
-      project->Position().Stored(step).controller.at(clsHX7Position::position);
-  const auto target = sent.starts_with('A') ? ParseWhole(sent.substr(1)) : std::nullopt;
-  if (!target || !std::in_range<std::int32_t>(*target)) return std::nullopt;
-  const double level = Units().Convert(static_cast<std::int32_t>(*target), ValueKind::distance);
+  const auto target = TargetOf(*project, step);
+  if (!target) return std::nullopt;
+  const double level = Units().Convert(*target, ValueKind::distance);
   return Trigger{recorded::kTarget, TriggerKind::reaches, level,
                  "step " + NumberText(step) + " begins"};
 }

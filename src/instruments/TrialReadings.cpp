@@ -3,15 +3,13 @@
 #include <array>
 #include <string>
 
-#include "link/clsHX7Helix7.h"
+#include "link/BriefTimeOut.h"
 #include "online/AlarmReadings.h"
 #include "session/Session.h"
 
 namespace velmoor {
 namespace {
 
-constexpr std::int32_t kBriefTimeOut = 500;    // ms
-constexpr std::int32_t kNormalTimeOut = 5000;  // ms
 constexpr std::array<ValueCommand, 4> kRound{ValueCommand::currentPosition,
                                              ValueCommand::motorSpeed, ValueCommand::followingError,
                                              ValueCommand::torque};
@@ -24,10 +22,8 @@ std::optional<std::int32_t> Taken(ResultCode result, std::int32_t value) {
 }  // namespace
 
 ResultCode TrialReadings::AskNext(bool withStatus) {
-  clsHX7Helix7& helix = *gMainForm->Helix7();
-  helix.SetTimeOut(kBriefTimeOut);
+  const BriefTimeOut brief(*gMainForm->Helix7());
   const ResultCode result = Ask(turn_ % (kRound.size() + 1), withStatus);
-  helix.SetTimeOut(kNormalTimeOut);
   ++turn_;
   return result;
 }

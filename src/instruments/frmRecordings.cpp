@@ -258,8 +258,7 @@ void frmRecordings::Shift(double part) {
   auto which =
       current == nullptr ? all.end() : std::ranges::find(all, current->name, &Overlay::Shown::name);
   if (which == all.end()) which = std::prev(all.end());
-  const TimeChartData seen = view_.Of().Visible(1);
-  view_.Of().Shift(static_cast<std::size_t>(which - all.begin()), part * (seen.to - seen.from));
+  view_.Of().Shift(static_cast<std::size_t>(which - all.begin()), part);
   view_.Show();
 }
 

@@ -202,7 +202,6 @@ void frmTryIt::cmdMove_Up() {
 void frmTryIt::cmdPass_Click() {
   if (trial_ == Trial::pass) return EndTrial();
   if (trial_ != Trial::none) return;
-  sawPass_ = false;
   passEnded_.reset();
   RecorderOrder order;
   order.before = kBeforePass;
@@ -297,9 +296,7 @@ void frmTryIt::FollowPass() {
   const bool runs = (*readings_.Status() & kProgrammeRuns) != 0;
   // One that ran before the recording waited for it is passed over.
   if (instruments_.Record().Now() != Recorder::State::running) return;
-  sawPass_ = sawPass_ || runs;
-  if (runs) passEnded_.reset();
-  if (!sawPass_ || runs) return;
+  if (runs) return passEnded_.reset();
   if (!passEnded_) passEnded_ = Seconds();
   if (Seconds() - *passEnded_ >= kBehindPass) EndTrial();
 }

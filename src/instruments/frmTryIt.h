@@ -75,7 +75,6 @@ class frmTryIt final : public WindowOf<layouts::frmTryIt> {
   TestMove::Order order_;
   std::int32_t speed_ = 0;  // rpm
   Trial trial_ = Trial::none;
-  bool sawPass_ = false;             // the programme runs, or has run
   std::optional<double> passEnded_;  // s of the clock
   TrialReadings readings_;
   bool reading_ = false;

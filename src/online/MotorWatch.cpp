@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "link/BriefTimeOut.h"
 #include "link/CommandWords.h"
 #include "link/clsHX7Helix7.h"
 #include "session/Session.h"
@@ -9,8 +10,6 @@
 namespace velmoor {
 namespace {
 
-constexpr std::int32_t kTimeOut = 500;
-constexpr std::int32_t kNormalTimeOut = 5000;
 constexpr const char* kUnknown = "not known";
 
 enum class Question { speed, position, alarm };
@@ -49,8 +48,7 @@ void MotorWatch::Forget() {
 }
 
 ResultCode MotorWatch::AskNext() {
-  clsHX7Helix7& helix = *gMainForm->Helix7();
-  helix.SetTimeOut(kTimeOut);
+  const BriefTimeOut brief(*gMainForm->Helix7());
   ResultCode result = kSuccess;
   latest_.reset();
   switch (kTurns.at(static_cast<std::size_t>(turn_))) {
@@ -67,7 +65,6 @@ ResultCode MotorWatch::AskNext() {
       alarmKnown_ = result == kSuccess;
       break;
   }
-  helix.SetTimeOut(kNormalTimeOut);
   turn_ = (turn_ + 1) % static_cast<int>(kTurns.size());
   return result;
 }

@@ -1,5 +1,6 @@
 #include "operations/IdleWatch.h"
 
+#include "link/BriefTimeOut.h"
 #include "online/AlarmReadings.h"
 #include "platform/Log.h"
 #include "platform/World.h"
@@ -8,8 +9,6 @@ namespace velmoor {
 namespace {
 
 constexpr std::chrono::milliseconds kPeriod{1000};
-constexpr std::int32_t kBriefTimeOut = 500;    // ms
-constexpr std::int32_t kNormalTimeOut = 5000;  // ms
 constexpr int kSilencesOfALostLine = 2;
 // The bit of the status that tells of a zero return done since the start.
 constexpr std::int32_t kReferenceComplete = 1 << 2;
@@ -41,7 +40,7 @@ void IdleWatch::Look() {
 // For whoever hears what is read.
 ResultCode IdleWatch::ReadMotion() {
   clsHX7Helix7& helix = *session_.Helix7();
-  helix.SetTimeOut(kBriefTimeOut);
+  const BriefTimeOut brief(helix);
   ResultCode result = kSuccess;
   for (const ValueCommand command :
        {ValueCommand::torque, ValueCommand::motorSpeed, ValueCommand::targetPosition}) {
@@ -50,7 +49,6 @@ ResultCode IdleWatch::ReadMotion() {
       result = helix.GetHelixValue(static_cast<std::int32_t>(command), value);
     }
   }
-  helix.SetTimeOut(kNormalTimeOut);
   return result;
 }
 
