@@ -27,7 +27,6 @@ void InProcessPort::SetSettings(const std::string& settings) {
 
 bool InProcessPort::Open() {
   Close();
-  ++opens_;
   open_ = plugged_;
   lastError_ = plugged_ ? "" : name_ + " does not exist.";
   line_.DropInput();

@@ -31,7 +31,6 @@ class InProcessPort final : public SerialPort {
   void Plug() { plugged_ = true; }
   // The "COM1" of the last SetPortName.
   [[nodiscard]] const std::string& PortName() const { return name_; }
-  [[nodiscard]] int Opens() const { return opens_; }
 
   void SetSettings(const std::string& settings) override;
   [[nodiscard]] std::string Settings() const override { return settings_; }
@@ -68,7 +67,6 @@ class InProcessPort final : public SerialPort {
   std::string lastError_;
   std::int32_t baudRate_ = 9600;
   int timeOut_ = 5000;
-  int opens_ = 0;
   bool open_ = false;
   bool plugged_ = true;
   bool paced_ = false;

@@ -47,10 +47,6 @@ class WireNoise {
   void Clear() { planned_.reset(); }
   // The planned one has not happened yet.
   [[nodiscard]] bool IsPlanned() const { return planned_.has_value(); }
-  // Bytes that have passed in that direction.
-  [[nodiscard]] std::int64_t Passed(NoiseDirection direction) const {
-    return direction == NoiseDirection::toHost ? toHost_ : toAmplifier_;
-  }
 
   // Passes bytes on; `bytes` ends behind a line or is a whole transmission.
   [[nodiscard]] std::vector<NoisyPiece> Pass(std::string_view bytes, NoiseDirection direction);

@@ -28,7 +28,6 @@ void Transfers::FollowProject() {
     if (status.ends_with("Failed")) connection_.Suspect();
   });
   project_ += followed.DownloadComplete.Connect([this] { desk_.StatusTold("Download Complete"); });
-  project_ += followed.UploadComplete.Connect([this] { desk_.StatusTold("Upload Complete"); });
   project_ += followed.RigidityChanged.Connect([this] {
     // A download is not over: the amplifier is deaf while it restarts.
     if (rows_.Run() != nullptr) {

@@ -43,7 +43,6 @@ class TextBox : public Control {
  public:
   virtual void SetText(const std::string& text) = 0;
   [[nodiscard]] virtual std::string Text() const = 0;
-  virtual void SetReadOnly(bool readOnly) = 0;
   virtual void SelectAll() = 0;
 
   Event<> Change;

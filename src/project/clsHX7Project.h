@@ -276,7 +276,6 @@ class clsHX7Project final : public Project {
   Event<> BaudRateChangeFailed;
   Event<> CommunicationDown;
   Event<> DownloadComplete;
-  Event<> UploadComplete;  // never raised
   Event<> RigidityChanged;
   Event<const std::string&> ResolutionDataInvalidated;  // the tables and tools concerned
   Event<> MechanicalSystemCheckSumFailed;

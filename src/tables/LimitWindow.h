@@ -16,7 +16,6 @@ class LimitWindow : public TableWindow {
   [[nodiscard]] bool CanPasteCell() const { return CanCopyCell() && strTempBuffer_; }
   void CopyCellContentsIntoBuffer() { Copy(); }
   void CutCellContentsIntoBuffer() { Cut(); }
-  void PasteCellContentsFromBuffer() { Paste(); }
 
  protected:
   LimitWindow(const Layout& layout, TableWindowInfo info, MotionTable& table, UnitKind kind)

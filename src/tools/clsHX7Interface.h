@@ -14,7 +14,6 @@ class clsHX7Interface final : public ParameterToolBase {
   }
 
   bool Show_Interface() { return ShowWindow("Interface Configuration", FormMode::modeless); }
-  void Unload_Interface() { UnloadWindow(); }
 
   // Sends the marked rows.
   bool Download() { return DownloadRows(false); }

@@ -63,13 +63,10 @@ class HeadlessTextBox final : public HeadlessControl<TextBox> {
       : HeadlessControl(layout), text_(layout.text) {}
   void SetText(const std::string& text) override { text_ = text; }
   [[nodiscard]] std::string Text() const override { return text_; }
-  void SetReadOnly(bool readOnly) override { readOnly_ = readOnly; }
-  [[nodiscard]] bool ReadOnly() const { return readOnly_; }
   void SelectAll() override {}
 
  private:
   std::string text_;
-  bool readOnly_ = false;
 };
 
 class HeadlessComboBox final : public HeadlessControl<ComboBox> {

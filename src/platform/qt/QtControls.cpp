@@ -108,10 +108,6 @@ std::string QtTextBox::Text() const {
   return FromQt(edit_.text());
 }
 
-void QtTextBox::SetReadOnly(bool readOnly) {
-  edit_.setReadOnly(readOnly);
-}
-
 void QtTextBox::SelectAll() {
   edit_.selectAll();
 }

@@ -61,7 +61,6 @@ class QtTextBox final : public QtControl<TextBox> {
   explicit QtTextBox(QLineEdit& edit);
   void SetText(const std::string& text) override;
   [[nodiscard]] std::string Text() const override;
-  void SetReadOnly(bool readOnly) override;
   void SelectAll() override;
 
  private:
