@@ -27,13 +27,22 @@ struct PrintSection {
   std::vector<std::vector<PrintCell>> rows;  // as many cells each as there are headings
 };
 
+// "Machine", "Ball Screw".
+struct PrintFact {
+  std::string label, text;
+  bool operator==(const PrintFact&) const = default;
+};
+
 struct PrintDocument {
-  std::string title, subtitle;  // on the first page
-  std::string header;           // above each page
-  std::string date, time;       // below each page
-  std::string page, pages;      // the words around the page number: "Page #", "of #"
-  std::string font;             // of all this
-  WallTime moment;              // of printing
+  std::string title, subtitle;   // on the first page
+  std::vector<PrintFact> facts;  // below them
+  std::vector<std::string>
+      signatures;           // below those: lines to be signed, and what stands under each
+  std::string header;       // above each page
+  std::string date, time;   // below each page
+  std::string page, pages;  // the words around the page number: "Page #", "of #"
+  std::string font;         // of all this
+  WallTime moment;          // of printing
   std::vector<PrintSection> sections;
 };
 

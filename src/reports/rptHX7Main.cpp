@@ -10,6 +10,7 @@
 #include "platform/World.h"
 #include "project/clsHX7Project.h"
 #include "reports/ParameterSections.h"
+#include "reports/ReportFacts.h"
 #include "reports/TableSections.h"
 #include "reports/frmPreview.h"
 #include "reports/rptHX7Alarm.h"
@@ -74,6 +75,8 @@ const PrintDocument& rptHX7Main::Run() {
   document_.font = ReportFont(gMainForm->Language());
   document_.title = currProj->Title();
   document_.subtitle = "Set-up of axis " + gMainForm->Axis() + ", " + LongDate(document_.moment);
+  document_.facts = FactsOf(*currProj);
+  document_.signatures = {"Set up by", "Checked by", "Date"};
   PageHeader_Format();
   PageFooter_Format();
   ActiveReport_ReportStart();

@@ -38,6 +38,16 @@ PrintDocument DocumentOf(std::vector<PrintSection> sections) {
   return document;
 }
 
+PrintDocument WithFacts(PrintDocument document) {
+  document.facts = {
+      {"Machine", "Ball Screw"},
+      {"What stands beside it for very long, so that it needs a second line of the half of "
+       "a page, and then another one",
+       "1.25 mm"}};
+  document.signatures = {"Set up by", "Date"};
+  return document;
+}
+
 // The texts of a page in one font, as they were set.
 std::vector<PageText> TextsOf(const SetPage& page, PageFont font) {
   std::vector<PageText> texts;
@@ -69,9 +79,22 @@ TEST(PageSetterTest, HeadingsAndFrameStandOnEachPage) {
             "/home/user/line1.spj|November 24, 2026   10:05 PM|Page 3 of 3");
 }
 
+TEST(PageSetterTest, FactsAndLinesToBeSignedStandOnTheFirstPageAlone) {
+  const PageSetter set(WithFacts(DocumentOf({Table(128)})), Paper::a4);
+  const auto find = [&](const QString& text) {
+    const auto& texts = set.Pages()[0].texts;
+    return *std::ranges::find(texts, text, &PageText::text);
+  };
+  EXPECT_EQ(find("Machine").baseline.x(), find("Set up by").baseline.x());
+  EXPECT_GT(find("Ball Screw").baseline.x(), find("Machine").baseline.x());
+  EXPECT_GT(find("Set up by").baseline.y(), find("1.25 mm").baseline.y());
+  EXPECT_GT(find("Index Table").baseline.y(), find("Date").baseline.y());
+  EXPECT_FALSE(Holds(set.Pages()[1], "Machine") || Holds(set.Pages()[1], "Date"));
+}
+
 TEST(PageSetterTest, EachCellIsSetOnceWithinTheMarginsAndOverNoOther) {
   for (const Paper paper : {Paper::a4, Paper::letter}) {
-    const PageSetter set(DocumentOf({Table(128)}), paper);
+    const PageSetter set(WithFacts(DocumentOf({Table(128)})), paper);
     const QSizeF size = PaperInDots(paper);
     std::multiset<QString> labels;
     for (const SetPage& page : set.Pages()) {

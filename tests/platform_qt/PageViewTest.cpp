@@ -1,6 +1,8 @@
 // The view of a document's pages, which needs no printer.
 #include <gtest/gtest.h>
-#include <QAbstractScrollArea>
+#include <QApplication>
+#include <QGraphicsView>
+#include <QListWidget>
 #include <QScrollBar>
 
 #include "QtTestUser.h"
@@ -38,11 +40,20 @@ TEST(PageViewTest, ShowsEachPageAndTellsWhereTheUserScrolledTo) {
   const Connection held = view.Moved.Connect([&moves] { ++moves; });
   view.GoTo(4);
   EXPECT_EQ(view.Page(), 4);
-  auto* const area = Widget<QWidget>("pvwPages").findChild<QAbstractScrollArea*>();
+  auto* const area = Widget<QWidget>("pvwPages").findChild<QGraphicsView*>();
   ASSERT_NE(area, nullptr);
   area->verticalScrollBar()->setValue(area->verticalScrollBar()->maximum());
   EXPECT_EQ(view.Page(), 6);
   EXPECT_GT(moves, 0);
+  // The small pictures follow, and lead.
+  auto* const pictures = Widget<QWidget>("pvwPages").findChild<QListWidget*>();
+  ASSERT_NE(pictures, nullptr);
+  EXPECT_EQ(pictures->count(), 6);
+  EXPECT_EQ(pictures->currentRow(), 5);
+  pictures->setCurrentRow(2);
+  EXPECT_EQ(view.Page(), 3);
+  for (int i = 0; i < 6; ++i) QApplication::processEvents();
+  EXPECT_FALSE(pictures->item(5)->icon().isNull());
   view.FitPage();
   EXPECT_LT(view.Zoom(), 100);
 }

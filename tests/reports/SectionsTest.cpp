@@ -94,6 +94,10 @@ TEST_F(ReportTest, TheFrameTellsFileDateAndTime) {
   EXPECT_EQ(document.header, world.folder.At("line1.spj"));
   EXPECT_EQ(document.title, "line1");
   EXPECT_EQ(document.subtitle, "Set-up of axis 0, November 24, 2026");
+  EXPECT_EQ(document.facts.front(), (PrintFact{"Machine", "Leadscrew"}));
+  EXPECT_EQ(document.facts[1], (PrintFact{"Motor", "30 W"}));
+  EXPECT_EQ(document.facts.back(), (PrintFact{"To be downloaded", "nothing"}));
+  EXPECT_EQ(document.signatures, (Texts{"Set up by", "Checked by", "Date"}));
   EXPECT_EQ(document.date + "|" + document.time, "November 24, 2026|10:05 PM");
   EXPECT_EQ(document.page + " " + document.pages, "Page # of #");
   EXPECT_EQ(document.font, "Arial");

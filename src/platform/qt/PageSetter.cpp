@@ -68,7 +68,10 @@ class Setting {
     OpenPage();
     PutLines(PageFont::title, ToQt(document_.title));
     PutLines(PageFont::subtitle, ToQt(document_.subtitle));
-    y_ += 8 * kDotsPerMm;
+    y_ += 4 * kDotsPerMm;
+    PutFacts();
+    PutSignatures();
+    y_ += 4 * kDotsPerMm;
     for (const PrintSection& section : document_.sections) PutSection(section);
     for (std::size_t page = 0; page < pages_.size(); ++page) PutFrame(page);
     return std::move(pages_);
@@ -99,6 +102,44 @@ class Setting {
   }
   void Rule(PageLine kind, double y, double width) {
     pages_.back().lines.emplace_back(kind, QLineF(kSideMargin, y, kSideMargin + width, y));
+  }
+
+  // ---- the first page
+
+  // Labels at the left, as wide as the widest needs and half of the page at most.
+  void PutFacts() {
+    const QFontMetricsF& label = Metrics(PageFont::note);
+    double width = 0;
+    for (const PrintFact& fact : document_.facts) {
+      width = std::max(width, label.horizontalAdvance(ToQt(fact.label)));
+    }
+    width = std::min(width + 4 * kDotsPerMm, width_ / 2);
+    for (const PrintFact& fact : document_.facts) {
+      const QStringList labels = BrokenInto(ToQt(fact.label), width - 2 * kDotsPerMm, label);
+      const QStringList texts =
+          BrokenInto(ToQt(fact.text), width_ - width, Metrics(PageFont::cell));
+      for (qsizetype line = 0; line < std::max(labels.size(), texts.size()); ++line) {
+        if (line < labels.size()) Put(PageFont::note, 0, y_, labels[line]);
+        if (line < texts.size()) Put(PageFont::cell, width, y_, texts[line]);
+        y_ += Metrics(PageFont::cell).lineSpacing();
+      }
+      y_ += kRowPadding;
+    }
+  }
+  void PutSignatures() {
+    if (document_.signatures.empty()) return;
+    y_ += 14 * kDotsPerMm;
+    const double gap = 6 * kDotsPerMm;
+    const auto count = static_cast<double>(document_.signatures.size());
+    const double width = (width_ - (count - 1) * gap) / count;
+    double x = 0;
+    for (const std::string& words : document_.signatures) {
+      pages_.back().lines.emplace_back(PageLine::strong,
+                                       QLineF(kSideMargin + x, y_, kSideMargin + x + width, y_));
+      Put(PageFont::note, x, y_ + kRuleGap, ToQt(words));
+      x += width + gap;
+    }
+    y_ += Metrics(PageFont::note).lineSpacing() + kRuleGap;
   }
 
   // ---- tables

@@ -1,8 +1,11 @@
-// Shows the pages of a document, all below each other, at any size.
+// Shows the pages of a document, all below each other, at any size, with small pictures of them
+// beside.
 #pragma once
 
+#include <QListWidget>
 #include <QPrintPreviewWidget>
 #include <QPrinter>
+#include <QTimer>
 #include <QWidget>
 #include <memory>
 
@@ -25,8 +28,16 @@ class PageViewWidget final : public QWidget {
   Event<> Moved;
 
  private:
+  // One picture at a time, so that the window is there before the last of them.
+  void DrawNextPicture();
+  void ShowPlace();
+
   QPrinter printer_;
   QPrintPreviewWidget preview_;
+  QListWidget pictures_;
+  QTimer drawing_;
+  int drawn_ = 0;
+  Paper paper_ = Paper::a4;
   std::unique_ptr<PageSetter> pages_;
 };
 
