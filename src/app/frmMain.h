@@ -378,6 +378,7 @@ class frmMain final : public SessionState, private Desk {
   bool closeWhenStarted_ = false;
   bool searchShown_ = false;   // the progress dialog is that of a search
   bool projectShown_ = false;  // the menus and tools of an open project are offered
+  LineState lineOfPage_ = LineState::offline;  // as the page shows it
   bool ready_ = false;         // the session is built
   std::optional<std::vector<PartComparison>> compared_;  // the latest, until something is sent
   ProjectPage projectPage_{[this](MainCommand command) { OnCommand(command); }};

@@ -1,5 +1,7 @@
 // What operations tell: the progress dialog, the status bar, and the windows that follow them.
 
+#include <utility>
+
 #include "app/ConnectionMenu.h"
 #include "app/frmCompare.h"
 #include "app/frmDoubts.h"
@@ -83,6 +85,8 @@ void frmMain::LineChanged(LineState state) {
     window_->SetPanel(StatusPanel::model, known ? clsHelix7->ServoModel() : std::string());
   }
   EnableByState();
+  // A box may stand before the page for long: what it shows of the line is that of now.
+  if (std::exchange(lineOfPage_, state) != state) UpdatePages();
 }
 
 void frmMain::DifferencesFound(const std::vector<PartComparison>& parts) {

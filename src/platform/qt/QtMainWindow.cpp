@@ -18,6 +18,8 @@
 #include <QUrl>
 #include <algorithm>
 
+#include "platform/Settings.h"
+#include "platform/World.h"
 #include "platform/qt/LampWidget.h"
 #include "platform/qt/QtAppearance.h"
 #include "platform/qt/QtForms.h"
@@ -237,9 +239,19 @@ void QtMainWindow::SetUpWindowList() {
 void QtMainWindow::SetUpTheme() {
   auto* const dark = window_.findChild<QAction*>(QStringLiteral("viewDark"));
   dark->setChecked(IsDark());
-  QObject::connect(dark, &QAction::triggered, &context_, [](bool on) {
+  const auto isChosen = [] {
+    return world().settings != nullptr && !world().settings->ReadText(kThemeSetting, "").empty();
+  };
+  desktop_ = std::make_unique<DesktopTheme>([dark, isChosen](bool wanted) {
+    if (isChosen()) return;
+    SetDark(wanted);
+    dark->setChecked(wanted);
+  });
+  // What the desktop wants too is no choice of the user's: it is followed again.
+  QObject::connect(dark, &QAction::triggered, &context_, [this](bool on) {
     SetDark(on);
-    KeepComfort(kThemeSetting, on ? kDarkTheme : kLightTheme);
+    const bool follows = desktop_->WantsDark() == on;
+    KeepComfort(kThemeSetting, follows ? "" : on ? kDarkTheme : kLightTheme);
   });
 }
 

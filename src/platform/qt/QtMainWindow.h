@@ -7,6 +7,7 @@
 #include <memory>
 
 #include "platform/MainWindow.h"
+#include "platform/qt/DesktopTheme.h"
 #include "platform/qt/EventWatch.h"
 #include "platform/qt/QtCommands.h"
 
@@ -88,6 +89,7 @@ class QtMainWindow final : public MainWindow {
   std::vector<std::string> recent_;
   QList<QAction*> windowEntries_;
   QtCommands commands_;
+  std::unique_ptr<DesktopTheme> desktop_;
   QObject context_;  // ends the connections with the window
   bool closing_ = false;
 };
