@@ -209,6 +209,13 @@ std::vector<OptionEntry> Options() {
       {"axes", "axes of the line, such as 0,3,A; all unless given", {"LIST"}},
       {"from", "the axis whose set-up is copied", {"H"}},
       {"to", "the axes that get it", {"LIST"}},
+      {"broker", "watch: where messages go, mqtt://host, mqtts://host or file:/path", {"URL"}},
+      {"csv", "watch: the folder of its files of a day", {"DIR", Kind::file}},
+      {"metrics", "watch: the file of figures", {"FILE", Kind::file}},
+      {"listen",
+       "watch: answer who asks for figures, on this computer alone or at ADDRESS:PORT",
+       {"PORT"}},
+      {"folder", "watch: where it keeps what it must not lose", {"DIR", Kind::file}},
       {"json", "print JSON in the place of CSV: an array with an object a row"},
       {"yes",
        "agree to what would be asked: download, upload and reset overwrite data, report a file "

@@ -10,6 +10,7 @@ namespace velmoor {
 
 class ConsoleBoxes;
 class SerialPort;
+class WatchHost;
 
 // What the program lends to a command.
 struct ConsoleProgram {
@@ -18,8 +19,9 @@ struct ConsoleProgram {
   ConsoleBoxes& boxes;
   SerialPort& port;  // COM1; its device is set with SetDevice
   void (*setDevice)(SerialPort& port, const std::string& path);
-  std::ostream* progress;  // null: no progress line
-  bool (*ends)();          // somebody wants the program to come to its end
+  std::ostream* progress;          // null: no progress line
+  bool (*ends)();                  // somebody wants the program to come to its end
+  WatchHost* watchHost = nullptr;  // null: it watches no lines
 };
 
 // What the command line may hold.

@@ -11,6 +11,7 @@
 #include "console/ReportCommand.h"
 #include "console/SetCommand.h"
 #include "console/TableOut.h"
+#include "console/WatchCommand.h"
 #include "operations/LineActions.h"
 #include "platform/Events.h"
 #include "platform/Files.h"
@@ -164,6 +165,7 @@ struct Action {
   bool agreement;  // it overwrites data
   bool (*run)(const LineWork& work);
 };
+constexpr const char* kWatch = "watch";
 constexpr std::array<Action, 10> kActions{{{"scan", false, Scan},
                                            {"info", false, Info},
                                            {"compare", false, Compare},
@@ -177,11 +179,13 @@ constexpr std::array<Action, 10> kActions{{{"scan", false, Scan},
 
 bool Line(const Context& context) {
   if (context.Argument(1) == "new") return New(context);
+  // A process that stays is spared the session.
+  if (context.Argument(2) == kWatch) return Watch(context);
   const auto* const action = std::ranges::find(kActions, context.Argument(2), &Action::name);
   if (action == kActions.end()) {
     throw UsageError("'" + context.Argument(2) +
                      "' is none of scan, info, compare, download, upload, reset-alarm, set, "
-                     "copy, report and monitor");
+                     "copy, report, monitor and watch");
   }
   if (action->agreement) RequireAgreement(context);
   context.program.boxes.Agree(context.line.Has("yes"));
@@ -204,13 +208,14 @@ bool Line(const Context& context) {
 Commands LineCommands() {
   std::vector<std::string> names;
   for (const Action& action : kActions) names.emplace_back(action.name);
+  names.emplace_back(kWatch);
   return {{{"line",
             "the same on all axes of a line file; `line new FILE` searches and writes one",
             {{.value = {"LINE.toml", ValueEntry::Kind::file}},
              OneOf("ACTION", names),
              {.value = {"NAME=VALUE"}, .required = false, .many = true}},
             {"port", "axes", "from", "to", "out", "sections", "paper", "new", "verify", "items",
-             "count", "json", "yes"}},
+             "count", "json", "yes", "broker", "csv", "metrics", "listen", "folder"}},
            Line}};
 }
 

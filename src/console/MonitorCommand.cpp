@@ -21,16 +21,9 @@ constexpr std::int64_t kMostPasses = 100'000'000;
 std::vector<MonitoredItem> ItemsOf(std::string_view list) {
   std::vector<MonitoredItem> items;
   for (const std::string& name : SplitAtCommas(list)) {
-    const std::string word = UpperCase(name);
-    const auto all = MonitoredItems();
-    const auto found = std::ranges::find_if(
-        all, [&word](const MonitoredItem& item) { return WordOf(item.command) == word; });
-    if (found == all.end()) {
-      std::string refusal = "'" + word + "' is none of";
-      for (const MonitoredItem& item : all) refusal.append(" ").append(WordOf(item.command));
-      throw UsageError(refusal);
-    }
-    items.push_back(*found);
+    const auto item = ItemNamed(name);
+    if (!item) throw UsageError(NoItem(name));
+    items.push_back(MonitoredItems()[static_cast<std::size_t>(*item)]);
   }
   return items;
 }

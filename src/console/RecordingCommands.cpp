@@ -4,6 +4,7 @@
 
 #include "console/ConsoleBoxes.h"
 #include "console/TableOut.h"
+#include "plant/LineWatcher.h"
 #include "platform/Files.h"
 #include "platform/Numbers.h"
 #include "platform/World.h"
@@ -37,15 +38,27 @@ void PrintFigures(const Context& context, const Recording& recording) {
   }
 }
 
+// Of a project, of a line file's watch, or of the folder that a watch keeps.
+RecordingFolder FolderNamed(const std::string& name) {
+  const std::string path = world().files->Absolute(name);
+  if (!world().files->Exists(path)) {
+    const std::string kept = WatchRecordings(path);
+    if (world().files->NamesIn(kept).empty()) {
+      throw FileError(path + ": there is no such project, and no watch has recorded there");
+    }
+    return {kept, path};
+  }
+  if (!path.ends_with(".toml")) return RecordingFolder(path);
+  return {WatchRecordings(WatchFolder(path, ReadLineFile(path).watch)), path};
+}
+
 bool Recordings(const Context& context) {
-  const std::string project = world().files->Absolute(context.Argument(1));
-  if (!world().files->Exists(project)) throw FileError(project + ": there is no such project");
-  const RecordingFolder folder(project);
+  const RecordingFolder folder = FolderNamed(context.Argument(1));
   if (context.line.Arguments().size() < 3) return PrintList(context, folder);
   const std::string& name = context.Argument(2);
   const auto names = folder.Names();
   if (std::ranges::find(names, name) == names.end()) {
-    throw UsageError("The project has no recording '" + name + "'");
+    throw UsageError("There is no recording '" + name + "'");
   }
   PrintFigures(context, ReadRecording(folder.PathOf(name)));
   return true;
@@ -55,7 +68,8 @@ bool Recordings(const Context& context) {
 
 Commands RecordingCommands() {
   return {{{"recordings",
-            "print what was recorded of the axis, or the figures of one recording",
+            "print what was recorded, or the figures of one recording; FILE is a project, a line "
+            "file or the folder of its watch",
             {FileArgument(), {.value = {"NAME"}, .required = false}},
             {"json"}},
            Recordings}};

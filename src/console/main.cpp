@@ -6,6 +6,7 @@
 
 #include "console/Commands.h"
 #include "console/ConsoleBoxes.h"
+#include "console/service/ServiceHost.h"
 #include "platform/Files.h"
 #include "platform/Rx900Utils.h"
 #include "platform/World.h"
@@ -60,8 +61,9 @@ int Run(const velmoor::CommandLine& line) {
   adapters.workDirectory = JoinPath(posix::StateDirectory(), "work");
   SetWorld(&adapters);
   std::ostream* const progress = ::isatty(STDERR_FILENO) != 0 ? &std::cerr : nullptr;
-  const int status = RunCommand(
-      line, {std::cout, std::cerr, boxes, port, SetDevice, progress, posix::NotedSignals::Came});
+  ServiceHost watchHost(std::cerr, port);
+  const int status = RunCommand(line, {std::cout, std::cerr, boxes, port, SetDevice, progress,
+                                       posix::NotedSignals::Came, &watchHost});
   SetWorld(nullptr);
   return status;
 }

@@ -21,10 +21,6 @@ constexpr const char* kWindowParameter = "821";
 constexpr std::array<const char*, 12> kGains{"100", "101", "102", "103", "107", "108",
                                              "109", "10A", "110", "401", "408", "409"};
 
-std::string NameOf(const MonitoredItem& item) {
-  return std::string(item.label.substr(0, item.label.find(':')));
-}
-
 // Enough to tell two neighbouring values of the amplifier apart, of which one unit has `count`.
 int DecimalsFor(double count, int least) {
   constexpr int kMost = 6;
@@ -194,13 +190,7 @@ std::string RecordingHeadings::LineWords(int item, const BlackBox& box, Asking& 
     raw = static_cast<std::int32_t>(*latest);
     when = " (as read last)";
   }
-  std::string words;
-  for (std::size_t bit = 0; bit < info.bits; ++bit) {
-    if (((static_cast<std::uint32_t>(raw) >> bit) & 1U) == 0) continue;
-    const std::string flag =
-        item == kStatusItem ? std::string(StatusFlags()[bit]) : LineNames(item, true).at(bit);
-    words += (words.empty() ? "" : ", ") + flag.substr(0, flag.find(','));
-  }
+  const std::string words = BitWords(item, raw);
   return name + (words.empty() ? "none" : words) + when;
 }
 

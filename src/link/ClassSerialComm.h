@@ -125,6 +125,8 @@ class ClassSerialComm {
   // ---- questions
   // The entry `Index` of the alarm history, the newest at 0.
   [[nodiscard]] ResultCode readAlarmHistory(std::int32_t Index, std::string& data);
+  // What the text of an answer to ValueCommand `cmd` means. Throws NumberError.
+  [[nodiscard]] static std::int32_t ValueOf(std::int32_t cmd, std::string_view text);
   // `cmd` 0 to 16 (ValueCommand), otherwise -4 and `data` untouched. A failed read, and a text that
   // is no number (-5), give 0.
   [[nodiscard]] ResultCode helixGetValue(std::int32_t cmd, std::int32_t& data);

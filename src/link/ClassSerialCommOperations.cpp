@@ -130,13 +130,17 @@ ResultCode ClassSerialComm::readAlarmHistory(std::int32_t Index, std::string& da
   return executeReadCommand(Line(kAlarmHistoryCommand, NumberText(Index)), data);
 }
 
+std::int32_t ClassSerialComm::ValueOf(std::int32_t cmd, std::string_view text) {
+  return IsBitString(cmd) ? convertBinaryString(text) : Int32FromCell(Trim(text));
+}
+
 ResultCode ClassSerialComm::helixGetValue(std::int32_t cmd, std::int32_t& data) {
   const auto word = WordOf(kValueCommands, cmd);
   if (!word) return kBadSelector;
   std::string value;
   const ResultCode result = executeReadCommand(Line(*word), value);
   try {
-    data = IsBitString(cmd) ? convertBinaryString(value) : Int32FromCell(Trim(value));
+    data = ValueOf(cmd, value);
   } catch (const NumberError&) {
     data = 0;
     TellFailure({.code = kValueNotFound, .exchange = m_exchange});

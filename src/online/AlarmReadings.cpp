@@ -23,10 +23,13 @@ bool IsWarning(const AlarmReading& reading) {
   return reading.display.starts_with("A.9");
 }
 
-AlarmReading DescribeAlarm(const std::string& strDisplay) {
+AlarmReading DescribeAlarm(const AlarmNames& names, const std::string& strDisplay) {
   const std::string display(Trim(strDisplay));
-  const AlarmNames& names = *gMainForm->Alarm();
   return {names.GetAlarmName(display), names.GetAlarmCode(display), display};
+}
+
+AlarmReading DescribeAlarm(const std::string& strDisplay) {
+  return DescribeAlarm(*gMainForm->Alarm(), strDisplay);
 }
 
 AlarmReading DescribeDeviceError(ResultCode code) {

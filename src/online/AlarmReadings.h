@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "link/ResultCode.h"
+#include "session/Session.h"
 
 namespace velmoor {
 
@@ -21,6 +22,8 @@ struct AlarmReading {
 [[nodiscard]] bool IsWarning(const AlarmReading& reading);
 
 // Of the panel display "A.40", blanks around it dropped.
+[[nodiscard]] AlarmReading DescribeAlarm(const AlarmNames& names, const std::string& strDisplay);
+// By the names of the session.
 [[nodiscard]] AlarmReading DescribeAlarm(const std::string& strDisplay);
 // Of a read that the amplifier refused, by the number of the refusal: the name says that this is no
 // alarm of the machine.

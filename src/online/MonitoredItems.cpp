@@ -1,5 +1,7 @@
 #include "online/MonitoredItems.h"
 
+#include <algorithm>
+
 #include "platform/Numbers.h"
 #include "session/Project.h"
 
@@ -53,6 +55,24 @@ std::string_view WordOf(ValueCommand command) {
   return kValueCommands.at(static_cast<std::size_t>(command));
 }
 
+std::string NameOf(const MonitoredItem& item) {
+  return std::string(item.label.substr(0, item.label.find(':')));
+}
+
+std::optional<int> ItemNamed(std::string_view word) {
+  const std::string wanted = UpperCase(Trim(word));
+  const auto* const found = std::ranges::find_if(
+      kItems, [&wanted](const MonitoredItem& item) { return WordOf(item.command) == wanted; });
+  if (found == kItems.end()) return std::nullopt;
+  return static_cast<int>(found - kItems.begin());
+}
+
+std::string NoItem(std::string_view word) {
+  std::string refusal = "'" + UpperCase(Trim(word)) + "' is none of";
+  for (const MonitoredItem& item : kItems) refusal.append(" ").append(WordOf(item.command));
+  return refusal;
+}
+
 std::span<const std::string_view> StatusFlags() {
   return kStatusFlags;
 }
@@ -66,6 +86,17 @@ std::array<std::string, 8> LineNames(int item, bool isOptionVersionNew) {
     if (isNew && !isOptionVersionNew) names[i].replace(0, names[i].find(','), "Unavailable");
   }
   return names;
+}
+
+std::string BitWords(int item, std::int32_t raw) {
+  std::string words;
+  for (std::size_t bit = 0; bit < kItems.at(static_cast<std::size_t>(item)).bits; ++bit) {
+    if (((static_cast<std::uint32_t>(raw) >> bit) & 1U) == 0) continue;
+    const std::string name =
+        item == kStatusItem ? std::string(kStatusFlags.at(bit)) : LineNames(item, true).at(bit);
+    words += (words.empty() ? "" : ", ") + name.substr(0, name.find(','));
+  }
+  return words;
 }
 
 // ---- units

@@ -27,6 +27,7 @@ inline constexpr int kMonitoredItems = 16;
 inline constexpr int kMonitoredValues = 10;  // the first ones, shown as numbers
 inline constexpr int kPositionItem = 0;
 inline constexpr int kSpeedItem = 7;
+inline constexpr int kTorqueItem = 9;
 inline constexpr int kStatusItem = 10;
 inline constexpr int kAlarmItem = 15;  // has words of its own and no entry in the list
 
@@ -35,11 +36,23 @@ inline constexpr int kAlarmItem = 15;  // has words of its own and no entry in t
 // The wire's word of a command: "PUN".
 [[nodiscard]] std::string_view WordOf(ValueCommand command);
 
+// Its name without what stands behind it: "Current Position".
+[[nodiscard]] std::string NameOf(const MonitoredItem& item);
+// The place of an item by its word, in any case; nothing where there is none.
+[[nodiscard]] std::optional<int> ItemNamed(std::string_view word);
+
+// Why a word names none: "'X' is none of PUN PER ...".
+[[nodiscard]] std::string NoItem(std::string_view word);
+
 // The names of the status flags, bit 0 first.
 [[nodiscard]] std::span<const std::string_view> StatusFlags();
 // The names of the lines of item 11 to 14, bit 0 first. Two lines have no use before version 3 of
 // the option card.
 [[nodiscard]] std::array<std::string, 8> LineNames(int item, bool isOptionVersionNew);
+
+// The names of the flags or lines that are on in a value of item 10 to 14, without their pins:
+// "P-OT, N-OT".
+[[nodiscard]] std::string BitWords(int item, std::int32_t raw);
 
 // How numbers are shown: as they came, or in the machine's units.
 class MonitoredUnits {

@@ -63,7 +63,7 @@ TimeChartData StripChart::Visible(const MonitoredUnits& units, int widthInPoints
         Of(item).Between(data.from, data.to, widthInPoints);
     if (Of(item).Samples().empty()) continue;
     const MonitoredItem& info = MonitoredItems()[static_cast<std::size_t>(item)];
-    TimeLane lane{.name = std::string(info.label.substr(0, info.label.find(':'))),
+    TimeLane lane{.name = NameOf(info),
                   .unit = units.UnitOf(info.kind),
                   .decimals = units.Decimals(info.kind),
                   .points = {}};

@@ -41,6 +41,21 @@ void clsHX7Alarm::ReadFromDB() {
   arAlarmList_ = std::move(list);
 }
 
+void clsHX7Alarm::ReadFromCatalogue(const std::string& path) {
+  using catalogue_source::Alarms;
+  std::vector<Row> list;
+  const auto database = OpenForReading(path);
+  for (const auto alarms = database->OpenTable(Alarms::kTable); !alarms->AtEnd();
+       alarms->MoveNext()) {
+    list.push_back({.name = {},
+                    .key = alarms->Text(Alarms::kKey),
+                    .code = alarms->Text(Alarms::kCode),
+                    .display = alarms->Text(Alarms::kDisplay)});
+  }
+  Translate(*database, catalogue_source::kEnglish, list);
+  arAlarmList_ = std::move(list);
+}
+
 void clsHX7Alarm::Translate(Database& database, std::int32_t language, std::vector<Row>& list) {
   using catalogue_source::Texts;
   const std::string wanted = NumberText(language);

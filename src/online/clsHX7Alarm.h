@@ -25,6 +25,9 @@ class clsHX7Alarm final : public AlarmNames {
   void SetLanguage(std::int32_t language) { language_ = language; }
   // Throws DatabaseError.
   void ReadFromDB();
+  // The same of the catalogue itself, without a working copy; names in English. Throws
+  // DatabaseError.
+  void ReadFromCatalogue(const std::string& path);
 
   // The readable name of a panel display.
   [[nodiscard]] std::string GetAlarmName(const std::string& strDisplay) const override;

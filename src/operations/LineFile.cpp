@@ -45,8 +45,12 @@ class Reader {
       TakeRate(entry.value);
     } else if (entry.key == "axis" && entry.value.kind == Kind::table) {
       for (const KeyedEntry& axis : entry.value.entries) TakeAxis(axis);
+    } else if (entry.key == "watch" && entry.value.kind == Kind::table) {
+      line_.watch =
+          ReadWatchSettings(entry.value, folder_,
+                            [this](int line, const std::string& words) { AddFault(line, words); });
     } else {
-      AddFault(entry.value.line, "'" + entry.key + "' is none of port, baud and axis");
+      AddFault(entry.value.line, "'" + entry.key + "' is none of port, baud, axis and watch");
     }
   }
 
@@ -94,6 +98,12 @@ class Reader {
 };
 
 }  // namespace
+
+std::string NameOfLine(const std::string& path) {
+  constexpr std::string_view kEnding = ".toml";
+  const std::string title = GetFileTitle(path);
+  return title.ends_with(kEnding) ? DropRight(title, kEnding.size()) : title;
+}
 
 LineFile ReadLineFile(const std::string& path) {
   return Reader(path).Read(world().files->ReadAll(path));

@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "operations/WatchSettings.h"
+
 namespace velmoor {
 
 struct LineAxis {
@@ -19,6 +21,7 @@ struct LineFile {
   std::string port;  // device
   std::int32_t bitsPerSecond = 9600;
   std::vector<LineAxis> axes{};  // ascending by address
+  WatchSettings watch{};
 };
 
 // Every fault of a line file in words, "line1.toml:7: ...", a line each.
@@ -27,6 +30,8 @@ class LineFileError : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
+// "line1" of "/etc/velmoor/line1.toml".
+[[nodiscard]] std::string NameOfLine(const std::string& path);
 // Projects are found from the folder of the file. Throws LineFileError and FileError.
 [[nodiscard]] LineFile ReadLineFile(const std::string& path);
 // Projects within the folder of the file are named without it. Throws FileError.

@@ -34,6 +34,8 @@ class Clock {
   // Seconds since local midnight, with fractions; falls back to 0 at midnight.
   [[nodiscard]] virtual double SecondsSinceMidnight() const = 0;
   [[nodiscard]] virtual WallTime Now() const = 0;
+  // Of the wall clock, since the beginning of 1970 in UTC; whoever sets the clock sets it back too.
+  [[nodiscard]] virtual std::chrono::milliseconds SinceEpoch() const = 0;
   // Milliseconds of a clock that never goes back.
   [[nodiscard]] virtual std::chrono::milliseconds Monotonic() const = 0;
 };

@@ -99,6 +99,18 @@ class Files {
   // taken.
   [[nodiscard]] virtual std::unique_ptr<GrowingFile> Begin(const std::string& path,
                                                            const std::string& like) = 0;
+  // The same, or goes on with the file of that name that is there, behind a line end where its last
+  // line has none. Throws FileError where it is no regular file of this user alone.
+  [[nodiscard]] virtual std::unique_ptr<GrowingFile> Continue(const std::string& path,
+                                                              const std::string& like) = 0;
+  // Bytes of a file; 0 where there is none.
+  [[nodiscard]] virtual std::size_t SizeOf(const std::string& path) const = 0;
+  // Puts `bytes` in the place of the file, which all may read: whoever reads it finds the old one
+  // or the new one, whole. It is not flushed to the disk. Throws FileError.
+  virtual void WriteWhole(const std::string& path, const std::string& bytes) = 0;
+  // The contents of a file that nobody but its owner may read or write. Throws FileError also where
+  // others may.
+  [[nodiscard]] virtual std::string ReadSecret(const std::string& path) const = 0;
   // Hands the lines of a file of any size to `take`, one by one and without their ends, until that
   // gives false. A last line without an end may be half of one, and is left out. Throws FileError,
   // also for a line beyond bounds::kLine and for no regular file.

@@ -1,7 +1,8 @@
-// The recordings of a project: the files of a folder of its own beside it, "line1.recordings".
+// Recordings as the files of a folder: that of a project lies beside it, "line1.recordings".
 #pragma once
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "recordings/RecordingFile.h"
@@ -12,6 +13,9 @@ class RecordingFolder {
  public:
   // Of that project file.
   explicit RecordingFolder(const std::string& project);
+  // Any folder, whose recordings have the permissions of the file `like` at most.
+  RecordingFolder(std::string folder, std::string like)
+      : project_(std::move(like)), folder_(std::move(folder)) {}
 
   [[nodiscard]] const std::string& Project() const { return project_; }
   // "line1.recordings".

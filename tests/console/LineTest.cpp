@@ -1,8 +1,10 @@
 // velmoorctl line: several amplifiers on one line, each through the operations of a single one.
 
 #include <algorithm>
+#include <filesystem>
 
 #include "Velmoorctl.h"
+#include "recordings/RecordingFile.h"
 
 namespace velmoor {
 namespace {
@@ -143,11 +145,45 @@ TEST_F(Line, RefusesAFileWithItsLines) {
   EXPECT_EQ(Of({"scan"}), 1);
   EXPECT_EQ(err.str(), file + ":1: The line has no port\n" + file +
                            ":1: baud takes a speed of the amplifier, 9600 to 38400\n" + file +
-                           ":2: 'colour' is none of port, baud and axis\n" + file +
+                           ":2: 'colour' is none of port, baud, axis and watch\n" + file +
                            ":3: 'Q' is no axis: [axis.0] to [axis.F]\n" + file +
                            ":5: name takes a text in quotes\n" + file +
                            ":6: 'length' is none of name and project\n");
   EXPECT_EQ(Of({"sing"}), 2);
+  file = WriteFile("line.toml",
+                   "port = \"COM1\"\n[axis.3]\n[watch]\nbroker = 1\nspool = 7\nevery = \"x\"\n"
+                   "items = [\"PUN\", \"WARM\"]\npassword = \"secret\"\n");
+  EXPECT_EQ(Of({"scan"}), 1);
+  EXPECT_EQ(err.str(),
+            file + ":4: broker takes a text in quotes\n" + file +
+                ":5: spool takes a whole number from 8 to 1000000\n" + file +
+                ":6: every takes a whole number from 0 to 3600\n" + file +
+                ":7: 'WARM' is none of PUN PER POS DST RPOS RDST PFB NFB NREF TREF STS IN1 IN2 "
+                "OUT1 OUT2\n" +
+                file +
+                ":8: 'password' is none of broker, topic, user, password_file, authority, "
+                "certificate, key, folder, csv, metrics, listen, spool, recordings, csv_limit, "
+                "every and items\n");
+}
+
+// A line file's watch keeps its recordings apart; both names of the place list them.
+TEST_F(Line, ListsTheRecordingsOfItsWatch) {
+  const std::string kept = world.folder.At("line.watch/recordings");
+  std::filesystem::create_directories(kept);
+  Recording recording;
+  recording.heading.begun = "2026-03-01 14:05:09";
+  recording.heading.axis = "3";
+  recording.heading.cause = "alarm A.40";
+  recording.heading.items = {{"Torque", "%", 0}};
+  recording.curves = {{{-1, 5}, {0, 7}}};
+  WriteRecording(kept + "/2026-03-01 14-05-09 axis 3 alarm A.40.csv", file, recording);
+  for (const std::string& place : {file, world.folder.At("line.watch")}) {
+    EXPECT_EQ(Run({"recordings", place}), 0) << err.str();
+    EXPECT_EQ(out.str(),
+              "recording,moment,axis,began,rate,note\n2026-03-01 14-05-09 axis 3 alarm "
+              "A.40,2026-03-01 14:05:09,3,alarm A.40,,\n");
+  }
+  EXPECT_EQ(Run({"recordings", world.folder.At("nothing")}), 1);
 }
 
 }  // namespace

@@ -39,7 +39,7 @@ TEST_F(Velmoorctl, ListsTheRecordingsOfAProjectAndTheirFigures) {
   EXPECT_THAT(out.str(), HasSubstr("\nMean torque,% of rated torque,20.0\n"));
   EXPECT_THAT(out.str(), HasSubstr("\nCycle time,s,\n"));
   EXPECT_EQ(Run({"recordings", project, "other"}), 2);
-  EXPECT_THAT(err.str(), HasSubstr("The project has no recording 'other'"));
+  EXPECT_THAT(err.str(), HasSubstr("There is no recording 'other'"));
   // One that cannot be read is named, and the others are listed.
   world.files.WriteDurably(folder.PathOf("broken"), "no recording");
   EXPECT_EQ(Run({"recordings", project, "--json"}), 1);

@@ -289,6 +289,34 @@ TEST_F(PosixFilesTest, SameFileIsToldForFilesThatDoNotExistYet) {
   EXPECT_FALSE(files_.Exists(At("a"))) << "a folder is no file";
 }
 
+TEST_F(PosixFilesTest, AFileGrowsOnBehindWholeLinesAlone) {
+  EXPECT_EQ(files_.SizeOf(At("none")), 0U);
+  files_.Continue(At("log"), {})->Add("a\nhal");
+  files_.Continue(At("log"), {})->Add("b\n");
+  EXPECT_EQ(files_.ReadAll(At("log")), "a\nhal\nb\n");
+  EXPECT_EQ(files_.SizeOf(At("log")), 8U);
+  EXPECT_EQ(fs::status(At("log")).permissions(), fs::perms(0600));
+  fs::create_symlink(At("log"), At("link"));
+  EXPECT_THROW((void)files_.Continue(At("link"), {}), FileError);
+}
+
+// Collectors run as other users, and passwords are nobody's but their owner's.
+TEST_F(PosixFilesTest, WhatAllMayReadAndWhatNobodyElseMay) {
+  const mode_t mask = umask(022);
+  files_.WriteWhole(At("figures"), "old");
+  files_.WriteWhole(At("figures"), "new");
+  umask(mask);
+  EXPECT_EQ(files_.ReadAll(At("figures")), "new");
+  EXPECT_EQ(fs::status(At("figures")).permissions(), fs::perms(0644));
+  EXPECT_EQ(std::distance(fs::directory_iterator(folder_.Path()), {}), 1);
+  EXPECT_THROW(files_.WriteWhole(At("no/folder"), "x"), FileError);
+  const std::string secret = Put("password", "word\n");
+  fs::permissions(secret, fs::perms(0640));
+  EXPECT_THROW((void)files_.ReadSecret(secret), FileError);
+  fs::permissions(secret, fs::perms(0600));
+  EXPECT_EQ(files_.ReadSecret(secret), "word\n");
+}
+
 TEST_F(PosixFilesTest, RenameReplacesAndOntoItselfDoesNothing) {
   const std::string from = Put("line1.tmp", "working");
   Put("line2.tmp", "stale");

@@ -25,6 +25,13 @@ WallTime HeadlessClock::Now() const {
           .second = seconds % 60};
 }
 
+// 2024-03-01 began then; local time is that of UTC.
+std::chrono::milliseconds HeadlessClock::SinceEpoch() const {
+  constexpr std::chrono::sys_days kFirst{std::chrono::year{2024} / 3 / 1};
+  return std::chrono::duration_cast<std::chrono::milliseconds>(kFirst.time_since_epoch()) +
+         elapsed_ + midnightOffset_;
+}
+
 void HeadlessClock::SetTimeOfDay(int hour, int minute, int second) {
   const std::chrono::milliseconds wanted =
       std::chrono::hours(hour) + std::chrono::minutes(minute) + std::chrono::seconds(second);

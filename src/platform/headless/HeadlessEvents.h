@@ -14,6 +14,7 @@ class HeadlessClock final : public Clock {
  public:
   [[nodiscard]] double SecondsSinceMidnight() const override;
   [[nodiscard]] WallTime Now() const override;
+  [[nodiscard]] std::chrono::milliseconds SinceEpoch() const override;
   [[nodiscard]] std::chrono::milliseconds Monotonic() const override { return elapsed_; }
 
   void Advance(std::chrono::milliseconds time) { elapsed_ += time; }

@@ -9,6 +9,7 @@ namespace {
 constexpr std::array<int, 3> kSignals{SIGTERM, SIGINT, SIGHUP};
 
 volatile std::sig_atomic_t gNoted = 0;
+volatile std::sig_atomic_t gHungUp = 0;
 
 void Handle(void (*handler)(int)) {
   for (const int number : kSignals) {
@@ -39,6 +40,24 @@ NotedSignals::~NotedSignals() {
 
 bool NotedSignals::Came() {
   return gNoted != 0;
+}
+
+void NotedSignals::RereadAtHangUp() {
+  struct sigaction action {};
+  action.sa_handler = [](int) { gHungUp = 1; };
+  action.sa_flags = SA_RESTART;
+  sigemptyset(&action.sa_mask);
+  sigaction(SIGHUP, &action, nullptr);
+}
+
+bool NotedSignals::HungUp() {
+  if (gHungUp == 0) return false;
+  gHungUp = 0;
+  return true;
+}
+
+void NotedSignals::Settle() {
+  gNoted = 0;
 }
 
 void EndBySignal() {

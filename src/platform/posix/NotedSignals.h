@@ -14,6 +14,13 @@ class NotedSignals {
 
   // Whether the program is to come to its end.
   [[nodiscard]] static bool Came();
+
+  // From now on SIGHUP wants what was read to be read again.
+  static void RereadAtHangUp();
+  // It came since this was last asked.
+  [[nodiscard]] static bool HungUp();
+  // The program has come to its end in order: that is how it ends.
+  static void Settle();
 };
 
 // Ends the process by the signal that was noted, so that its starter sees it; returns without one.

@@ -69,12 +69,7 @@ std::optional<std::int64_t> Opener(const std::string& path) {
   return std::nullopt;
 }
 
-}  // namespace
-
-std::string DescribeHolder(int descriptor, const std::string& path) {
-  struct stat file {};
-  std::optional<std::int64_t> holder;
-  if (descriptor >= 0 && fstat(descriptor, &file) == 0) holder = LockOwner(file);
+std::string WordsOn(std::optional<std::int64_t> holder, const std::string& path) {
   if (!holder) holder = Opener(path);
   if (!holder || *holder <= 0) return {};
   std::ifstream comm("/proc/" + NumberText(*holder) + "/comm");
@@ -82,6 +77,20 @@ std::string DescribeHolder(int descriptor, const std::string& path) {
   std::getline(comm, program);
   if (program.empty()) program = "another program";
   return " by " + program + " (process " + NumberText(*holder) + ")";
+}
+
+}  // namespace
+
+std::string DescribeHolder(int descriptor, const std::string& path) {
+  struct stat file {};
+  const bool known = fstat(descriptor, &file) == 0;
+  return WordsOn(known ? LockOwner(file) : std::nullopt, path);
+}
+
+std::string DescribeHolder(const std::string& path) {
+  struct stat file {};
+  const bool known = stat(path.c_str(), &file) == 0;
+  return WordsOn(known ? LockOwner(file) : std::nullopt, path);
 }
 
 std::string DescribeAccess(const std::string& path) {

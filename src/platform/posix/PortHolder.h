@@ -9,6 +9,9 @@ namespace velmoor::posix {
 // device open; empty when that cannot be seen.
 [[nodiscard]] std::string DescribeHolder(int descriptor, const std::string& path);
 
+// The same for a device that is not open here.
+[[nodiscard]] std::string DescribeHolder(const std::string& path);
+
 // Which group grants access to the device, as an advice; empty when none does.
 [[nodiscard]] std::string DescribeAccess(const std::string& path);
 

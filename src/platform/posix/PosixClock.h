@@ -14,6 +14,7 @@ class PosixClock final : public Clock {
  public:
   [[nodiscard]] double SecondsSinceMidnight() const override;
   [[nodiscard]] WallTime Now() const override;
+  [[nodiscard]] std::chrono::milliseconds SinceEpoch() const override;
   [[nodiscard]] std::chrono::milliseconds Monotonic() const override;
 };
 

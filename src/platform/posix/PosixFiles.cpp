@@ -31,6 +31,7 @@ namespace fs = std::filesystem;
 
 // A working copy shows what its project may hide.
 constexpr mode_t kOwnerOnly = 0600;
+constexpr mode_t kReadByAll = 0644;
 
 [[noreturn]] void Fail(const std::string& path, int error) {
   throw FileError(path + ": " + std::strerror(error));
@@ -295,6 +296,48 @@ std::unique_ptr<GrowingFile> PosixFiles::Begin(const std::string& path, const st
   const mode_t mode = PermissionsOf(like).value_or(kOwnerOnly) & 0666U;
   return std::make_unique<Appended>(
       folder.Open(folder.Name(), O_WRONLY | O_APPEND | O_CREAT | O_EXCL, mode), path);
+}
+
+std::unique_ptr<GrowingFile> PosixFiles::Continue(const std::string& path,
+                                                  const std::string& like) {
+  const HeldFolder folder(path);
+  const mode_t mode = PermissionsOf(like).value_or(kOwnerOnly) & 0666U;
+  FileDescriptor file = folder.Open(folder.Name(), O_RDWR | O_APPEND | O_CREAT, mode);
+  if (!IsOwn(file)) throw FileError(path + ": it is no file of this user alone");
+  const off_t end = ::lseek(file.Get(), 0, SEEK_END);
+  char last = '\n';
+  if (end > 0) Check(::pread(file.Get(), &last, 1, end - 1) == 1, path);
+  if (last != '\n') WriteAll(file.Get(), "\n", path);
+  return std::make_unique<Appended>(std::move(file), path);
+}
+
+std::size_t PosixFiles::SizeOf(const std::string& path) const {
+  struct stat status {};
+  return Status(path, status) && S_ISREG(status.st_mode) ? static_cast<std::size_t>(status.st_size)
+                                                         : 0;
+}
+
+void PosixFiles::WriteWhole(const std::string& path, const std::string& bytes) {
+  const HeldFolder folder(path);
+  std::string name;
+  const FileDescriptor file = folder.MakeUnguessable(folder.Name(), kReadByAll, name);
+  try {
+    WriteAll(file.Get(), bytes, path);
+    (void)folder.Rename(name, folder, folder.Name());
+  } catch (const FileError&) {
+    folder.Remove(name);
+    throw;
+  }
+}
+
+std::string PosixFiles::ReadSecret(const std::string& path) const {
+  const FileDescriptor file = OpenRegular(path);
+  struct stat status {};
+  Check(::fstat(file.Get(), &status) == 0, path);
+  if ((status.st_mode & 0077U) != 0) {
+    throw FileError(path + ": others may read it.  Take that from them: chmod 600");
+  }
+  return ReadBounded(file, path);
 }
 
 void PosixFiles::ReadLines(const std::string& path,

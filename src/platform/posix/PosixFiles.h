@@ -38,6 +38,11 @@ class PosixFiles final : public Files {
   [[nodiscard]] std::vector<std::string> NamesIn(const std::string& folder) const override;
   [[nodiscard]] std::unique_ptr<GrowingFile> Begin(const std::string& path,
                                                    const std::string& like) override;
+  [[nodiscard]] std::unique_ptr<GrowingFile> Continue(const std::string& path,
+                                                      const std::string& like) override;
+  [[nodiscard]] std::size_t SizeOf(const std::string& path) const override;
+  void WriteWhole(const std::string& path, const std::string& bytes) override;
+  [[nodiscard]] std::string ReadSecret(const std::string& path) const override;
   void ReadLines(const std::string& path,
                  const std::function<bool(std::string_view)>& take) const override;
   void ChangeDirectory(const std::string& directory) override;

@@ -19,12 +19,15 @@
 #include "platform/Bounds.h"
 #include "platform/Numbers.h"
 #include "platform/posix/PortHolder.h"
+#include "platform/posix/PortLoan.h"
 #include "platform/posix/SerialSettings.h"
 
 namespace velmoor::posix {
 namespace {
 
 constexpr int kHighestPort = 256;
+// An exchange of the lender's that is under way ends first.
+constexpr std::chrono::milliseconds kLongestLoan{3000};
 
 std::string SystemText(int error) {
   return std::generic_category().message(error);
@@ -63,7 +66,7 @@ std::string OpenFailure(const std::string& path, int error) {
       return "Access to " + path + " is not allowed." + DescribeAccess(path);
     case EBUSY:
     case EWOULDBLOCK:
-      return path + " is in use" + DescribeHolder(-1, path) + ".  Close that program.";
+      return path + " is in use" + DescribeHolder(path) + ".  Close that program.";
     case ENOTTY:
       return path + " is not a serial port.  Choose another port.";
     default:
@@ -103,24 +106,21 @@ bool PosixSerialPort::Open() {
     lastError_ = "The port " + name_ + " is not assigned to a device.";
     return false;
   }
-  return OpenDevice(path);
+  int error = OpenDevice(path);
+  if (borrows_ && (error == EWOULDBLOCK || error == EBUSY)) {
+    loan_ = BorrowPort(path, kLongestLoan);
+    if (loan_.IsValid()) error = OpenDevice(path);
+    if (error != 0) loan_.Reset();
+  }
+  if (error != 0) lastError_ = OpenFailure(path, error);
+  return error == 0;
 }
 
-bool PosixSerialPort::OpenDevice(const std::string& path) {
+int PosixSerialPort::OpenDevice(const std::string& path) {
   FileDescriptor device(::open(path.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC));
-  if (!device.IsValid()) {
-    lastError_ = OpenFailure(path, errno);
-    return false;
-  }
-  if (isatty(device.Get()) == 0) {
-    lastError_ = OpenFailure(path, errno == EIO ? EIO : ENOTTY);
-    return false;
-  }
-  if (flock(device.Get(), LOCK_EX | LOCK_NB) != 0) {
-    lastError_ =
-        path + " is in use" + DescribeHolder(device.Get(), path) + ".  Close that program.";
-    return false;
-  }
+  if (!device.IsValid()) return errno;
+  if (isatty(device.Get()) == 0) return errno == EIO ? EIO : ENOTTY;
+  if (flock(device.Get(), LOCK_EX | LOCK_NB) != 0) return EWOULDBLOCK;
   // The exclusive mode outlives this process on a pseudo-terminal whose other side stays open, so a
   // crash would lock everybody out; there the lock above has to do.
   if (!IsPseudoTerminal(device.Get())) {
@@ -128,17 +128,15 @@ bool PosixSerialPort::OpenDevice(const std::string& path) {
     AskForLowLatency(device.Get());
   }
   const int error = ApplySerialSettings(device.Get(), settings_);
-  if (error != 0) {
-    lastError_ = OpenFailure(path, error);
-    return false;
-  }
+  if (error != 0) return error;
   device_ = std::move(device);
   DiscardInput();
-  return true;
+  return 0;
 }
 
 void PosixSerialPort::Close() {
   device_.Reset();
+  loan_.Reset();
   received_.clear();
   skipsToLineEnd_ = false;
 }

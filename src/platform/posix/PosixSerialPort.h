@@ -28,6 +28,8 @@ class PosixSerialPort final : public SerialPort {
   [[nodiscard]] std::string DevicePath() const { return DeviceOf(name_); }
   // The same for another name.
   [[nodiscard]] std::string DeviceOf(const std::string& name) const;
+  // Whether Open asks a program that lends the port for it, as it does for a person.
+  void SetBorrows(bool borrows) { borrows_ = borrows; }
 
   void SetSettings(const std::string& settings) override;
   [[nodiscard]] std::string Settings() const override { return settings_; }
@@ -46,7 +48,8 @@ class PosixSerialPort final : public SerialPort {
  private:
   using Deadline = std::chrono::steady_clock::time_point;
 
-  bool OpenDevice(const std::string& path);
+  // 0, or why not, as errno tells it; EWOULDBLOCK where another program holds it.
+  [[nodiscard]] int OpenDevice(const std::string& path);
   [[nodiscard]] Deadline DeadlineFromNow() const;
   // Waits for `events` of poll; false at the deadline. Throws when the port is gone.
   bool WaitFor(short events, Deadline deadline);
@@ -66,6 +69,8 @@ class PosixSerialPort final : public SerialPort {
   AnswerPace pace_;
   int timeOut_ = 5000;
   FileDescriptor device_;
+  bool borrows_ = true;
+  FileDescriptor loan_;          // lent by another program for as long as this is open
   std::string received_;         // bytes behind the last delivered line, without a whole line
   bool skipsToLineEnd_ = false;  // the rest of a line that was too long is thrown away
 };
