@@ -376,10 +376,10 @@ class frmMain final : public SessionState, private Desk {
   bool started_ = false;
   bool inCommand_ = false;
   bool closeWhenStarted_ = false;
-  bool searchShown_ = false;   // the progress dialog is that of a search
-  bool projectShown_ = false;  // the menus and tools of an open project are offered
+  bool searchShown_ = false;                   // the progress dialog is that of a search
+  bool projectShown_ = false;                  // the menus and tools of an open project are offered
   LineState lineOfPage_ = LineState::offline;  // as the page shows it
-  bool ready_ = false;         // the session is built
+  bool ready_ = false;                         // the session is built
   std::optional<std::vector<PartComparison>> compared_;  // the latest, until something is sent
   ProjectPage projectPage_{[this](MainCommand command) { OnCommand(command); }};
   StartPage startPage_{{.choose = [this](MainCommand command) { OnCommand(command); },

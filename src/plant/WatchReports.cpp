@@ -15,6 +15,8 @@ constexpr const char* kAlarm = "alarm";
 constexpr const char* kLine = "line";
 constexpr const char* kRecording = "recording";
 constexpr const char* kValues = "values";
+// A publisher that is woken for each message costs more than the messages.
+constexpr std::chrono::milliseconds kServe{200};
 constexpr std::chrono::milliseconds kFlush{1000};
 constexpr std::chrono::milliseconds kDropped{60000};
 constexpr std::chrono::milliseconds kLastMessage{2000};
@@ -124,7 +126,8 @@ void WatchReports::Line(const std::string& state, const std::string& reason) {
 
 void WatchReports::Serve() {
   const Time now = world().clock->Monotonic();
-  if (outbox_ && publisher_) {
+  if (outbox_ && publisher_ && now >= nextServe_) {
+    nextServe_ = now + kServe;
     outbox_->Serve(*publisher_);
     publisherRemark_.Note(publisher_->Trouble());
     outboxRemark_.Note(outbox_->Trouble());

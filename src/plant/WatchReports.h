@@ -65,7 +65,7 @@ class WatchReports {
   LineReport report_;
   std::map<std::string, std::string> keys_;  // what was told last, by axis and kind
   std::vector<Time> valuesDue_;
-  Time nextFlush_{0}, nextDropped_{0};
+  Time nextServe_{0}, nextFlush_{0}, nextDropped_{0};
   const Remark::Tell tell_;
   Remark publisherRemark_, outboxRemark_, daysRemark_, metricsRemark_;
 };

@@ -48,6 +48,23 @@ TEST(AnswerPace, WritesAndReadsOfAWordAreDifferentKinds) {
   EXPECT_EQ(pace.QuietCharacters("0Pn8"), 11u);
 }
 
+// What has no wire, or one that is faster, is never slept for.
+TEST(AnswerPace, SleepsThroughTheLineItselfWhereAnswersBeginBehindIt) {
+  AnswerPace pace;
+  pace.LineWritten("0PUN");
+  EXPECT_EQ(pace.OwnCharacters(), 0u) << "nothing is known yet";
+  pace.AnswerBegan(6.3);
+  pace.LineReceived("0PUN");
+  pace.LineWritten("0TREF");
+  EXPECT_EQ(pace.OwnCharacters(), 6u);
+  pace.LineReceived("0TREF");
+  EXPECT_EQ(pace.OwnCharacters(), 0u) << "its echo is in";
+  pace.LineWritten("0PUN");
+  pace.AnswerBegan(0.2);
+  pace.LineWritten("0PUN");
+  EXPECT_EQ(pace.OwnCharacters(), 0u);
+}
+
 TEST(AnswerPace, NoticesThatTheEchoIsGone) {
   AnswerPace pace;
   Exchange(pace, "0SVON", "0OK");

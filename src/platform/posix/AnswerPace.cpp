@@ -50,6 +50,14 @@ void AnswerPace::LineReceived(std::string_view line) {
   written_.clear();
 }
 
+std::size_t AnswerPace::OwnCharacters() const {
+  return hasAWire_ && awaitsEcho_ ? written_.size() + 1 : 0;
+}
+
+void AnswerPace::AnswerBegan(double characters) {
+  hasAWire_ = characters >= static_cast<double>(written_.size() + 1);
+}
+
 std::size_t AnswerPace::QuietCharacters(std::string_view received) const {
   if (received.empty()) return 0;
   // Line ends counted: CR LF behind the echo, CR behind the answer.

@@ -21,6 +21,11 @@ class AnswerPace {
   // How many character times to sleep before looking again, with `received` having come of the line
   // in progress; 0 when the next character may be the last, or nothing has come.
   [[nodiscard]] std::size_t QuietCharacters(std::string_view received) const;
+  // How many character times the line that was written takes on the wire, while nothing can come
+  // back; 0 behind an amplifier that was heard earlier than that, as one without a wire is.
+  [[nodiscard]] std::size_t OwnCharacters() const;
+  // The answer of the line that was written began behind so many character times.
+  void AnswerBegan(double characters);
 
  private:
   // The command without axis, digits and value: what decides the form of its answer.
@@ -30,7 +35,8 @@ class AnswerPace {
   std::string written_;                                              // until its answer is in
   std::size_t shortest_ = 0;                                         // expected of that answer
   bool awaitsEcho_ = false;
-  bool echoes_ = false;  // the last line was echoed
+  bool echoes_ = false;    // the last line was echoed
+  bool hasAWire_ = false;  // the last answer began behind the line's own time
 };
 
 }  // namespace velmoor::posix

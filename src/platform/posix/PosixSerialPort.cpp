@@ -26,6 +26,7 @@ namespace velmoor::posix {
 namespace {
 
 constexpr int kHighestPort = 256;
+constexpr std::size_t kMostSoon = 3;  // characters
 // An exchange of the lender's that is under way ends first.
 constexpr std::chrono::milliseconds kLongestLoan{3000};
 
@@ -194,6 +195,8 @@ void PosixSerialPort::WriteLine(std::string_view line) {
   std::string bytes(line);
   bytes += '\r';
   pace_.LineWritten(line);
+  written_ = std::chrono::steady_clock::now();
+  awaitsBeginning_ = true;
   const Deadline deadline = DeadlineFromNow();
   for (std::string_view rest = bytes; !rest.empty();) {
     const ssize_t written = ::write(device_.Get(), rest.data(), rest.size());
@@ -244,9 +247,30 @@ std::string PosixSerialPort::TakeLine() {
   return line;
 }
 
+// The end of the line before may come meanwhile, which is no beginning.
+void PosixSerialPort::AwaitBeginning(Deadline deadline) {
+  awaitsBeginning_ = false;
+  if (const std::size_t own = pace_.OwnCharacters(); own > 0) {
+    SleepThrough(characterTime_ * (2 * own + 1) / 2, deadline);
+    Receive();
+    received_.erase(0, received_.find_first_not_of("\r\n"));
+    // More than could have come since: it was heard earlier.
+    if (received_.size() > kMostSoon) return pace_.AnswerBegan(0);
+  }
+  while (received_.empty()) {
+    if (!WaitFor(POLLIN, deadline)) return;
+    Receive();
+    received_.erase(0, received_.find_first_not_of("\r\n"));
+  }
+  const auto took = std::chrono::duration<double>(std::chrono::steady_clock::now() - written_);
+  const double character = std::chrono::duration<double>(characterTime_).count();
+  pace_.AnswerBegan(character > 0 ? took.count() / character : 0);
+}
+
 std::string PosixSerialPort::ReadLine() {
   if (!IsOpen()) return {};
   const Deadline deadline = DeadlineFromNow();
+  if (awaitsBeginning_) AwaitBeginning(deadline);
   for (;;) {
     std::string line = TakeLine();
     if (!line.empty()) {

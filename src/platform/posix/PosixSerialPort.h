@@ -57,6 +57,8 @@ class PosixSerialPort final : public SerialPort {
   void SleepThrough(std::chrono::nanoseconds quiet, Deadline deadline) const;
   // Reads what is there into received_. Throws when the port is gone.
   void Receive();
+  // Sleeps through the time that the line itself takes on the wire.
+  void AwaitBeginning(Deadline deadline);
   // Moves the next whole line out of received_; empty when there is none.
   std::string TakeLine();
   [[noreturn]] void Lose(int error);
@@ -66,6 +68,8 @@ class PosixSerialPort final : public SerialPort {
   std::string settings_ = "9600,e,7,2";
   std::string lastError_;
   std::chrono::nanoseconds characterTime_{0};
+  Deadline written_{};            // when the latest line went out
+  bool awaitsBeginning_ = false;  // nothing has come of its answer
   AnswerPace pace_;
   int timeOut_ = 5000;
   FileDescriptor device_;

@@ -13,7 +13,7 @@ namespace {
 
 constexpr int kPictureHeight = 110;  // of a page beside the others, in points of the screen
 constexpr int kSpacing = 6;
-constexpr int kFrame = 34;           // beside a picture: the list's own edges and its bar
+constexpr int kFrame = 34;  // beside a picture: the list's own edges and its bar
 
 }  // namespace
 
