@@ -59,13 +59,15 @@ bool FilePublisher::Hand(const Publication& message) {
 }
 
 Publisher::Progress FilePublisher::Take() {
-  if (!file_ && world().clock->Monotonic() >= nextOpen_) Open();
+  if (!file_ && !ended_ && world().clock->Monotonic() >= nextOpen_) Open();
   return std::exchange(progress_, {});
 }
 
 void FilePublisher::End(const Publication& last, std::chrono::milliseconds /*limit*/) {
+  progress_.delivered = 0;
   (void)Hand(last);
   file_.reset();
+  ended_ = true;
 }
 
 }  // namespace velmoor::posix

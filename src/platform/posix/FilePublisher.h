@@ -30,6 +30,7 @@ class FilePublisher final : public Publisher {
   std::unique_ptr<GrowingFile> file_;
   std::size_t bytes_ = 0;
   Progress progress_;
+  bool ended_ = false;
   std::string trouble_;
   std::chrono::milliseconds nextOpen_{0};
 };
