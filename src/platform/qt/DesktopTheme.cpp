@@ -41,7 +41,8 @@ void DesktopTheme::Ask() {
   connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer] {
     const QDBusPendingReply<QDBusVariant> reply = *answer;
     answer->deleteLater();
-    if (!reply.isError()) Take(reply.value().variant());
+    // A change that came meanwhile is the later one.
+    if (!reply.isError() && !wantsDark_) Take(reply.value().variant());
   });
 }
 
