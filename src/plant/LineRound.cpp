@@ -73,13 +73,7 @@ bool LineRound::AskDisplay(std::size_t axis, const LineWait& wait) {
   AxisState& state = axes_[axis];
   const auto answer = AskOnLine(comm_, state.axis.address, "ALM", ' ', wait);
   if (!answer) return false;
-  ++state.questions;
-  bytes_ += answer->bytes;
-  if (!answer->answered) {
-    Silence(axis);
-    return true;
-  }
-  silences_ = 0;
+  if (!IsAnswered(axis, *answer)) return true;
   const bool isNew = state.standing != Standing::answers;
   if (answer->value) {
     state.reading.display = std::string(Trim(*answer->value));
@@ -99,13 +93,7 @@ bool LineRound::AskItem(std::size_t axis) {
   const int item = items_[question_ - 1];
   const auto answer = AskItemOf(comm_, state.axis.address, item);
   if (!answer) return false;
-  ++state.questions;
-  bytes_ += answer->bytes;
-  if (!answer->answered) {
-    Silence(axis);
-    return true;
-  }
-  silences_ = 0;
+  if (!IsAnswered(axis, *answer)) return true;
   if (const auto raw = ValueIn(*answer, item)) {
     state.values[item] = *raw;
     ValueRead.Raise(axis, item, *raw);
@@ -115,6 +103,17 @@ bool LineRound::AskItem(std::size_t axis) {
   }
   NextQuestion();
   return true;
+}
+
+bool LineRound::IsAnswered(std::size_t axis, const LineAnswer& answer) {
+  ++axes_[axis].questions;
+  bytes_ += answer.bytes;
+  if (answer.answered) {
+    silences_ = 0;
+  } else {
+    Silence(axis);
+  }
+  return answer.answered;
 }
 
 void LineRound::Silence(std::size_t axis) {

@@ -55,6 +55,8 @@ class LineRound {
   // The first axis from this one on that is in the round; none: the round is done.
   void TurnTo(std::size_t axis);
   void EndRound();
+  // Counts the question; a silence is dealt with.
+  [[nodiscard]] bool IsAnswered(std::size_t axis, const LineAnswer& answer);
   void Silence(std::size_t axis);
   [[nodiscard]] std::size_t FirstSilentBehind(std::size_t axis) const;
 
