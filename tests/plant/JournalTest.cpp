@@ -82,6 +82,19 @@ TEST_F(JournalTest, AKilledProgramFindsWhatWasToldAndWhatIsToBeDelivered) {
   EXPECT_EQ(third.NextSequence("0"), 5U);
 }
 
+TEST_F(JournalTest, ManyKillsKeepTheOrder) {
+  for (int i = 1; i <= 12; ++i) {
+    Journal journal = Open();
+    Add(journal, "0", NumberText(i));
+  }
+  Journal journal = Open();
+  EXPECT_EQ(journal.Latest("0", "state")->key, "12");
+  const std::vector<std::string> texts = Hand(journal);
+  ASSERT_EQ(texts.size(), 12U);
+  EXPECT_EQ(texts.front(), "1#1");
+  EXPECT_EQ(texts.back(), "12#12");
+}
+
 TEST_F(JournalTest, ALostConnectionGetsWhatWasUnderWayAgainInItsOrder) {
   Journal journal = Open();
   for (const char* const text : {"a", "b", "c"}) Add(journal, "0", text);

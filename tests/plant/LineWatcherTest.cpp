@@ -86,6 +86,17 @@ TEST_F(PlantTest, AnAxisThatFallsSilentHoldsTheOthersUpOnceAndComesBack) {
   EXPECT_THAT(Told("0/state"), SizeIs(1));
 }
 
+TEST_F(PlantTest, OneAnswerThatIsLostNowAndThenIsNoSilence) {
+  AddAxis('0');
+  for (int i = 0; i < 6; ++i) {
+    line.faults.Add(
+        {.kind = FaultKind::silence, .match = i % 2 == 0 ? "NFB" : "ALM", .skip = 10 * i});
+  }
+  Watch(12);
+  EXPECT_TRUE(line.faults.Planned().empty()) << "all of them were met";
+  EXPECT_THAT(Told("0/state"), SizeIs(1));
+}
+
 TEST_F(PlantTest, WorksWithAndWithoutEchoAndNeedsNoAxisToBeThere) {
   AddAxis('0');
   line.Amplifier('0')->SetEcho(false);
