@@ -72,7 +72,7 @@ void DayFiles::Flush() {
 std::string DayFiles::Today(const std::string& stem) const {
   const std::string heading = Heading();
   for (int number = 1;; ++number) {
-    const std::string path = JoinPath(
+    std::string path = JoinPath(
         folder_, stem + (number == 1 ? "" : "-" + NumberText(number)) + std::string(kSuffix));
     std::string first;
     if (world().files->Exists(path)) {
