@@ -25,8 +25,8 @@ struct AxisState {
   std::uint64_t failures = 0;  // of them: no answer, or none that can be read
 };
 
-// "servo on", "servo off", "end switch", "alarm", "warning", "silent", "unseen", "starting" or the
-// panel display of what is none of these.
+// "servo on", "servo off", "end switch", "alarm", "warning", "silent", "unseen" or the panel
+// display of what is none of these.
 [[nodiscard]] std::string StateWord(const AxisState& axis);
 
 }  // namespace velmoor

@@ -45,7 +45,6 @@ void DayFiles::Take(const AxisState& axis) {
     cells.push_back(value == axis.values.end() ? std::string() : NumberText(value->second));
   }
   rows_ += CsvLine(cells);
-  ++held_;
 }
 
 void DayFiles::Flush() {
@@ -60,12 +59,10 @@ void DayFiles::Flush() {
     }
     trouble_.clear();
   } catch (const FileError& error) {
-    lostRows_ += held_;
     trouble_ = error.what();
     file_.reset();
   }
   rows_.clear();
-  held_ = 0;
 }
 
 // Rows of other columns go to a file of their own.

@@ -23,7 +23,6 @@ class DayFiles {
   void Flush();
   // Why nothing can be written; empty: all is well.
   [[nodiscard]] const std::string& Trouble() const { return trouble_; }
-  [[nodiscard]] std::uint64_t LostRows() const { return lostRows_; }
 
  private:
   [[nodiscard]] std::string Heading() const;
@@ -37,10 +36,8 @@ class DayFiles {
   std::string day_;
   std::unique_ptr<GrowingFile> file_;
   std::string rows_;
-  std::uint64_t held_ = 0;
   std::size_t sinceLook_ = 0;  // bytes written since the bound was looked at
   std::string trouble_;
-  std::uint64_t lostRows_ = 0;
 };
 
 }  // namespace velmoor

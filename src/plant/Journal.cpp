@@ -6,6 +6,7 @@
 
 #include "platform/Bounds.h"
 #include "platform/Numbers.h"
+#include "platform/Utility.h"
 #include "platform/World.h"
 
 namespace velmoor {
@@ -49,6 +50,11 @@ std::vector<std::string> FieldsOf(std::string_view line) {
   return fields;
 }
 
+// Of the fields of such a line.
+Publication MessageIn(const std::vector<std::string>& fields) {
+  return {fields[5], fields[6], fields[4] == "1"};
+}
+
 std::string AxisOf(const std::string& axisAndKind) {
   return axisAndKind.substr(0, axisAndKind.find(' '));
 }
@@ -66,9 +72,8 @@ Journal::Journal(std::string folder, std::string name, std::size_t mostBytes)
       mostBytes_(std::max(mostBytes, 2 * kSegmentBytes)) {}
 
 std::string Journal::PathOf(std::uint64_t first) const {
-  std::string digits = NumberText(first);
-  digits.insert(0, kDigits - std::min(kDigits, digits.size()), '0');
-  return JoinPath(folder_, name_ + "-" + digits + std::string(kSuffix));
+  return JoinPath(folder_,
+                  name_ + "-" + PadToDigits(NumberText(first), kDigits) + std::string(kSuffix));
 }
 
 std::string Journal::DonePathOf(std::uint64_t first) const {
@@ -117,9 +122,7 @@ void Journal::TakeLine(std::string_view line, Segment& segment) {
   }
   if (fields.size() != kFields) return;
   if (line.front() == kMessage) ++segment.count;
-  Told told{.sequence = NumberOf(fields[2]),
-            .key = fields[3],
-            .message = {fields[5], fields[6], fields[4] == "1"}};
+  Told told{.sequence = NumberOf(fields[2]), .key = fields[3], .message = MessageIn(fields)};
   std::uint64_t& sequence = sequences_[AxisOf(fields[1])];
   sequence = std::max(sequence, told.sequence);
   latest_[fields[1]] = std::move(told);
@@ -128,11 +131,6 @@ void Journal::TakeLine(std::string_view line, Segment& segment) {
 std::uint64_t Journal::NextSequence(const std::string& axis) const {
   const auto found = sequences_.find(axis);
   return found == sequences_.end() ? 1 : found->second + 1;
-}
-
-const Told* Journal::Latest(const std::string& axis, const std::string& kind) const {
-  const auto found = latest_.find(axis + " " + kind);
-  return found == latest_.end() ? nullptr : &found->second;
 }
 
 // ---- writing
@@ -224,7 +222,7 @@ void Journal::Refill() {
         if (!line.starts_with(kMessage)) return true;
         const std::vector<std::string> fields = FieldsOf(line);
         if (number++ < read_ || fields.size() != kFields) return true;
-        queue_.push_back({read_++, {fields[5], fields[6], fields[4] == "1"}});
+        queue_.push_back({read_++, MessageIn(fields)});
         return queue_.size() < kHeld && number < end;
       });
     } catch (const FileError& error) {

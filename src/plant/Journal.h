@@ -39,8 +39,7 @@ class Journal {
 
   // The number of the next message of an axis, from 1, whatever was delivered.
   [[nodiscard]] std::uint64_t NextSequence(const std::string& axis) const;
-  // The latest of an axis and a kind; null where there was none.
-  [[nodiscard]] const Told* Latest(const std::string& axis, const std::string& kind) const;
+  // The latest of each axis and kind, by "axis kind".
   [[nodiscard]] const std::map<std::string, Told>& AllLatest() const { return latest_; }
   // Takes a message, whose sequence is NextSequence(axis). Axis and kind are words of letters and
   // digits; what has control characters loses them.
@@ -92,7 +91,7 @@ class Journal {
   std::unique_ptr<GrowingFile> file_;  // the last segment's
   std::unique_ptr<GrowingFile> done_;
   std::uint64_t doneOf_ = 0;
-  std::map<std::string, Told> latest_;  // by "axis kind"
+  std::map<std::string, Told> latest_;
   std::map<std::string, std::uint64_t> sequences_;
   std::uint64_t next_ = 0;       // number of the next message
   std::uint64_t delivered_ = 0;  // all before it

@@ -8,6 +8,7 @@
 #include "platform/Events.h"
 #include "platform/JsonTexts.h"
 #include "platform/Numbers.h"
+#include "platform/Utility.h"
 #include "platform/VisibleText.h"
 #include "platform/World.h"
 
@@ -18,8 +19,7 @@ using Kind = JsonField::Kind;
 using Fields = std::vector<JsonField>;
 
 std::string Padded(std::int64_t number, std::size_t digits) {
-  std::string text = NumberText(number);
-  return text.insert(0, digits - std::min(digits, text.size()), '0');
+  return PadToDigits(NumberText(number), digits);
 }
 
 std::string Json(const Fields& fields) {

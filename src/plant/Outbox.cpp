@@ -1,7 +1,5 @@
 #include "plant/Outbox.h"
 
-#include <algorithm>
-
 namespace velmoor {
 
 Outbox::Outbox(const std::string& folder, std::size_t mostBytes)

@@ -154,6 +154,7 @@ void WatchReports::TellDropped(Time now) {
 }
 
 void WatchReports::Show(LineFigures figures) {
+  if (settings_.metrics.empty() && settings_.listen.empty()) return;
   figures.line = messages_.Line();
   if (outbox_ && publisher_) {
     figures.publishes = true;
@@ -163,7 +164,6 @@ void WatchReports::Show(LineFigures figures) {
     figures.droppedChanges = outbox_->Changes().Dropped();
     figures.droppedValues = outbox_->Values().Dropped();
   }
-  if (settings_.metrics.empty() && settings_.listen.empty()) return;
   const std::string text = MetricsText(figures, axes_, items_);
   host_.ShowMetrics(text);
   if (settings_.metrics.empty()) return;

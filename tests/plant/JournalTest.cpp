@@ -67,7 +67,7 @@ TEST_F(JournalTest, AKilledProgramFindsWhatWasToldAndWhatIsToBeDelivered) {
   }
   Journal journal = Open();
   EXPECT_EQ(journal.Waiting(), 3U);
-  EXPECT_EQ(journal.Latest("0", "state")->key, "c");
+  EXPECT_EQ(journal.AllLatest().at("0 state").key, "c");
   EXPECT_EQ(journal.NextSequence("0"), 4U);
   EXPECT_EQ(journal.NextSequence("A"), 2U);
   EXPECT_EQ(journal.NextSequence("7"), 1U);
@@ -78,7 +78,7 @@ TEST_F(JournalTest, AKilledProgramFindsWhatWasToldAndWhatIsToBeDelivered) {
   // What is delivered needs no room, and what was told is still known.
   Journal third = Open();
   EXPECT_EQ(third.Waiting(), 0U);
-  EXPECT_EQ(third.Latest("0", "state")->key, "d");
+  EXPECT_EQ(third.AllLatest().at("0 state").key, "d");
   EXPECT_EQ(third.NextSequence("0"), 5U);
 }
 
@@ -88,7 +88,7 @@ TEST_F(JournalTest, ManyKillsKeepTheOrder) {
     Add(journal, "0", NumberText(i));
   }
   Journal journal = Open();
-  EXPECT_EQ(journal.Latest("0", "state")->key, "12");
+  EXPECT_EQ(journal.AllLatest().at("0 state").key, "12");
   const std::vector<std::string> texts = Hand(journal);
   ASSERT_EQ(texts.size(), 12U);
   EXPECT_EQ(texts.front(), "1#1");

@@ -3,7 +3,6 @@
 
 #include "platform/mosquitto/MosquittoPublisher.h"
 
-#include <arpa/inet.h>
 #include <gmock/gmock.h>
 #include <poll.h>
 #include <sys/socket.h>
@@ -16,6 +15,7 @@
 
 #include "platform/Numbers.h"
 #include "platform/posix/FileDescriptor.h"
+#include "support/Loopback.h"
 
 namespace velmoor::mosquitto_broker {
 namespace {
@@ -28,16 +28,8 @@ using testing::HasSubstr;
 class FakeBroker {
  public:
   explicit FakeBroker(std::function<void(int)> answer) : answer_(std::move(answer)) {
-    listener_ = FileDescriptor(::socket(AF_INET, SOCK_STREAM, 0));
-    sockaddr_in place{};
-    place.sin_family = AF_INET;
-    place.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    socklen_t size = sizeof place;
-    auto* const at = reinterpret_cast<sockaddr*>(&place);
-    EXPECT_EQ(::bind(listener_.Get(), at, size), 0);
-    EXPECT_EQ(::listen(listener_.Get(), 4), 0);
-    EXPECT_EQ(::getsockname(listener_.Get(), at, &size), 0);
-    port = ntohs(place.sin_port);
+    EXPECT_EQ(::listen(listener_.socket.Get(), 4), 0);
+    port = listener_.port;
     thread_ = std::thread([this] { Run(); });
   }
   ~FakeBroker() {
@@ -52,9 +44,9 @@ class FakeBroker {
  private:
   void Run() {
     while (!ends) {
-      pollfd look{.fd = listener_.Get(), .events = POLLIN, .revents = 0};
+      pollfd look{.fd = listener_.socket.Get(), .events = POLLIN, .revents = 0};
       if (::poll(&look, 1, 20) <= 0) continue;
-      const FileDescriptor connection(::accept(listener_.Get(), nullptr, nullptr));
+      const FileDescriptor connection(::accept(listener_.socket.Get(), nullptr, nullptr));
       ++connections;
       char request[256];
       (void)::recv(connection.Get(), request, sizeof request, 0);
@@ -63,7 +55,7 @@ class FakeBroker {
   }
 
   std::function<void(int)> answer_;
-  FileDescriptor listener_;
+  LoopbackSocket listener_;
   std::thread thread_;
 };
 

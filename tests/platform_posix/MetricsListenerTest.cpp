@@ -9,6 +9,7 @@
 #include <stdexcept>
 
 #include "platform/Numbers.h"
+#include "support/Loopback.h"
 
 namespace velmoor::posix {
 namespace {
@@ -41,15 +42,7 @@ std::string Answer(int port, const std::string& request) {
 
 // A port that was free a moment ago.
 int FreePort() {
-  const FileDescriptor probe(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0));
-  sockaddr_in place{};
-  place.sin_family = AF_INET;
-  place.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-  socklen_t size = sizeof place;
-  auto* const at = reinterpret_cast<sockaddr*>(&place);
-  EXPECT_EQ(::bind(probe.Get(), at, size), 0);
-  EXPECT_EQ(::getsockname(probe.Get(), at, &size), 0);
-  return ntohs(place.sin_port);
+  return LoopbackSocket().port;
 }
 
 TEST(MetricsListener, GivesTheLatestFiguresAndNothingElse) {

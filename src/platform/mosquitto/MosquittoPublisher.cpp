@@ -108,13 +108,18 @@ bool MosquittoPublisher::Hand(const Publication& message) {
   return true;
 }
 
+std::size_t MosquittoPublisher::TakeArrived() {
+  std::size_t count = 0;
+  for (; !handed_.empty() && arrived_.erase(handed_.front().number) > 0; ++count) {
+    handed_.pop_front();
+  }
+  return count;
+}
+
 Publisher::Progress MosquittoPublisher::Take() {
   Progress progress;
   const std::scoped_lock lock(mutex_);
-  while (!handed_.empty() && arrived_.erase(handed_.front().number) > 0) {
-    handed_.pop_front();
-    ++progress.delivered;
-  }
+  progress.delivered = TakeArrived();
   if (!handed_.empty() && std::chrono::steady_clock::now() - handed_.front().when > kAcknowledge) {
     givesUp_ = true;
   }
@@ -142,9 +147,8 @@ void MosquittoPublisher::End(const Publication& last, std::chrono::milliseconds 
     if (!handed) handed = Hand(last);
     if (handed && handed_.empty()) break;
     std::this_thread::sleep_for(5ms);
-    // What arrives is told to nobody any more but here; it is noted as under way, which is safe.
     const std::scoped_lock lock(mutex_);
-    while (!handed_.empty() && arrived_.erase(handed_.front().number) > 0) handed_.pop_front();
+    (void)TakeArrived();  // told to nobody any more: the next process delivers those again
   }
   Join();
 }

@@ -79,6 +79,8 @@ class MosquittoPublisher final : public Publisher {
   std::string trouble_ = "not connected yet";
 
   // ---- of whoever publishes
+  // Forgets the first of those handed over that have arrived, and counts them; under the mutex.
+  [[nodiscard]] std::size_t TakeArrived();
   struct Handed {
     int number = 0;
     Moment when;
