@@ -1,12 +1,13 @@
 // The settings file: anything may stand in it, and what is written reads the same.
 
-#include "platform/posix/IniSettings.h"
+#include "platform/IniSettings.h"
 
 #include <fstream>
 
 #include "Folder.h"
 #include "Target.h"
 #include "platform/Numbers.h"
+#include "platform/posix/PosixFiles.h"
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace velmoor;
@@ -14,7 +15,8 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string path = folder.path + "/velmoor.ini";
   const std::string_view text = fuzz::Text(data, size);
   std::ofstream(path, std::ios::binary) << text;
-  posix::IniSettings settings(path);
+  posix::PosixFiles files;
+  IniSettings settings(files, path);
   const auto colours = settings.Read("Colors");
   (void)settings.Read("COM1");
   const std::string value(text.substr(0, text.size() / 2));

@@ -8,12 +8,12 @@
 #include "app/MainModule.h"
 #include "app/Version.h"
 #include "platform/Files.h"
+#include "platform/IniSettings.h"
 #include "platform/LoggedPort.h"
 #include "platform/MessageBoxes.h"
 #include "platform/Rx900Utils.h"
 #include "platform/World.h"
 #include "platform/cli/RunProgram.h"
-#include "platform/posix/IniSettings.h"
 #include "platform/posix/PosixClock.h"
 #include "platform/posix/PosixFiles.h"
 #include "platform/posix/PosixSerialPort.h"
@@ -45,7 +45,7 @@ const velmoor::ProgramTable& DesktopTable() {
 
 // What a start needs of the user's folders, and the session until its window closes. Throws
 // std::runtime_error where one of them cannot be used.
-int RunSession(velmoor::qt::QtProgram& program, velmoor::posix::IniSettings& settings,
+int RunSession(velmoor::qt::QtProgram& program, velmoor::IniSettings& settings,
                velmoor::World& adapters, const std::string& projectName) {
   using namespace velmoor;
 
@@ -81,10 +81,10 @@ int RunSession(velmoor::qt::QtProgram& program, velmoor::posix::IniSettings& set
 int Run(int& argc, char** argv, const std::string& projectName) {
   using namespace velmoor;
 
-  posix::IniSettings settings(posix::IniSettings::DefaultPath());
+  posix::PosixFiles files;
+  IniSettings settings(files, posix::SettingsFile());
   qt::QtProgram program(argc, argv, &settings);
   posix::PosixClock clock;
-  posix::PosixFiles files;
   sqlcipher::SqlcipherDatabases databases;
   StandardRx900Utils rx900Utils;
   toml_texts::TomlTexts keyedTexts;

@@ -9,8 +9,9 @@
 #include <cstdlib>
 #include <filesystem>
 
+#include "platform/IniSettings.h"
 #include "platform/posix/FileDescriptor.h"
-#include "platform/posix/IniSettings.h"
+#include "platform/posix/PosixFiles.h"
 #include "support/TemporaryFolder.h"
 
 namespace velmoor::posix {
@@ -19,7 +20,8 @@ namespace {
 class SerialPortsOfTheSystem : public testing::Test {
  protected:
   SerialPortsOfTheSystem()
-      : master(posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC)), settings(folder.At("velmoor.ini")) {
+      : master(posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC)),
+        settings(files, folder.At("velmoor.ini")) {
     EXPECT_EQ(grantpt(master.Get()) + unlockpt(master.Get()), 0);
     device = ptsname(master.Get());
     std::filesystem::create_symlink(device, folder.At("line"));
@@ -34,6 +36,7 @@ class SerialPortsOfTheSystem : public testing::Test {
   TemporaryFolder folder;
   FileDescriptor master;
   std::string device;
+  PosixFiles files;
   IniSettings settings;
   PosixSerialPort port;
 };
@@ -72,7 +75,7 @@ TEST_F(SerialPortsOfTheSystem, AnAssignedDeviceIsUsedAtOnceAndKept) {
   ports.Bind(4, device);
   EXPECT_EQ(ports.Look(4).state, PortState::free);
   EXPECT_EQ(port.DeviceOf("COM5"), device);
-  EXPECT_EQ(IniSettings(folder.At("velmoor.ini")).Read("COM5"), device);
+  EXPECT_EQ(IniSettings(files, folder.At("velmoor.ini")).Read("COM5"), device);
 }
 
 TEST_F(SerialPortsOfTheSystem, AMissingSimulatorIsTold) {

@@ -1,6 +1,7 @@
 #include "platform/posix/ProgramPlaces.h"
 
 #include <fcntl.h>
+#include <pwd.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -31,6 +32,19 @@ std::string StateDirectory() {
   if (state != nullptr && *state == '/') return JoinPath(state, "velmoor");
   const char* const home = std::getenv("HOME");
   return JoinPath(home != nullptr ? home : "/tmp", ".local/state/velmoor");
+}
+
+std::string SettingsFile() {
+  const char* const configured = std::getenv("XDG_CONFIG_HOME");
+  if (configured != nullptr && *configured == '/') {
+    return JoinPath(configured, "velmoor/velmoor.ini");
+  }
+  const char* home = std::getenv("HOME");
+  if (home == nullptr || *home == '\0') {
+    const passwd* const user = ::getpwuid(::getuid());
+    home = user == nullptr ? "/" : user->pw_dir;
+  }
+  return JoinPath(home, ".config/velmoor/velmoor.ini");
 }
 
 namespace {

@@ -18,6 +18,9 @@ namespace velmoor::posix {
 // ~/.local/state.
 [[nodiscard]] std::string StateDirectory();
 
+// "velmoor/velmoor.ini" in the user's directory for settings.
+[[nodiscard]] std::string SettingsFile();
+
 // The place of the catalogue's working copy: a directory of this process alone in the user's
 // runtime directory, which goes with the object. What killed processes left there is cleared first.
 class CatalogueCopyPlace {

@@ -1,5 +1,3 @@
-#include "platform/posix/IniSettings.h"
-
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
@@ -8,12 +6,15 @@
 #include <fstream>
 #include <sstream>
 
+#include "platform/IniSettings.h"
+#include "platform/posix/PosixFiles.h"
+
 namespace velmoor::posix {
 namespace {
 
 class IniSettingsTest : public testing::Test {
  protected:
-  IniSettingsTest() : path_(directory_ / "deep" / "velmoor.ini"), settings_(path_) {}
+  IniSettingsTest() : path_(directory_ / "deep" / "velmoor.ini"), settings_(files_, path_) {}
   ~IniSettingsTest() override { std::filesystem::remove_all(directory_); }
 
   static std::filesystem::path MakeDirectory() {
@@ -32,6 +33,7 @@ class IniSettingsTest : public testing::Test {
 
   std::filesystem::path directory_ = MakeDirectory();
   std::filesystem::path path_;
+  PosixFiles files_;
   IniSettings settings_;
 };
 
@@ -39,7 +41,7 @@ TEST_F(IniSettingsTest, AValueIsThereForAnotherReaderAtOnce) {
   settings_.Write("Port", "2");
   settings_.Write("RecentFile1", "/home/a=b/line 1.spj");
   settings_.Write("Port", "3");
-  const IniSettings other(path_);
+  const IniSettings other(files_, path_);
   EXPECT_EQ(other.Read("Port"), "3");
   EXPECT_EQ(other.Read("RecentFile1"), "/home/a=b/line 1.spj");
   EXPECT_EQ(other.Read("Rate"), std::nullopt);
@@ -78,9 +80,18 @@ TEST_F(IniSettingsTest, NumbersThatAreNoneCountAsAbsent) {
 
 TEST_F(IniSettingsTest, ARefusedWriteSaysWhyAndKeepsTheFile) {
   WriteFile("Port=1\n");
-  const IniSettings below(path_ / "velmoor.ini");  // a file where a directory should be
+  const IniSettings below(files_, path_ / "velmoor.ini");  // a file where a directory should be
   EXPECT_THROW(IniSettings(below).Write("Port", "2"), std::runtime_error);
   EXPECT_EQ(FileText(), "Port=1\n");
+}
+
+TEST_F(IniSettingsTest, ItIsItsOwnersAloneUnlessHeOpensIt) {
+  const auto permissions = [this] { return std::filesystem::status(path_).permissions(); };
+  settings_.Write("RecentFile1", "/home/press 3.spj");
+  EXPECT_EQ(permissions(), std::filesystem::perms(0600));
+  std::filesystem::permissions(path_, std::filesystem::perms(0644));
+  settings_.Write("Port", "2");
+  EXPECT_EQ(permissions(), std::filesystem::perms(0644));
 }
 
 }  // namespace

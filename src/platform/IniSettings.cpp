@@ -1,36 +1,29 @@
-#include "platform/posix/IniSettings.h"
+#include "platform/IniSettings.h"
 
-#include <fcntl.h>
-#include <pwd.h>
-#include <sys/file.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
-#include <cerrno>
-#include <cstdlib>
-#include <cstring>
+#include <chrono>
 #include <fstream>
-#include <iterator>
-#include <optional>
+#include <memory>
 #include <sstream>
 #include <stdexcept>
-#include <utility>
+#include <thread>
 #include <vector>
 
 #include "platform/Bounds.h"
 #include "platform/Files.h"
 #include "platform/Numbers.h"
-#include "platform/posix/FileDescriptor.h"
 
-namespace velmoor::posix {
+namespace velmoor {
 namespace {
 
 constexpr std::string_view kSection = "[Velmoor]";
 constexpr std::size_t kMostEntry = bounds::kSettings / 16;
 
-[[noreturn]] void Refuse(const std::string& path, int error = errno) {
-  throw std::runtime_error("The settings cannot be written to " + path + ": " +
-                           std::strerror(error));
+// How long another program may be writing to the file.
+constexpr std::chrono::milliseconds kLockLimit{2000};
+constexpr std::chrono::milliseconds kLook{5};
+
+[[noreturn]] void Refuse(const std::string& reason) {
+  throw std::runtime_error("The settings cannot be written to " + reason);
 }
 
 // Nothing: the file is larger than this program makes it.
@@ -78,44 +71,19 @@ std::string Unescaped(std::string_view text) {
   return value;
 }
 
-void MakeDirectory(const std::string& directory) {
-  if (directory.empty() || ::mkdir(directory.c_str(), 0700) == 0 || errno == EEXIST) return;
-  if (errno != ENOENT) Refuse(directory);
-  MakeDirectory(GetFileDirectory(directory));
-  if (::mkdir(directory.c_str(), 0700) != 0 && errno != EEXIST) Refuse(directory);
-}
-
-void WriteWhole(const std::string& path, const std::string& bytes) {
-  const std::string temporary = path + ".new";
-  FileDescriptor file(
-      ::open(temporary.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW, 0600));
-  if (!file.IsValid()) Refuse(path);
-  std::size_t written = 0;
-  while (written < bytes.size()) {
-    const ssize_t count = ::write(file.Get(), bytes.data() + written, bytes.size() - written);
-    if (count < 0 && errno != EINTR) Refuse(path);
-    if (count > 0) written += static_cast<std::size_t>(count);
+std::unique_ptr<FileLock> AwaitLock(Files& files, const std::string& path) {
+  const auto deadline = std::chrono::steady_clock::now() + kLockLimit;
+  for (;;) {
+    std::unique_ptr<FileLock> lock = files.Lock(path);
+    if (lock) return lock;
+    if (std::chrono::steady_clock::now() > deadline) {
+      throw FileError(path + ": another program holds it");
+    }
+    std::this_thread::sleep_for(kLook);
   }
-  if (::fsync(file.Get()) != 0 || ::rename(temporary.c_str(), path.c_str()) != 0) Refuse(path);
 }
 
 }  // namespace
-
-std::string IniSettings::DefaultPath() {
-  std::string directory;
-  if (const char* const configured = std::getenv("XDG_CONFIG_HOME");
-      configured != nullptr && *configured == '/') {
-    directory = configured;
-  } else {
-    const char* home = std::getenv("HOME");
-    if (home == nullptr || *home == '\0') {
-      const passwd* const user = ::getpwuid(::getuid());
-      home = user == nullptr ? "/" : user->pw_dir;
-    }
-    directory = JoinPath(home, ".config");
-  }
-  return JoinPath(directory, "velmoor/velmoor.ini");
-}
 
 std::optional<std::string> IniSettings::Read(std::string_view name) const {
   for (const std::string& line : ReadLines(path_).value_or(std::vector<std::string>())) {
@@ -126,13 +94,22 @@ std::optional<std::string> IniSettings::Read(std::string_view name) const {
 }
 
 void IniSettings::Write(std::string_view name, std::string_view value) {
-  MakeDirectory(GetFileDirectory(path_));
-  const FileDescriptor lock(::open((path_ + ".lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600));
-  if (!lock.IsValid() || ::flock(lock.Get(), LOCK_EX) != 0) Refuse(path_);
+  try {
+    files_.MakeDirectories(GetFileDirectory(path_));
+    const std::unique_ptr<FileLock> lock = AwaitLock(files_, path_ + ".lock");
+    // Whoever may read it can read the names of projects: a new one is its owner's alone, and a
+    // replacement has the permissions of what it replaces.
+    if (!files_.Exists(path_)) (void)files_.Begin(path_, {});
+    files_.WriteDurably(path_, With(name, value));
+  } catch (const FileError& error) {
+    Refuse(error.what());
+  }
+}
 
+std::string IniSettings::With(std::string_view name, std::string_view value) const {
   std::optional<std::vector<std::string>> read = ReadLines(path_);
   const std::string entry = std::string(name) + "=" + Escaped(value);
-  if (!read || entry.size() > kMostEntry) Refuse(path_, EFBIG);
+  if (!read || entry.size() > kMostEntry) Refuse(path_ + ": they would be too large");
   std::vector<std::string> lines = std::move(*read);
   if (lines.empty()) lines.emplace_back(kSection);
   bool found = false;
@@ -142,10 +119,9 @@ void IniSettings::Write(std::string_view name, std::string_view value) {
     found = true;
   }
   if (!found) lines.push_back(entry);
-
   std::string bytes;
   for (const std::string& line : lines) bytes += line + "\n";
-  WriteWhole(path_, bytes);
+  return bytes;
 }
 
-}  // namespace velmoor::posix
+}  // namespace velmoor

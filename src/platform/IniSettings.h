@@ -4,16 +4,22 @@
 // both programs may use it at once. Lines that mean nothing here, comments too, stay as they are.
 #pragma once
 
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+
 #include "platform/Settings.h"
 
-namespace velmoor::posix {
+namespace velmoor {
+
+class Files;
 
 class IniSettings final : public Settings {
  public:
-  // The file need not exist; its directory is made at the first Write.
-  explicit IniSettings(std::string path) : path_(std::move(path)) {}
-  // "velmoor/velmoor.ini" in the user's directory for settings.
-  [[nodiscard]] static std::string DefaultPath();
+  // The file need not exist; its directory is made at the first Write, and the file is its owner's
+  // alone. `files` must outlive the object.
+  IniSettings(Files& files, std::string path) : files_(files), path_(std::move(path)) {}
 
   [[nodiscard]] std::optional<std::string> Read(std::string_view name) const override;
   void Write(std::string_view name, std::string_view value) override;
@@ -21,7 +27,11 @@ class IniSettings final : public Settings {
   [[nodiscard]] const std::string& Path() const { return path_; }
 
  private:
+  // The whole text of the file with that entry.
+  [[nodiscard]] std::string With(std::string_view name, std::string_view value) const;
+
+  Files& files_;
   std::string path_;
 };
 
-}  // namespace velmoor::posix
+}  // namespace velmoor
