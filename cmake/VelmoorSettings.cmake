@@ -13,17 +13,24 @@ add_compile_options(-Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror)
 
 # What holds against a fault that is not found yet; scripts/check-binaries looks whether it is in the
 # programs that are shipped.
-set(CMAKE_POSITION_INDEPENDENT_CODE ON)
-include(CheckPIESupported)
-check_pie_supported(LANGUAGES CXX)
 add_compile_options(-fstack-protector-strong)
 add_compile_definitions(_GLIBCXX_ASSERTIONS)
-add_link_options(-Wl,-z,relro,-z,now)
-if(CMAKE_SYSTEM_PROCESSOR MATCHES "^(x86_64|i[3-6]86)$")
+if(WIN32)
+  # The functions of Windows 10, by their wide names, and no words of its own for ordinary ones.
+  add_compile_definitions(_WIN32_WINNT=0x0A00 WIN32_LEAN_AND_MEAN NOMINMAX UNICODE _UNICODE)
+  # What comes with the compiler is in the programs.
+  add_link_options(-static-libgcc -static-libstdc++ -Wl,-Bstatic -lpthread -Wl,-Bdynamic)
+else()
+  set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+  include(CheckPIESupported)
+  check_pie_supported(LANGUAGES CXX)
+  add_link_options(-Wl,-z,relro,-z,now)
+endif()
+if(NOT WIN32 AND CMAKE_SYSTEM_PROCESSOR MATCHES "^(x86_64|i[3-6]86)$")
   add_compile_options(-fcf-protection)
 endif()
 # Only an optimised build has the checked calls, and the sanitizers have their own.
-if(NOT VELMOOR_SANITIZE AND NOT VELMOOR_SANITIZE_THREAD)
+if(NOT WIN32 AND NOT VELMOOR_SANITIZE AND NOT VELMOOR_SANITIZE_THREAD)
   add_compile_options($<$<CONFIG:Release>:-U_FORTIFY_SOURCE>
                       $<$<CONFIG:Release>:-D_FORTIFY_SOURCE=3>)
 endif()
@@ -53,6 +60,6 @@ if(VELMOOR_CCACHE)
   endif()
 endif()
 find_program(VELMOOR_MOLD mold)
-if(VELMOOR_MOLD)
+if(VELMOOR_MOLD AND NOT WIN32)
   add_link_options(-fuse-ld=mold)
 endif()

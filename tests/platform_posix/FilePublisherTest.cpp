@@ -1,6 +1,6 @@
 // Messages as lines of a file.
 
-#include "platform/posix/FilePublisher.h"
+#include "platform/FilePublisher.h"
 
 #include <gtest/gtest.h>
 #include <unistd.h>

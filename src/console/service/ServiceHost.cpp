@@ -1,9 +1,9 @@
 #include "console/service/ServiceHost.h"
 
+#include "platform/FilePublisher.h"
 #include "platform/Files.h"
 #include "platform/World.h"
 #include "platform/mosquitto/MosquittoPublisher.h"
-#include "platform/posix/FilePublisher.h"
 #include "platform/posix/NotedSignals.h"
 #include "platform/posix/ServiceManager.h"
 
@@ -76,9 +76,8 @@ void ServiceHost::ShowMetrics(const std::string& text) {
 std::unique_ptr<Publisher> ServiceHost::Publish(const WatchSettings& settings,
                                                 const Publication& birth, const Publication& will) {
   if (settings.broker.starts_with(kFile)) {
-    return std::make_unique<posix::FilePublisher>(
-        settings.broker.substr(kFile.size()), birth,
-        static_cast<std::size_t>(settings.spool) * kMegabyte);
+    return std::make_unique<FilePublisher>(settings.broker.substr(kFile.size()), birth,
+                                           static_cast<std::size_t>(settings.spool) * kMegabyte);
   }
   mosquitto_broker::Broker broker = mosquitto_broker::BrokerAt(settings.broker);
   broker.client = birth.topic;

@@ -9,8 +9,8 @@
 #include <string>
 #include <string_view>
 
+#include "platform/AnswerPace.h"
 #include "platform/SerialPort.h"
-#include "platform/posix/AnswerPace.h"
 #include "platform/posix/FileDescriptor.h"
 
 namespace velmoor::posix {

@@ -2,7 +2,6 @@
 
 #include <sqlcipher/sqlite3.h>
 
-#include <cerrno>
 #include <cstring>
 
 #include "platform/sqlcipher/PlainTable.h"
@@ -39,10 +38,8 @@ Kind KindOf(int code, int systemError, std::string_view message) {
     case SQLITE_PERM:
     case SQLITE_CANTOPEN:  // the journal, since a missing file does not come this far
       return Kind::forbidden;
-    case SQLITE_IOERR: {
-      const bool full = systemError == ENOSPC || systemError == EDQUOT || systemError == EFBIG;
-      return full ? Kind::full : Kind::other;
-    }
+    case SQLITE_IOERR:
+      return MeansFull(systemError) ? Kind::full : Kind::other;
     default:
       if (message.starts_with("not authorized")) return Kind::foreign;
       return message.starts_with("no such table") || message.starts_with("no such column")
@@ -73,7 +70,7 @@ std::string Reason(Kind kind, int systemError, std::string_view message) {
   }
   std::string text(message);
   if (kind == Kind::other && systemError != 0) {
-    text += std::string(" (") + std::strerror(systemError) + ")";
+    text += std::string(" (") + SystemReason(systemError) + ")";
   }
   return text;
 }

@@ -1,28 +1,21 @@
 #include "platform/sqlcipher/Lease.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
-#include <array>
+#include <system_error>
 #include <utility>
 
+#include "platform/sqlcipher/SystemFiles.h"
 #include "platform/sqlcipher/TableRows.h"
 
 namespace velmoor::sqlcipher {
 
 std::string Fingerprint(const std::string& path) {
-  const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-  if (file < 0) return {};
-  struct stat status {};
-  std::array<char, kPageBytes> page{};
-  const bool known = ::fstat(file, &status) == 0;
-  const ssize_t got = ::pread(file, page.data(), page.size(), 0);
-  ::close(file);
-  if (!known || got <= 0) return {};
-  return std::to_string(status.st_dev) + "/" + std::to_string(status.st_ino) + "/" +
-         std::to_string(status.st_size) + "/" +
-         std::string(page.data(), static_cast<std::size_t>(got));
+  try {
+    const FileHead head = ReadHead(path, kPageBytes);
+    if (head.bytes.empty()) return {};
+    return head.identity + "/" + std::to_string(head.size) + "/" + head.bytes;
+  } catch (const std::system_error&) {
+    return {};
+  }
 }
 
 Transaction::Transaction(std::shared_ptr<OpenFile> file)

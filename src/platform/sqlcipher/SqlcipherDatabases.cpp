@@ -1,23 +1,19 @@
 #include "platform/sqlcipher/SqlcipherDatabases.h"
 
-#include <fcntl.h>
-#include <sys/resource.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
 #include <optional>
+#include <system_error>
 #include <utility>
 #include <vector>
 
 #include "platform/sqlcipher/Builder.h"
 #include "platform/sqlcipher/Engine.h"
 #include "platform/sqlcipher/Lease.h"
-#include "platform/sqlcipher/OwnFilesAlone.h"
+#include "platform/sqlcipher/SystemFiles.h"
 
 namespace velmoor::sqlcipher {
 namespace {
@@ -41,28 +37,25 @@ constexpr std::string_view kPlainHeader{"SQLite format 3\0", kSaltBytes};
 // The first bytes of the file, which are its salt. Refuses what is no database at all, or too large
 // to be one of this program, before a key is derived for it. A pipe is not waited for.
 Salt ReadSalt(const std::string& path) {
-  if (path.find('\0') != std::string::npos) FailSystem(path, ENOENT);
-  const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-  if (file < 0) FailSystem(path, errno);
-  Salt salt{};
-  const ssize_t got = ::read(file, salt.data(), salt.size());
-  const int error = errno;
-  struct stat status {};
-  const bool known = ::fstat(file, &status) == 0;
-  ::close(file);
-  if (!known || status.st_size > kMostBytes) {
+  FileHead head;
+  try {
+    head = ReadHead(path, kSaltBytes);
+  } catch (const std::system_error& error) {
+    FailSystem(path, error.code().value());
+  }
+  if (head.size > static_cast<std::uintmax_t>(kMostBytes)) {
     Fail(Kind::foreign, path, "the file is larger than any file of this program");
   }
-  if (got < 0) FailSystem(path, error);
   // The engine would take an empty file for a new database.
-  if (got == 0) Fail(Kind::damaged, path, "the file is empty");
-  if (static_cast<std::size_t>(got) < salt.size()) {
+  if (head.bytes.empty()) Fail(Kind::damaged, path, "the file is empty");
+  if (head.bytes.size() < kSaltBytes) {
     Fail(Kind::damaged, path, "the file is damaged or incomplete");
   }
-  if (std::equal(salt.begin(), salt.end(),
-                 reinterpret_cast<const unsigned char*>(kPlainHeader.data()))) {
+  if (head.bytes == kPlainHeader) {
     Fail(Kind::password, path, "the file is not protected with this program's password");
   }
+  Salt salt{};
+  std::ranges::copy(head.bytes, salt.begin());
   return salt;
 }
 
@@ -88,9 +81,7 @@ void RemoveWithJournal(const std::string& path) {
 }  // namespace
 
 SqlcipherDatabases::SqlcipherDatabases() : newFileSalt_(KeyRing::RandomSalt()) {
-  // From here on the process holds keys and what they seal, so it leaves no core file.
-  constexpr rlimit kNoCore{0, 0};
-  (void)::setrlimit(RLIMIT_CORE, &kNoCore);
+  LeaveNoMemoryImage();
   WriteOwnFilesAlone();
 }
 SqlcipherDatabases::~SqlcipherDatabases() = default;
@@ -148,9 +139,11 @@ std::unique_ptr<Connection> SqlcipherDatabases::Rewrite(Connection& source, cons
     Fail(Kind::forbidden, path, "the file has another form; only a copy of it is rewritten");
   }
   // In place, since whoever holds the working copy holds this very file.
-  const int emptied = ::open(path.c_str(), O_WRONLY | O_NOFOLLOW | O_CLOEXEC | O_TRUNC);
-  if (emptied < 0) FailSystem(path, errno);
-  ::close(emptied);
+  try {
+    EmptyFile(path);
+  } catch (const std::system_error& error) {
+    FailSystem(path, error.code().value());
+  }
   auto file = std::make_shared<OpenFile>();
   file->path = path;
   file->connection = std::make_unique<Connection>(path, OpenMode::create,
@@ -186,12 +179,10 @@ std::unique_ptr<DatabaseBuilder> SqlcipherDatabases::Create(const std::string& p
                                                   keys_.KeyForNewFile(password, newFileSalt_));
   const auto settle = [this, unfinished, path](bool kept) {
     Release(path);
-    if (kept && std::rename(unfinished.c_str(), path.c_str()) != 0) {
-      const int error = errno;
-      RemoveWithJournal(unfinished);
-      FailSystem(path, error);
-    }
+    std::error_code error;
+    if (kept) std::filesystem::rename(unfinished, path, error);
     RemoveWithJournal(unfinished);
+    if (error) FailSystem(path, error.default_error_condition().value());
   };
   return std::make_unique<Builder>(std::move(file), settle);
 }

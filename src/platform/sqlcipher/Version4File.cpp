@@ -1,18 +1,14 @@
 #include "platform/sqlcipher/Version4File.h"
 
-#include <fcntl.h>
 #include <openssl/crypto.h>
 #include <openssl/evp.h>
 #include <openssl/hmac.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <array>
-#include <cstdlib>
 #include <fstream>
 #include <memory>
 #include <span>
-#include <utility>
 
 #include "platform/Database.h"
 
@@ -110,27 +106,6 @@ std::optional<Unsealer> UnsealerOf(const Page& first, std::string_view password,
 }
 
 }  // namespace
-
-FileImage::FileImage() {
-  for (const char* const folder : {"/dev/shm", "/tmp"}) {
-    std::string name = std::string(folder) + "/velmoor-XXXXXX";
-    descriptor_ = mkostemp(name.data(), O_CLOEXEC);
-    if (descriptor_ < 0) continue;
-    path_ = name;
-    return;
-  }
-  Fail(DatabaseError::Kind::other, "There is no place for the unsealed database");
-}
-FileImage::FileImage(FileImage&& other) noexcept
-    : path_(std::exchange(other.path_, {})), descriptor_(std::exchange(other.descriptor_, -1)) {}
-FileImage::~FileImage() {
-  if (descriptor_ >= 0) close(descriptor_);
-  if (!path_.empty()) unlink(path_.c_str());
-}
-
-bool FileImage::Append(std::span<const unsigned char> bytes) {
-  return write(descriptor_, bytes.data(), bytes.size()) == std::ssize(bytes);
-}
 
 std::optional<FileImage> UnsealVersion4(const std::string& path, std::string_view password,
                                         KeyRing& keys) {

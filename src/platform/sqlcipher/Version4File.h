@@ -5,32 +5,13 @@
 #pragma once
 
 #include <optional>
-#include <span>
 #include <string>
 #include <string_view>
 
 #include "platform/sqlcipher/KeyRing.h"
+#include "platform/sqlcipher/SystemFiles.h"
 
 namespace velmoor::sqlcipher {
-
-// An unsealed database in a file of this process's own, in memory where the system has a place for
-// that. The file goes with the object; whoever has it open by then keeps its contents.
-class FileImage {
- public:
-  FileImage();  // empty; throws DatabaseError
-  FileImage(FileImage&& other) noexcept;
-  FileImage(const FileImage&) = delete;
-  FileImage& operator=(const FileImage&) = delete;
-  ~FileImage();
-
-  [[nodiscard]] const std::string& Path() const { return path_; }
-  // False: there is no room for it.
-  [[nodiscard]] bool Append(std::span<const unsigned char> bytes);
-
- private:
-  std::string path_;
-  int descriptor_ = -1;
-};
 
 // Nothing, where the file is of another form or has another password. Throws DatabaseError for a
 // file that is damaged or cannot be read.

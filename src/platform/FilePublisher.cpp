@@ -1,10 +1,10 @@
-#include "platform/posix/FilePublisher.h"
+#include "platform/FilePublisher.h"
 
 #include <utility>
 
 #include "platform/World.h"
 
-namespace velmoor::posix {
+namespace velmoor {
 namespace {
 
 constexpr std::chrono::milliseconds kReopen{1000};
@@ -70,4 +70,4 @@ void FilePublisher::End(const Publication& last, std::chrono::milliseconds /*lim
   ended_ = true;
 }
 
-}  // namespace velmoor::posix
+}  // namespace velmoor

@@ -12,7 +12,7 @@
 #include <string>
 #include <string_view>
 
-namespace velmoor::posix {
+namespace velmoor {
 
 class AnswerPace {
  public:
@@ -39,4 +39,4 @@ class AnswerPace {
   bool hasAWire_ = false;  // the last answer began behind the line's own time
 };
 
-}  // namespace velmoor::posix
+}  // namespace velmoor

@@ -7,7 +7,7 @@
 #include "platform/Files.h"
 #include "platform/Publisher.h"
 
-namespace velmoor::posix {
+namespace velmoor {
 
 class FilePublisher final : public Publisher {
  public:
@@ -35,4 +35,4 @@ class FilePublisher final : public Publisher {
   std::chrono::milliseconds nextOpen_{0};
 };
 
-}  // namespace velmoor::posix
+}  // namespace velmoor

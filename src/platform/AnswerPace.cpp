@@ -1,8 +1,8 @@
-#include "platform/posix/AnswerPace.h"
+#include "platform/AnswerPace.h"
 
 #include <algorithm>
 
-namespace velmoor::posix {
+namespace velmoor {
 namespace {
 
 constexpr std::size_t kShortestAnswer = 3;  // an acknowledge
@@ -68,4 +68,4 @@ std::size_t AnswerPace::QuietCharacters(std::string_view received) const {
   return expected - received.size() - 1;
 }
 
-}  // namespace velmoor::posix
+}  // namespace velmoor

@@ -1,8 +1,8 @@
-#include "platform/posix/AnswerPace.h"
+#include "platform/AnswerPace.h"
 
 #include <gtest/gtest.h>
 
-namespace velmoor::posix {
+namespace velmoor {
 namespace {
 
 void Exchange(AnswerPace& pace, std::string_view command, std::string_view answer) {
@@ -75,4 +75,4 @@ TEST(AnswerPace, NoticesThatTheEchoIsGone) {
 }
 
 }  // namespace
-}  // namespace velmoor::posix
+}  // namespace velmoor
