@@ -19,7 +19,7 @@ if(WIN32)
   # The functions of Windows 10, by their wide names, and no words of its own for ordinary ones.
   add_compile_definitions(_WIN32_WINNT=0x0A00 WIN32_LEAN_AND_MEAN NOMINMAX UNICODE _UNICODE)
   # What comes with the compiler is in the programs.
-  add_link_options(-static-libgcc -static-libstdc++ -Wl,-Bstatic -lpthread -Wl,-Bdynamic)
+  add_link_options(-static -fstack-protector-strong)
 else()
   set(CMAKE_POSITION_INDEPENDENT_CODE ON)
   include(CheckPIESupported)

@@ -49,3 +49,14 @@ function(velmoor_reuse_qt_header target)
   target_compile_options(${target} PRIVATE -fPIC)
   target_precompile_headers(${target} REUSE_FROM velmoor_platform_qt)
 endfunction()
+
+# The system that a program is built for: "platform/native/Native.h" names its adapters.
+function(velmoor_native_adapters system)
+  add_library(velmoor_platform_native INTERFACE)
+  set(root ${CMAKE_BINARY_DIR}/include/velmoor_platform_native)
+  file(MAKE_DIRECTORY ${root}/platform/native)
+  file(CREATE_LINK ${CMAKE_SOURCE_DIR}/src/platform/${system}/Native.h
+       ${root}/platform/native/Native.h SYMBOLIC)
+  target_include_directories(velmoor_platform_native INTERFACE ${root})
+  target_link_libraries(velmoor_platform_native INTERFACE velmoor_platform_${system})
+endfunction()

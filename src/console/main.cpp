@@ -1,24 +1,17 @@
 // velmoorctl: puts the adapters together and runs one command.
 
-#include <unistd.h>
-
 #include <iostream>
+#include <memory>
 
 #include "console/Commands.h"
 #include "console/ConsoleBoxes.h"
-#include "console/service/ServiceHost.h"
+#include "console/service/WatchHosts.h"
 #include "platform/Files.h"
 #include "platform/Rx900Utils.h"
 #include "platform/World.h"
 #include "platform/cli/RunProgram.h"
 #include "platform/json/NlohmannJson.h"
-#include "platform/posix/NotedSignals.h"
-#include "platform/posix/PdfModule.h"
-#include "platform/posix/PosixClock.h"
-#include "platform/posix/PosixEvents.h"
-#include "platform/posix/PosixFiles.h"
-#include "platform/posix/PosixSerialPort.h"
-#include "platform/posix/ProgramPlaces.h"
+#include "platform/native/Native.h"
 #include "platform/sqlcipher/SqlcipherDatabases.h"
 #include "platform/toml/TomlTexts.h"
 #include "project/data/CatalogueLibrary.h"
@@ -26,25 +19,25 @@
 namespace {
 
 void SetDevice(velmoor::SerialPort& port, const std::string& path) {
-  static_cast<velmoor::posix::PosixSerialPort&>(port).SetDeviceMap({{"COM1", path}});
+  static_cast<velmoor::native::SerialPort&>(port).SetDeviceMap({{"COM1", path}});
 }
 
 int Run(const velmoor::CommandLine& line) {
   using namespace velmoor;
-  const posix::NotedSignals signals;
+  const native::Signals signals;
   // A copy of the catalogue for this process alone: a running Velmoor keeps its own.
-  const posix::CatalogueCopyPlace copyPlace;
-  posix::PosixClock clock;
-  posix::PosixEvents events;
-  posix::PosixFiles files;
+  const native::CatalogueCopyPlace copyPlace;
+  native::Clock clock;
+  native::Events events;
+  native::Files files;
   sqlcipher::SqlcipherDatabases databases;
   StandardRx900Utils rx900Utils;
   toml_texts::TomlTexts keyedTexts;
   json_texts::NlohmannJson jsonTexts;
   CatalogueLibrary catalogue;
   ConsoleBoxes boxes(std::cerr);
-  posix::PosixSerialPort port;
-  posix::PdfModule pdf(JoinPath(posix::ExecutableDirectory(), "velmoor-pages.so"));
+  native::SerialPort port;
+  native::PdfModule pdf(JoinPath(native::ExecutableDirectory(), native::kPagesModule));
   World adapters;
   adapters.boxes = &boxes;
   adapters.events = &events;
@@ -56,14 +49,14 @@ int Run(const velmoor::CommandLine& line) {
   adapters.jsonTexts = &jsonTexts;
   adapters.catalogue = &catalogue;
   adapters.pdf = &pdf;
-  adapters.appDirectory = posix::ProgramDirectory();
+  adapters.appDirectory = native::ProgramDirectory();
   adapters.catalogueCopyDirectory = copyPlace.Directory();
-  adapters.workDirectory = JoinPath(posix::StateDirectory(), "work");
+  adapters.workDirectory = JoinPath(native::StateDirectory(), "work");
   SetWorld(&adapters);
-  std::ostream* const progress = ::isatty(STDERR_FILENO) != 0 ? &std::cerr : nullptr;
-  ServiceHost watchHost(std::cerr, port);
+  std::ostream* const progress = native::IsErrorStreamWatched() ? &std::cerr : nullptr;
+  const std::unique_ptr<WatchHost> watchHost = MakeWatchHost(std::cerr, port);
   const int status = RunCommand(line, {std::cout, std::cerr, boxes, port, SetDevice, progress,
-                                       posix::NotedSignals::Came, &watchHost});
+                                       native::Signals::Came, watchHost.get()});
   SetWorld(nullptr);
   return status;
 }
@@ -72,6 +65,6 @@ int Run(const velmoor::CommandLine& line) {
 
 int main(int argc, char** argv) {
   const int status = velmoor::RunProgram(velmoor::ConsoleTable(), argc, argv, Run);
-  velmoor::posix::EndBySignal();
+  velmoor::native::EndBySignal();
   return status;
 }

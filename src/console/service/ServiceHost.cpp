@@ -1,5 +1,6 @@
 #include "console/service/ServiceHost.h"
 
+#include "console/service/WatchHosts.h"
 #include "platform/FilePublisher.h"
 #include "platform/Files.h"
 #include "platform/World.h"
@@ -87,6 +88,10 @@ std::unique_ptr<Publisher> ServiceHost::Publish(const WatchSettings& settings,
   broker.certificate = settings.certificate;
   broker.key = settings.key;
   return std::make_unique<mosquitto_broker::MosquittoPublisher>(std::move(broker), birth, will);
+}
+
+std::unique_ptr<WatchHost> MakeWatchHost(std::ostream& out, SerialPort& port) {
+  return std::make_unique<ServiceHost>(out, dynamic_cast<posix::PosixSerialPort&>(port));
 }
 
 }  // namespace velmoor

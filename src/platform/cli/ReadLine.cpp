@@ -104,6 +104,8 @@ CommandLine Read(const std::string& command, const std::vector<ArgumentEntry>& a
                  const std::vector<OptionEntry>& options, std::vector<std::string> words) {
   Reader reader;
   reader.app.set_help_flag();
+  // "/" begins a path on every system.
+  reader.app.allow_windows_style_options(false);
   reader.app.allow_extras();
   for (const ArgumentEntry& argument : arguments) AddArgument(reader, argument);
   for (const OptionEntry& option : options) AddOption(reader, option);

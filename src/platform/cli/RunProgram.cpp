@@ -43,7 +43,9 @@ int RunProgram(const ProgramTable& table, const std::vector<std::string>& words,
 }
 
 int RunProgram(const ProgramTable& table, int argc, char** argv, const ProgramRun& run) {
+#ifdef SIGPIPE
   std::signal(SIGPIPE, SIG_IGN);
+#endif
   return RunProgram(table, std::vector<std::string>(argv + 1, argv + argc), std::cout, std::cerr,
                     run);
 }

@@ -19,6 +19,7 @@
 #include <utility>
 
 #include "platform/Bounds.h"
+#include "platform/WholeLines.h"
 #include "platform/posix/FileDescriptor.h"
 #include "platform/posix/HeldFolder.h"
 #include "platform/posix/PosixClock.h"
@@ -343,23 +344,8 @@ std::string PosixFiles::ReadSecret(const std::string& path) const {
 void PosixFiles::ReadLines(const std::string& path,
                            const std::function<bool(std::string_view)>& take) const {
   const FileDescriptor file = OpenRegular(path);
-  std::string rest;
-  const auto hand = [&](std::string_view line) {
-    if (line.ends_with('\r')) line.remove_suffix(1);
-    return take(line);
-  };
-  (void)ReadPieces(file, path, [&](std::string_view piece) {
-    for (std::size_t end = piece.find('\n'); end != std::string_view::npos;
-         end = piece.find('\n')) {
-      rest += piece.substr(0, end);
-      piece.remove_prefix(end + 1);
-      if (rest.size() > bounds::kLine) throw FileError(path + ": a line is too long");
-      if (!hand(std::exchange(rest, {}))) return false;
-    }
-    rest += piece;
-    if (rest.size() > bounds::kLine) throw FileError(path + ": a line is too long");
-    return true;
-  });
+  WholeLines lines(path, take);
+  (void)ReadPieces(file, path, [&](std::string_view piece) { return lines.Add(piece); });
 }
 
 void PosixFiles::ChangeDirectory(const std::string& directory) {

@@ -34,10 +34,6 @@ std::string SystemText(int error) {
   return std::generic_category().message(error);
 }
 
-bool IsLineEnd(char c) {
-  return c == '\r' || c == '\n';
-}
-
 // Some adapters for the universal bus hold received bytes back for 16 ms unless asked not to. Not
 // every device knows the request, and none needs it to work.
 void AskForLowLatency(int device) {
@@ -89,8 +85,7 @@ void PosixSerialPort::SetSettings(const std::string& settings) {
   settings_ = settings;
   characterTime_ = CharacterTime(settings);
   if (!IsOpen()) return;
-  received_.clear();
-  skipsToLineEnd_ = false;
+  received_.Clear();
   // A line that takes no settings has lost its device; the next exchange finds the port closed.
   const int error = ApplySerialSettings(device_.Get(), settings_);
   if (error != 0) {
@@ -138,8 +133,7 @@ int PosixSerialPort::OpenDevice(const std::string& path) {
 void PosixSerialPort::Close() {
   device_.Reset();
   loan_.Reset();
-  received_.clear();
-  skipsToLineEnd_ = false;
+  received_.Clear();
 }
 
 int PosixSerialPort::WaitingBytes() {
@@ -150,12 +144,11 @@ int PosixSerialPort::WaitingBytes() {
   pollfd look{.fd = device_.Get(), .events = POLLIN, .revents = 0};
   constexpr int kGone = POLLHUP | POLLERR | POLLNVAL;
   if (waiting == 0 && poll(&look, 1, 0) > 0 && (look.revents & kGone) != 0) Lose(EIO);
-  return waiting + static_cast<int>(received_.size());
+  return waiting + static_cast<int>(received_.Size());
 }
 
 void PosixSerialPort::DiscardInput() {
-  received_.clear();
-  skipsToLineEnd_ = false;
+  received_.Clear();
   if (IsOpen()) (void)tcflush(device_.Get(), TCIFLUSH);
 }
 
@@ -224,27 +217,7 @@ void PosixSerialPort::Receive() {
   const ssize_t count = ::read(device_.Get(), chunk.data(), chunk.size());
   if (count < 0 && (errno == EAGAIN || errno == EINTR)) return;
   if (count <= 0) Lose(count < 0 ? errno : EIO);
-  for (const char byte : std::string_view(chunk.data(), static_cast<std::size_t>(count))) {
-    const char seven = static_cast<char>(byte & 0x7F);
-    const char c = seven == '\0' ? kDamagedCharacter : seven;
-    if (IsLineEnd(c)) skipsToLineEnd_ = false;
-    if (!skipsToLineEnd_) received_ += c;
-  }
-}
-
-std::string PosixSerialPort::TakeLine() {
-  // The second half of a CRLF may come late, and noise makes bare line ends: no line begins with
-  // one.
-  received_.erase(0, received_.find_first_not_of("\r\n"));
-  std::size_t end = received_.find_first_of("\r\n");
-  if (end == std::string::npos) {
-    if (received_.size() <= bounds::kAnswer) return {};
-    end = received_.size();
-    skipsToLineEnd_ = true;
-  }
-  std::string line = received_.substr(0, std::min(end, bounds::kAnswer));
-  received_.erase(0, received_.find_first_not_of("\r\n", end));
-  return line;
+  received_.Add({chunk.data(), static_cast<std::size_t>(count)});
 }
 
 // The end of the line before may come meanwhile, which is no beginning.
@@ -253,14 +226,12 @@ void PosixSerialPort::AwaitBeginning(Deadline deadline) {
   if (const std::size_t own = pace_.OwnCharacters(); own > 0) {
     SleepThrough(characterTime_ * (2 * own + 1) / 2, deadline);
     Receive();
-    received_.erase(0, received_.find_first_not_of("\r\n"));
     // More than could have come since: it was heard earlier.
-    if (received_.size() > kMostSoon) return pace_.AnswerBegan(0);
+    if (received_.Begun().size() > kMostSoon) return pace_.AnswerBegan(0);
   }
-  while (received_.empty()) {
+  while (received_.Begun().empty()) {
     if (!WaitFor(POLLIN, deadline)) return;
     Receive();
-    received_.erase(0, received_.find_first_not_of("\r\n"));
   }
   const auto took = std::chrono::duration<double>(std::chrono::steady_clock::now() - written_);
   const double character = std::chrono::duration<double>(characterTime_).count();
@@ -272,12 +243,13 @@ std::string PosixSerialPort::ReadLine() {
   const Deadline deadline = DeadlineFromNow();
   if (awaitsBeginning_) AwaitBeginning(deadline);
   for (;;) {
-    std::string line = TakeLine();
+    std::string line = received_.Take();
     if (!line.empty()) {
       pace_.LineReceived(line);
       return line;
     }
-    const std::chrono::nanoseconds quiet = characterTime_ * pace_.QuietCharacters(received_);
+    const std::chrono::nanoseconds quiet =
+        characterTime_ * pace_.QuietCharacters(received_.Begun());
     if (quiet.count() > 0 && std::chrono::steady_clock::now() < deadline) {
       SleepThrough(quiet, deadline);
     } else if (!WaitFor(POLLIN, deadline)) {

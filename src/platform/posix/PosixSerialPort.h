@@ -9,6 +9,7 @@
 #include <string>
 #include <string_view>
 
+#include "platform/AnswerLines.h"
 #include "platform/AnswerPace.h"
 #include "platform/SerialPort.h"
 #include "platform/posix/FileDescriptor.h"
@@ -59,8 +60,6 @@ class PosixSerialPort final : public SerialPort {
   void Receive();
   // Sleeps through the time that the line itself takes on the wire.
   void AwaitBeginning(Deadline deadline);
-  // Moves the next whole line out of received_; empty when there is none.
-  std::string TakeLine();
   [[noreturn]] void Lose(int error);
 
   DeviceMap deviceMap_;
@@ -74,9 +73,8 @@ class PosixSerialPort final : public SerialPort {
   int timeOut_ = 5000;
   FileDescriptor device_;
   bool borrows_ = true;
-  FileDescriptor loan_;          // lent by another program for as long as this is open
-  std::string received_;         // bytes behind the last delivered line, without a whole line
-  bool skipsToLineEnd_ = false;  // the rest of a line that was too long is thrown away
+  FileDescriptor loan_;  // lent by another program for as long as this is open
+  AnswerLines received_;
 };
 
 }  // namespace velmoor::posix

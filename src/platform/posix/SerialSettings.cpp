@@ -5,50 +5,18 @@
 #include <termios.h>
 
 #include <cerrno>
-#include <optional>
-#include <utility>
 
-#include "platform/Numbers.h"
+#include "platform/SerialFrame.h"
 
 namespace velmoor::posix {
 namespace {
 
-struct Frame {
-  std::optional<speed_t> speed;
-  char parity = 'e';
-  int dataBits = 7;
-  int stopBits = 2;
-};
-
-// Cuts the part before the next comma off the front.
-std::string_view NextPart(std::string_view& text) {
-  const std::size_t comma = text.find(',');
-  const std::string_view part = text.substr(0, comma);
-  text.remove_prefix(comma == std::string_view::npos ? text.size() : comma + 1);
-  return Trim(part);
+speed_t CodeOf(int speed) {
+  if (speed == 9600) return B9600;
+  return speed == 19200 ? B19200 : B38400;
 }
 
-std::optional<speed_t> SpeedOf(std::string_view text) {
-  constexpr std::pair<std::int64_t, speed_t> kSpeeds[] = {
-      {9600, B9600}, {19200, B19200}, {38400, B38400}};
-  const auto number = ParseWhole(text);
-  for (const auto& [rate, speed] : kSpeeds) {
-    if (number == rate) return speed;
-  }
-  return std::nullopt;
-}
-
-Frame ParseFrame(std::string_view settings) {
-  Frame frame;
-  frame.speed = SpeedOf(NextPart(settings));
-  const std::string parity = LowerCase(NextPart(settings));
-  if (!parity.empty()) frame.parity = parity.front();
-  frame.dataBits = ParseWhole(NextPart(settings)) == 8 ? 8 : 7;
-  frame.stopBits = ParseWhole(NextPart(settings)) == 1 ? 1 : 2;
-  return frame;
-}
-
-void FillFrame(const Frame& frame, termios& attributes) {
+void FillFrame(const SerialFrame& frame, termios& attributes) {
   cfmakeraw(&attributes);
   attributes.c_cflag |= CREAD | CLOCAL;
   attributes.c_cflag &= ~static_cast<tcflag_t>(CSIZE | PARENB | PARODD | CSTOPB | CRTSCTS);
@@ -63,9 +31,9 @@ void FillFrame(const Frame& frame, termios& attributes) {
   attributes.c_iflag &= ~static_cast<tcflag_t>(IXON | IXOFF | IXANY);
   attributes.c_cc[VMIN] = 1;
   attributes.c_cc[VTIME] = 0;
-  if (frame.speed) {
-    cfsetispeed(&attributes, *frame.speed);
-    cfsetospeed(&attributes, *frame.speed);
+  if (frame.speed != 0) {
+    cfsetispeed(&attributes, CodeOf(frame.speed));
+    cfsetospeed(&attributes, CodeOf(frame.speed));
   }
 }
 
@@ -90,7 +58,7 @@ bool IsPseudoTerminal(int terminal) {
 int ApplySerialSettings(int terminal, const std::string& settings) {
   termios attributes{};
   if (tcgetattr(terminal, &attributes) != 0) return errno;
-  FillFrame(ParseFrame(settings), attributes);
+  FillFrame(ParseSerialFrame(settings), attributes);
   if (tcsetattr(terminal, TCSAFLUSH, &attributes) == 0) return 0;
   const int error = errno;
   termios got{};

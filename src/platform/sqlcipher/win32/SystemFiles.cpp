@@ -2,7 +2,7 @@
 
 #include <fcntl.h>
 #include <io.h>
-#include <sqlcipher/sqlite3.h>
+#include <sys/stat.h>
 #include <windows.h>
 
 #include <array>
@@ -16,6 +16,8 @@
 
 namespace velmoor::sqlcipher {
 namespace {
+
+constexpr int kQuotaExceeded = 1295;  // ERROR_DISK_QUOTA_EXCEEDED, which not every header names
 
 [[noreturn]] void Fail(const std::string& path, int error) {
   throw std::system_error(error, std::generic_category(), path);
@@ -36,8 +38,8 @@ void LeaveNoMemoryImage() {
 void WriteOwnFilesAlone() {}
 
 bool MeansFull(int error) {
-  return error == ERROR_DISK_FULL || error == ERROR_HANDLE_DISK_FULL ||
-         error == ERROR_DISK_QUOTA_EXCEEDED || error == ERROR_FILE_TOO_LARGE;
+  return error == ERROR_DISK_FULL || error == ERROR_HANDLE_DISK_FULL || error == kQuotaExceeded ||
+         error == ERROR_FILE_TOO_LARGE;
 }
 
 std::string SystemReason(int error) {

@@ -1,0 +1,52 @@
+#include "platform/win32/Win32Clock.h"
+
+#include "platform/win32/Windows.h"
+
+namespace velmoor::win32 {
+namespace {
+
+WallTime WallTimeOf(const SYSTEMTIME& local) {
+  return {.year = local.wYear,
+          .month = local.wMonth,
+          .day = local.wDay,
+          .hour = local.wHour,
+          .minute = local.wMinute,
+          .second = local.wSecond};
+}
+
+SYSTEMTIME LocalNow() {
+  SYSTEMTIME local{};
+  GetLocalTime(&local);
+  return local;
+}
+
+}  // namespace
+
+WallTime LocalMoment(const _FILETIME& time) {
+  SYSTEMTIME universal{};
+  SYSTEMTIME local{};
+  FileTimeToSystemTime(&time, &universal);
+  SystemTimeToTzSpecificLocalTime(nullptr, &universal, &local);
+  return WallTimeOf(local);
+}
+
+double Win32Clock::SecondsSinceMidnight() const {
+  const SYSTEMTIME local = LocalNow();
+  return local.wHour * 3600.0 + local.wMinute * 60.0 + local.wSecond + local.wMilliseconds / 1e3;
+}
+
+WallTime Win32Clock::Now() const {
+  return WallTimeOf(LocalNow());
+}
+
+std::chrono::milliseconds Win32Clock::SinceEpoch() const {
+  return std::chrono::duration_cast<std::chrono::milliseconds>(
+      std::chrono::system_clock::now().time_since_epoch());
+}
+
+std::chrono::milliseconds Win32Clock::Monotonic() const {
+  return std::chrono::duration_cast<std::chrono::milliseconds>(
+      std::chrono::steady_clock::now().time_since_epoch());
+}
+
+}  // namespace velmoor::win32
