@@ -64,7 +64,8 @@ int Run(const velmoor::CommandLine& line) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  const int status = velmoor::RunProgram(velmoor::ConsoleTable(), argc, argv, Run);
+  const int status = velmoor::RunProgram(velmoor::ConsoleTable(),
+                                         velmoor::native::CommandLineWords(argc, argv), Run);
   velmoor::native::EndBySignal();
   return status;
 }

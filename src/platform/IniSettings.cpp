@@ -1,7 +1,6 @@
 #include "platform/IniSettings.h"
 
 #include <chrono>
-#include <fstream>
 #include <memory>
 #include <sstream>
 #include <stdexcept>
@@ -26,15 +25,12 @@ constexpr std::chrono::milliseconds kLook{5};
   throw std::runtime_error("The settings cannot be written to " + reason);
 }
 
-// Nothing: the file is larger than this program makes it.
-std::optional<std::vector<std::string>> ReadLines(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
-  std::string bytes(bounds::kSettings + 1, '\0');
-  file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-  bytes.resize(static_cast<std::size_t>(file.gcount()));
-  if (bytes.size() > bounds::kSettings) return std::nullopt;
+// None where there is no file. Nothing: it is larger than this program makes it. Throws FileError.
+std::optional<std::vector<std::string>> ReadLines(const Files& files, const std::string& path) {
+  if (!files.Exists(path)) return std::vector<std::string>();
+  if (files.SizeOf(path) > bounds::kSettings) return std::nullopt;
   std::vector<std::string> lines;
-  std::istringstream text(bytes);
+  std::istringstream text(files.ReadAll(path));
   for (std::string line; std::getline(text, line);) lines.push_back(line);
   return lines;
 }
@@ -86,9 +82,14 @@ std::unique_ptr<FileLock> AwaitLock(Files& files, const std::string& path) {
 }  // namespace
 
 std::optional<std::string> IniSettings::Read(std::string_view name) const {
-  for (const std::string& line : ReadLines(path_).value_or(std::vector<std::string>())) {
-    const std::size_t value = ValueIn(line, name);
-    if (value != std::string::npos) return Unescaped(Trim(std::string_view(line).substr(value)));
+  try {
+    const auto lines = ReadLines(files_, path_);
+    for (const std::string& line : lines.value_or(std::vector<std::string>())) {
+      const std::size_t value = ValueIn(line, name);
+      if (value != std::string::npos) return Unescaped(Trim(std::string_view(line).substr(value)));
+    }
+  } catch (const FileError&) {
+    // A store that cannot be read has no values.
   }
   return std::nullopt;
 }
@@ -107,7 +108,7 @@ void IniSettings::Write(std::string_view name, std::string_view value) {
 }
 
 std::string IniSettings::With(std::string_view name, std::string_view value) const {
-  std::optional<std::vector<std::string>> read = ReadLines(path_);
+  std::optional<std::vector<std::string>> read = ReadLines(files_, path_);
   const std::string entry = std::string(name) + "=" + Escaped(value);
   if (!read || entry.size() > kMostEntry) Refuse(path_ + ": they would be too large");
   std::vector<std::string> lines = std::move(*read);

@@ -42,12 +42,16 @@ int RunProgram(const ProgramTable& table, const std::vector<std::string>& words,
   return status == kDone ? kFailed : status;
 }
 
-int RunProgram(const ProgramTable& table, int argc, char** argv, const ProgramRun& run) {
+int RunProgram(const ProgramTable& table, const std::vector<std::string>& words,
+               const ProgramRun& run) {
 #ifdef SIGPIPE
   std::signal(SIGPIPE, SIG_IGN);
 #endif
-  return RunProgram(table, std::vector<std::string>(argv + 1, argv + argc), std::cout, std::cerr,
-                    run);
+  return RunProgram(table, words, std::cout, std::cerr, run);
+}
+
+int RunProgram(const ProgramTable& table, int argc, char** argv, const ProgramRun& run) {
+  return RunProgram(table, std::vector<std::string>(argv + 1, argv + argc), run);
 }
 
 }  // namespace velmoor

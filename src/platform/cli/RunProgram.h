@@ -25,6 +25,8 @@ int RunProgram(const ProgramTable& table, const std::vector<std::string>& words,
 
 // The same on the standard output. A reader that closes its pipe ends no process: the next write
 // fails like any other.
+int RunProgram(const ProgramTable& table, const std::vector<std::string>& words,
+               const ProgramRun& run);
 int RunProgram(const ProgramTable& table, int argc, char** argv, const ProgramRun& run);
 
 }  // namespace velmoor

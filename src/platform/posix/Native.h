@@ -4,6 +4,9 @@
 
 #include <unistd.h>
 
+#include <string>
+#include <vector>
+
 #include "platform/posix/NotedSignals.h"
 #include "platform/posix/PdfModule.h"
 #include "platform/posix/PosixClock.h"
@@ -31,6 +34,11 @@ inline constexpr const char* kPagesModule = "velmoor-pages.so";
 // Whether somebody watches the stream of errors on a terminal.
 [[nodiscard]] inline bool IsErrorStreamWatched() {
   return ::isatty(STDERR_FILENO) != 0;
+}
+
+// The words behind the program's name.
+[[nodiscard]] inline std::vector<std::string> CommandLineWords(int argc, char** argv) {
+  return {argv + 1, argv + argc};
 }
 
 }  // namespace velmoor::native

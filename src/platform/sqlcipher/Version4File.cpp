@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <filesystem>
 #include <fstream>
 #include <memory>
 #include <span>
@@ -109,7 +110,9 @@ std::optional<Unsealer> UnsealerOf(const Page& first, std::string_view password,
 
 std::optional<FileImage> UnsealVersion4(const std::string& path, std::string_view password,
                                         KeyRing& keys) {
-  std::ifstream file(path, std::ios::binary);
+  // UTF-8 on every system.
+  std::ifstream file(std::filesystem::path(std::u8string(path.begin(), path.end())),
+                     std::ios::binary);
   Page page{};
   if (!ReadPage(file, page)) return std::nullopt;
   const auto unsealer = UnsealerOf(page, password, keys);

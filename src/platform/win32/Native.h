@@ -5,8 +5,11 @@
 #include <io.h>
 
 #include <cstdio>
+#include <string>
+#include <vector>
 
 #include "platform/win32/ConsoleSignals.h"
+#include "platform/win32/ConsoleStreams.h"
 #include "platform/win32/PdfModule.h"
 #include "platform/win32/ProgramPlaces.h"
 #include "platform/win32/Win32Clock.h"
@@ -32,6 +35,11 @@ inline constexpr const char* kPagesModule = "velmoor-pages.dll";
 // Whether somebody watches the stream of errors on a console.
 [[nodiscard]] inline bool IsErrorStreamWatched() {
   return _isatty(_fileno(stderr)) != 0;
+}
+
+// The words behind the program's name, in UTF-8.
+[[nodiscard]] inline std::vector<std::string> CommandLineWords(int /*argc*/, char** /*argv*/) {
+  return win32::TakeCommandLine();
 }
 
 // Signals do not end a process here.
