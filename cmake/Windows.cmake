@@ -5,7 +5,7 @@ set(compiler x86_64-w64-mingw32)
 set(CMAKE_C_COMPILER ${compiler}-gcc-posix)
 set(CMAKE_CXX_COMPILER ${compiler}-g++-posix)
 set(CMAKE_RC_COMPILER ${compiler}-windres)
-# The libraries that were built for it: packaging/windows/libraries tells where.
+# The libraries that were built for it: packaging/windows/build makes them.
 list(APPEND CMAKE_TRY_COMPILE_PLATFORM_VARIABLES VELMOOR_WINDOWS_LIBRARIES)
 set(CMAKE_FIND_ROOT_PATH /usr/${compiler} ${VELMOOR_WINDOWS_LIBRARIES})
 set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)

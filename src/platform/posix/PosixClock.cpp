@@ -35,14 +35,4 @@ WallTime PosixClock::Now() const {
   return LocalMoment(std::time(nullptr));
 }
 
-std::chrono::milliseconds PosixClock::SinceEpoch() const {
-  return std::chrono::duration_cast<std::chrono::milliseconds>(
-      std::chrono::system_clock::now().time_since_epoch());
-}
-
-std::chrono::milliseconds PosixClock::Monotonic() const {
-  return std::chrono::duration_cast<std::chrono::milliseconds>(
-      std::chrono::steady_clock::now().time_since_epoch());
-}
-
 }  // namespace velmoor::posix

@@ -3,19 +3,17 @@
 
 #include <ctime>
 
-#include "platform/Events.h"
+#include "platform/SystemClock.h"
 
 namespace velmoor::posix {
 
 // A moment of the system in local time.
 [[nodiscard]] WallTime LocalMoment(std::time_t time);
 
-class PosixClock final : public Clock {
+class PosixClock final : public SystemClock {
  public:
   [[nodiscard]] double SecondsSinceMidnight() const override;
   [[nodiscard]] WallTime Now() const override;
-  [[nodiscard]] std::chrono::milliseconds SinceEpoch() const override;
-  [[nodiscard]] std::chrono::milliseconds Monotonic() const override;
 };
 
 }  // namespace velmoor::posix

@@ -39,14 +39,4 @@ WallTime Win32Clock::Now() const {
   return WallTimeOf(LocalNow());
 }
 
-std::chrono::milliseconds Win32Clock::SinceEpoch() const {
-  return std::chrono::duration_cast<std::chrono::milliseconds>(
-      std::chrono::system_clock::now().time_since_epoch());
-}
-
-std::chrono::milliseconds Win32Clock::Monotonic() const {
-  return std::chrono::duration_cast<std::chrono::milliseconds>(
-      std::chrono::steady_clock::now().time_since_epoch());
-}
-
 }  // namespace velmoor::win32

@@ -1,7 +1,7 @@
 // The system's clocks.
 #pragma once
 
-#include "platform/Events.h"
+#include "platform/SystemClock.h"
 
 struct _FILETIME;
 
@@ -10,12 +10,10 @@ namespace velmoor::win32 {
 // A moment of the system in local time.
 [[nodiscard]] WallTime LocalMoment(const _FILETIME& time);
 
-class Win32Clock final : public Clock {
+class Win32Clock final : public SystemClock {
  public:
   [[nodiscard]] double SecondsSinceMidnight() const override;
   [[nodiscard]] WallTime Now() const override;
-  [[nodiscard]] std::chrono::milliseconds SinceEpoch() const override;
-  [[nodiscard]] std::chrono::milliseconds Monotonic() const override;
 };
 
 }  // namespace velmoor::win32

@@ -8,6 +8,7 @@
 
 #include "platform/Bounds.h"
 #include "platform/WholeLines.h"
+#include "platform/win32/FileIdentity.h"
 #include "platform/win32/Handle.h"
 #include "platform/win32/Text.h"
 #include "platform/win32/Win32Clock.h"
@@ -63,11 +64,6 @@ std::optional<BY_HANDLE_FILE_INFORMATION> About(const std::string& path, DWORD f
 
 bool IsFolder(const BY_HANDLE_FILE_INFORMATION& about) {
   return (about.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
-}
-
-std::string IdentityOf(const BY_HANDLE_FILE_INFORMATION& about) {
-  const std::uint64_t index = std::uint64_t{about.nFileIndexHigh} << 32U | about.nFileIndexLow;
-  return std::to_string(about.dwVolumeSerialNumber) + "/" + std::to_string(index);
 }
 
 Handle OpenRegular(const std::string& path) {
@@ -240,6 +236,12 @@ class Appended final : public GrowingFile {
   std::string path_;
 };
 
+// Whatever else lies under a name of ours was put there by somebody.
+void RefuseForeign(const Files& files, const std::string& path) {
+  if (files.StateOf(path) != NameState::foreign) return;
+  throw FileError(path + ": it is no file of this user alone");
+}
+
 // Locks here keep others from reading too, so one byte is locked that no file ever has.
 bool TakeLock(const Handle& file) {
   OVERLAPPED place{};
@@ -331,9 +333,7 @@ void Win32Files::ReplaceDurably(const std::string& source, const std::string& ta
 
 void Win32Files::SaveDurably(const std::string& working, const std::string& target,
                              const std::string& /*like*/) {
-  if (StateOf(working) == NameState::foreign) {
-    throw FileError(working + ": it is no file of this user alone");
-  }
+  RefuseForeign(*this, working);
   Replace(OpenRegular(working), working, target);
 }
 
@@ -341,9 +341,7 @@ void Win32Files::LayWorkingCopy(const std::string& source, const std::string& ta
   if (IsSameFile(source, target)) throw FileError(target + ": the file would overwrite itself");
   const std::string bytes = ReadBounded(OpenRegular(source), source);
   RemoveJournals(target);
-  if (StateOf(target) == NameState::foreign) {
-    throw FileError(target + ": it is no file of this user alone");
-  }
+  RefuseForeign(*this, target);
   const Handle file = OpenFile(target, GENERIC_WRITE, kWithAll, OPEN_ALWAYS);
   Check(file.IsValid() && SetEndOfFile(file.Get()) != 0, target);
   WriteAll(file, bytes, target);
@@ -411,9 +409,7 @@ std::unique_ptr<GrowingFile> Win32Files::Begin(const std::string& path,
 
 std::unique_ptr<GrowingFile> Win32Files::Continue(const std::string& path,
                                                   const std::string& /*like*/) {
-  if (StateOf(path) == NameState::foreign) {
-    throw FileError(path + ": it is no file of this user alone");
-  }
+  RefuseForeign(*this, path);
   Handle file = OpenFile(path, GENERIC_READ | FILE_APPEND_DATA, kWithAll, OPEN_ALWAYS);
   Check(file.IsValid(), path);
   LARGE_INTEGER back{};
@@ -455,9 +451,7 @@ void Win32Files::ChangeDirectory(const std::string& directory) {
 }
 
 std::unique_ptr<FileLock> Win32Files::Lock(const std::string& path) {
-  if (StateOf(path) == NameState::foreign) {
-    throw FileError(path + ": it is no file of this user alone");
-  }
+  RefuseForeign(*this, path);
   Handle file = OpenFile(path, GENERIC_READ | GENERIC_WRITE, kWithAll, OPEN_ALWAYS);
   Check(file.IsValid(), path);
   if (!TakeLock(file)) {

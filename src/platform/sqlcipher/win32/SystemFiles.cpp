@@ -3,7 +3,6 @@
 #include <fcntl.h>
 #include <io.h>
 #include <sys/stat.h>
-#include <windows.h>
 
 #include <array>
 #include <atomic>
@@ -13,6 +12,9 @@
 #include <utility>
 
 #include "platform/Database.h"
+#include "platform/win32/FileIdentity.h"
+#include "platform/win32/Handle.h"
+#include "platform/win32/Text.h"
 
 namespace velmoor::sqlcipher {
 namespace {
@@ -21,10 +23,6 @@ constexpr int kQuotaExceeded = 1295;  // ERROR_DISK_QUOTA_EXCEEDED, which not ev
 
 [[noreturn]] void Fail(const std::string& path, int error) {
   throw std::system_error(error, std::generic_category(), path);
-}
-
-std::wstring Wide(const std::string& path) {
-  return std::filesystem::path(std::u8string(path.begin(), path.end())).wstring();
 }
 
 }  // namespace
@@ -43,16 +41,16 @@ bool MeansFull(int error) {
 }
 
 std::string SystemReason(int error) {
-  return std::system_category().message(error);
+  return win32::SystemText(static_cast<unsigned long>(error));
 }
 
 FileHead ReadHead(const std::string& path, std::size_t most) {
   if (path.find('\0') != std::string::npos) Fail(path, ENOENT);
   // Whoever has the file may replace or remove it meanwhile.
-  const HANDLE file = CreateFileW(Wide(path).c_str(), GENERIC_READ,
-                                  FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                                  OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
-  if (file == INVALID_HANDLE_VALUE) {
+  const win32::Handle file(CreateFileW(win32::Wide(path).c_str(), GENERIC_READ,
+                                       FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                                       nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+  if (!file.IsValid()) {
     const std::error_code error(static_cast<int>(GetLastError()), std::system_category());
     Fail(path, error.default_error_condition().value());
   }
@@ -61,19 +59,17 @@ FileHead ReadHead(const std::string& path, std::size_t most) {
   DWORD got = 0;
   BY_HANDLE_FILE_INFORMATION about{};
   const bool known =
-      ReadFile(file, head.bytes.data(), static_cast<DWORD>(most), &got, nullptr) != 0 &&
-      GetFileInformationByHandle(file, &about) != 0;
-  CloseHandle(file);
+      ReadFile(file.Get(), head.bytes.data(), static_cast<DWORD>(most), &got, nullptr) != 0 &&
+      GetFileInformationByHandle(file.Get(), &about) != 0;
   if (!known) Fail(path, EIO);
   head.bytes.resize(got);
   head.size = std::uintmax_t{about.nFileSizeHigh} << 32U | about.nFileSizeLow;
-  head.identity = std::to_string(about.dwVolumeSerialNumber) + "/" +
-                  std::to_string(std::uint64_t{about.nFileIndexHigh} << 32U | about.nFileIndexLow);
+  head.identity = win32::IdentityOf(about);
   return head;
 }
 
 void EmptyFile(const std::string& path) {
-  const int file = _wopen(Wide(path).c_str(), _O_WRONLY | _O_BINARY | _O_TRUNC);
+  const int file = _wopen(win32::Wide(path).c_str(), _O_WRONLY | _O_BINARY | _O_TRUNC);
   if (file < 0) Fail(path, errno);
   _close(file);
 }
@@ -88,8 +84,7 @@ FileImage::FileImage() {
         ("velmoor-" + std::to_string(GetCurrentProcessId()) + "-" + std::to_string(++number));
     // One that a killed process left is used up.
     file_ = _wopen(place.c_str(), _O_RDWR | _O_CREAT | _O_TRUNC | _O_BINARY, _S_IREAD | _S_IWRITE);
-    const std::u8string name = place.u8string();
-    path_.assign(name.begin(), name.end());
+    path_ = win32::Narrow(place.wstring());
   }
   if (file_ < 0) {
     throw DatabaseError(DatabaseError::Kind::other, "There is no place for the unsealed database");
@@ -100,7 +95,7 @@ FileImage::FileImage(FileImage&& other) noexcept
 FileImage::~FileImage() {
   if (file_ >= 0) _close(static_cast<int>(file_));
   std::error_code ignored;
-  if (!path_.empty()) std::filesystem::remove(Wide(path_), ignored);
+  if (!path_.empty()) std::filesystem::remove(win32::Wide(path_), ignored);
 }
 
 bool FileImage::Append(std::span<const unsigned char> bytes) {
